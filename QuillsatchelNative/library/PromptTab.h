@@ -1,0 +1,17 @@
+#pragma once
+
+#include "library/PromptBlock.h"
+
+#include <QUuid>
+
+#include <string>
+#include <vector>
+
+/// One tab with its nodes, top to bottom. Copying it copies them all.
+struct PromptTab {
+    QUuid id = QUuid::createUuid();
+    std::string name = "Prompts"; ///< UTF-8, may be empty
+    std::vector<PromptBlock> blocks;
+
+    bool operator==(const PromptTab &) const = default;
+};

@@ -1,0 +1,198 @@
+#include "library/SatchelDocument.h"
+
+#include "support/JsonWriter.h"
+#include "support/Uuid.h"
+
+#include <simdjson.h>
+
+#include <utility>
+
+namespace
+{
+
+namespace dom = simdjson::dom;
+
+namespace Key
+{
+constexpr std::string_view activeTabID = "activeTabID";
+constexpr std::string_view blocks = "blocks";
+constexpr std::string_view color = "color";
+constexpr std::string_view id = "id";
+constexpr std::string_view name = "name";
+constexpr std::string_view tabs = "tabs";
+constexpr std::string_view text = "text";
+} // namespace Key
+
+bool read(dom::element json, std::string &text)
+{
+    std::string_view value;
+    if (json.get(value) != simdjson::SUCCESS)
+        return false;
+    text = value;
+    return true;
+}
+
+bool read(dom::element json, QUuid &id)
+{
+    std::string_view text;
+    if (json.get(text) != simdjson::SUCCESS)
+        return false;
+    const auto uuid = uuidFromText(text);
+    id = uuid.value_or(QUuid());
+    return uuid.has_value();
+}
+
+bool read(dom::element json, BlockColor &color)
+{
+    std::string_view text;
+    if (json.get(text) != simdjson::SUCCESS)
+        return false;
+    const auto known = BlockColor::fromRawValue(text);
+    color = known.value_or(BlockColor::none);
+    return known.has_value();
+}
+
+bool read(dom::element json, PromptBlock &block);
+bool read(dom::element json, PromptTab &tab);
+
+template <typename Record>
+Record emptyRecord()
+{
+    return {};
+}
+
+// A fresh block or tab would draw a random id only to have it replaced.
+template <>
+PromptBlock emptyRecord()
+{
+    return { .id = {}, .text = {}, .color = {} };
+}
+
+template <>
+PromptTab emptyRecord()
+{
+    return { .id = {}, .name = {}, .blocks = {} };
+}
+
+template <typename Record>
+bool read(dom::element json, std::vector<Record> &records)
+{
+    dom::array array;
+    if (json.get(array) != simdjson::SUCCESS)
+        return false;
+    records.reserve(array.size());
+    for (const dom::element element : array) {
+        if (!read(element, records.emplace_back(emptyRecord<Record>())))
+            return false;
+    }
+    return true;
+}
+
+template <typename Value>
+bool readMember(dom::object object, std::string_view key, Value &value)
+{
+    dom::element member;
+    return object.at_key(key).get(member) == simdjson::SUCCESS && read(member, value);
+}
+
+bool read(dom::element json, PromptBlock &block)
+{
+    dom::object object;
+    return json.get(object) == simdjson::SUCCESS && readMember(object, Key::id, block.id) &&
+           readMember(object, Key::text, block.text) && readMember(object, Key::color, block.color);
+}
+
+bool read(dom::element json, PromptTab &tab)
+{
+    dom::object object;
+    return json.get(object) == simdjson::SUCCESS && readMember(object, Key::id, tab.id) &&
+           readMember(object, Key::name, tab.name) && readMember(object, Key::blocks, tab.blocks);
+}
+
+bool readActiveTab(dom::object object, std::optional<QUuid> &activeTabID)
+{
+    dom::element member;
+    if (object.at_key(Key::activeTabID).get(member) != simdjson::SUCCESS || member.is_null())
+        return true;
+    return read(member, activeTabID.emplace());
+}
+
+QByteArray withoutByteOrderMark(const QByteArray &json)
+{
+    return json.startsWith("\xEF\xBB\xBF") ? json.mid(3) : json;
+}
+
+void write(JsonWriter &writer, const PromptBlock &block)
+{
+    writer.beginObject();
+    writer.key(Key::color);
+    writer.string(block.color.rawValue());
+    writer.key(Key::id);
+    writer.uuid(block.id);
+    writer.key(Key::text);
+    writer.string(block.text);
+    writer.endObject();
+}
+
+void write(JsonWriter &writer, const PromptTab &tab)
+{
+    writer.beginObject();
+    writer.key(Key::blocks);
+    writer.beginArray();
+    for (const auto &block : tab.blocks)
+        write(writer, block);
+    writer.endArray();
+    writer.key(Key::id);
+    writer.uuid(tab.id);
+    writer.key(Key::name);
+    writer.string(tab.name);
+    writer.endObject();
+}
+
+// A little more than most libraries need: texts with many line breaks grow when escaped.
+std::size_t expectedSize(const std::vector<PromptTab> &tabs)
+{
+    constexpr std::size_t BytesAroundARecord = 160;
+    std::size_t size = BytesAroundARecord;
+    for (const auto &tab : tabs) {
+        size += BytesAroundARecord + tab.name.size();
+        for (const auto &block : tab.blocks)
+            size += BytesAroundARecord + block.text.size() + block.text.size() / 16;
+    }
+    return size;
+}
+
+} // namespace
+
+std::optional<SatchelDocument> SatchelDocument::decode(const QByteArray &json)
+{
+    const QByteArray text = withoutByteOrderMark(json);
+    const bool lacksPadding = text.capacity() - text.size() < qsizetype(simdjson::SIMDJSON_PADDING);
+    dom::parser parser;
+    dom::object root;
+    const auto size = static_cast<std::size_t>(text.size());
+    if (parser.parse(text.constData(), size, lacksPadding).get(root) != simdjson::SUCCESS)
+        return std::nullopt;
+    SatchelDocument document;
+    if (!readActiveTab(root, document.activeTabID) || !readMember(root, Key::tabs, document.tabs))
+        return std::nullopt;
+    return document;
+}
+
+std::string SatchelDocument::encode(const std::optional<QUuid> &activeTabID,
+                                    const std::vector<PromptTab> &tabs)
+{
+    JsonWriter writer(expectedSize(tabs));
+    writer.beginObject();
+    if (activeTabID) {
+        writer.key(Key::activeTabID);
+        writer.uuid(*activeTabID);
+    }
+    writer.key(Key::tabs);
+    writer.beginArray();
+    for (const auto &tab : tabs)
+        write(writer, tab);
+    writer.endArray();
+    writer.endObject();
+    return writer.take();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "library/PromptTab.h"
+
+#include <QByteArray>
+#include <QUuid>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The whole library as `prompts.json` holds it.
+struct SatchelDocument {
+    std::optional<QUuid> activeTabID; ///< may name no tab, or be absent
+    std::vector<PromptTab> tabs;      ///< left to right
+
+    /// The document in `json`, or none: a single fault anywhere fails the whole. Members that we
+    /// do not know are ignored.
+    static std::optional<SatchelDocument> decode(const QByteArray &json);
+
+    /// UTF-8 JSON; the same library gives the same bytes. All texts must be valid UTF-8.
+    std::string encode() const { return encode(activeTabID, tabs); }
+
+    /// The same for a library that lives elsewhere, so that saving need not copy it first.
+    static std::string encode(const std::optional<QUuid> &activeTabID,
+                              const std::vector<PromptTab> &tabs);
+
+    bool operator==(const SatchelDocument &) const = default;
+};

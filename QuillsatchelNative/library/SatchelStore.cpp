@@ -1,0 +1,268 @@
+#include "library/SatchelStore.h"
+
+#include "library/SatchelDocument.h"
+#include "support/WebAddress.h"
+#include "support/Whitespace.h"
+#include "support/WholeFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr auto SaveDelay = 250ms;
+constexpr auto CopiedMarkDuration = 1400ms;
+
+// Prompts hold secrets: the folder is the owner's alone. One that is there already stays as it is.
+QString prepareFolder(const QString &applicationSupport)
+{
+    if (applicationSupport.isEmpty())
+        qFatal("This machine has no folder for a user's data.");
+    const QDir parent(applicationSupport);
+    parent.mkpath(QStringLiteral("."));
+    parent.mkdir(QStringLiteral("Quillsatchel"),
+                 QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    return parent.filePath(QStringLiteral("Quillsatchel"));
+}
+
+std::ptrdiff_t sumOrStop(std::size_t index, std::ptrdiff_t offset)
+{
+    std::ptrdiff_t sum = 0;
+    if (__builtin_add_overflow(static_cast<std::ptrdiff_t>(index), offset, &sum))
+        qFatal("A node was to be moved further than numbers go.");
+    return sum;
+}
+
+} // namespace
+
+SatchelStore::SatchelStore(Platform &platform)
+    : m_platform(platform)
+    , m_fileURL(prepareFolder(platform.fileLocations.applicationSupport()) +
+                QStringLiteral("/prompts.json"))
+{
+    load();
+}
+
+std::optional<std::size_t> SatchelStore::activeTabIndex() const
+{
+    const auto &tabs = m_tabs.get();
+    if (tabs.empty())
+        return std::nullopt;
+    if (!m_activeTabID.get())
+        return 0;
+    const auto found = std::ranges::find(tabs, *m_activeTabID.get(), &PromptTab::id);
+    return found == tabs.end() ? 0 : static_cast<std::size_t>(found - tabs.begin());
+}
+
+const PromptTab *SatchelStore::activeTab() const
+{
+    const auto index = activeTabIndex();
+    return index ? &m_tabs.get()[*index] : nullptr;
+}
+
+void SatchelStore::addTab()
+{
+    PromptTab tab { .name = "New Tab", .blocks = {} };
+    const auto id = tab.id;
+    m_tabs.edit([&tab](auto &tabs) { tabs.push_back(std::move(tab)); });
+    m_activeTabID.set(id);
+    scheduleSave();
+}
+
+void SatchelStore::renameTab(const QUuid &id, std::string name)
+{
+    const auto &tabs = m_tabs.get();
+    const auto found = std::ranges::find(tabs, id, &PromptTab::id);
+    if (found == tabs.end())
+        return;
+    const auto index = static_cast<std::size_t>(found - tabs.begin());
+    m_tabs.edit([index, &name](auto &edited) { edited[index].name = std::move(name); });
+    scheduleSave();
+}
+
+void SatchelStore::deleteTab(const QUuid &id)
+{
+    if (m_tabs.get().size() < 2)
+        return;
+    m_lastPosition.reset();
+    m_tabs.edit([&id](auto &tabs) {
+        std::erase_if(tabs, [&id](const PromptTab &tab) { return tab.id == id; });
+    });
+    if (m_activeTabID.get() == id) {
+        const auto &remaining = m_tabs.get();
+        m_activeTabID.set(remaining.empty() ? std::nullopt : std::optional(remaining.front().id));
+    }
+    scheduleSave();
+}
+
+void SatchelStore::selectTab(const QUuid &id)
+{
+    m_activeTabID.set(id);
+    scheduleSave();
+}
+
+void SatchelStore::addBlock()
+{
+    const auto tab = activeTabIndex();
+    if (!tab)
+        return;
+    m_tabs.edit([tab](auto &tabs) { tabs[*tab].blocks.emplace_back(); });
+    scheduleSave();
+}
+
+void SatchelStore::deleteBlock(const QUuid &id)
+{
+    const auto tab = activeTabIndex();
+    if (!tab)
+        return;
+    m_lastPosition.reset();
+    m_tabs.edit([tab, &id](auto &tabs) {
+        std::erase_if(tabs[*tab].blocks,
+                      [&id](const PromptBlock &block) { return block.id == id; });
+    });
+    scheduleSave();
+}
+
+void SatchelStore::updateBlock(const QUuid &id, std::string text)
+{
+    editBlock(id, [&text](PromptBlock &block) { block.text = std::move(text); });
+}
+
+void SatchelStore::setBlockColor(const QUuid &id, BlockColor color)
+{
+    editBlock(id, [color](PromptBlock &block) { block.color = color; });
+}
+
+void SatchelStore::moveBlock(const QUuid &id, std::ptrdiff_t offset)
+{
+    const auto position = locate(id);
+    if (!position)
+        return;
+    const auto &blocks = m_tabs.get()[position->tab].blocks;
+    const auto last = static_cast<std::ptrdiff_t>(blocks.size()) - 1;
+    const auto from = static_cast<std::ptrdiff_t>(position->block);
+    const auto to = std::clamp(sumOrStop(position->block, offset), std::ptrdiff_t(0), last);
+    if (to == from)
+        return;
+    m_lastPosition.reset();
+    m_tabs.edit([tab = position->tab, from, to](auto &tabs) {
+        const auto begin = tabs[tab].blocks.begin();
+        if (from < to)
+            std::rotate(begin + from, begin + from + 1, begin + to + 1);
+        else
+            std::rotate(begin + to, begin + from, begin + from + 1);
+    });
+    scheduleSave();
+}
+
+void SatchelStore::copyBlock(const QUuid &id)
+{
+    const auto *const block = find(id);
+    if (!block)
+        return;
+    m_platform.pasteboard.setText(block->text);
+    m_copiedBlockID.set(id);
+    // Not cancelled by the next copy: the comparison keeps a newer mark for its full time.
+    m_platform.mainQueue.asyncAfter(CopiedMarkDuration, [store = QPointer(this), id] {
+        if (store && store->m_copiedBlockID.get() == id)
+            store->m_copiedBlockID.set(std::nullopt);
+    });
+}
+
+void SatchelStore::pasteIntoBlock(const QUuid &id)
+{
+    if (auto text = m_platform.pasteboard.text())
+        updateBlock(id, std::move(*text));
+}
+
+void SatchelStore::openBlockURL(const QUuid &id)
+{
+    const auto *const block = find(id);
+    if (!block)
+        return;
+    const auto address = WebAddress::parse(trimmed(block->text));
+    if (address && address->isHttp())
+        m_platform.workspace.open(*address);
+}
+
+void SatchelStore::load()
+{
+    if (loadFile())
+        return;
+    PromptTab tab;
+    m_activeTabID.set(tab.id);
+    m_tabs.edit([&tab](auto &tabs) { tabs.push_back(std::move(tab)); });
+}
+
+bool SatchelStore::loadFile()
+{
+    const auto bytes = WholeFile::read(m_fileURL);
+    auto document = bytes ? SatchelDocument::decode(*bytes) : std::nullopt;
+    m_keepsUnreadableFile = !document && QFileInfo::exists(m_fileURL);
+    if (!document || document->tabs.empty())
+        return false;
+    m_tabs.set(std::move(document->tabs));
+    const auto &tabs = m_tabs.get();
+    const bool namesATab = document->activeTabID && std::ranges::find(tabs, *document->activeTabID,
+                                                                      &PromptTab::id) != tabs.end();
+    m_activeTabID.set(namesATab ? *document->activeTabID : tabs.front().id);
+    return true;
+}
+
+void SatchelStore::scheduleSave()
+{
+    m_saveWorkItem.cancel();
+    m_saveWorkItem = m_platform.mainQueue.asyncAfter(SaveDelay, [store = QPointer(this)] {
+        if (store)
+            store->saveNow();
+    });
+}
+
+void SatchelStore::saveNow()
+{
+    const auto unreadableCopy = m_fileURL + QStringLiteral(".unreadable");
+    if (m_keepsUnreadableFile && !WholeFile::keep(m_fileURL, unreadableCopy))
+        return;
+    const auto json = SatchelDocument::encode(m_activeTabID.get(), m_tabs.get());
+    if (WholeFile::replace(m_fileURL, json))
+        m_keepsUnreadableFile = false;
+}
+
+std::optional<SatchelStore::Position> SatchelStore::locate(const QUuid &id) const
+{
+    const auto tab = activeTabIndex();
+    if (!tab)
+        return std::nullopt;
+    if (m_lastPosition && m_lastPosition->tab == *tab && m_lastPosition->id == id)
+        return m_lastPosition;
+    const auto &blocks = m_tabs.get()[*tab].blocks;
+    const auto found = std::ranges::find(blocks, id, &PromptBlock::id);
+    if (found == blocks.end())
+        return std::nullopt;
+    m_lastPosition = { id, *tab, static_cast<std::size_t>(found - blocks.begin()) };
+    return m_lastPosition;
+}
+
+const PromptBlock *SatchelStore::find(const QUuid &id) const
+{
+    const auto position = locate(id);
+    return position ? &m_tabs.get()[position->tab].blocks[position->block] : nullptr;
+}
+
+template <typename Change>
+void SatchelStore::editBlock(const QUuid &id, Change &&change)
+{
+    const auto position = locate(id);
+    if (!position)
+        return;
+    m_tabs.edit([&position, &change](auto &tabs) {
+        std::forward<Change>(change)(tabs[position->tab].blocks[position->block]);
+    });
+    scheduleSave();
+}

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "library/PromptTab.h"
+#include "platform/Platform.h"
+#include "support/Published.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The one owner of the prompt library while the program runs: it reads `prompts.json` when it is
+/// made, changes the library, and writes the file 0.25 seconds after the last change. Main thread
+/// only.
+///
+/// No operation reports failure. Node operations act on the active tab only; a node of another
+/// tab, an unknown id, a file that cannot be written end in silence with nothing changed.
+class SatchelStore final : public ObservableObject
+{
+public:
+    /// Prepares the folder and loads the library; writes no file. Stops the process if the
+    /// machine has no place for a user's data.
+    explicit SatchelStore(Platform &platform = desktopPlatform());
+
+    /// Never empty.
+    const Published<std::vector<PromptTab>> &tabs() const { return m_tabs; }
+
+    /// May name no tab; `activeTab` then gives the first.
+    const Published<std::optional<QUuid>> &activeTabID() const { return m_activeTabID; }
+
+    /// The node copied last, for 1.4 seconds. It may no longer exist.
+    const Published<std::optional<QUuid>> &copiedBlockID() const { return m_copiedBlockID; }
+
+    /// The first tab with the active id, otherwise the first of all; none without any tab.
+    std::optional<std::size_t> activeTabIndex() const;
+    /// As `activeTabIndex`; it points into `tabs` and is good until the next change.
+    const PromptTab *activeTab() const;
+
+    /// Appends an empty tab "New Tab" and makes it active.
+    void addTab();
+    /// Takes the name as it is, also an empty one.
+    void renameTab(const QUuid &id, std::string name);
+    /// The last tab stays. If the active one goes, the first becomes active.
+    void deleteTab(const QUuid &id);
+    /// Does not ask whether there is such a tab.
+    void selectTab(const QUuid &id);
+
+    /// Appends an empty node.
+    void addBlock();
+    /// At once, without undo.
+    void deleteBlock(const QUuid &id);
+    void updateBlock(const QUuid &id, std::string text);
+    void setBlockColor(const QUuid &id, BlockColor color);
+    /// Moves the node by so many places, down if positive, as far as the list goes. Stops the
+    /// process if the sum overflows.
+    void moveBlock(const QUuid &id, std::ptrdiff_t offset);
+    /// Puts the node's text on the clipboard and marks the node as copied.
+    void copyBlock(const QUuid &id);
+    /// The clipboard's text takes the place of the node's; without text there nothing happens.
+    void pasteIntoBlock(const QUuid &id);
+    /// Opens the node's text if it is, white space around it aside, an http or https address.
+    void openBlockURL(const QUuid &id);
+
+private:
+    struct Position {
+        QUuid id;
+        std::size_t tab;
+        std::size_t block;
+    };
+
+    void load();
+    bool loadFile();
+    void scheduleSave();
+    void saveNow();
+
+    std::optional<Position> locate(const QUuid &id) const;
+    const PromptBlock *find(const QUuid &id) const;
+    template <typename Change>
+    void editBlock(const QUuid &id, Change &&change);
+
+    Platform &m_platform;
+    Published<std::vector<PromptTab>> m_tabs { this };
+    Published<std::optional<QUuid>> m_activeTabID { this };
+    Published<std::optional<QUuid>> m_copiedBlockID { this };
+    QString m_fileURL;
+    WorkItem m_saveWorkItem;
+    // The file could not be read as a library: its bytes are kept before a save replaces them.
+    bool m_keepsUnreadableFile = false;
+    // Where the last node was found, so that typing costs the same in a library of any size.
+    mutable std::optional<Position> m_lastPosition;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// Where the user's files belong on this machine.
+class FileLocations
+{
+public:
+    virtual ~FileLocations() = default;
+
+    /// The folder in which programs keep the user's data, empty where the machine has none.
+    virtual QString applicationSupport() const = 0;
+};

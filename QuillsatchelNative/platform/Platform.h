@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/FileLocations.h"
+#include "platform/MainQueue.h"
+#include "platform/Pasteboard.h"
+#include "platform/WindowSystem.h"
+#include "platform/Workspace.h"
+
+/// All that the program needs of the machine it runs on. Whoever is given a platform may keep it:
+/// what it refers to outlives every model and view.
+struct Platform {
+    MainQueue &mainQueue;
+    Pasteboard &pasteboard;
+    Workspace &workspace;
+    FileLocations &fileLocations;
+    WindowSystem &windowSystem;
+};
+
+/// The desktop this program was started on; made at the first call, on the main thread.
+Platform &desktopPlatform();

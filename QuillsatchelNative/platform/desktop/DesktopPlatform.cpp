@@ -1,0 +1,34 @@
+#include "platform/Platform.h"
+#include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/QtMainQueue.h"
+#include "platform/desktop/QtPasteboard.h"
+#include "platform/desktop/StandardFileLocations.h"
+#include "platform/desktop/X11WindowSystem.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+/// Everything that implements the desktop, in one object that the application owns.
+struct Desktop final : QObject {
+    explicit Desktop(QObject *application)
+        : QObject(application)
+    {
+    }
+
+    QtMainQueue mainQueue;
+    QtPasteboard pasteboard;
+    DesktopWorkspace workspace;
+    StandardFileLocations fileLocations;
+    X11WindowSystem windowSystem;
+    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem };
+};
+
+} // namespace
+
+Platform &desktopPlatform()
+{
+    static Desktop *const desktop = new Desktop(QCoreApplication::instance());
+    return desktop->platform;
+}

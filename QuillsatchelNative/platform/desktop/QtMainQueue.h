@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/MainQueue.h"
+
+#include <QObject>
+
+/// The main queue on Qt's event loop. Made on the main thread.
+class QtMainQueue final : public MainQueue
+{
+public:
+    void async(std::function<void()> work) override;
+    WorkItem asyncAfter(std::chrono::milliseconds delay, std::function<void()> work) override;
+
+private:
+    QObject m_mainThread;
+};

@@ -1,0 +1,19 @@
+#include "platform/desktop/QtPasteboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+void QtPasteboard::setText(std::string_view text)
+{
+    QGuiApplication::clipboard()->setText(
+        QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+std::optional<std::string> QtPasteboard::text() const
+{
+    const auto *const contents = QGuiApplication::clipboard()->mimeData();
+    if (!contents || !contents->hasText())
+        return std::nullopt;
+    return contents->text().toStdString();
+}

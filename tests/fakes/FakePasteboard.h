@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Pasteboard.h"
+
+/// A clipboard of the test's own.
+class FakePasteboard final : public Pasteboard
+{
+public:
+    void setText(std::string_view text) override { contents = text; }
+
+    std::optional<std::string> text() const override { return contents; }
+
+    std::optional<std::string> contents;
+};

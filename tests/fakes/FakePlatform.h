@@ -1,0 +1,25 @@
+#pragma once
+
+#include "fakes/FakeFileLocations.h"
+#include "fakes/FakePasteboard.h"
+#include "fakes/FakeWindowSystem.h"
+#include "fakes/FakeWorkspace.h"
+#include "fakes/ManualMainQueue.h"
+#include "platform/Platform.h"
+
+#include <QTemporaryDir>
+
+/// A machine in a temporary folder, with a clipboard, a browser and a clock of its own.
+class FakePlatform
+{
+public:
+    FakePlatform() { fileLocations.folder = directory.path(); }
+
+    QTemporaryDir directory;
+    ManualMainQueue mainQueue;
+    FakePasteboard pasteboard;
+    FakeWorkspace workspace;
+    FakeFileLocations fileLocations;
+    FakeWindowSystem windowSystem;
+    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem };
+};
