@@ -3,6 +3,7 @@
 #include "support/Cancellable.h"
 #include "support/ObservableObject.h"
 
+#include <memory>
 #include <utility>
 
 /// Carries the deliveries of one `Published` member; templates cannot have signals of their own.
@@ -54,9 +55,11 @@ public:
     template <typename Receive>
     Cancellable sink(Receive receive) const
     {
+        // One function for all calls: what it remembers of a value, the next one must find.
+        const auto shared = std::make_shared<Receive>(std::move(receive));
         Cancellable subscription(QObject::connect(&m_delivery, &PublishedDelivery::delivered,
-                                                  [this, receive]() mutable { receive(m_value); }));
-        receive(m_value);
+                                                  [this, shared] { (*shared)(m_value); }));
+        (*shared)(m_value);
         return subscription;
     }
 

@@ -48,7 +48,8 @@ Authority findAuthority(std::string_view text)
     return { begin, std::min(text.find_first_of("/?#", begin), text.size()) };
 }
 
-bool mayStand(std::string_view text, std::size_t place, const Authority &authority)
+bool mayStand(std::string_view text, std::size_t place, const Authority &authority,
+              std::size_t firstHash)
 {
     const char character = text[place];
     if (isAsciiLetterOrDigit(character) || isOneOf("-._~:/?@!$&'()*+,;=", character))
@@ -56,7 +57,7 @@ bool mayStand(std::string_view text, std::size_t place, const Authority &authori
     if (character == '%')
         return startsPercentEncoding(text.substr(place));
     if (character == '#')
-        return text.find('#') == place;
+        return place == firstHash;
     if (character == '[' || character == ']')
         return authority.contains(place);
     return false;
@@ -75,11 +76,12 @@ void appendEncoded(std::string &encoded, char byte)
 std::optional<std::string> encodeWhatMayNotStand(std::string_view text)
 {
     const auto authority = findAuthority(text);
+    const auto firstHash = text.find('#');
     std::string encoded;
     encoded.reserve(text.size());
     for (std::size_t place = 0; place < text.size(); ++place) {
         const bool isAscii = static_cast<unsigned char>(text[place]) < 0x80;
-        if (mayStand(text, place, authority))
+        if (mayStand(text, place, authority, firstHash))
             encoded += text[place];
         else if (isAscii && authority.contains(place))
             return std::nullopt;

@@ -29,6 +29,6 @@ struct Desktop final : QObject {
 
 Platform &desktopPlatform()
 {
-    static Desktop *const desktop = new Desktop(QCoreApplication::instance());
+    static auto *const desktop = new Desktop(QCoreApplication::instance());
     return desktop->platform;
 }

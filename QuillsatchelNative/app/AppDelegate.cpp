@@ -1,0 +1,62 @@
+#include "app/AppDelegate.h"
+
+#include "app/DarkAppearance.h"
+#include "app/FloatingPanel.h"
+#include "app/TitleBar.h"
+#include "views/QuillsatchelView.h"
+#include "views/Symbol.h"
+
+#include <QApplication>
+
+AppDelegate::AppDelegate(Platform &platform)
+    : m_platform(platform)
+    , m_store(platform)
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    QApplication::setQuitOnLastWindowClosed(false);
+    DarkAppearance::apply();
+    makePanel();
+    observeWindowPreferences();
+    showPanel();
+    // Drawing the icon takes longer than anything in the panel; nobody waits for it.
+    m_platform.mainQueue.async(
+        [] { QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon"))); });
+}
+
+void AppDelegate::makePanel()
+{
+    m_panel = std::make_unique<FloatingPanel>(m_platform.windowSystem);
+    auto *const view = new QuillsatchelView(m_store, m_windowPreferences, m_platform,
+                                            TitleBar::Height, m_panel.get());
+    auto *const titleBar = new TitleBar(m_windowPreferences, m_panel.get());
+    titleBar->onShowAbout = [this] { showAbout(); };
+    m_panel->setContent(view, titleBar);
+    m_panel->center();
+    m_panel->setFocus(); // else the first button would look chosen
+}
+
+void AppDelegate::observeWindowPreferences()
+{
+    m_preferencesCancellable = m_windowPreferences.alwaysOnTop.sink(
+        [this, earlier = std::optional<bool>()](bool isOnTop) mutable {
+            if (std::exchange(earlier, isOnTop) != isOnTop)
+                m_panel->setFloating(isOnTop);
+        });
+}
+
+void AppDelegate::showPanel()
+{
+    m_panel->makeKeyAndOrderFront();
+}
+
+void AppDelegate::showAbout()
+{
+    m_windowPreferences.showsSettingsCard.set(false);
+    m_windowPreferences.showsInfoCard.set(true);
+    showPanel();
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "library/SatchelStore.h"
+#include "platform/Platform.h"
+#include "preferences/WindowPreferences.h"
+#include "support/Cancellable.h"
+
+#include <memory>
+
+class FloatingPanel;
+
+/// The root of the program: it owns the models for the life of the process, builds the panel and
+/// keeps the two in step.
+class AppDelegate final
+{
+public:
+    /// Makes the models, which load their data at once.
+    explicit AppDelegate(Platform &platform = desktopPlatform());
+    ~AppDelegate();
+
+    AppDelegate(const AppDelegate &) = delete;
+    AppDelegate &operator=(const AppDelegate &) = delete;
+
+    /// Builds the panel and shows it.
+    void applicationDidFinishLaunching();
+
+    /// Brings the panel forward.
+    void showPanel();
+    /// Brings the panel forward with the about card over it.
+    void showAbout();
+
+    FloatingPanel &panel() { return *m_panel; }
+
+private:
+    void makePanel();
+    void observeWindowPreferences();
+
+    Platform &m_platform;
+    SatchelStore m_store;
+    WindowPreferences m_windowPreferences;
+    std::unique_ptr<FloatingPanel> m_panel;
+    Cancellable m_preferencesCancellable;
+};

@@ -1,0 +1,45 @@
+#include "app/DarkAppearance.h"
+
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QToolTip>
+
+namespace
+{
+
+QColor white(double opacity)
+{
+    return Painting::qColor(SrgbColor::white(opacity));
+}
+
+QPalette darkPalette()
+{
+    const QColor ground = Painting::qColor(SatchelTheme::raised);
+    QPalette palette(ground.lighter(115), ground);
+    palette.setColor(QPalette::Base, Qt::transparent);
+    palette.setColor(QPalette::Text, white(0.92));
+    palette.setColor(QPalette::WindowText, white(0.92));
+    palette.setColor(QPalette::ButtonText, white(0.92));
+    palette.setColor(QPalette::PlaceholderText, white(0.4));
+    palette.setColor(QPalette::Highlight, Painting::qColor(SatchelTheme::accent.withOpacity(0.75)));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, ground);
+    palette.setColor(QPalette::ToolTipText, white(0.92));
+    palette.setColor(QPalette::Disabled, QPalette::Text, white(0.35));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, white(0.35));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, white(0.35));
+    return palette;
+}
+
+} // namespace
+
+void DarkAppearance::apply()
+{
+    QApplication::setStyle(QStringLiteral("fusion"));
+    const QPalette palette = darkPalette();
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+}

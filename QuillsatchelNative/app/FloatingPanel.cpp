@@ -1,0 +1,93 @@
+#include "app/FloatingPanel.h"
+
+#include "app/GlassBackground.h"
+#include "app/PanelFrame.h"
+#include "app/TitleBar.h"
+
+#include <QPainter>
+#include <QScreen>
+#include <QShowEvent>
+#include <QWindow>
+
+FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    , m_windowSystem(windowSystem)
+    , m_frame(new PanelFrame(this))
+{
+    setWindowTitle(QStringLiteral("Quillsatchel"));
+    setAttribute(Qt::WA_TranslucentBackground);
+    m_compositingCancellable = m_windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
+}
+
+void FloatingPanel::setContent(QWidget *content, TitleBar *titleBar)
+{
+    m_content = content;
+    m_titleBar = titleBar;
+    setMinimumSize(content->minimumSize());
+    resize(content->sizeHint());
+    m_frame->raise();
+}
+
+// Qt's own way to change the flag hides the window and makes another; this one leaves both the
+// widget's and the window's account of it in step.
+void FloatingPanel::setFloating(bool isFloating)
+{
+    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, isFloating));
+    if (auto *const window = windowHandle())
+        window->setFlag(Qt::WindowStaysOnTopHint, isFloating);
+}
+
+void FloatingPanel::center()
+{
+    QRect frame = rect();
+    frame.moveCenter(screen()->availableGeometry().center());
+    move(frame.topLeft());
+}
+
+void FloatingPanel::makeKeyAndOrderFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void FloatingPanel::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        m_windowSystem.showOnAllDesktops(*windowHandle());
+}
+
+void FloatingPanel::resizeEvent(QResizeEvent * /*event*/)
+{
+    m_frame->setGeometry(rect());
+    if (m_content)
+        m_content->setGeometry(rect());
+    if (m_titleBar)
+        m_titleBar->setGeometry(0, 0, width(), TitleBar::Height);
+}
+
+void FloatingPanel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::WindowStateChange)
+        renderEdge();
+    QWidget::changeEvent(event);
+}
+
+int FloatingPanel::cornerRadius() const
+{
+    return m_windowSystem.isCompositing.get() && !isMaximized() ? CornerRadius : 0;
+}
+
+void FloatingPanel::renderEdge()
+{
+    m_frame->setRadius(cornerRadius());
+    update();
+}
+
+void FloatingPanel::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    GlassBackground::paint(painter, rect(), cornerRadius(), !m_windowSystem.isCompositing.get());
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/WindowSystem.h"
+
+#include <QWidget>
+
+class PanelFrame;
+class TitleBar;
+
+/// The program's one window: frameless, translucent with round corners where there is a
+/// compositor, on all desktops, dark whatever the system's setting. It takes the keyboard like
+/// any window. Closing it hides it; the program goes on.
+class FloatingPanel final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FloatingPanel(WindowSystem &windowSystem);
+
+    /// Fills the panel with `content`, which gives its sizes, and lays `titleBar` over its top.
+    /// The panel owns both.
+    void setContent(QWidget *content, TitleBar *titleBar);
+
+    /// Above ordinary windows or among them, without hiding the panel.
+    void setFloating(bool isFloating);
+    /// In the middle of the screen's free area.
+    void center();
+    /// Shows the panel in front and gives it the keyboard.
+    void makeKeyAndOrderFront();
+
+    /// In points.
+    static constexpr int CornerRadius = 10;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    int cornerRadius() const;
+    void renderEdge();
+
+    WindowSystem &m_windowSystem;
+    QWidget *m_content = nullptr;
+    TitleBar *m_titleBar = nullptr;
+    PanelFrame *m_frame;
+    Cancellable m_compositingCancellable;
+};

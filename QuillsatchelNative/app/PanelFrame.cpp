@@ -1,0 +1,85 @@
+#include "app/PanelFrame.h"
+
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWindow>
+
+namespace
+{
+
+constexpr int GripThickness = 4;
+constexpr int CornerLength = 14; // of an edge, from where it pulls the corner
+
+Qt::CursorShape cursorFor(Qt::Edges edges)
+{
+    if (edges == (Qt::TopEdge | Qt::LeftEdge) || edges == (Qt::BottomEdge | Qt::RightEdge))
+        return Qt::SizeFDiagCursor;
+    if (edges == (Qt::TopEdge | Qt::RightEdge) || edges == (Qt::BottomEdge | Qt::LeftEdge))
+        return Qt::SizeBDiagCursor;
+    return edges & (Qt::LeftEdge | Qt::RightEdge) ? Qt::SizeHorCursor : Qt::SizeVerCursor;
+}
+
+} // namespace
+
+PanelFrame::PanelFrame(QWidget *parent)
+    : QWidget(parent)
+{
+    setMouseTracking(true);
+}
+
+void PanelFrame::setRadius(int radius)
+{
+    m_radius = radius;
+    update();
+}
+
+// Only the rim is the frame's: what is inside belongs to the panel's content.
+void PanelFrame::resizeEvent(QResizeEvent * /*event*/)
+{
+    const QMargins grip(GripThickness, GripThickness, GripThickness, GripThickness);
+    setMask(QRegion(rect()) - QRegion(rect().marginsRemoved(grip)));
+}
+
+void PanelFrame::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_radius > 0) {
+        QPainterPath corners;
+        corners.addRect(rect());
+        corners.addRoundedRect(rect(), m_radius, m_radius);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        painter.fillPath(corners, Qt::black);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+    Painting::strokeRoundedRect(painter, rect(), m_radius, SatchelTheme::border);
+}
+
+Qt::Edges PanelFrame::edgesAt(const QPoint &place) const
+{
+    const bool isOnSide = place.x() < GripThickness || place.x() >= width() - GripThickness;
+    const bool isOnEnd = place.y() < GripThickness || place.y() >= height() - GripThickness;
+    const int horizontalReach = isOnEnd ? CornerLength : GripThickness;
+    const int verticalReach = isOnSide ? CornerLength : GripThickness;
+    Qt::Edges edges;
+    edges.setFlag(Qt::LeftEdge, place.x() < horizontalReach);
+    edges.setFlag(Qt::RightEdge, place.x() >= width() - horizontalReach);
+    edges.setFlag(Qt::TopEdge, place.y() < verticalReach);
+    edges.setFlag(Qt::BottomEdge, place.y() >= height() - verticalReach);
+    return edges;
+}
+
+void PanelFrame::mouseMoveEvent(QMouseEvent *event)
+{
+    setCursor(cursorFor(edgesAt(event->position().toPoint())));
+}
+
+void PanelFrame::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        window()->windowHandle()->startSystemResize(edgesAt(event->position().toPoint()));
+}

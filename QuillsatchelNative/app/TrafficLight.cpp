@@ -1,0 +1,36 @@
+#include "app/TrafficLight.h"
+
+#include "views/Painting.h"
+#include "views/Symbol.h"
+
+#include <QPainter>
+
+namespace
+{
+
+constexpr int FocusMargin = 3; // room for the focus ring around the disc
+constexpr int SymbolSize = 8;
+
+} // namespace
+
+TrafficLight::TrafficLight(QString symbol, const SrgbColor &color, const QString &label,
+                           QWidget *parent)
+    : PlainButton(parent)
+    , m_symbol(std::move(symbol))
+    , m_color(color)
+{
+    setLabel(label);
+    setFixedSize(Diameter + 2 * FocusMargin, Diameter + 2 * FocusMargin);
+}
+
+void TrafficLight::paintContent(QPainter &painter)
+{
+    const QRectF disc =
+        QRectF(rect()).marginsRemoved({ FocusMargin, FocusMargin, FocusMargin, FocusMargin });
+    Painting::fillCapsule(painter, disc, m_color);
+    if (!isHovered() && !hasFocus())
+        return;
+    QRectF frame(0, 0, SymbolSize, SymbolSize);
+    frame.moveCenter(disc.center());
+    Symbol::paint(painter, m_symbol, frame, SrgbColor::black(0.65));
+}

@@ -1,0 +1,108 @@
+#include "views/AboutCard.h"
+
+#include "views/LinkButton.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr OverlayCard::Look AboutLook { .widest = 320,
+                                        .backdropOpacity = 0.58,
+                                        .fillOpacity = 0.97,
+                                        .shadowOpacity = 0.55,
+                                        .shadowRadius = 28,
+                                        .shadowOffset = 14 };
+constexpr QSize LogoSize(205, 112);
+constexpr int HorizontalPadding = 22;
+constexpr int VerticalPadding = 18;
+constexpr int Spacing = 10;
+constexpr int SignatureSpacing = 2;
+
+const std::string Website = QUILLSATCHEL_WEBSITE;
+
+QString author()
+{
+    return QStringLiteral(QUILLSATCHEL_AUTHOR);
+}
+
+QString capitalised(QString text)
+{
+    if (!text.isEmpty())
+        text[0] = text[0].toUpper();
+    return text;
+}
+
+void addText(QBoxLayout &layout, const QString &text, const QFont &font)
+{
+    auto *const label = new QLabel(text);
+    label->setFont(font);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    layout.addWidget(label);
+}
+
+} // namespace
+
+AboutCard::AboutCard(QWidget *parent)
+    : OverlayCard(tr("About Quillsatchel"), AboutLook, parent)
+{
+    auto *const layout = new QVBoxLayout(card());
+    layout->setContentsMargins(HorizontalPadding, VerticalPadding, HorizontalPadding,
+                               VerticalPadding);
+    layout->setSpacing(Spacing);
+    addLogo(*layout);
+    addNote(*layout);
+    addSignature(*layout);
+}
+
+void AboutCard::addLogo(QBoxLayout &layout)
+{
+    auto *const logo = LinkButton::withArtwork(u"Logo"_s, LogoSize, card());
+    logo->setLabel(tr("Visit %1").arg(QString::fromStdString(Website)));
+    connectLink(*logo);
+    layout.addWidget(logo, 0, Qt::AlignHCenter);
+}
+
+void AboutCard::addNote(QBoxLayout &layout)
+{
+    addText(layout, tr("Created by %1").arg(author()), Painting::systemFont(13, QFont::DemiBold));
+    const QFont font = Painting::systemFont(11);
+    addText(layout,
+            tr("I built Quillsatchel because I was tired of hunting through old chats, notes, and "
+               "documents for the same blocks of text I use all the time."),
+            font);
+    addText(layout, tr("Hopefully it makes your workflow a little faster too."), font);
+    addText(layout, tr("Thanks for trying it."), font);
+}
+
+void AboutCard::addSignature(QBoxLayout &layout)
+{
+    auto *const signature = new QVBoxLayout;
+    signature->setSpacing(SignatureSpacing);
+    addText(*signature, capitalised(author()), Painting::systemFont(11, QFont::DemiBold));
+
+    auto *const tagline = new QLabel(tr("Small tools for people who write"));
+    tagline->setFont(Painting::systemFont(10));
+    tagline->setAlignment(Qt::AlignCenter);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Painting::qColor(SatchelTheme::secondary));
+    tagline->setPalette(palette);
+    signature->addWidget(tagline);
+
+    auto *const link = LinkButton::withText(QString::fromStdString(Website), card());
+    link->setToolTip(tr("Visit %1").arg(QString::fromStdString(Website)));
+    connectLink(*link);
+    signature->addWidget(link, 0, Qt::AlignHCenter);
+    layout.addLayout(signature);
+}
+
+void AboutCard::connectLink(LinkButton &link)
+{
+    connect(&link, &QAbstractButton::clicked, this, [this] { onOpenWebsite(Website); });
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QAccessible>
+
+class QWidget;
+
+/// Gives a widget that we draw ourselves the role under which assistive programs know it. A
+/// button keeps its press action, and one that is checked is the selected one.
+void setAccessibleRole(QWidget &widget, QAccessible::Role role);

@@ -1,0 +1,150 @@
+#include "views/DragHandle.h"
+
+#include "views/AccessibleRole.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+#include "views/Symbol.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr QSize FrameSize(44, 24);
+constexpr QSize GlyphSize(24, 9);
+constexpr qreal MinimumDistance = 4;
+
+QPoint glyphPlace()
+{
+    return { 0, (FrameSize.height() - GlyphSize.height()) / 2 };
+}
+
+void paintGlyph(QPainter &painter, const QPoint &place)
+{
+    Symbol::paint(painter, u"line.3.horizontal"_s, QRectF(place, GlyphSize),
+                  SatchelTheme::secondary);
+}
+
+class Glyph final : public QWidget
+{
+public:
+    explicit Glyph(QWidget *parent)
+        : QWidget(parent)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        resize(GlyphSize);
+    }
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override
+    {
+        QPainter painter(this);
+        paintGlyph(painter, {});
+    }
+};
+
+} // namespace
+
+DragHandle::DragHandle(QWidget *parent)
+    : QWidget(parent)
+{
+    setFixedSize(FrameSize);
+    setFocusPolicy(Qt::TabFocus);
+    setCursor(Qt::OpenHandCursor);
+    setToolTip(tr("Drag to reorder this node"));
+    setAccessibleName(tr("Drag node to reorder"));
+    setAccessibleRole(*this, QAccessible::Grip);
+}
+
+DragHandle::~DragHandle()
+{
+    delete m_glyph;
+}
+
+void DragHandle::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_pressedAt = event->globalPosition();
+}
+
+void DragHandle::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_pressedAt)
+        return;
+    const QPointF distance = event->globalPosition() - *m_pressedAt;
+    if (!m_isDragging && std::hypot(distance.x(), distance.y()) < MinimumDistance)
+        return;
+    m_isDragging = true;
+    setTranslation(distance.y());
+}
+
+void DragHandle::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !m_pressedAt)
+        return;
+    const qreal height = event->globalPosition().y() - m_pressedAt->y();
+    const bool wasDragging = m_isDragging;
+    endDrag();
+    if (wasDragging && onDrop)
+        onDrop(height);
+}
+
+void DragHandle::keyPressEvent(QKeyEvent *event)
+{
+    const bool isUp = event->key() == Qt::Key_Up;
+    if ((isUp || event->key() == Qt::Key_Down) && onStep)
+        onStep(isUp ? -1 : 1);
+    else if (event->key() == Qt::Key_Escape && m_pressedAt)
+        endDrag();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void DragHandle::hideEvent(QHideEvent *event)
+{
+    endDrag();
+    QWidget::hideEvent(event);
+}
+
+void DragHandle::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    if (!m_isDragging)
+        paintGlyph(painter, glyphPlace());
+    if (hasFocus())
+        Painting::focusRing(painter, rect(), 5);
+}
+
+void DragHandle::setTranslation(qreal translation)
+{
+    auto *const list = parentWidget()->parentWidget();
+    if (!m_glyph && list) {
+        m_glyph = new Glyph(list);
+        m_glyph->show();
+        setCursor(Qt::ClosedHandCursor);
+        update();
+    }
+    if (m_glyph)
+        m_glyph->move(mapTo(list, glyphPlace()) + QPoint(0, qRound(translation)));
+    if (onTranslation)
+        onTranslation(translation);
+}
+
+void DragHandle::endDrag()
+{
+    m_pressedAt.reset();
+    if (!std::exchange(m_isDragging, false))
+        return;
+    delete m_glyph;
+    setCursor(Qt::OpenHandCursor);
+    update();
+    if (onTranslation)
+        onTranslation(0);
+}

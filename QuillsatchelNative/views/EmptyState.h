@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QWidget>
+
+/// What a tab without nodes shows in their place.
+class EmptyState final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit EmptyState(QWidget *parent);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QFont m_headingFont;
+    QFont m_noteFont;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "views/PlainButton.h"
+
+/// A link: an artwork or a text that opens something elsewhere.
+class LinkButton final : public PlainButton
+{
+    Q_OBJECT
+
+public:
+    /// Shows the artwork of this name, `size` points large.
+    static LinkButton *withArtwork(const QString &name, const QSize &size, QWidget *parent);
+    /// Shows the text in the theme's accent colour.
+    static LinkButton *withText(const QString &text, QWidget *parent);
+
+    QSize sizeHint() const override { return m_size; }
+
+protected:
+    void paintContent(QPainter &painter) override;
+
+private:
+    LinkButton(const QSize &size, QWidget *parent);
+
+    QString m_artwork;
+    QSize m_size;
+};

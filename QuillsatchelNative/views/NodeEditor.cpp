@@ -1,0 +1,120 @@
+#include "views/NodeEditor.h"
+
+#include "views/OverlayScrollBar.h"
+#include "views/Painting.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScopedValueRollback>
+
+namespace
+{
+
+constexpr int SpacesPerTab = 4;
+
+/// The document's text as it is. `toPlainText` would turn no-break spaces into blanks.
+std::string textOf(const QTextDocument &document)
+{
+    QString text = document.toRawText();
+    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    return text.toStdString();
+}
+
+} // namespace
+
+NodeEditor::NodeEditor(QWidget *parent)
+    : QPlainTextEdit(parent)
+{
+    setFont(Painting::systemFont(13));
+    setFrameShape(QFrame::NoFrame);
+    setAccessibleName(tr("Node text"));
+    setVerticalScrollBar(new OverlayScrollBar(Qt::Vertical, this));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabStopDistance(SpacesPerTab * fontMetrics().horizontalAdvance(QLatin1Char(' ')));
+    viewport()->setAutoFillBackground(false);
+    connect(this, &QPlainTextEdit::textChanged, this, &NodeEditor::reportText);
+}
+
+void NodeEditor::showText(const std::string &text)
+{
+    const QScopedValueRollback replacing(m_isReplacing, true);
+    m_text = text;
+    setPlainText(QString::fromStdString(text));
+}
+
+void NodeEditor::replaceText(const std::string &text)
+{
+    if (text == m_text)
+        return;
+    const QScopedValueRollback replacing(m_isReplacing, true);
+    m_text = text;
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(QString::fromStdString(text));
+    cursor.endEditBlock();
+}
+
+void NodeEditor::reportText()
+{
+    if (m_isReplacing)
+        return;
+    m_text = textOf(*document());
+    if (onText)
+        onText(m_text);
+}
+
+void NodeEditor::insertFromMimeData(const QMimeData *source)
+{
+    if (source->hasText())
+        insertPlainText(source->text());
+}
+
+bool NodeEditor::focusNextPrevChild(bool /*next*/)
+{
+    return false; // Tab is for typing; Ctrl+Tab comes by as a key
+}
+
+void NodeEditor::keyPressEvent(QKeyEvent *event)
+{
+    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (!isTab || !event->modifiers().testFlag(Qt::ControlModifier)) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    const bool isBackwards =
+        event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier);
+    QWidget::focusNextPrevChild(!isBackwards);
+}
+
+void NodeEditor::wheelEvent(QWheelEvent *event)
+{
+    if (!hasFocus() || verticalScrollBar()->maximum() == 0) {
+        event->ignore();
+        return;
+    }
+    QPlainTextEdit::wheelEvent(event);
+    event->accept();
+}
+
+void NodeEditor::focusInEvent(QFocusEvent *event)
+{
+    QPlainTextEdit::focusInEvent(event);
+    viewport()->update();
+}
+
+void NodeEditor::focusOutEvent(QFocusEvent *event)
+{
+    QPlainTextEdit::focusOutEvent(event);
+    viewport()->update();
+}
+
+void NodeEditor::paintEvent(QPaintEvent *event)
+{
+    QPlainTextEdit::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QPainter painter(viewport());
+    Painting::strokeRoundedRect(painter, viewport()->rect(), 5, SrgbColor::white(0.3));
+}

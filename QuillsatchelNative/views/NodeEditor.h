@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+#include <functional>
+#include <string>
+
+/// The text editor of a card: plain text, no frame, no ground of its own. Tab types a tab,
+/// Ctrl+Tab leaves. The wheel is the list's unless the focused editor has more text than it
+/// shows.
+class NodeEditor final : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    explicit NodeEditor(QWidget *parent);
+
+    /// The user changed the text; receives the whole of it, valid UTF-8.
+    std::function<void(const std::string &)> onText;
+
+    /// Shows another node's text, with an undo history of its own.
+    void showText(const std::string &text);
+    /// Replaces the text as one step that can be undone. Nothing happens if the text is the one
+    /// shown, so a late redraw never disturbs the typing.
+    void replaceText(const std::string &text);
+
+protected:
+    void insertFromMimeData(const QMimeData *source) override;
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void reportText();
+
+    std::string m_text; // what the model holds of what is shown
+    bool m_isReplacing = false;
+};

@@ -1,0 +1,301 @@
+#include "views/NodeList.h"
+
+#include "views/EmptyState.h"
+#include "views/OverlayScrollBar.h"
+#include "views/PromptCard.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <climits>
+#include <iterator>
+#include <utility>
+
+namespace
+{
+
+constexpr int Padding = 10;
+constexpr int Spacing = 10;
+constexpr int WheelStep = 24; // points a notch's third moves the list
+
+int rowPitch()
+{
+    return PromptCard::cardHeight() + Spacing;
+}
+
+} // namespace
+
+NodeList::NodeList(const SatchelStore &store, MainQueue &mainQueue,
+                   std::function<void(PromptCard &)> wireCard, QWidget *parent)
+    : QWidget(parent)
+    , m_store(store)
+    , m_mainQueue(mainQueue)
+    , m_wireCard(std::move(wireCard))
+    , m_scrollBar(new OverlayScrollBar(Qt::Vertical, this))
+{
+    m_scrollBar->setSingleStep(WheelStep);
+    connect(m_scrollBar, &QScrollBar::valueChanged, this, &NodeList::placeCards);
+}
+
+const std::vector<PromptBlock> &NodeList::blocks() const
+{
+    static const std::vector<PromptBlock> None;
+    const auto *const tab = m_store.activeTab();
+    return tab ? tab->blocks : None;
+}
+
+void NodeList::render()
+{
+    const auto *const tab = m_store.activeTab();
+    const auto tabID = tab ? std::optional(tab->id) : std::nullopt;
+    if (std::exchange(m_shownTabID, tabID) != tabID)
+        m_scrollBar->setValue(0);
+    renderEmptyState();
+    updateScrollRange();
+    placeCards();
+    for (auto &slot : m_slots) {
+        if (slot.row)
+            renderSlot(slot);
+    }
+}
+
+void NodeList::renderEmptyState()
+{
+    const bool isEmpty = m_store.activeTab() && blocks().empty();
+    if (isEmpty && !m_emptyState)
+        m_emptyState = new EmptyState(this);
+    if (!m_emptyState)
+        return;
+    m_emptyState->setGeometry(Padding, Padding, width() - 2 * Padding,
+                              m_emptyState->sizeHint().height());
+    m_emptyState->setVisible(isEmpty);
+}
+
+void NodeList::updateScrollRange()
+{
+    const auto count = static_cast<Row>(blocks().size());
+    const Row contentHeight = 2 * Padding - Spacing + count * rowPitch();
+    const Row range = std::clamp<Row>(contentHeight - height(), 0, INT_MAX);
+    m_scrollBar->setPageStep(height());
+    m_scrollBar->setRange(0, static_cast<int>(range));
+}
+
+int NodeList::topOf(Row row) const
+{
+    // A card far out of sight stands just far enough away: widgets have no room for more.
+    constexpr Row Far = 100'000;
+    return static_cast<int>(
+        std::clamp(Padding + row * rowPitch() - m_scrollBar->value(), -Far, Far));
+}
+
+NodeList::Rows NodeList::rowsInSight() const
+{
+    const auto count = static_cast<Row>(blocks().size());
+    const Row top = m_scrollBar->value() - Padding;
+    const Row first = std::clamp<Row>((top + Spacing) / rowPitch(), 0, count);
+    const Row end = std::clamp<Row>((top + height()) / rowPitch() + 1, first, count);
+    return { first, end };
+}
+
+NodeList::Rows NodeList::rowsNearby() const
+{
+    const auto count = static_cast<Row>(blocks().size());
+    const Rows inSight = rowsInSight();
+    const Row screen = std::max<Row>(inSight.end - inSight.first, 1);
+    return { std::max<Row>(inSight.first - screen, 0), std::min(inSight.end + screen, count) };
+}
+
+void NodeList::placeCards()
+{
+    followRows(rowsNearby());
+    const Rows inSight = rowsInSight();
+    for (Row row = inSight.first; row < inSight.end; ++row)
+        showRow(row);
+    for (auto &slot : m_slots) {
+        if (slot.row)
+            slot.card->setGeometry(Padding, topOf(*slot.row), width() - 2 * Padding,
+                                   PromptCard::cardHeight());
+    }
+    chainFocus();
+    prepareNearbyLater();
+}
+
+// Cards keep to their nodes, so that a focused editor keeps its cursor and its undo history when
+// the list changes around it.
+void NodeList::followRows(const Rows &nearby)
+{
+    std::vector<std::optional<Row>> rows(m_slots.size());
+    std::ranges::transform(m_slots, rows.begin(), [this, &nearby](const Slot &slot) {
+        return slot.row ? findRow(slot, nearby) : std::nullopt;
+    });
+    for (auto &slot : m_slots)
+        slot.row.reset();
+    for (std::size_t index = 0; index < m_slots.size(); ++index) {
+        auto &slot = m_slots[index];
+        if (rows[index] && !slotAt(*rows[index]))
+            slot.row = rows[index];
+        else
+            slot.card->hide();
+    }
+}
+
+std::optional<NodeList::Row> NodeList::findRow(const Slot &slot, const Rows &nearby) const
+{
+    const auto &all = blocks();
+    const auto &id = slot.card->blockID();
+    const auto isAt = [&all, &id](Row row) {
+        return row < static_cast<Row>(all.size()) && all[static_cast<std::size_t>(row)].id == id;
+    };
+    const bool pinned = isPinned(slot);
+    if (isAt(*slot.row) && (pinned || nearby.contains(*slot.row)))
+        return slot.row;
+    for (Row row = nearby.first; row < nearby.end; ++row) {
+        if (isAt(row))
+            return row;
+    }
+    if (!pinned)
+        return std::nullopt;
+    const auto found = std::ranges::find(all, id, &PromptBlock::id);
+    return found == all.end() ? std::nullopt : std::optional<Row>(found - all.begin());
+}
+
+void NodeList::showRow(Row row)
+{
+    if (slotAt(row))
+        return;
+    auto &slot = freeSlot();
+    slot.row = row;
+    renderSlot(slot);
+    slot.card->setGeometry(Padding, topOf(row), width() - 2 * Padding, PromptCard::cardHeight());
+    slot.card->show();
+}
+
+void NodeList::renderSlot(Slot &slot)
+{
+    const auto &all = blocks();
+    const auto &block = all[static_cast<std::size_t>(*slot.row)];
+    slot.card->setAccessibleName(tr("Node %1 of %2").arg(*slot.row + 1).arg(all.size()));
+    slot.card->render(block, m_store.copiedBlockID().get() == block.id, false);
+}
+
+void NodeList::prepareNearbyLater()
+{
+    const Rows nearby = rowsNearby();
+    Row row = nearby.first;
+    while (row < nearby.end && slotAt(row))
+        ++row;
+    if (row == nearby.end || std::exchange(m_isPreparing, true))
+        return;
+    m_mainQueue.async([list = QPointer(this)] {
+        if (list)
+            list->prepareNearby();
+    });
+}
+
+void NodeList::prepareNearby()
+{
+    m_isPreparing = false;
+    const Rows nearby = rowsNearby();
+    for (Row row = nearby.first; row < nearby.end; ++row) {
+        if (slotAt(row))
+            continue;
+        showRow(row);
+        chainFocus();
+        break;
+    }
+    prepareNearbyLater();
+}
+
+NodeList::Slot *NodeList::slotAt(Row row)
+{
+    const auto found = std::ranges::find(m_slots, std::optional(row), &Slot::row);
+    return found == m_slots.end() ? nullptr : &*found;
+}
+
+NodeList::Slot &NodeList::freeSlot()
+{
+    const auto found = std::ranges::find(m_slots, std::optional<Row>(), &Slot::row);
+    if (found != m_slots.end())
+        return *found;
+    auto *const card = new PromptCard(this);
+    m_wireCard(*card);
+    card->stackUnder(m_scrollBar);
+    return m_slots.emplace_back(Slot { card, std::nullopt });
+}
+
+bool NodeList::isPinned(const Slot &slot) const
+{
+    return slot.card->dragTranslation() != 0 ||
+           slot.card->isAncestorOf(QApplication::focusWidget());
+}
+
+void NodeList::chainFocus()
+{
+    std::vector<Slot> shown;
+    std::ranges::copy_if(m_slots, std::back_inserter(shown),
+                         [](const Slot &slot) { return slot.row.has_value(); });
+    std::ranges::sort(shown, {}, &Slot::row);
+    std::vector<PromptCard *> cards(shown.size());
+    std::ranges::transform(shown, cards.begin(), &Slot::card);
+    if (std::exchange(m_chainedCards, cards) == cards)
+        return;
+    QWidget *previous = m_focusBefore;
+    for (const auto *const card : cards) {
+        for (auto *const widget : card->focusChain()) {
+            QWidget::setTabOrder(previous, widget);
+            previous = widget;
+        }
+    }
+    QWidget::setTabOrder(previous, m_focusAfter);
+}
+
+void NodeList::setFocusNeighbours(QWidget *before, QWidget *after)
+{
+    m_focusBefore = before;
+    m_focusAfter = after;
+}
+
+void NodeList::editLastNode()
+{
+    const auto last = static_cast<Row>(blocks().size()) - 1;
+    if (last < 0)
+        return;
+    reveal(last);
+    if (auto *const slot = slotAt(last))
+        slot->card->focusEditor();
+}
+
+void NodeList::revealFocus()
+{
+    const auto *const focus = QApplication::focusWidget();
+    const auto found = std::ranges::find_if(
+        m_slots, [focus](const Slot &slot) { return slot.row && slot.card->isAncestorOf(focus); });
+    if (found != m_slots.end())
+        reveal(*found->row);
+}
+
+void NodeList::reveal(Row row)
+{
+    const Row top = row * rowPitch();
+    const Row bottom = top + PromptCard::cardHeight() + 2 * Padding;
+    if (m_scrollBar->value() > top)
+        m_scrollBar->setValue(static_cast<int>(top));
+    else if (m_scrollBar->value() + height() < bottom)
+        m_scrollBar->setValue(static_cast<int>(bottom - height()));
+}
+
+void NodeList::resizeEvent(QResizeEvent * /*event*/)
+{
+    m_scrollBar->setGeometry(width() - OverlayScrollBar::Thickness - 2, 2,
+                             OverlayScrollBar::Thickness, height() - 4);
+    renderEmptyState();
+    updateScrollRange();
+    placeCards();
+}
+
+void NodeList::wheelEvent(QWheelEvent *event)
+{
+    QApplication::sendEvent(m_scrollBar, event);
+}

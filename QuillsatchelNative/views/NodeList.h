@@ -1,0 +1,93 @@
+#pragma once
+
+#include "library/SatchelStore.h"
+
+#include <QWidget>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <vector>
+
+class EmptyState;
+class OverlayScrollBar;
+class PromptCard;
+
+/// The scrolling list of the active tab's nodes.
+///
+/// All rows have one height, so every position is arithmetic, and only the cards in sight and one
+/// screen around exist, whatever the tab holds: those in sight are made at once, the others one
+/// at a time when the program has nothing else to do. The card with the focus or under drag
+/// keeps its node wherever the list is scrolled; all others are used again for other nodes.
+class NodeList final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `wireCard` connects a new card's callbacks, which go by the card's `blockID` at the time.
+    NodeList(const SatchelStore &store, MainQueue &mainQueue,
+             std::function<void(PromptCard &)> wireCard, QWidget *parent);
+
+    /// Brings the cards in line with the store.
+    void render();
+    /// Scrolls the last node into sight and lets the user type into it.
+    void editLastNode();
+    /// Scrolls the card with the keyboard focus into sight, if there is one.
+    void revealFocus();
+    /// The widgets that Tab visits before the first card and after the last.
+    void setFocusNeighbours(QWidget *before, QWidget *after);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    using Row = std::ptrdiff_t;
+
+    /// A card and the row it stands in; no row while it waits to be used again.
+    struct Slot {
+        PromptCard *card;
+        std::optional<Row> row;
+    };
+
+    /// Rows from `first` up to, not including, `end`.
+    struct Rows {
+        Row first = 0;
+        Row end = 0;
+
+        bool contains(Row row) const { return row >= first && row < end; }
+    };
+
+    const std::vector<PromptBlock> &blocks() const;
+    Rows rowsInSight() const;
+    Rows rowsNearby() const;
+    int topOf(Row row) const;
+
+    void renderEmptyState();
+    void updateScrollRange();
+    void placeCards();
+    void followRows(const Rows &nearby);
+    std::optional<Row> findRow(const Slot &slot, const Rows &nearby) const;
+    void showRow(Row row);
+    void renderSlot(Slot &slot);
+    void prepareNearbyLater();
+    void prepareNearby();
+    void chainFocus();
+
+    Slot *slotAt(Row row);
+    Slot &freeSlot();
+    bool isPinned(const Slot &slot) const;
+    void reveal(Row row);
+
+    const SatchelStore &m_store;
+    MainQueue &m_mainQueue;
+    std::function<void(PromptCard &)> m_wireCard;
+    OverlayScrollBar *m_scrollBar;
+    EmptyState *m_emptyState = nullptr;
+    std::vector<Slot> m_slots;
+    std::optional<QUuid> m_shownTabID;
+    std::vector<PromptCard *> m_chainedCards; // in the order in which Tab visits them
+    QWidget *m_focusBefore = nullptr;
+    QWidget *m_focusAfter = nullptr;
+    bool m_isPreparing = false;
+};

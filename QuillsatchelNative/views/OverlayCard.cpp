@@ -1,0 +1,260 @@
+#include "views/OverlayCard.h"
+
+#include "views/AccessibleRole.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+#include "views/SymbolButton.h"
+
+#include <QApplication>
+#include <QGraphicsDropShadowEffect>
+#include <QGraphicsPixmapItem>
+#include <QGraphicsScene>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QVariantAnimation>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <memory>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr int Radius = 20;
+constexpr int ClosePadding = 8;
+constexpr QSize CloseButtonSize(28, 28);
+constexpr int CloseSymbolSize = 12;
+constexpr int Duration = 160; // milliseconds
+constexpr qreal SmallestScale = 0.97;
+
+/// The card's ground.
+class Body final : public QWidget
+{
+public:
+    Body(double fillOpacity, QWidget *parent)
+        : QWidget(parent)
+        , m_fillOpacity(fillOpacity)
+    {
+    }
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override
+    {
+        QPainter painter(this);
+        const SrgbColor fill { 0.035, 0.035, 0.045, m_fillOpacity };
+        Painting::fillRoundedRect(painter, rect(), Radius, fill);
+        Painting::strokeRoundedRect(painter, rect(), Radius, SrgbColor::white(0.14));
+    }
+
+private:
+    double m_fillOpacity;
+};
+
+/// The blurred shadow of a rounded rectangle of `size`, `margin` wider on each side.
+QPixmap renderShadow(const QSize &size, int margin, const OverlayCard::Look &look, qreal scale)
+{
+    QPixmap shape(size);
+    shape.fill(Qt::transparent);
+    QPainter shapePainter(&shape);
+    Painting::fillRoundedRect(shapePainter, shape.rect(), Radius, SrgbColor::black());
+    shapePainter.end();
+
+    QGraphicsScene scene;
+    auto *const item = scene.addPixmap(shape);
+    auto effect = std::make_unique<QGraphicsDropShadowEffect>();
+    effect->setColor(Painting::qColor(SrgbColor::black(look.shadowOpacity)));
+    effect->setBlurRadius(look.shadowRadius);
+    effect->setOffset(0, look.shadowOffset);
+    item->setGraphicsEffect(effect.release());
+
+    const QRectF area = QRectF(shape.rect()).adjusted(-margin, -margin, margin, margin);
+    QPixmap pixmap((area.size() * scale).toSize());
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    scene.render(&painter, QRectF(QPointF(), area.size()), area);
+    // Only what falls beside the card: the card itself is painted on top.
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    Painting::fillRoundedRect(painter, QRectF(QPointF(margin, margin), size), Radius,
+                              SrgbColor::black());
+    return pixmap;
+}
+
+} // namespace
+
+OverlayCard::OverlayCard(const QString &name, const Look &look, QWidget *parent)
+    : QWidget(parent)
+    , m_look(look)
+    , m_card(new Body(look.fillOpacity, this))
+    , m_closeButton(new SymbolButton(u"xmark"_s, CloseSymbolSize, SatchelTheme::secondary, m_card))
+{
+    setAccessibleName(name);
+    setAccessibleRole(*this, QAccessible::Dialog);
+    setFocusPolicy(Qt::ClickFocus);
+    QPalette palette = m_card->palette();
+    palette.setColor(QPalette::WindowText, Painting::qColor(SrgbColor::white(0.92)));
+    m_card->setPalette(palette);
+    m_closeButton->setLabel(tr("Close"));
+    m_closeButton->resize(CloseButtonSize);
+    connect(m_closeButton, &QAbstractButton::clicked, this, [this] { onClose(); });
+    hide();
+}
+
+void OverlayCard::appear()
+{
+    m_earlierFocus = QApplication::focusWidget();
+    setGeometry(parentWidget()->rect());
+    placeCard();
+    m_picture = picture();
+    m_card->hide();
+    show();
+    raise();
+    setFocus(Qt::PopupFocusReason);
+    animate(0, 1, [this] { finishAppearing(); });
+}
+
+void OverlayCard::finishAppearing()
+{
+    m_picture = {};
+    m_card->show();
+    m_closeButton->raise();
+    if (hasFocus())
+        m_closeButton->setFocus(Qt::PopupFocusReason);
+}
+
+void OverlayCard::disappear()
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    if (m_earlierFocus && m_earlierFocus->isVisible())
+        m_earlierFocus->setFocus(Qt::PopupFocusReason);
+    else
+        setFocus(Qt::PopupFocusReason); // so that hiding the card does not look for another
+    m_picture = picture();
+    m_card->hide();
+    animate(m_presence, 0, [this] {
+        hide();
+        deleteLater();
+    });
+}
+
+void OverlayCard::animate(qreal from, qreal to, std::function<void()> done)
+{
+    for (auto *const running : findChildren<QVariantAnimation *>())
+        delete running;
+    auto *const animation = new QVariantAnimation(this);
+    const bool wantsMotion =
+        style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
+    animation->setDuration(wantsMotion ? Duration : 0);
+    animation->setEasingCurve(QEasingCurve::OutCubic);
+    animation->setStartValue(from);
+    animation->setEndValue(to);
+    connect(animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        m_presence = value.toReal();
+        update();
+    });
+    connect(animation, &QVariantAnimation::finished, this, std::move(done));
+    animation->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+QPixmap OverlayCard::picture() const
+{
+    const qreal scale = devicePixelRatio();
+    QPixmap pixmap(m_card->size() * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    m_card->render(&pixmap, {}, {}, QWidget::DrawChildren);
+    return pixmap;
+}
+
+const QPixmap &OverlayCard::shadow()
+{
+    const int margin = 2 * m_look.shadowRadius;
+    const QSize size = m_card->size() + QSize(2 * margin, 2 * margin);
+    if (m_shadow.deviceIndependentSize().toSize() != size)
+        m_shadow = renderShadow(m_card->size(), margin, m_look, devicePixelRatio());
+    return m_shadow;
+}
+
+void OverlayCard::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setOpacity(m_presence);
+    painter.fillRect(rect(), Painting::qColor(SrgbColor::black(m_look.backdropOpacity)));
+    const QPointF centre = QRectF(m_card->geometry()).center();
+    const qreal scale = SmallestScale + (1 - SmallestScale) * m_presence;
+    painter.translate(centre);
+    painter.scale(scale, scale);
+    painter.translate(-centre);
+    const int margin = 2 * m_look.shadowRadius;
+    painter.drawPixmap(m_card->pos() - QPoint(margin, margin), shadow());
+    if (!m_picture.isNull())
+        painter.drawPixmap(m_card->pos(), m_picture);
+}
+
+void OverlayCard::placeCard()
+{
+    const int width = std::min(m_look.widest, this->width());
+    const auto *const layout = m_card->layout();
+    const int wanted = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                                   : layout->totalSizeHint().height();
+    QRect place(0, 0, width, std::min(wanted, height()));
+    place.moveCenter(rect().center());
+    m_card->setGeometry(place);
+    m_closeButton->move(width - CloseButtonSize.width() - ClosePadding, ClosePadding);
+}
+
+void OverlayCard::resizeEvent(QResizeEvent * /*event*/)
+{
+    if (m_card->layout())
+        placeCard();
+}
+
+void OverlayCard::mousePressEvent(QMouseEvent *event)
+{
+    m_isPressedBeside = event->button() == Qt::LeftButton &&
+                        !m_card->geometry().contains(event->position().toPoint());
+}
+
+void OverlayCard::mouseReleaseEvent(QMouseEvent *event)
+{
+    const bool isBeside = !m_card->geometry().contains(event->position().toPoint());
+    if (std::exchange(m_isPressedBeside, false) && isBeside)
+        onClose();
+}
+
+void OverlayCard::wheelEvent(QWheelEvent *event)
+{
+    event->accept(); // what lies under the card stands still
+}
+
+void OverlayCard::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        onClose();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+bool OverlayCard::focusNextPrevChild(bool next)
+{
+    QList<QWidget *> stops = m_card->findChildren<QWidget *>();
+    stops.removeIf([](const QWidget *widget) {
+        return !widget->isVisible() || !widget->isEnabled() ||
+               (widget->focusPolicy() & Qt::TabFocus) == 0;
+    });
+    if (stops.isEmpty())
+        return true;
+    const auto last = stops.size() - 1;
+    const auto current = stops.indexOf(QApplication::focusWidget());
+    auto wanted = next ? current + 1 : current - 1;
+    if (wanted < 0 || wanted > last)
+        wanted = next ? 0 : last;
+    stops[wanted]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+class SymbolButton;
+
+/// A card that floats over the whole panel on a dimmed ground, as a dialog: it takes the keyboard
+/// focus, keeps it while it is open, closes on Escape or a click beside the card, and gives the
+/// focus back. It comes and goes with a short fade and a slight change of size.
+class OverlayCard : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Lengths in points, opacities from 0 to 1.
+    struct Look {
+        int widest;
+        double backdropOpacity;
+        double fillOpacity;
+        double shadowOpacity;
+        int shadowRadius;
+        int shadowOffset;
+    };
+
+    /// `name` is the dialog's name for those who hear it.
+    OverlayCard(const QString &name, const Look &look, QWidget *parent);
+
+    /// The user asks to close the card.
+    std::function<void()> onClose = [] {};
+
+    /// Shows the card over its parent and moves the focus into it.
+    void appear();
+    /// Lets the card go; it deletes itself once it is gone.
+    void disappear();
+
+    /// The part that is not backdrop, in the overlay's coordinates.
+    QRect cardGeometry() const { return m_card->geometry(); }
+
+protected:
+    /// The card, for subclasses to lay their content out on.
+    QWidget *card() const { return m_card; }
+
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void animate(qreal from, qreal to, std::function<void()> done);
+    void placeCard();
+    void finishAppearing();
+    QPixmap picture() const;
+    const QPixmap &shadow();
+
+    Look m_look;
+    QWidget *m_card;
+    SymbolButton *m_closeButton;
+    QPointer<QWidget> m_earlierFocus;
+    QPixmap m_picture; // of the card, while it comes or goes
+    QPixmap m_shadow;  // made anew when the card's size changes
+    qreal m_presence = 1;
+    bool m_isPressedBeside = false;
+};

@@ -1,0 +1,72 @@
+#include "views/OverlayScrollBar.h"
+
+#include "views/Painting.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleOptionSlider>
+
+namespace
+{
+
+/// Bars without arrows: the thumb has the whole length, for the mouse as for the eye.
+class ArrowlessStyle final : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returned) const override
+    {
+        if (hint == SH_ScrollBar_Transient)
+            return 1;
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                    const QWidget *widget) const override
+    {
+        if (metric == PM_ScrollBarExtent)
+            return OverlayScrollBar::Thickness;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+QStyle *arrowlessStyle()
+{
+    static auto *const style = [] {
+        auto *const made = new ArrowlessStyle;
+        made->setParent(QCoreApplication::instance());
+        return made;
+    }();
+    return style;
+}
+
+} // namespace
+
+OverlayScrollBar::OverlayScrollBar(Qt::Orientation orientation, QWidget *parent)
+    : QScrollBar(orientation, parent)
+{
+    setStyle(arrowlessStyle());
+    setAttribute(Qt::WA_OpaquePaintEvent, false);
+    setAttribute(Qt::WA_Hover);
+    setCursor(Qt::ArrowCursor);
+}
+
+QSize OverlayScrollBar::sizeHint() const
+{
+    return { Thickness, Thickness };
+}
+
+void OverlayScrollBar::paintEvent(QPaintEvent * /*event*/)
+{
+    if (maximum() <= minimum())
+        return;
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const QRect slider =
+        style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
+    QPainter painter(this);
+    const bool isLit = underMouse() || isSliderDown();
+    Painting::fillCapsule(painter, QRectF(slider).adjusted(1, 1, -1, -1),
+                          SrgbColor::white(isLit ? 0.45 : 0.22));
+}

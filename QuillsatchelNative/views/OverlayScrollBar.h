@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QScrollBar>
+
+/// A slim scroll indicator that lets what is under it shine through. Nothing is drawn where
+/// there is nothing to scroll.
+class OverlayScrollBar final : public QScrollBar
+{
+    Q_OBJECT
+
+public:
+    explicit OverlayScrollBar(Qt::Orientation orientation, QWidget *parent);
+
+    static constexpr int Thickness = 6;
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};

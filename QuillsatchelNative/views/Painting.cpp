@@ -1,0 +1,55 @@
+#include "views/Painting.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPen>
+
+#include <algorithm>
+
+namespace Painting
+{
+
+QColor qColor(const SrgbColor &color)
+{
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue), static_cast<float>(color.opacity));
+}
+
+QFont systemFont(int points, QFont::Weight weight)
+{
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(points);
+    font.setWeight(weight);
+    return font;
+}
+
+void fillRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(qColor(color));
+    painter.drawRoundedRect(rect, radius, radius);
+}
+
+void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color,
+                       qreal width)
+{
+    const qreal inset = width / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(qColor(color), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset,
+                            radius - inset);
+}
+
+void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color)
+{
+    fillRoundedRect(painter, rect, std::min(rect.width(), rect.height()) / 2, color);
+}
+
+void focusRing(QPainter &painter, const QRectF &rect, qreal radius)
+{
+    strokeRoundedRect(painter, rect, radius, SrgbColor::white(0.75), 1.5);
+}
+
+} // namespace Painting

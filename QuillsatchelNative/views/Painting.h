@@ -1,0 +1,31 @@
+#pragma once
+
+#include "support/SrgbColor.h"
+
+#include <QColor>
+#include <QFont>
+#include <QRectF>
+
+class QPainter;
+
+/// The few shapes the panel is drawn with. Lengths are in points, which are logical pixels.
+namespace Painting
+{
+
+QColor qColor(const SrgbColor &color);
+
+/// The desktop's font at `points`, which are logical pixels.
+QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
+
+void fillRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color);
+
+/// The line lies inside `rect`, so that it stays crisp and is not cut off at a widget's edge.
+void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color,
+                       qreal width = 1);
+
+void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color);
+
+/// What shows that the keyboard acts here.
+void focusRing(QPainter &painter, const QRectF &rect, qreal radius);
+
+} // namespace Painting

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QAbstractButton>
+
+/// What all buttons of the panel have in common: the keyboard reaches them (a click does not take
+/// the focus from the text), Return presses them as Space does, and hovering, pressing and focus
+/// are seen. What a button looks like is its subclass's `paintContent`.
+class PlainButton : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit PlainButton(QWidget *parent);
+
+    /// Names the button for those who see its tooltip and for those who hear it.
+    void setLabel(const QString &label);
+
+protected:
+    virtual void paintContent(QPainter &painter) = 0;
+
+    /// The corner radius of the focus ring, in points.
+    virtual qreal focusRadius() const { return 5; }
+
+    bool isHovered() const { return underMouse() && isEnabled(); }
+
+    void paintEvent(QPaintEvent *event) final;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+};

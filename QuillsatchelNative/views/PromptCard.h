@@ -1,0 +1,81 @@
+#pragma once
+
+#include "library/PromptBlock.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <string>
+
+class ActionButton;
+class DragHandle;
+class NodeEditor;
+class SymbolButton;
+
+/// One node as an editable card. It owns no data: it shows what `render` is given and reports
+/// what the user does through its callbacks, on the main thread. All cards have one height.
+class PromptCard final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PromptCard(QWidget *parent);
+
+    std::function<void(const std::string &)> onText = [](const std::string &) {};
+    std::function<void(BlockColor)> onColor = [](BlockColor) {};
+    std::function<void()> onCopy = [] {};
+    std::function<void()> onPaste = [] {};
+    std::function<void()> onLaunch = [] {};
+    std::function<void()> onDelete = [] {};
+    std::function<void()> onDictate = [] {};
+    /// The user asks to move the node by so many places, down if positive.
+    std::function<void(const QUuid &, int)> onReorder = [](const QUuid &, int) {};
+
+    /// Shows the block. A block with another id is another node: undo then begins anew.
+    void render(const PromptBlock &block, bool isCopied, bool isDictating);
+
+    const QUuid &blockID() const { return m_blockID; }
+
+    /// Whether the text is an http or https address and nothing else, white space around it aside.
+    bool isURL() const { return m_isURL; }
+
+    /// The handle's vertical distance from where it is at rest, in points; 0 unless dragged.
+    qreal dragTranslation() const { return m_dragTranslation; }
+
+    void focusEditor();
+    /// The controls in the order in which Tab visits them.
+    QList<QWidget *> focusChain() const;
+
+    /// The height of every card, in points.
+    static int cardHeight();
+    /// How many places a drag that ended at this vertical distance moves the node.
+    static int reorderSteps(qreal translation);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void connectHandle();
+    void renderText(const PromptBlock &block);
+    void renderActions();
+    void layOutActions();
+    void showColorMenu();
+
+    QUuid m_blockID;
+    BlockColor m_color;
+    bool m_isEmpty = true;
+    bool m_isURL = false;
+    bool m_isCopied = false;
+    bool m_isDictating = false;
+    qreal m_dragTranslation = 0;
+
+    DragHandle *m_handle;
+    SymbolButton *m_colorButton;
+    SymbolButton *m_deleteButton;
+    NodeEditor *m_editor;
+    ActionButton *m_pasteButton;
+    ActionButton *m_dictateButton;
+    ActionButton *m_launchButton;
+    ActionButton *m_copyButton;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "library/SatchelStore.h"
+#include "preferences/WindowPreferences.h"
+#include "views/RenderScheduler.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class AboutCard;
+class NewNodeButton;
+class NodeList;
+class PromptCard;
+class TabStrip;
+
+/// The whole content of the panel: the tabs, the active tab's nodes, the button for another node,
+/// and the cards that float over them. Here every card's callbacks meet the store.
+class QuillsatchelView final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The view fills the panel; `topInset` points of it lie under the title bar. The models
+    /// outlive the view.
+    QuillsatchelView(SatchelStore &store, WindowPreferences &windowPreferences, Platform &platform,
+                     int topInset, QWidget *parent);
+
+    /// In points; the panel's sizes too.
+    static constexpr QSize MinimumSize { 390, 420 };
+    static constexpr QSize IdealSize { 430, 650 };
+
+    QSize sizeHint() const override { return IdealSize; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void wire(PromptCard &card);
+    void addNode();
+    void render();
+    void renderAboutCard();
+
+    SatchelStore &m_store;
+    WindowPreferences &m_windowPreferences;
+    Platform &m_platform;
+    RenderScheduler m_scheduler;
+    TabStrip *m_tabStrip;
+    NodeList *m_nodeList;
+    NewNodeButton *m_newNodeButton;
+    QPointer<AboutCard> m_aboutCard;
+};

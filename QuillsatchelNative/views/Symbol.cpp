@@ -1,0 +1,99 @@
+#include "views/Symbol.h"
+
+#include "views/Painting.h"
+
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include <optional>
+
+namespace Symbol
+{
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+QString fileOf(const QString &name)
+{
+    return u":/symbols/"_s + name + u".svg"_s;
+}
+
+std::optional<QColor> colorOf(const std::optional<SrgbColor> &tint)
+{
+    return tint ? std::optional(Painting::qColor(*tint)) : std::nullopt;
+}
+
+/// The drawing in a square or oblong of `size` device pixels, tinted if a tint is given.
+QPixmap render(QSvgRenderer &drawing, const QSize &size, const std::optional<QColor> &tint)
+{
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    drawing.render(&painter, QRectF(QPointF(), QSizeF(size)));
+    if (tint) {
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(pixmap.rect(), *tint);
+    }
+    return pixmap;
+}
+
+QPixmap cachedPixmap(const QString &name, const QSizeF &frame, qreal scale,
+                     const std::optional<QColor> &tint)
+{
+    const auto key = u"%1 %2x%3@%4 %5"_s.arg(name)
+                         .arg(frame.width())
+                         .arg(frame.height())
+                         .arg(scale)
+                         .arg(tint ? tint->rgba() : 0U);
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    QSvgRenderer drawing(fileOf(name));
+    if (!drawing.isValid())
+        return {};
+    const QSizeF fitting = QSizeF(drawing.defaultSize()).scaled(frame * scale, Qt::KeepAspectRatio);
+    pixmap = render(drawing, fitting.toSize(), tint);
+    pixmap.setDevicePixelRatio(scale);
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
+} // namespace
+
+void paint(QPainter &painter, const QString &name, const QRectF &frame,
+           const std::optional<SrgbColor> &tint)
+{
+    const qreal scale = painter.device()->devicePixelRatio();
+    const QPixmap pixmap = cachedPixmap(name, frame.size(), scale, colorOf(tint));
+    if (pixmap.isNull())
+        return;
+    QRectF place(QPointF(), pixmap.deviceIndependentSize());
+    place.moveCenter(frame.center());
+    // Whole device pixels: a drawing between two of them would be soft.
+    const QPointF corner = painter.deviceTransform().map(place.topLeft());
+    const QPointF whole(qRound(corner.x()), qRound(corner.y()));
+    painter.drawPixmap(painter.deviceTransform().inverted().map(whole), pixmap);
+}
+
+QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint)
+{
+    constexpr QSizeF Size(12, 12);
+    QIcon icon;
+    for (const qreal scale : { 1.0, 2.0 })
+        icon.addPixmap(cachedPixmap(name, Size, scale, colorOf(tint)));
+    return icon;
+}
+
+QIcon applicationIcon(const QString &name)
+{
+    QSvgRenderer drawing(fileOf(name));
+    QIcon icon;
+    for (const int side : { 16, 32, 48, 64, 128, 256 })
+        icon.addPixmap(render(drawing, QSize(side, side), std::nullopt));
+    return icon;
+}
+
+} // namespace Symbol

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "support/SrgbColor.h"
+
+#include <QIcon>
+#include <QRectF>
+#include <QString>
+
+#include <optional>
+
+class QPainter;
+
+/// The program's drawings, crisp at every scale: symbols, which take a tint, and the artwork
+/// "CupIcon", "DockIcon" and "Logo", which is shown in its own colours, without one. An unknown
+/// name draws nothing.
+namespace Symbol
+{
+
+/// Draws the symbol in the middle of `frame`, as large as fits.
+void paint(QPainter &painter, const QString &name, const QRectF &frame,
+           const std::optional<SrgbColor> &tint);
+
+/// The symbol as menus show it.
+QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint);
+
+/// The symbol in the sizes that window managers and docks ask for.
+QIcon applicationIcon(const QString &name);
+
+} // namespace Symbol

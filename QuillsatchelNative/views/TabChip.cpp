@@ -1,0 +1,209 @@
+#include "views/TabChip.h"
+
+#include "support/CharacterCount.h"
+#include "views/AccessibleRole.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+
+#include <algorithm>
+#include <climits>
+
+namespace
+{
+
+constexpr int HorizontalPadding = 7;
+constexpr int VerticalPadding = 6;
+constexpr int Radius = 6;
+constexpr int NarrowestText = 74;
+constexpr int WidestText = 145;
+constexpr int PointsPerCharacter = 7;
+constexpr int PointsAroundCharacters = 26;
+
+QFont nameFont(bool isActive)
+{
+    return Painting::systemFont(11, isActive ? QFont::DemiBold : QFont::Normal);
+}
+
+int textHeight()
+{
+    return QFontMetrics(nameFont(true)).height();
+}
+
+/// As much of the name as any chip could show, on one line.
+QString singleLine(const std::string &name)
+{
+    constexpr std::size_t MoreThanFits = 512;
+    return QString::fromStdString(name.substr(0, MoreThanFits)).simplified();
+}
+
+} // namespace
+
+TabChip::TabChip(QWidget *parent)
+    : PlainButton(parent)
+{
+    setCheckable(true);
+    setToolTip(tr("Double-click to rename"));
+    setAccessibleRole(*this, QAccessible::PageTab);
+    connect(this, &QAbstractButton::clicked, this, [this] { onSelect(); });
+}
+
+void TabChip::nextCheckState()
+{
+    // Only the store says which tab is active.
+}
+
+void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool canDelete)
+{
+    const bool isOther = m_tabID != tab.id || m_name != tab.name || text().isEmpty();
+    m_tabID = tab.id;
+    m_canDelete = canDelete;
+    if (isOther) {
+        m_name = tab.name;
+        setText(tab.name.empty() ? tr("Untitled") : singleLine(tab.name));
+        setAccessibleName(text());
+        resize(sizeHint());
+    }
+    setChecked(isActive);
+    renderField(isEditing);
+}
+
+void TabChip::renderField(bool isEditing)
+{
+    if (!isEditing) {
+        if (m_field)
+            m_field->deleteLater();
+        m_field.clear();
+        return;
+    }
+    if (!m_field)
+        makeField();
+    const QString name = QString::fromStdString(m_name);
+    if (m_field->text().toStdString() != m_name)
+        m_field->setText(name);
+}
+
+void TabChip::makeField()
+{
+    m_field = new QLineEdit(this);
+    m_field->setFont(nameFont(true));
+    m_field->setFrame(false);
+    m_field->setMaxLength(INT_MAX);
+    m_field->setTextMargins(-2, 0, -2, 0); // the field's own inset, so that its text stays put
+    m_field->setPlaceholderText(tr("Untitled"));
+    m_field->setAccessibleName(tr("Tab name"));
+    m_field->setText(QString::fromStdString(m_name));
+    m_field->installEventFilter(this);
+    connect(m_field, &QLineEdit::textEdited, this,
+            [this](const QString &name) { onName(name.toStdString()); });
+    placeField();
+    m_field->show();
+}
+
+void TabChip::placeField()
+{
+    if (m_field)
+        m_field->setGeometry(rect().adjusted(HorizontalPadding, 0, -HorizontalPadding, 0));
+}
+
+void TabChip::focusField()
+{
+    if (!m_field)
+        return;
+    m_field->setFocus(Qt::OtherFocusReason);
+    m_field->selectAll();
+}
+
+bool TabChip::eventFilter(QObject *object, QEvent *event)
+{
+    if (object != m_field)
+        return PlainButton::eventFilter(object, event);
+    if (event->type() == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent *>(event)->reason();
+        // A menu over the field, or another window, only borrows the focus.
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            onEndEditing();
+    } else if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+            setFocus(Qt::OtherFocusReason); // which the field hears as the end
+            return true;
+        }
+    }
+    return false;
+}
+
+QSize TabChip::sizeHint() const
+{
+    return { textWidth(m_name) + 2 * HorizontalPadding, textHeight() + 2 * VerticalPadding };
+}
+
+int TabChip::textWidth(const std::string &name)
+{
+    // More characters than this make no chip wider.
+    constexpr std::size_t Enough = WidestText / PointsPerCharacter;
+    const auto characters = static_cast<int>(characterCount(name, Enough));
+    return std::clamp(PointsPerCharacter * characters + PointsAroundCharacters, NarrowestText,
+                      WidestText);
+}
+
+qreal TabChip::focusRadius() const
+{
+    return Radius;
+}
+
+void TabChip::paintContent(QPainter &painter)
+{
+    if (isChecked())
+        Painting::fillRoundedRect(painter, rect(), Radius, SatchelTheme::accent.withOpacity(0.12));
+    else if (isHovered())
+        Painting::fillRoundedRect(painter, rect(), Radius, SrgbColor::white(0.05));
+    if (m_field)
+        return;
+    const QRect frame = rect().adjusted(HorizontalPadding, 0, -HorizontalPadding, 0);
+    painter.setFont(nameFont(isChecked()));
+    painter.setPen(Painting::qColor(SrgbColor::white(isChecked() ? 0.95 : 0.8)));
+    painter.drawText(frame, Qt::AlignCenter,
+                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, frame.width()));
+}
+
+void TabChip::resizeEvent(QResizeEvent * /*event*/)
+{
+    placeField();
+}
+
+// Not the base class's second press: its release would count as a click and end the renaming.
+void TabChip::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        onRename();
+}
+
+void TabChip::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
+    showMenu(isByMouse ? event->globalPos() : mapToGlobal(rect().bottomLeft()));
+}
+
+void TabChip::showMenu(const QPoint &globalPlace)
+{
+    QMenu menu(this);
+    menu.addAction(tr("Rename Tab"), this, [this] { onRename(); });
+    menu.addSeparator();
+    auto *const deletion = menu.addAction(tr("Delete Tab"), this, [this] { onDelete(); });
+    deletion->setEnabled(m_canDelete);
+    menu.exec(globalPlace);
+}
+
+void TabChip::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F2)
+        onRename();
+    else
+        PlainButton::keyPressEvent(event);
+}

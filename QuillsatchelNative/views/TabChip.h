@@ -1,0 +1,63 @@
+#pragma once
+
+#include "library/PromptTab.h"
+#include "views/PlainButton.h"
+
+#include <QPointer>
+
+#include <functional>
+#include <string>
+
+class QLineEdit;
+
+/// One tab of the strip: a label to click, or, while it is being renamed, a field to type into.
+/// It reports what the user does and changes nothing itself.
+class TabChip final : public PlainButton
+{
+    Q_OBJECT
+
+public:
+    explicit TabChip(QWidget *parent);
+
+    /// A single click, or its equivalent on the keyboard.
+    std::function<void()> onSelect = [] {};
+    /// A double click, F2 or the menu's "Rename Tab".
+    std::function<void()> onRename = [] {};
+    std::function<void()> onDelete = [] {};
+    /// Another name was typed.
+    std::function<void(const std::string &)> onName = [](const std::string &) {};
+    /// Return was pressed in the field, or the focus went elsewhere.
+    std::function<void()> onEndEditing = [] {};
+
+    void render(const PromptTab &tab, bool isActive, bool isEditing, bool canDelete);
+
+    const QUuid &tabID() const { return m_tabID; }
+
+    /// Puts the keyboard into the field, its whole text selected; nothing unless it is editing.
+    void focusField();
+
+    QSize sizeHint() const override;
+    /// The width of the text's frame, in points, for a tab of this name.
+    static int textWidth(const std::string &name);
+
+protected:
+    void nextCheckState() override;
+    void paintContent(QPainter &painter) override;
+    qreal focusRadius() const override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    void renderField(bool isEditing);
+    void makeField();
+    void placeField();
+    void showMenu(const QPoint &globalPlace);
+
+    QUuid m_tabID;
+    std::string m_name;
+    bool m_canDelete = false;
+    QPointer<QLineEdit> m_field;
+};

@@ -1,0 +1,208 @@
+#include "views/TabStrip.h"
+
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+#include "views/SymbolButton.h"
+#include "views/TabChip.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPointer>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr int HorizontalPadding = 9;
+constexpr int Spacing = 4;
+constexpr QSize NewTabButtonSize(24, 24);
+constexpr int NewTabSymbolSize = 16;
+
+} // namespace
+
+TabStrip::TabStrip(SatchelStore &store, MainQueue &mainQueue, QWidget *parent)
+    : QWidget(parent)
+    , m_store(store)
+    , m_mainQueue(mainQueue)
+    , m_scheduler(mainQueue, [this] { render(); })
+    , m_scrollArea(new QScrollArea(this))
+    , m_row(new QWidget)
+    , m_newTabButton(new SymbolButton(u"plus"_s, NewTabSymbolSize, SatchelTheme::secondary, this))
+{
+    makeRow();
+    m_newTabButton->setFixedSize(NewTabButtonSize);
+    m_newTabButton->setLabel(tr("New tab"));
+    connect(m_newTabButton, &QAbstractButton::clicked, this, [this] { m_store.addTab(); });
+    m_scheduler.observe(store);
+    render();
+}
+
+void TabStrip::makeRow()
+{
+    m_scrollArea->setFrameShape(QFrame::NoFrame);
+    m_scrollArea->setFocusPolicy(Qt::NoFocus);
+    m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scrollArea->viewport()->setAutoFillBackground(false);
+    m_scrollArea->setWidget(m_row);
+    m_row->setAutoFillBackground(false);
+
+    auto *const layout = new QHBoxLayout;
+    layout->setContentsMargins(HorizontalPadding, 0, HorizontalPadding, 0);
+    layout->setSpacing(Spacing);
+    layout->addWidget(m_scrollArea);
+    layout->addWidget(m_newTabButton);
+    setLayout(layout);
+}
+
+QSize TabStrip::sizeHint() const
+{
+    const QMargins margins = contentsMargins();
+    return { 0, Height + margins.top() + margins.bottom() };
+}
+
+void TabStrip::render()
+{
+    renderChips();
+    layOutChips();
+    chainFocus();
+    revealActiveChip();
+}
+
+void TabStrip::renderChips()
+{
+    std::vector<TabChip *> spare = std::exchange(m_chips, {});
+    std::ranges::reverse(spare);
+    const auto &tabs = m_store.tabs().get();
+    m_chips.reserve(tabs.size());
+    for (const auto &tab : tabs) {
+        auto *const chip = takeChip(tab.id, spare);
+        chip->render(tab, m_store.activeTabID().get() == tab.id, m_editingTabID == tab.id,
+                     tabs.size() > 1);
+        m_chips.push_back(chip);
+    }
+    for (auto *const chip : spare) {
+        chip->hide();
+        chip->deleteLater();
+    }
+}
+
+// Chips keep to their tabs, so that one being renamed keeps its cursor. `spare` is in backward
+// order: mostly nothing has moved, and the chip asked for is the last.
+TabChip *TabStrip::takeChip(const QUuid &id, std::vector<TabChip *> &spare)
+{
+    const auto found = std::find_if(spare.rbegin(), spare.rend(),
+                                    [&id](const TabChip *chip) { return chip->tabID() == id; });
+    if (found == spare.rend())
+        return makeChip();
+    auto *const chip = *found;
+    spare.erase(std::next(found).base());
+    return chip;
+}
+
+TabChip *TabStrip::makeChip()
+{
+    auto *const chip = new TabChip(m_row);
+    chip->onSelect = [this, chip] {
+        endEditing();
+        m_store.selectTab(chip->tabID());
+    };
+    chip->onRename = [this, chip] {
+        m_store.selectTab(chip->tabID());
+        beginEditing(chip->tabID());
+    };
+    chip->onDelete = [this, chip] { m_store.deleteTab(chip->tabID()); };
+    chip->onName = [this, chip](const std::string &name) {
+        m_store.renameTab(chip->tabID(), name);
+    };
+    chip->onEndEditing = [this, chip] {
+        if (m_editingTabID == chip->tabID())
+            endEditing();
+    };
+    chip->show();
+    return chip;
+}
+
+void TabStrip::layOutChips()
+{
+    int left = 0;
+    for (auto *const chip : m_chips) {
+        chip->move(left, (Height - chip->height()) / 2);
+        left += chip->width() + Spacing;
+    }
+    m_row->resize(std::max(left - Spacing, 0), Height);
+}
+
+void TabStrip::chainFocus()
+{
+    QWidget *previous = nullptr;
+    for (auto *const chip : m_chips) {
+        if (previous && previous->nextInFocusChain() != chip)
+            setTabOrder(previous, chip);
+        previous = chip;
+    }
+    if (previous && previous->nextInFocusChain() != m_newTabButton)
+        setTabOrder(previous, m_newTabButton);
+}
+
+// Only when another tab becomes active: otherwise the row stays where the user scrolled it.
+void TabStrip::revealActiveChip()
+{
+    if (std::exchange(m_revealedTabID, m_store.activeTabID().get()) == m_store.activeTabID().get())
+        return;
+    const auto active =
+        std::ranges::find_if(m_chips, [](const TabChip *chip) { return chip->isChecked(); });
+    if (active != m_chips.end())
+        m_scrollArea->ensureWidgetVisible(*active, 0, 0);
+}
+
+void TabStrip::beginEditing(const QUuid &id)
+{
+    m_editingTabID = id;
+    m_scheduler.schedule();
+    // The field exists only once the strip was rendered.
+    m_mainQueue.async([strip = QPointer(this), id] {
+        if (strip)
+            strip->focusField(id);
+    });
+}
+
+void TabStrip::focusField(const QUuid &id)
+{
+    m_focusedTabID = id;
+    const auto found = std::ranges::find(m_chips, id, &TabChip::tabID);
+    if (found != m_chips.end())
+        (*found)->focusField();
+}
+
+void TabStrip::endEditing()
+{
+    m_editingTabID.reset();
+    m_focusedTabID.reset();
+    m_scheduler.schedule();
+}
+
+QWidget *TabStrip::lastInFocusChain() const
+{
+    return m_newTabButton;
+}
+
+void TabStrip::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Painting::qColor(SrgbColor::black(0.08)));
+}
+
+void TabStrip::wheelEvent(QWheelEvent *event)
+{
+    const QPoint turn = event->angleDelta();
+    auto *const bar = m_scrollArea->horizontalScrollBar();
+    bar->setValue(bar->value() - (turn.x() != 0 ? turn.x() : turn.y()) / 2);
+    event->accept();
+}

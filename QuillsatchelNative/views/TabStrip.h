@@ -1,0 +1,61 @@
+#pragma once
+
+#include "library/SatchelStore.h"
+#include "views/RenderScheduler.h"
+
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+class QScrollArea;
+class SymbolButton;
+class TabChip;
+
+/// The bar with one chip a tab in a row that scrolls, and the button that adds a tab. It keeps
+/// only which chip is being renamed and which one's field has the focus; all else is the store's.
+class TabStrip final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    TabStrip(SatchelStore &store, MainQueue &mainQueue, QWidget *parent);
+
+    /// The strip's height without its contents margins, in points.
+    static constexpr int Height = 38;
+
+    void render();
+
+    /// The last widget that Tab visits here.
+    QWidget *lastInFocusChain() const;
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    void makeRow();
+    void renderChips();
+    TabChip *takeChip(const QUuid &id, std::vector<TabChip *> &spare);
+    TabChip *makeChip();
+    void layOutChips();
+    void chainFocus();
+    void revealActiveChip();
+
+    void beginEditing(const QUuid &id);
+    void focusField(const QUuid &id);
+    void endEditing();
+
+    SatchelStore &m_store;
+    MainQueue &m_mainQueue;
+    RenderScheduler m_scheduler;
+    QScrollArea *m_scrollArea;
+    QWidget *m_row;
+    SymbolButton *m_newTabButton;
+    std::vector<TabChip *> m_chips; // in the order of the tabs
+    std::optional<QUuid> m_editingTabID;
+    std::optional<QUuid> m_focusedTabID;
+    std::optional<QUuid> m_revealedTabID;
+};
