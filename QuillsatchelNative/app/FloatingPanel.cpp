@@ -3,6 +3,8 @@
 #include "app/GlassBackground.h"
 #include "app/PanelFrame.h"
 #include "app/TitleBar.h"
+#include "views/FocusOrder.h"
+#include "views/QuillsatchelView.h"
 
 #include <QPainter>
 #include <QScreen>
@@ -19,7 +21,7 @@ FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
     m_compositingCancellable = m_windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
 }
 
-void FloatingPanel::setContent(QWidget *content, TitleBar *titleBar)
+void FloatingPanel::setContent(QuillsatchelView *content, TitleBar *titleBar)
 {
     m_content = content;
     m_titleBar = titleBar;
@@ -90,4 +92,15 @@ void FloatingPanel::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     GlassBackground::paint(painter, rect(), cornerRadius(), !m_windowSystem.isCompositing.get());
+}
+
+bool FloatingPanel::focusNextPrevChild(bool next)
+{
+    if (!m_content)
+        return false;
+    m_content->revealFocus(); // a card that was scrolled away has its neighbours again
+    const bool hasMoved =
+        FocusOrder::move(m_content->focusStops() + FocusOrder::stopsIn(*m_titleBar), next);
+    m_content->revealFocus();
+    return hasMoved;
 }

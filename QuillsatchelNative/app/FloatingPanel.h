@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class PanelFrame;
+class QuillsatchelView;
 class TitleBar;
 
 /// The program's one window: frameless, translucent with round corners where there is a
@@ -19,7 +20,7 @@ public:
 
     /// Fills the panel with `content`, which gives its sizes, and lays `titleBar` over its top.
     /// The panel owns both.
-    void setContent(QWidget *content, TitleBar *titleBar);
+    void setContent(QuillsatchelView *content, TitleBar *titleBar);
 
     /// Above ordinary windows or among them, without hiding the panel.
     void setFloating(bool isFloating);
@@ -36,13 +37,14 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     int cornerRadius() const;
     void renderEdge();
 
     WindowSystem &m_windowSystem;
-    QWidget *m_content = nullptr;
+    QuillsatchelView *m_content = nullptr;
     TitleBar *m_titleBar = nullptr;
     PanelFrame *m_frame;
     Cancellable m_compositingCancellable;

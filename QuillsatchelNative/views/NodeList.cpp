@@ -1,6 +1,7 @@
 #include "views/NodeList.h"
 
 #include "views/EmptyState.h"
+#include "views/FocusOrder.h"
 #include "views/OverlayScrollBar.h"
 #include "views/PromptCard.h"
 
@@ -118,7 +119,6 @@ void NodeList::placeCards()
             slot.card->setGeometry(Padding, topOf(*slot.row), width() - 2 * Padding,
                                    PromptCard::cardHeight());
     }
-    chainFocus();
     prepareNearbyLater();
 }
 
@@ -202,7 +202,6 @@ void NodeList::prepareNearby()
         if (slotAt(row))
             continue;
         showRow(row);
-        chainFocus();
         break;
     }
     prepareNearbyLater();
@@ -231,30 +230,16 @@ bool NodeList::isPinned(const Slot &slot) const
            slot.card->isAncestorOf(QApplication::focusWidget());
 }
 
-void NodeList::chainFocus()
+QList<QWidget *> NodeList::focusStops() const
 {
     std::vector<Slot> shown;
     std::ranges::copy_if(m_slots, std::back_inserter(shown),
                          [](const Slot &slot) { return slot.row.has_value(); });
     std::ranges::sort(shown, {}, &Slot::row);
-    std::vector<PromptCard *> cards(shown.size());
-    std::ranges::transform(shown, cards.begin(), &Slot::card);
-    if (std::exchange(m_chainedCards, cards) == cards)
-        return;
-    QWidget *previous = m_focusBefore;
-    for (const auto *const card : cards) {
-        for (auto *const widget : card->focusChain()) {
-            QWidget::setTabOrder(previous, widget);
-            previous = widget;
-        }
-    }
-    QWidget::setTabOrder(previous, m_focusAfter);
-}
-
-void NodeList::setFocusNeighbours(QWidget *before, QWidget *after)
-{
-    m_focusBefore = before;
-    m_focusAfter = after;
+    QList<QWidget *> stops;
+    for (const auto &slot : shown)
+        stops += FocusOrder::stopsIn(*slot.card);
+    return stops;
 }
 
 void NodeList::editLastNode()

@@ -34,8 +34,8 @@ public:
     void editLastNode();
     /// Scrolls the card with the keyboard focus into sight, if there is one.
     void revealFocus();
-    /// The widgets that Tab visits before the first card and after the last.
-    void setFocusNeighbours(QWidget *before, QWidget *after);
+    /// What Tab visits here, in its order.
+    QList<QWidget *> focusStops() const;
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -72,7 +72,6 @@ private:
     void renderSlot(Slot &slot);
     void prepareNearbyLater();
     void prepareNearby();
-    void chainFocus();
 
     Slot *slotAt(Row row);
     Slot &freeSlot();
@@ -86,8 +85,5 @@ private:
     EmptyState *m_emptyState = nullptr;
     std::vector<Slot> m_slots;
     std::optional<QUuid> m_shownTabID;
-    std::vector<PromptCard *> m_chainedCards; // in the order in which Tab visits them
-    QWidget *m_focusBefore = nullptr;
-    QWidget *m_focusAfter = nullptr;
     bool m_isPreparing = false;
 };

@@ -1,6 +1,7 @@
 #include "views/OverlayCard.h"
 
 #include "views/AccessibleRole.h"
+#include "views/FocusOrder.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 #include "views/SymbolButton.h"
@@ -243,18 +244,5 @@ void OverlayCard::keyPressEvent(QKeyEvent *event)
 
 bool OverlayCard::focusNextPrevChild(bool next)
 {
-    QList<QWidget *> stops = m_card->findChildren<QWidget *>();
-    stops.removeIf([](const QWidget *widget) {
-        return !widget->isVisible() || !widget->isEnabled() ||
-               (widget->focusPolicy() & Qt::TabFocus) == 0;
-    });
-    if (stops.isEmpty())
-        return true;
-    const auto last = stops.size() - 1;
-    const auto current = stops.indexOf(QApplication::focusWidget());
-    auto wanted = next ? current + 1 : current - 1;
-    if (wanted < 0 || wanted > last)
-        wanted = next ? 0 : last;
-    stops[wanted]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    return true;
+    return FocusOrder::move(FocusOrder::stopsIn(*m_card), next);
 }

@@ -188,12 +188,6 @@ void PromptCard::focusEditor()
     m_editor->setFocus(Qt::OtherFocusReason);
 }
 
-QList<QWidget *> PromptCard::focusChain() const
-{
-    return { m_handle,      m_colorButton,   m_deleteButton, m_editor,
-             m_pasteButton, m_dictateButton, m_launchButton, m_copyButton };
-}
-
 int PromptCard::cardHeight()
 {
     return ActionsTop + ActionButton::buttonHeight() + Padding;

@@ -43,8 +43,6 @@ public:
     qreal dragTranslation() const { return m_dragTranslation; }
 
     void focusEditor();
-    /// The controls in the order in which Tab visits them.
-    QList<QWidget *> focusChain() const;
 
     /// The height of every card, in points.
     static int cardHeight();

@@ -34,7 +34,6 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, WindowPreferences &windo
 {
     setMinimumSize(MinimumSize);
     m_tabStrip->setContentsMargins(0, topInset, 0, 0);
-    m_nodeList->setFocusNeighbours(m_tabStrip->lastInFocusChain(), m_newNodeButton);
     connect(m_newNodeButton, &QAbstractButton::clicked, this, &QuillsatchelView::addNode);
     m_scheduler.observe(store);
     m_scheduler.observe(windowPreferences);
@@ -114,11 +113,14 @@ void QuillsatchelView::paintEvent(QPaintEvent *event)
     painter.fillRect(divider, Painting::qColor(SatchelTheme::border));
 }
 
-// Tab may lead to a card out of sight, or leave one that was scrolled away.
-bool QuillsatchelView::focusNextPrevChild(bool next)
+QList<QWidget *> QuillsatchelView::focusStops() const
 {
+    return m_tabStrip->focusStops() + m_nodeList->focusStops() +
+           QList<QWidget *> { m_newNodeButton };
+}
+
+void QuillsatchelView::revealFocus()
+{
+    m_tabStrip->revealFocus();
     m_nodeList->revealFocus();
-    const bool hasMoved = QWidget::focusNextPrevChild(next);
-    m_nodeList->revealFocus();
-    return hasMoved;
 }

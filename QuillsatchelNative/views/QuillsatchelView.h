@@ -31,10 +31,14 @@ public:
 
     QSize sizeHint() const override { return IdealSize; }
 
+    /// What Tab visits here, in its order.
+    QList<QWidget *> focusStops() const;
+    /// Scrolls what has the keyboard focus into sight.
+    void revealFocus();
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     void wire(PromptCard &card);

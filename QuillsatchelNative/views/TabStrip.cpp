@@ -71,7 +71,6 @@ void TabStrip::render()
 {
     renderChips();
     layOutChips();
-    chainFocus();
     revealActiveChip();
 }
 
@@ -139,18 +138,6 @@ void TabStrip::layOutChips()
     m_row->resize(std::max(left - Spacing, 0), Height);
 }
 
-void TabStrip::chainFocus()
-{
-    QWidget *previous = nullptr;
-    for (auto *const chip : m_chips) {
-        if (previous && previous->nextInFocusChain() != chip)
-            setTabOrder(previous, chip);
-        previous = chip;
-    }
-    if (previous && previous->nextInFocusChain() != m_newTabButton)
-        setTabOrder(previous, m_newTabButton);
-}
-
 // Only when another tab becomes active: otherwise the row stays where the user scrolled it.
 void TabStrip::revealActiveChip()
 {
@@ -188,9 +175,19 @@ void TabStrip::endEditing()
     m_scheduler.schedule();
 }
 
-QWidget *TabStrip::lastInFocusChain() const
+QList<QWidget *> TabStrip::focusStops() const
 {
-    return m_newTabButton;
+    QList<QWidget *> stops(m_chips.begin(), m_chips.end());
+    stops.append(m_newTabButton);
+    return stops;
+}
+
+void TabStrip::revealFocus()
+{
+    const auto focused =
+        std::ranges::find_if(m_chips, [](const TabChip *chip) { return chip->hasFocus(); });
+    if (focused != m_chips.end())
+        m_scrollArea->ensureWidgetVisible(*focused, 0, 0);
 }
 
 void TabStrip::paintEvent(QPaintEvent * /*event*/)

@@ -26,8 +26,10 @@ public:
 
     void render();
 
-    /// The last widget that Tab visits here.
-    QWidget *lastInFocusChain() const;
+    /// What Tab visits here, in its order.
+    QList<QWidget *> focusStops() const;
+    /// Scrolls the chip with the keyboard focus into sight, if there is one.
+    void revealFocus();
 
     QSize sizeHint() const override;
 
@@ -41,7 +43,6 @@ private:
     TabChip *takeChip(const QUuid &id, std::vector<TabChip *> &spare);
     TabChip *makeChip();
     void layOutChips();
-    void chainFocus();
     void revealActiveChip();
 
     void beginEditing(const QUuid &id);

@@ -33,9 +33,9 @@ xcb_atom_t internAtom(xcb_connection_t *connection, std::string_view name)
 X11WindowSystem::X11WindowSystem()
 {
     const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11)
+    m_connection = x11 ? x11->connection() : nullptr;
+    if (!m_connection)
         return;
-    m_connection = x11->connection();
     m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
     m_desktopAtom = internAtom(m_connection, "_NET_WM_DESKTOP");
     m_compositorSelection = internAtom(m_connection, "_NET_WM_CM_S0");
