@@ -75,7 +75,7 @@ void SatchelStore::addTab()
     scheduleSave();
 }
 
-void SatchelStore::renameTab(const QUuid &id, std::string name)
+void SatchelStore::renameTab(QUuid id, std::string name)
 {
     const auto &tabs = m_tabs.get();
     const auto found = std::ranges::find(tabs, id, &PromptTab::id);
@@ -86,13 +86,13 @@ void SatchelStore::renameTab(const QUuid &id, std::string name)
     scheduleSave();
 }
 
-void SatchelStore::deleteTab(const QUuid &id)
+void SatchelStore::deleteTab(QUuid id)
 {
     if (m_tabs.get().size() < 2)
         return;
-    m_lastPosition.reset();
-    m_tabs.edit([&id](auto &tabs) {
-        std::erase_if(tabs, [&id](const PromptTab &tab) { return tab.id == id; });
+    m_tabs.edit([this, id](auto &tabs) {
+        m_lastPosition.reset();
+        std::erase_if(tabs, [id](const PromptTab &tab) { return tab.id == id; });
     });
     if (m_activeTabID.get() == id) {
         const auto &remaining = m_tabs.get();
@@ -101,7 +101,7 @@ void SatchelStore::deleteTab(const QUuid &id)
     scheduleSave();
 }
 
-void SatchelStore::selectTab(const QUuid &id)
+void SatchelStore::selectTab(QUuid id)
 {
     m_activeTabID.set(id);
     scheduleSave();
@@ -116,30 +116,29 @@ void SatchelStore::addBlock()
     scheduleSave();
 }
 
-void SatchelStore::deleteBlock(const QUuid &id)
+void SatchelStore::deleteBlock(QUuid id)
 {
     const auto tab = activeTabIndex();
     if (!tab)
         return;
-    m_lastPosition.reset();
-    m_tabs.edit([tab, &id](auto &tabs) {
-        std::erase_if(tabs[*tab].blocks,
-                      [&id](const PromptBlock &block) { return block.id == id; });
+    m_tabs.edit([this, tab, id](auto &tabs) {
+        m_lastPosition.reset();
+        std::erase_if(tabs[*tab].blocks, [id](const PromptBlock &block) { return block.id == id; });
     });
     scheduleSave();
 }
 
-void SatchelStore::updateBlock(const QUuid &id, std::string text)
+void SatchelStore::updateBlock(QUuid id, std::string text)
 {
     editBlock(id, [&text](PromptBlock &block) { block.text = std::move(text); });
 }
 
-void SatchelStore::setBlockColor(const QUuid &id, BlockColor color)
+void SatchelStore::setBlockColor(QUuid id, BlockColor color)
 {
     editBlock(id, [color](PromptBlock &block) { block.color = color; });
 }
 
-void SatchelStore::moveBlock(const QUuid &id, std::ptrdiff_t offset)
+void SatchelStore::moveBlock(QUuid id, std::ptrdiff_t offset)
 {
     const auto position = locate(id);
     if (!position)
@@ -150,8 +149,8 @@ void SatchelStore::moveBlock(const QUuid &id, std::ptrdiff_t offset)
     const auto to = std::clamp(sumOrStop(position->block, offset), std::ptrdiff_t(0), last);
     if (to == from)
         return;
-    m_lastPosition.reset();
-    m_tabs.edit([tab = position->tab, from, to](auto &tabs) {
+    m_tabs.edit([this, tab = position->tab, from, to](auto &tabs) {
+        m_lastPosition.reset();
         const auto begin = tabs[tab].blocks.begin();
         if (from < to)
             std::rotate(begin + from, begin + from + 1, begin + to + 1);
@@ -161,7 +160,7 @@ void SatchelStore::moveBlock(const QUuid &id, std::ptrdiff_t offset)
     scheduleSave();
 }
 
-void SatchelStore::copyBlock(const QUuid &id)
+void SatchelStore::copyBlock(QUuid id)
 {
     const auto *const block = find(id);
     if (!block)
@@ -175,13 +174,13 @@ void SatchelStore::copyBlock(const QUuid &id)
     });
 }
 
-void SatchelStore::pasteIntoBlock(const QUuid &id)
+void SatchelStore::pasteIntoBlock(QUuid id)
 {
     if (auto text = m_platform.pasteboard.text())
         updateBlock(id, std::move(*text));
 }
 
-void SatchelStore::openBlockURL(const QUuid &id)
+void SatchelStore::openBlockURL(QUuid id)
 {
     const auto *const block = find(id);
     if (!block)
@@ -229,12 +228,14 @@ void SatchelStore::saveNow()
     const auto unreadableCopy = m_fileURL + QStringLiteral(".unreadable");
     if (m_keepsUnreadableFile && !WholeFile::keep(m_fileURL, unreadableCopy))
         return;
-    const auto json = SatchelDocument::encode(m_activeTabID.get(), m_tabs.get());
-    if (WholeFile::replace(m_fileURL, json))
+    const auto write = [this](const ByteSink &sink) {
+        SatchelDocument::encode(m_activeTabID.get(), m_tabs.get(), sink);
+    };
+    if (WholeFile::replace(m_fileURL, write))
         m_keepsUnreadableFile = false;
 }
 
-std::optional<SatchelStore::Position> SatchelStore::locate(const QUuid &id) const
+std::optional<SatchelStore::Position> SatchelStore::locate(QUuid id) const
 {
     const auto tab = activeTabIndex();
     if (!tab)
@@ -249,14 +250,14 @@ std::optional<SatchelStore::Position> SatchelStore::locate(const QUuid &id) cons
     return m_lastPosition;
 }
 
-const PromptBlock *SatchelStore::find(const QUuid &id) const
+const PromptBlock *SatchelStore::find(QUuid id) const
 {
     const auto position = locate(id);
     return position ? &m_tabs.get()[position->tab].blocks[position->block] : nullptr;
 }
 
 template <typename Change>
-void SatchelStore::editBlock(const QUuid &id, Change &&change)
+void SatchelStore::editBlock(QUuid id, Change &&change)
 {
     const auto position = locate(id);
     if (!position)

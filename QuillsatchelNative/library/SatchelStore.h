@@ -17,7 +17,8 @@
 /// only.
 ///
 /// No operation reports failure. Node operations act on the active tab only; a node of another
-/// tab, an unknown id, a file that cannot be written end in silence with nothing changed.
+/// tab, an unknown id, a file that cannot be written end in silence with nothing changed. Ids are
+/// taken by value, so that one read from the very tab or node that goes stays what it was.
 class SatchelStore final : public ObservableObject
 {
 public:
@@ -42,27 +43,27 @@ public:
     /// Appends an empty tab "New Tab" and makes it active.
     void addTab();
     /// Takes the name as it is, also an empty one.
-    void renameTab(const QUuid &id, std::string name);
+    void renameTab(QUuid id, std::string name);
     /// The last tab stays. If the active one goes, the first becomes active.
-    void deleteTab(const QUuid &id);
+    void deleteTab(QUuid id);
     /// Does not ask whether there is such a tab.
-    void selectTab(const QUuid &id);
+    void selectTab(QUuid id);
 
     /// Appends an empty node.
     void addBlock();
     /// At once, without undo.
-    void deleteBlock(const QUuid &id);
-    void updateBlock(const QUuid &id, std::string text);
-    void setBlockColor(const QUuid &id, BlockColor color);
+    void deleteBlock(QUuid id);
+    void updateBlock(QUuid id, std::string text);
+    void setBlockColor(QUuid id, BlockColor color);
     /// Moves the node by so many places, down if positive, as far as the list goes. Stops the
     /// process if the sum overflows.
-    void moveBlock(const QUuid &id, std::ptrdiff_t offset);
+    void moveBlock(QUuid id, std::ptrdiff_t offset);
     /// Puts the node's text on the clipboard and marks the node as copied.
-    void copyBlock(const QUuid &id);
+    void copyBlock(QUuid id);
     /// The clipboard's text takes the place of the node's; without text there nothing happens.
-    void pasteIntoBlock(const QUuid &id);
+    void pasteIntoBlock(QUuid id);
     /// Opens the node's text if it is, white space around it aside, an http or https address.
-    void openBlockURL(const QUuid &id);
+    void openBlockURL(QUuid id);
 
 private:
     struct Position {
@@ -76,10 +77,10 @@ private:
     void scheduleSave();
     void saveNow();
 
-    std::optional<Position> locate(const QUuid &id) const;
-    const PromptBlock *find(const QUuid &id) const;
+    std::optional<Position> locate(QUuid id) const;
+    const PromptBlock *find(QUuid id) const;
     template <typename Change>
-    void editBlock(const QUuid &id, Change &&change);
+    void editBlock(QUuid id, Change &&change);
 
     Platform &m_platform;
     Published<std::vector<PromptTab>> m_tabs { this };
@@ -90,5 +91,7 @@ private:
     // The file could not be read as a library: its bytes are kept before a save replaces them.
     bool m_keepsUnreadableFile = false;
     // Where the last node was found, so that typing costs the same in a library of any size.
+    // Forgotten within each change that moves nodes, not before: observers may look something up
+    // when the change is announced.
     mutable std::optional<Position> m_lastPosition;
 };

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+/// What tests do with files, past the code that they test.
+namespace TestFiles
+{
+
+/// Makes the folders on the way too.
+inline void write(const std::filesystem::path &path, std::string_view bytes)
+{
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+/// Empty also where there is no such file.
+inline std::string read(const std::filesystem::path &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return { std::istreambuf_iterator(file), {} };
+}
+
+inline void setMode(const std::filesystem::path &path, unsigned mode)
+{
+    std::filesystem::permissions(path, std::filesystem::perms(mode));
+}
+
+inline unsigned mode(const std::filesystem::path &path)
+{
+    return static_cast<unsigned>(std::filesystem::status(path).permissions());
+}
+
+} // namespace TestFiles
