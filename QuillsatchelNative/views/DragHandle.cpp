@@ -55,12 +55,12 @@ protected:
 DragHandle::DragHandle(QWidget *parent)
     : QWidget(parent)
 {
+    setAccessibleRole(*this, QAccessible::Grip);
     setFixedSize(FrameSize);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::OpenHandCursor);
     setToolTip(tr("Drag to reorder this node"));
     setAccessibleName(tr("Drag node to reorder"));
-    setAccessibleRole(*this, QAccessible::Grip);
 }
 
 DragHandle::~DragHandle()

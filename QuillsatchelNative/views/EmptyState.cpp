@@ -34,9 +34,9 @@ EmptyState::EmptyState(QWidget *parent)
     , m_headingFont(Painting::systemFont(20, QFont::DemiBold))
     , m_noteFont(Painting::systemFont(11))
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     setAccessibleName(heading());
     setAccessibleDescription(note());
-    setAccessibleRole(*this, QAccessible::StaticText);
 }
 
 QSize EmptyState::sizeHint() const

@@ -94,8 +94,8 @@ OverlayCard::OverlayCard(const QString &name, const Look &look, QWidget *parent)
     , m_card(new Body(look.fillOpacity, this))
     , m_closeButton(new SymbolButton(u"xmark"_s, CloseSymbolSize, SatchelTheme::secondary, m_card))
 {
-    setAccessibleName(name);
     setAccessibleRole(*this, QAccessible::Dialog);
+    setAccessibleName(name);
     setFocusPolicy(Qt::ClickFocus);
     QPalette palette = m_card->palette();
     palette.setColor(QPalette::WindowText, Painting::qColor(SrgbColor::white(0.92)));
