@@ -1,0 +1,161 @@
+#include "views/ActionButton.h"
+
+#include "views/Input.h"
+#include "views/Picture.h"
+#include "views/SatchelTheme.h"
+
+#include <QFontMetrics>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+const QColor Ground(40, 50, 60);
+constexpr int Radius = 5;
+
+class ActionButtonTest : public testing::Test
+{
+protected:
+    void render(bool active) { button.render(u"Copy"_s, u"doc.on.doc"_s, active); }
+
+    QColor fill(bool active) const
+    {
+        return over(active ? SrgbColor { 0.91, 0.16, 0.17, 0.18 } : SrgbColor::white(0.045),
+                    Ground);
+    }
+
+    /// The shape as it must look, without symbol and title.
+    Picture shape(bool active) const
+    {
+        const QColor stroke =
+            active ? QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.5F) : QColor::fromRgbF(1, 1, 1, 0.1F);
+        const QColor inside = active ? QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.18F)
+                                     : QColor::fromRgbF(1, 1, 1, 0.045F);
+        return { button.size(), button.devicePixelRatio(), Ground, [&](QPainter &painter) {
+                    painter.setPen(Qt::NoPen);
+                    painter.setBrush(inside);
+                    painter.drawRoundedRect(QRectF(button.rect()), Radius, Radius);
+                    painter.setPen(QPen(stroke, 1));
+                    painter.setBrush(Qt::NoBrush);
+                    painter.drawRoundedRect(QRectF(button.rect()).adjusted(0.5, 0.5, -0.5, -0.5),
+                                            Radius - 0.5, Radius - 0.5);
+                } };
+    }
+
+    int presses = 0;
+    ActionButton button { [this] { ++presses; }, nullptr };
+};
+
+TEST_F(ActionButtonTest, HasTheSameSizeActiveAndInactive)
+{
+    render(false);
+    const QSize size = button.size();
+    const QSize hint = button.sizeHint();
+    render(true);
+    EXPECT_EQ(button.size(), size);
+    EXPECT_EQ(button.sizeHint(), hint);
+}
+
+TEST_F(ActionButtonTest, IsFilledAndStrokedFaintlyWhileInactive)
+{
+    render(false);
+    const Picture picture(button, Ground);
+    EXPECT_TRUE(isColor(picture.at(4, button.height() / 2.0), fill(false)));
+    EXPECT_TRUE(
+        isColor(picture.at(button.width() / 2.0, 0.4), over(SrgbColor::white(0.1), fill(false))));
+}
+
+TEST_F(ActionButtonTest, IsFilledAndStrokedInTheAccentColorWhileActive)
+{
+    render(true);
+    const Picture picture(button, Ground);
+    EXPECT_TRUE(isColor(picture.at(4, button.height() / 2.0), fill(true)));
+    EXPECT_TRUE(isColor(picture.at(button.width() / 2.0, 0.4),
+                        over({ 0.91, 0.16, 0.17, 0.5 }, fill(true))));
+}
+
+TEST_F(ActionButtonTest, HasCornersOfRadiusFive)
+{
+    for (const bool active : { false, true }) {
+        render(active);
+        const Picture picture(button, Ground);
+        for (const QPoint corner :
+             { QPoint(0, 0), QPoint(button.width() - 7, 0), QPoint(0, button.height() - 7),
+               QPoint(button.width() - 7, button.height() - 7) })
+            EXPECT_EQ(picture.differenceFrom(shape(active), QRectF(corner, QSizeF(7, 7))),
+                      QRectF());
+        EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Ground));
+    }
+}
+
+TEST_F(ActionButtonTest, TintsSymbolAndTitle)
+{
+    const QRectF symbol(8, 2, 12, 16);
+    for (const bool active : { false, true }) {
+        render(active);
+        const Picture picture(button, Ground);
+        const QRectF title(24, 2, button.width() - 32, button.height() - 4);
+        for (const auto &part : { symbol, title }) {
+            const QColor ink = picture.strongestInkIn(part, fill(active));
+            if (active)
+                EXPECT_TRUE(isReddish(ink));
+            else
+                EXPECT_TRUE(isColor(ink, over(SrgbColor::white(0.56), fill(false)), 45));
+        }
+    }
+}
+
+TEST_F(ActionButtonTest, PadsItsLabelByEightAndFive)
+{
+    render(false);
+    const QRectF inside(2, 2, button.width() - 4, button.height() - 4);
+    const QRectF ink = Picture(button, Ground).inkIn(inside, fill(false));
+    EXPECT_GE(ink.left(), 8);
+    EXPECT_LE(ink.left(), 11);
+    EXPECT_GE(ink.right(), button.width() - 10);
+    EXPECT_LE(ink.right(), button.width() - 7.5); // the last letter's own room
+    EXPECT_GE(ink.top(), 5);
+    EXPECT_LE(ink.bottom(), button.height() - 5);
+
+    QFont font = QApplication::font();
+    font.setPixelSize(10);
+    font.setWeight(QFont::Medium);
+    EXPECT_EQ(button.height(), QFontMetrics(font).height() + 10);
+    EXPECT_EQ(ActionButton::buttonHeight(), button.height());
+    EXPECT_EQ(button.font().pixelSize(), 10);
+    EXPECT_EQ(button.font().weight(), QFont::Medium);
+}
+
+TEST_F(ActionButtonTest, IsAsWideAsItsTitleNeeds)
+{
+    render(false);
+    const int narrow = button.width();
+    button.render(u"Copied"_s, u"checkmark"_s, true);
+    const QFontMetrics metrics(button.font());
+    EXPECT_EQ(button.width() - narrow,
+              metrics.horizontalAdvance(u"Copied"_s) - metrics.horizontalAdvance(u"Copy"_s));
+}
+
+TEST_F(ActionButtonTest, ActsAtOnceWhenItIsPressed)
+{
+    render(false);
+    Input::show(button);
+    Input::click(button);
+    EXPECT_EQ(presses, 1);
+    render(true);
+    Input::click(button);
+    EXPECT_EQ(presses, 2);
+}
+
+TEST_F(ActionButtonTest, IsSpokenOfByItsTitle)
+{
+    render(false);
+    EXPECT_EQ(Input::spokenName(button), "Copy");
+    EXPECT_EQ(Input::role(button), QAccessible::Button);
+    button.render(u"Copied"_s, u"checkmark"_s, true);
+    EXPECT_EQ(Input::spokenName(button), "Copied");
+}
+
+} // namespace

@@ -1,0 +1,146 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+#include <QWidget>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+/// The user's hands and eyes. Clicks and keys go through the window, so that they reach what is
+/// really there, not what the test believes to be there.
+namespace Input
+{
+
+/// Shows the widget's window and gives it the keyboard, but nothing in it.
+inline void show(QWidget &widget)
+{
+    widget.window()->show();
+    widget.window()->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(widget.window()));
+    if (auto *const focus = QApplication::focusWidget())
+        focus->clearFocus();
+}
+
+inline QPoint placeInWindow(const QWidget &widget, const QPoint &place)
+{
+    return widget.mapTo(widget.window(), place);
+}
+
+inline void click(QWidget &widget, const QPoint &place, Qt::MouseButton button = Qt::LeftButton)
+{
+    QTest::mouseClick(widget.window()->windowHandle(), button, {}, placeInWindow(widget, place));
+}
+
+inline void click(QWidget &widget)
+{
+    click(widget, widget.rect().center());
+}
+
+inline void doubleClick(QWidget &widget)
+{
+    QTest::mouseDClick(widget.window()->windowHandle(), Qt::LeftButton, {},
+                       placeInWindow(widget, widget.rect().center()));
+}
+
+inline void press(QWidget &widget, const QPoint &place)
+{
+    QTest::mousePress(widget.window()->windowHandle(), Qt::LeftButton, {},
+                      placeInWindow(widget, place));
+}
+
+inline void moveTo(QWidget &widget, const QPoint &place)
+{
+    QTest::mouseMove(widget.window()->windowHandle(), placeInWindow(widget, place));
+}
+
+inline void release(QWidget &widget, const QPoint &place)
+{
+    QTest::mouseRelease(widget.window()->windowHandle(), Qt::LeftButton, {},
+                        placeInWindow(widget, place));
+}
+
+/// Turns the wheel over the middle of the widget; away from the user if positive.
+inline void wheel(QWidget &widget, int notches)
+{
+    const QPoint place = placeInWindow(widget, widget.rect().center());
+    auto *const hit = widget.window()->childAt(place);
+    ASSERT_TRUE(hit);
+    QWheelEvent event(hit->mapFrom(widget.window(), place),
+                      widget.mapToGlobal(QPointF(widget.rect().center())), {}, { 0, 120 * notches },
+                      Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(hit, &event);
+}
+
+inline void key(QWidget &widget, Qt::Key which, Qt::KeyboardModifiers modifiers = {})
+{
+    QTest::keyClick(widget.window()->windowHandle(), which, modifiers);
+}
+
+/// Letters of ASCII, key by key.
+inline void type(QWidget &widget, const std::string &letters)
+{
+    for (const char letter : letters)
+        QTest::keyClick(widget.window()->windowHandle(), letter);
+}
+
+/// Any text, in one piece, as input methods deliver it.
+inline void commit(const QString &text)
+{
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(QApplication::focusWidget(), &event);
+}
+
+/// Calls `open`, which shows a menu and returns when it is closed, and hands the open menu to
+/// `use`.
+inline void withMenu(const std::function<void()> &open, const std::function<void(QMenu &)> &use)
+{
+    bool wasOpen = false;
+    QTimer::singleShot(0, qApp, [&use, &wasOpen] {
+        auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        wasOpen = true;
+        use(*menu);
+        menu->close();
+    });
+    open();
+    EXPECT_TRUE(wasOpen);
+}
+
+inline void choose(QMenu &menu, QAction *action)
+{
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+}
+
+/// What those who cannot see hear of a widget.
+inline std::string spokenName(QWidget &widget)
+{
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name).toStdString();
+}
+
+inline QAccessible::Role role(QWidget &widget)
+{
+    return QAccessible::queryAccessibleInterface(&widget)->role();
+}
+
+/// The button of this name in `widget` that is there to be pressed; null if there is none.
+inline QAbstractButton *button(const QWidget &widget, const std::string &name)
+{
+    for (auto *const candidate : widget.findChildren<QAbstractButton *>()) {
+        if (!candidate->isHidden() && spokenName(*candidate) == name)
+            return candidate;
+    }
+    return nullptr;
+}
+
+} // namespace Input

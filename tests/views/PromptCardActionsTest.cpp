@@ -1,0 +1,240 @@
+#include "views/PromptCardFixture.h"
+
+#include <QImage>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+namespace
+{
+
+class PromptCardActionsTest : public PromptCardFixture
+{
+protected:
+    /// The buttons of the action row, left to right.
+    Reports actions() const
+    {
+        std::map<int, std::string> titles;
+        for (const auto *const candidate : card.findChildren<QAbstractButton *>()) {
+            if (!candidate->isHidden() && !candidate->text().isEmpty())
+                titles[candidate->x()] = candidate->text().toStdString();
+        }
+        Reports sorted;
+        for (const auto &[x, title] : titles)
+            sorted.push_back(title);
+        return sorted;
+    }
+
+    void press(const std::string &name)
+    {
+        ASSERT_TRUE(button(name)) << name;
+        Input::click(*button(name));
+    }
+};
+
+TEST_F(PromptCardActionsTest, OffersPasteAndDictateOnlyForAnEmptyNode)
+{
+    renderText("");
+    EXPECT_EQ(actions(), Reports({ "Paste", "Dictate" }));
+    EXPECT_FALSE(card.isURL());
+}
+
+TEST_F(PromptCardActionsTest, OffersDictateAndCopyForAText)
+{
+    renderText("text");
+    EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
+}
+
+TEST_F(PromptCardActionsTest, TakesANodeOfBlanksForNonEmpty)
+{
+    renderText("  \n");
+    EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
+}
+
+TEST_F(PromptCardActionsTest, OffersLaunchForAnAddress)
+{
+    renderText("https://example.com");
+    EXPECT_EQ(actions(), Reports({ "Dictate", "Launch", "Copy" }));
+}
+
+TEST_F(PromptCardActionsTest, SaysCopiedWhileTheNodeIsTheOneCopied)
+{
+    render(true, false);
+    EXPECT_EQ(actions(), Reports({ "Dictate", "Copied" }));
+    render(false, false);
+    EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
+}
+
+TEST_F(PromptCardActionsTest, SaysStopWhileItIsDictatedInto)
+{
+    render(false, true);
+    EXPECT_EQ(actions(), Reports({ "Stop", "Copy" }));
+    show();
+    press("Stop");
+    EXPECT_EQ(reports, Reports({ "dictate" }));
+}
+
+TEST_F(PromptCardActionsTest, KnowsWebAddresses)
+{
+    for (const auto *const text :
+         { "https://example.com", "http://example.com", " \n https://example.com \t\n",
+           "HTTP://EXAMPLE.COM", "HttpS://example.com/a?b=c#d", "\u00A0https://example.com\u2028",
+           "https://localhost:8080", "https://ex\u00E4mple.com" }) {
+        renderText(text);
+        EXPECT_TRUE(card.isURL()) << text;
+    }
+}
+
+TEST_F(PromptCardActionsTest, KnowsWhatIsNoWebAddress)
+{
+    for (const auto *const text :
+         { "", " ", "text", "https://exa mple.com", "https://example.com\nhttps://example.org",
+           "https://example.com/\u00A0a", "example.com", "www.example.com", "//example.com",
+           "ftp://example.com", "mailto:someone@example.com", "file:///etc/hosts", "http", "https",
+           "htt ps://example.com", "https//example.com", "see https://example.com" }) {
+        renderText(text);
+        EXPECT_FALSE(card.isURL()) << text;
+    }
+}
+
+TEST_F(PromptCardActionsTest, ReportsEachPress)
+{
+    show();
+    press("Copy");
+    press("Dictate");
+    press("Delete node");
+    EXPECT_EQ(reports, Reports({ "copy", "dictate", "delete" }));
+    reports.clear();
+    renderText("");
+    press("Paste");
+    EXPECT_EQ(reports, Reports({ "paste" }));
+    reports.clear();
+    renderText("https://example.com");
+    press("Launch");
+    EXPECT_EQ(reports, Reports({ "launch" }));
+}
+
+TEST_F(PromptCardActionsTest, ReportsTheWholeTextAtEachEdit)
+{
+    renderText("a");
+    show();
+    card.focusEditor();
+    Input::key(card, Qt::Key_End);
+    Input::type(card, "bc");
+    EXPECT_EQ(reports, Reports({ "text ab", "text abc" }));
+}
+
+TEST_F(PromptCardActionsTest, ChangesNothingItself)
+{
+    show();
+    press("Copy");
+    press("Dictate");
+    EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
+}
+
+TEST_F(PromptCardActionsTest, ListsTheEightColorsWithTheCurrentOneTicked)
+{
+    block.color = BlockColor::green;
+    render();
+    show();
+    Reports titles;
+    std::vector<QImage> icons;
+    Input::withMenu([this] { press("Node color"); },
+                    [&titles, &icons](QMenu &menu) {
+                        for (auto *const action : menu.actions()) {
+                            titles.push_back(action->text().toStdString());
+                            icons.push_back(action->icon().pixmap(12, 12).toImage());
+                        }
+                    });
+    EXPECT_EQ(titles,
+              Reports({ "None", "Red", "Orange", "Yellow", "Green", "Blue", "Purple", "Pink" }));
+    ASSERT_EQ(icons.size(), 8U);
+    // A disc fills its square as a tick does not; the tick is the odd one out.
+    const auto covered = [](const QImage &icon) {
+        int most = 0;
+        int sum = 0;
+        for (int y = 0; y < icon.height(); ++y) {
+            for (int x = 0; x < icon.width(); ++x) {
+                most = std::max(most, qAlpha(icon.pixel(x, y)));
+                sum += qAlpha(icon.pixel(x, y));
+            }
+        }
+        return sum / most;
+    };
+    const int disc = covered(icons[0]);
+    for (std::size_t index = 0; index < icons.size(); ++index) {
+        if (index == 4)
+            EXPECT_LT(covered(icons[index]), disc * 2 / 3);
+        else
+            EXPECT_NEAR(covered(icons[index]), disc, 2) << titles[index];
+    }
+    EXPECT_EQ(reports, Reports());
+}
+
+TEST_F(PromptCardActionsTest, ReportsTheColorChosen)
+{
+    show();
+    for (const int index : { 6, 0, 1 }) {
+        Input::withMenu([this] { press("Node color"); },
+                        [index](QMenu &menu) { Input::choose(menu, menu.actions()[index]); });
+    }
+    EXPECT_EQ(reports, Reports({ "color Purple", "color None", "color Red" }));
+}
+
+TEST_F(PromptCardActionsTest, ReportsTheCurrentColorToo)
+{
+    block.color = BlockColor::pink;
+    render();
+    show();
+    Input::withMenu([this] { press("Node color"); },
+                    [](QMenu &menu) { Input::choose(menu, menu.actions()[7]); });
+    EXPECT_EQ(reports, Reports({ "color Pink" }));
+}
+
+TEST_F(PromptCardActionsTest, LetsTheKeyboardChooseAColor)
+{
+    show();
+    button("Node color")->setFocus(Qt::TabFocusReason);
+    Input::withMenu([this] { Input::key(card, Qt::Key_Return); },
+                    [](QMenu &menu) {
+                        QTest::keyClick(&menu, Qt::Key_Down);
+                        QTest::keyClick(&menu, Qt::Key_Return);
+                    });
+    EXPECT_EQ(reports, Reports({ "color Red" }));
+}
+
+TEST_F(PromptCardActionsTest, ColorsNoOtherNodeThanTheOneTheMenuWasOpenedFor)
+{
+    show();
+    Input::withMenu([this] { press("Node color"); },
+                    [this](QMenu &menu) {
+                        block = { .text = "other", .color = {} };
+                        render();
+                        Input::choose(menu, menu.actions()[3]);
+                    });
+    EXPECT_EQ(reports, Reports());
+}
+
+TEST_F(PromptCardActionsTest, NamesItsControlsForThoseWhoCannotSee)
+{
+    renderText("https://example.com");
+    EXPECT_EQ(Input::role(card), QAccessible::Grouping);
+    EXPECT_EQ(Input::spokenName(editor()), "Node text");
+    EXPECT_EQ(Input::role(editor()), QAccessible::EditableText);
+    for (const auto *const name : { "Node color", "Delete node", "Dictate", "Launch", "Copy" }) {
+        ASSERT_TRUE(button(name)) << name;
+        EXPECT_EQ(Input::role(*button(name)), QAccessible::Button) << name;
+    }
+}
+
+TEST_F(PromptCardActionsTest, LetsAssistiveProgramsPress)
+{
+    show();
+    auto *const action = QAccessible::queryAccessibleInterface(button("Copy"))->actionInterface();
+    ASSERT_TRUE(action);
+    action->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return reports == Reports({ "copy" }); }));
+}
+
+} // namespace

@@ -1,0 +1,235 @@
+#include "views/DragHandle.h"
+#include "views/Picture.h"
+#include "views/PromptCardFixture.h"
+
+#include <QMouseEvent>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+const QColor Ground(20, 60, 90);
+const QColor Accent = QColor::fromRgbF(0.91F, 0.16F, 0.17F);
+
+class PromptCardDragTest : public PromptCardFixture
+{
+protected:
+    PromptCardDragTest() { show(); }
+
+    DragHandle &handle() const { return *card.findChild<DragHandle *>(); }
+
+    void send(QEvent::Type type, const QPointF &distance, Qt::MouseButton button,
+              Qt::MouseButtons buttons)
+    {
+        const QPointF place = QPointF(10, 12) + distance;
+        QMouseEvent event(type, place, handle().mapToGlobal(QPoint()) + place, button, buttons, {});
+        // Past QApplication, which knows whole points only.
+        static_cast<QObject &>(handle()).event(&event);
+    }
+
+    void press() { send(QEvent::MouseButtonPress, {}, Qt::LeftButton, Qt::LeftButton); }
+
+    void moveBy(const QPointF &distance)
+    {
+        send(QEvent::MouseMove, distance, Qt::NoButton, Qt::LeftButton);
+    }
+
+    void release(const QPointF &distance)
+    {
+        send(QEvent::MouseButtonRelease, distance, Qt::LeftButton, Qt::NoButton);
+    }
+
+    void drag(const QPointF &distance)
+    {
+        press();
+        moveBy(distance / 2);
+        moveBy(distance);
+        release(distance);
+    }
+};
+
+struct Drag {
+    double distance;
+    int steps;
+};
+
+TEST_F(PromptCardDragTest, CountsPlacesByTheDistanceOfTheDrag)
+{
+    for (const auto &[distance, steps] :
+         { Drag { 0, 0 }, Drag { 23.9, 0 }, Drag { -23.9, 0 }, Drag { 23.999, 0 }, Drag { 24, 1 },
+           Drag { -24, -1 }, Drag { 119.9, 1 }, Drag { 120, 1 }, Drag { 239, 1 },
+           Drag { 239.99, 1 }, Drag { 240, 2 }, Drag { -240, -2 }, Drag { -250, -2 },
+           Drag { 359, 2 }, Drag { 359.99, 2 }, Drag { 360, 3 }, Drag { -360, -3 },
+           Drag { 1200, 10 }, Drag { -1199.9, -9 } })
+        EXPECT_EQ(PromptCard::reorderSteps(distance), steps) << distance;
+}
+
+TEST_F(PromptCardDragTest, ReportsADragOnceItEnds)
+{
+    press();
+    moveBy({ 0, 130 });
+    moveBy({ 0, 250 });
+    EXPECT_EQ(reports, Reports());
+    release({ 0, 250 });
+    EXPECT_EQ(reports, Reports({ "reorder 2" }));
+}
+
+TEST_F(PromptCardDragTest, TellsTheDirectionBySign)
+{
+    drag({ 0, -250 });
+    drag({ 0, 24 });
+    drag({ 0, -24 });
+    EXPECT_EQ(reports, Reports({ "reorder -2", "reorder 1", "reorder -1" }));
+}
+
+TEST_F(PromptCardDragTest, DoesNothingForLessThanTwentyFourPoints)
+{
+    drag({ 0, 23.9 });
+    drag({ 0, -23.9 });
+    EXPECT_EQ(reports, Reports());
+    drag({ 0, 24.0 });
+    EXPECT_EQ(reports, Reports({ "reorder 1" }));
+}
+
+TEST_F(PromptCardDragTest, NeverReordersByAHorizontalDrag)
+{
+    drag({ 300, 0 });
+    drag({ -300, 20 });
+    EXPECT_EQ(reports, Reports());
+}
+
+TEST_F(PromptCardDragTest, TakesTheVerticalPartOfASlantedDrag)
+{
+    press();
+    moveBy({ 200, 30.5 });
+    EXPECT_EQ(card.dragTranslation(), 30.5);
+    release({ 200, 30.5 });
+    EXPECT_EQ(reports, Reports({ "reorder 1" }));
+}
+
+TEST_F(PromptCardDragTest, BeginsADragAfterFourPoints)
+{
+    press();
+    moveBy({ 0, 3.9 });
+    EXPECT_EQ(card.dragTranslation(), 0);
+    moveBy({ 2.9, 2.7 });
+    EXPECT_EQ(card.dragTranslation(), 0);
+    moveBy({ 0, 4 });
+    EXPECT_EQ(card.dragTranslation(), 4);
+    moveBy({ 0, 1 }); // once begun, it goes on
+    EXPECT_EQ(card.dragTranslation(), 1);
+    release({ 0, 1 });
+}
+
+TEST_F(PromptCardDragTest, FallsBackToRestWhenTheDragEnds)
+{
+    const Picture before(card, Ground);
+    press();
+    moveBy({ 0, -60 });
+    EXPECT_EQ(card.dragTranslation(), -60);
+    release({ 0, -60 });
+    EXPECT_EQ(card.dragTranslation(), 0);
+    EXPECT_EQ(Picture(card, Ground).differenceFrom(before), QRectF());
+}
+
+TEST_F(PromptCardDragTest, CancelsADragWhenTheCardIsHidden)
+{
+    press();
+    moveBy({ 0, 100 });
+    card.hide();
+    EXPECT_EQ(card.dragTranslation(), 0);
+    release({ 0, 100 });
+    EXPECT_EQ(reports, Reports());
+}
+
+TEST_F(PromptCardDragTest, FollowsTheRealMouseBeyondTheCard)
+{
+    Input::press(handle(), { 10, 12 });
+    Input::moveTo(handle(), { 15, 150 });
+    EXPECT_EQ(card.dragTranslation(), 138);
+    Input::moveTo(handle(), { 15, 260 });
+    Input::release(handle(), { 15, 260 });
+    EXPECT_EQ(reports, Reports({ "reorder 2" }));
+}
+
+TEST_F(PromptCardDragTest, ListensToTheLeftButtonOnly)
+{
+    send(QEvent::MouseButtonPress, {}, Qt::RightButton, Qt::RightButton);
+    send(QEvent::MouseMove, { 0, 100 }, Qt::NoButton, Qt::RightButton);
+    send(QEvent::MouseButtonRelease, { 0, 100 }, Qt::RightButton, Qt::NoButton);
+    EXPECT_EQ(reports, Reports());
+    EXPECT_EQ(card.dragTranslation(), 0);
+}
+
+TEST_F(PromptCardDragTest, HasAnAccentBorderTwoWideWhileDragged)
+{
+    block.color = BlockColor::blue;
+    render();
+    press();
+    moveBy({ 0, 30 });
+    const Picture picture(card, Ground);
+    const QColor fill =
+        over(BlockColor(BlockColor::blue).swiftUIColor()->withOpacity(0.09), Ground);
+    for (const qreal inset : { 0.25, 0.75, 1.25, 1.75 }) {
+        EXPECT_TRUE(isColor(picture.at(200, inset), Accent)) << inset;
+        EXPECT_TRUE(isColor(picture.at(inset, 90), Accent)) << inset;
+        EXPECT_TRUE(isColor(picture.at(200, card.height() - inset), Accent)) << inset;
+    }
+    EXPECT_TRUE(isColor(picture.at(200, 2.25), fill));
+    EXPECT_TRUE(isColor(picture.at(2.25, 90), fill));
+    release({});
+}
+
+TEST_F(PromptCardDragTest, MovesTheLinesWithThePointerOverTheNeighbours)
+{
+    const QRectF column(10, 0, 24, 100);
+    ASSERT_TRUE(Picture(list, Ground).inkIn(column, Ground).isEmpty());
+    press();
+    moveBy({ 0, -80 });
+    const QRectF lines = Picture(list, Ground).inkIn(column, Ground);
+    // At rest their middle is 22 below the card's top, which is 100 below the list's.
+    EXPECT_NEAR(lines.center().y(), 122 - 80, 1);
+    const QColor fill = over({ 0.125, 0.12, 0.14 }, Ground);
+    EXPECT_EQ(Picture(card, Ground).inkIn({ 12, 12, 40, 20 }, fill), QRectF());
+    release({ 0, -80 });
+    EXPECT_TRUE(Picture(list, Ground).inkIn(column, Ground).isEmpty());
+}
+
+TEST_F(PromptCardDragTest, MovesByOnePlaceWithTheArrowKeys)
+{
+    handle().setFocus(Qt::TabFocusReason);
+    Input::key(card, Qt::Key_Down);
+    Input::key(card, Qt::Key_Up);
+    EXPECT_EQ(reports, Reports({ "reorder 1", "reorder -1" }));
+}
+
+TEST_F(PromptCardDragTest, CancelsADragOnEscape)
+{
+    handle().setFocus(Qt::TabFocusReason);
+    press();
+    moveBy({ 0, 100 });
+    Input::key(card, Qt::Key_Escape);
+    EXPECT_EQ(card.dragTranslation(), 0);
+    release({ 0, 100 });
+    EXPECT_EQ(reports, Reports());
+}
+
+TEST_F(PromptCardDragTest, SurvivesARedrawWhileItIsDragged)
+{
+    press();
+    moveBy({ 0, 50 });
+    render(true, false);
+    renderText("other");
+    EXPECT_EQ(card.dragTranslation(), 50);
+    release({ 0, 50 });
+    EXPECT_EQ(reports, Reports({ "reorder 1" }));
+}
+
+TEST_F(PromptCardDragTest, NamesTheHandle)
+{
+    EXPECT_EQ(Input::spokenName(handle()), "Drag node to reorder");
+    EXPECT_EQ(handle().toolTip().toStdString(), "Drag to reorder this node");
+    EXPECT_EQ(Input::role(handle()), QAccessible::Grip);
+}
+
+} // namespace

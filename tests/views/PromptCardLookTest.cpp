@@ -1,0 +1,191 @@
+#include "views/ActionButton.h"
+#include "views/DragHandle.h"
+#include "views/Picture.h"
+#include "views/PromptCardFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+
+namespace
+{
+
+const QColor Ground(20, 60, 90);
+constexpr int Radius = 9;
+constexpr SrgbColor Raised { 0.125, 0.12, 0.14 };
+
+struct Tagged {
+    BlockColor color;
+    std::optional<SrgbColor> display;
+};
+
+const std::array<Tagged, 8> AllColors { {
+    { BlockColor::none, std::nullopt },
+    { BlockColor::red, SrgbColor { 0.91, 0.16, 0.17 } },
+    { BlockColor::orange, SrgbColor { 1.0, 159 / 255.0, 10 / 255.0 } },
+    { BlockColor::yellow, SrgbColor { 1.0, 214 / 255.0, 10 / 255.0 } },
+    { BlockColor::green, SrgbColor { 0.31, 0.71, 0.39 } },
+    { BlockColor::blue, SrgbColor { 10 / 255.0, 132 / 255.0, 1.0 } },
+    { BlockColor::purple, SrgbColor { 191 / 255.0, 90 / 255.0, 242 / 255.0 } },
+    { BlockColor::pink, SrgbColor { 1.0, 55 / 255.0, 95 / 255.0 } },
+} };
+
+SrgbColor fillOf(const Tagged &tag)
+{
+    return tag.display ? tag.display->withOpacity(0.09) : Raised;
+}
+
+SrgbColor borderOf(const Tagged &tag)
+{
+    return tag.display ? tag.display->withOpacity(0.45) : SrgbColor::white(0.1);
+}
+
+QColor qColor(const SrgbColor &color)
+{
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue), static_cast<float>(color.opacity));
+}
+
+class PromptCardLookTest : public PromptCardFixture
+{
+protected:
+    PromptCardLookTest() { show(); }
+
+    Picture picture() { return Picture(card, Ground); }
+
+    /// A card's shape without its content.
+    Picture shape(const Tagged &tag) const
+    {
+        return { card.size(), card.devicePixelRatio(), Ground, [&](QPainter &painter) {
+                    painter.setPen(Qt::NoPen);
+                    painter.setBrush(qColor(fillOf(tag)));
+                    painter.drawRoundedRect(QRectF(card.rect()), Radius, Radius);
+                    painter.setPen(QPen(qColor(borderOf(tag)), 1));
+                    painter.setBrush(Qt::NoBrush);
+                    painter.drawRoundedRect(QRectF(card.rect()).adjusted(0.5, 0.5, -0.5, -0.5),
+                                            Radius - 0.5, Radius - 0.5);
+                } };
+    }
+
+    QRect placeOf(const std::string &name) const { return button(name)->geometry(); }
+};
+
+TEST_F(PromptCardLookTest, IsFilledAndBorderedInEachColor)
+{
+    for (const auto &tag : AllColors) {
+        block.color = tag.color;
+        render();
+        const QColor fill = over(fillOf(tag), Ground);
+        const Picture seen = picture();
+        EXPECT_TRUE(isColor(seen.at(5, 60), fill)) << block.color.title();
+        EXPECT_TRUE(isColor(seen.at(200, 0.4), over(borderOf(tag), fill))) << block.color.title();
+        EXPECT_TRUE(isColor(seen.at(0.4, 60), over(borderOf(tag), fill))) << block.color.title();
+    }
+}
+
+TEST_F(PromptCardLookTest, HasABorderOneWideAndCornersOfRadiusNine)
+{
+    for (const auto &tag : AllColors) {
+        block.color = tag.color;
+        render();
+        const Picture seen = picture();
+        const Picture expected = shape(tag);
+        const qreal right = card.width() - 10;
+        const qreal bottom = card.height() - 10;
+        for (const QPointF corner :
+             { QPointF(0, 0), QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom) })
+            EXPECT_EQ(seen.differenceFrom(expected, QRectF(corner, QSizeF(10, 10))), QRectF())
+                << block.color.title();
+        EXPECT_TRUE(isColor(seen.at(0.2, 0.2), Ground));
+    }
+}
+
+TEST_F(PromptCardLookTest, PadsItsContentByTenAndSpacesItByEight)
+{
+    const auto &handle = *card.findChild<DragHandle *>();
+    EXPECT_EQ(handle.geometry(), QRect(10, 10, 44, 24));
+    EXPECT_EQ(editor().geometry(), QRect(12, 42, card.width() - 24, 82));
+    EXPECT_EQ(placeOf("Dictate").top(), 132);
+    EXPECT_EQ(placeOf("Dictate").left(), 10);
+    EXPECT_EQ(placeOf("Copy").top(), 132);
+    EXPECT_EQ(placeOf("Copy").right(), card.width() - 11);
+    EXPECT_EQ(card.height(), 132 + ActionButton::buttonHeight() + 10);
+}
+
+TEST_F(PromptCardLookTest, KeepsItsContentInPlaceWhenItGrowsWider)
+{
+    card.resize(500, card.height());
+    EXPECT_EQ(editor().geometry(), QRect(12, 42, 476, 82));
+    EXPECT_EQ(placeOf("Copy").right(), 489);
+    EXPECT_EQ(placeOf("Delete node").right(), 489);
+}
+
+TEST_F(PromptCardLookTest, PutsTheColorMenuBesideTheTrashAtTheRight)
+{
+    const QRect trash = placeOf("Delete node");
+    const QRect palette = placeOf("Node color");
+    EXPECT_EQ(trash.right(), card.width() - 11);
+    EXPECT_EQ(palette.width(), 20);
+    EXPECT_EQ(trash.left() - (palette.right() + 1), 8);
+    EXPECT_EQ(palette.center().y(), 21);
+    EXPECT_EQ(trash.center().y(), 21);
+}
+
+TEST_F(PromptCardLookTest, SpacesItsActionsBySix)
+{
+    renderText("https://example.com");
+    EXPECT_EQ(placeOf("Launch").left() - (placeOf("Dictate").right() + 1), 6);
+    renderText("");
+    EXPECT_EQ(placeOf("Paste").left(), 10);
+    EXPECT_EQ(placeOf("Dictate").left() - (placeOf("Paste").right() + 1), 6);
+}
+
+TEST_F(PromptCardLookTest, DrawsTheHandlesLinesAtItsLeftInTheSecondaryColor)
+{
+    const QColor fill = over(Raised, Ground);
+    const Picture seen = picture();
+    const QRectF handle(10, 10, 44, 24);
+    const QRectF lines = seen.inkIn(handle, fill);
+    EXPECT_GE(lines.left(), 10);
+    EXPECT_LE(lines.right(), 34);
+    EXPECT_LE(lines.height(), 9);
+    EXPECT_GE(lines.height(), 6);
+    EXPECT_NEAR(lines.center().y(), 22, 0.75);
+    EXPECT_TRUE(isColor(seen.strongestInkIn(handle, fill), over(SrgbColor::white(0.56), fill), 24));
+}
+
+TEST_F(PromptCardLookTest, DrawsTheHeadersSymbolsInTheSecondaryColor)
+{
+    const QColor fill = over(Raised, Ground);
+    const Picture seen = picture();
+    for (const auto *const name : { "Node color", "Delete node" }) {
+        const QRectF ink = seen.inkIn(placeOf(name), fill);
+        EXPECT_NEAR(ink.center().x(), QRectF(placeOf(name)).center().x(), 1) << name;
+        EXPECT_NEAR(ink.center().y(), QRectF(placeOf(name)).center().y(), 1.5) << name;
+        EXPECT_LE(ink.height(), 15) << name;
+        EXPECT_GE(ink.height(), 9) << name;
+        EXPECT_TRUE(isGrey(seen.strongestInkIn(placeOf(name), fill))) << name;
+    }
+}
+
+TEST_F(PromptCardLookTest, ShowsItsGroundThroughTheEditor)
+{
+    renderText("");
+    const QColor fill = over(Raised, Ground);
+    EXPECT_EQ(picture().inkIn(editor().geometry(), fill), QRectF());
+    EXPECT_EQ(editor().font().pixelSize(), 13);
+}
+
+TEST_F(PromptCardLookTest, ShowsWhichColorANodeTakesOn)
+{
+    const Picture before = picture();
+    block.color = BlockColor::blue;
+    render();
+    EXPECT_NE(picture().differenceFrom(before), QRectF());
+    block.color = BlockColor::none;
+    render();
+    EXPECT_EQ(picture().differenceFrom(before), QRectF());
+}
+
+} // namespace

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "library/SatchelStoreFixture.h"
+#include "views/Input.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A machine of one's own whose store starts from what the test says.
+class ViewFixture : public SatchelStoreFixture
+{
+protected:
+    using Texts = std::vector<std::string>;
+
+    static PromptTab tabOf(const std::string &name, const Texts &texts = {})
+    {
+        PromptTab tab { .name = name, .blocks = {} };
+        for (const auto &text : texts)
+            tab.blocks.push_back({ .text = text, .color = {} });
+        return tab;
+    }
+
+    /// Texts that tell their own number.
+    static Texts numberedTexts(std::size_t count)
+    {
+        Texts texts;
+        for (std::size_t number = 0; number < count; ++number)
+            texts.push_back("text " + std::to_string(number));
+        return texts;
+    }
+
+    /// Starts the store from a file with these tabs; the first is active.
+    SatchelStore &open(const std::vector<PromptTab> &tabs)
+    {
+        writeFile(tabs);
+        return m_store.emplace(machine.platform);
+    }
+
+    SatchelStore &store() { return *m_store; }
+
+    /// Lets the views follow the models.
+    void settle()
+    {
+        machine.mainQueue.runPending();
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+private:
+    std::optional<SatchelStore> m_store;
+};

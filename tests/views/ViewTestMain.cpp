@@ -1,0 +1,14 @@
+#include "app/DarkAppearance.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    DarkAppearance::apply();
+    return RUN_ALL_TESTS();
+}
