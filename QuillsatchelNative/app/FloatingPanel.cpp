@@ -8,7 +8,6 @@
 
 #include <QPainter>
 #include <QScreen>
-#include <QShowEvent>
 #include <QWindow>
 
 FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
@@ -54,10 +53,12 @@ void FloatingPanel::makeKeyAndOrderFront()
     activateWindow();
 }
 
-void FloatingPanel::showEvent(QShowEvent *event)
+// Once the window is mapped, not as it is about to be: window managers know no other, and forget
+// the wish whenever it is hidden.
+void FloatingPanel::setVisible(bool visible)
 {
-    QWidget::showEvent(event);
-    if (!event->spontaneous())
+    QWidget::setVisible(visible);
+    if (visible)
         m_windowSystem.showOnAllDesktops(*windowHandle());
 }
 

@@ -29,11 +29,12 @@ public:
     /// Shows the panel in front and gives it the keyboard.
     void makeKeyAndOrderFront();
 
+    void setVisible(bool visible) override;
+
     /// In points.
     static constexpr int CornerRadius = 10;
 
 protected:
-    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
