@@ -1,0 +1,323 @@
+#include "support/WholeFile.h"
+
+#include "fakes/TestFiles.h"
+#include "fakes/UnprivilegedScope.h"
+
+#include <QStorageInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+const std::string AllBytes = [] {
+    std::string bytes(256, '\0');
+    std::generate(bytes.begin(), bytes.end(),
+                  [next = 0]() mutable { return static_cast<char>(next++); });
+    return bytes;
+}();
+
+/// Lets no file grow beyond some bytes, as a full disk does.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_former);
+        const rlimit limit { .rlim_cur = bytes, .rlim_max = m_former.rlim_max };
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_former);
+        std::signal(SIGXFSZ, m_formerHandler);
+    }
+
+private:
+    void (*m_formerHandler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit m_former {};
+};
+
+class WholeFileTest : public testing::Test
+{
+protected:
+    static std::optional<std::string> read(const fs::path &path)
+    {
+        const auto bytes = WholeFile::read(QString::fromStdString(path));
+        return bytes ? std::optional(bytes->toStdString()) : std::nullopt;
+    }
+
+    static bool replace(const fs::path &path, std::string_view bytes)
+    {
+        return WholeFile::replace(QString::fromStdString(path), bytes);
+    }
+
+    bool keep() const
+    {
+        return WholeFile::keep(QString::fromStdString(file), QString::fromStdString(kept));
+    }
+
+    /// How many entries there are, so that temporary files show.
+    std::ptrdiff_t entries() const
+    {
+        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    }
+
+    QTemporaryDir directory;
+    fs::path folder = directory.path().toStdString();
+    fs::path file = folder / "file";
+    fs::path kept = folder / "kept";
+};
+
+TEST_F(WholeFileTest, ReadsAllBytes)
+{
+    TestFiles::write(file, AllBytes);
+    EXPECT_EQ(read(file), AllBytes);
+}
+
+TEST_F(WholeFileTest, ReadsAnEmptyFile)
+{
+    TestFiles::write(file, "");
+    EXPECT_EQ(read(file), "");
+}
+
+TEST_F(WholeFileTest, ReadsThroughALink)
+{
+    TestFiles::write(folder / "target", "text");
+    fs::create_symlink("target", file);
+    EXPECT_EQ(read(file), "text");
+}
+
+TEST_F(WholeFileTest, LeavesRoomBehindTheBytes)
+{
+    TestFiles::write(file, "text");
+    const auto bytes = WholeFile::read(QString::fromStdString(file));
+    ASSERT_TRUE(bytes);
+    EXPECT_GE(bytes->capacity(), bytes->size() + 64);
+}
+
+TEST_F(WholeFileTest, ReadsNothingButFiles)
+{
+    EXPECT_FALSE(read(file)) << "missing";
+    EXPECT_FALSE(read(folder)) << "a folder";
+    fs::create_symlink("nowhere", folder / "dangling");
+    EXPECT_FALSE(read(folder / "dangling"));
+}
+
+TEST_F(WholeFileTest, DoesNotWaitForAPipe)
+{
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_FALSE(read(file));
+}
+
+TEST_F(WholeFileTest, ReadsNothingWithoutPermission)
+{
+    TestFiles::write(file, "text");
+    TestFiles::setMode(file, 0200);
+    const UnprivilegedScope scope(folder);
+    EXPECT_FALSE(read(file));
+}
+
+TEST_F(WholeFileTest, MakesANewFileForItsOwnerOnly)
+{
+    EXPECT_TRUE(replace(file, AllBytes));
+    EXPECT_EQ(TestFiles::read(file), AllBytes);
+    EXPECT_EQ(TestFiles::mode(file), 0600U);
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(WholeFileTest, ReplacesLongerAndShorterText)
+{
+    EXPECT_TRUE(replace(file, "some text"));
+    EXPECT_TRUE(replace(file, ""));
+    EXPECT_EQ(TestFiles::read(file), "");
+    EXPECT_TRUE(replace(file, "text"));
+    EXPECT_EQ(TestFiles::read(file), "text");
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(WholeFileTest, KeepsThePermissionsOfAnOldFile)
+{
+    for (const unsigned mode : { 0644U, 0660U, 0600U, 0640U }) {
+        TestFiles::write(file, "old");
+        TestFiles::setMode(file, mode);
+        EXPECT_TRUE(replace(file, "new"));
+        EXPECT_EQ(TestFiles::mode(file), mode);
+        fs::remove(file);
+    }
+}
+
+TEST_F(WholeFileTest, PutsAnotherFileInPlaceOfTheOldOne)
+{
+    TestFiles::write(file, "old");
+    fs::create_hard_link(file, folder / "former");
+    EXPECT_TRUE(replace(file, "new"));
+    EXPECT_EQ(TestFiles::read(file), "new");
+    EXPECT_EQ(TestFiles::read(folder / "former"), "old") << "nothing was written into the old file";
+}
+
+TEST_F(WholeFileTest, LeavesALinkALinkAndReplacesItsTarget)
+{
+    TestFiles::write(folder / "elsewhere" / "target", "old");
+    fs::create_symlink("elsewhere/target", folder / "between");
+    fs::create_symlink(folder / "between", file);
+    EXPECT_TRUE(replace(file, "new"));
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_TRUE(fs::is_symlink(folder / "between"));
+    EXPECT_EQ(TestFiles::read(folder / "elsewhere" / "target"), "new");
+}
+
+TEST_F(WholeFileTest, MakesTheMissingTargetOfALink)
+{
+    fs::create_symlink("target", file);
+    EXPECT_TRUE(replace(file, "new"));
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(TestFiles::read(folder / "target"), "new");
+    EXPECT_EQ(TestFiles::mode(folder / "target"), 0600U);
+}
+
+TEST_F(WholeFileTest, ReplacesNothingWhereThereIsNoFolderOrAFolder)
+{
+    EXPECT_FALSE(replace(folder / "missing" / "file", "new"));
+    EXPECT_FALSE(replace(folder, "new"));
+    EXPECT_EQ(entries(), 0);
+}
+
+TEST_F(WholeFileTest, LeavesTheOldFileWhereItMayNotBeReplaced)
+{
+    TestFiles::write(file, "old");
+    const UnprivilegedScope scope(folder);
+
+    TestFiles::setMode(file, 0400);
+    EXPECT_FALSE(replace(file, "new"));
+    TestFiles::setMode(file, 0600);
+    TestFiles::setMode(folder, 0500);
+    EXPECT_FALSE(replace(file, "new"));
+    TestFiles::setMode(folder, 0700);
+
+    EXPECT_EQ(TestFiles::read(file), "old");
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(WholeFileTest, LeavesTheOldFileWhereTheNewOneFindsNoRoom)
+{
+    TestFiles::write(file, "old");
+    const FileSizeLimit limit(1000);
+    EXPECT_FALSE(replace(file, std::string(2000, 'x')));
+    EXPECT_EQ(TestFiles::read(file), "old");
+    EXPECT_EQ(entries(), 1);
+    EXPECT_TRUE(replace(file, std::string(1000, 'x')));
+}
+
+TEST_F(WholeFileTest, KeepsAFileByteForByte)
+{
+    TestFiles::write(file, AllBytes);
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(TestFiles::read(kept), AllBytes);
+    EXPECT_EQ(TestFiles::read(file), AllBytes);
+}
+
+TEST_F(WholeFileTest, KeepsTheOldBytesWhenTheFileIsReplaced)
+{
+    TestFiles::write(file, "old");
+    EXPECT_TRUE(keep());
+    EXPECT_TRUE(replace(file, "new"));
+    EXPECT_EQ(TestFiles::read(kept), "old");
+    EXPECT_EQ(TestFiles::read(file), "new");
+}
+
+TEST_F(WholeFileTest, KeepsAFileInPlaceOfWhatWasKeptBefore)
+{
+    TestFiles::write(kept, "something older and longer");
+    TestFiles::write(file, "old");
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(TestFiles::read(kept), "old");
+    EXPECT_EQ(entries(), 2);
+}
+
+TEST_F(WholeFileTest, ReplacesALinkWhereItKeepsRatherThanItsTarget)
+{
+    TestFiles::write(folder / "bystander", "untouched");
+    fs::create_symlink("bystander", kept);
+    TestFiles::write(file, "old");
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(TestFiles::read(kept), "old");
+    EXPECT_EQ(TestFiles::read(folder / "bystander"), "untouched");
+}
+
+TEST_F(WholeFileTest, KeepsTheTargetOfALink)
+{
+    TestFiles::write(folder / "target", "old");
+    fs::create_symlink("target", file);
+    EXPECT_TRUE(keep());
+    EXPECT_FALSE(fs::is_symlink(kept));
+    EXPECT_TRUE(replace(file, "new"));
+    EXPECT_EQ(TestFiles::read(kept), "old");
+}
+
+TEST_F(WholeFileTest, KeepsTheTargetOfALinkOnAnotherDisk)
+{
+    const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/kept-XXXXXX"));
+
+    const QStorageInfo here(directory.path());
+    const QStorageInfo there(elsewhere.path());
+    if (!elsewhere.isValid() || here.device() == there.device())
+        GTEST_SKIP() << "There is no second file system here.";
+    const auto target = fs::path(elsewhere.path().toStdString()) / "target";
+    TestFiles::write(target, AllBytes);
+    fs::create_symlink(target, file);
+
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(TestFiles::read(kept), AllBytes);
+    EXPECT_EQ(TestFiles::mode(kept), 0600U);
+}
+
+TEST_F(WholeFileTest, KeepsAFileItMayNotRead)
+{
+    TestFiles::write(file, "old");
+    TestFiles::setMode(file, 0200);
+    {
+        const UnprivilegedScope scope(folder);
+        EXPECT_TRUE(keep());
+    }
+    TestFiles::setMode(kept, 0600);
+    EXPECT_EQ(TestFiles::read(kept), "old");
+}
+
+TEST_F(WholeFileTest, HasNothingToKeepWhereThereIsNoFile)
+{
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(entries(), 0);
+}
+
+TEST_F(WholeFileTest, SaysWhenAFileCouldNotBeKept)
+{
+    TestFiles::write(file, "old");
+    TestFiles::write(kept / "in the way", "");
+    EXPECT_FALSE(keep());
+    EXPECT_TRUE(fs::exists(kept / "in the way"));
+    EXPECT_EQ(TestFiles::read(file), "old");
+}
+
+TEST_F(WholeFileTest, KeepsNoFolder)
+{
+    fs::create_directory(file);
+    EXPECT_FALSE(keep());
+}
+
+} // namespace
