@@ -28,7 +28,7 @@ protected:
     void writeFile(const std::vector<PromptTab> &tabs,
                    const std::optional<QUuid> &activeTabID = {}) const
     {
-        writeFile(SatchelDocument::encode(activeTabID, tabs));
+        writeFile(SatchelDocument { .activeTabID = activeTabID, .tabs = tabs }.encode());
     }
 
     std::string fileText() const { return TestFiles::read(file); }

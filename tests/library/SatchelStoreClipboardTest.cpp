@@ -1,0 +1,216 @@
+#include "library/SatchelStore.h"
+#include "library/SatchelStoreFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+using namespace std::string_literals;
+
+/// What goes to and comes from the machine: copying, pasting, opening.
+class SatchelStoreClipboardTest : public SatchelStoreFixture
+{
+protected:
+    SatchelStoreClipboardTest()
+    {
+        writeFile({ tab });
+        m_store.emplace(machine.platform);
+    }
+
+    SatchelStore &store() { return *m_store; }
+
+    const std::optional<QUuid> &copied() { return store().copiedBlockID().get(); }
+
+    /// What the browser was given for a node with this text.
+    std::vector<std::string> openedFor(const std::string &text)
+    {
+        machine.workspace.opened.clear();
+        store().updateBlock(a, text);
+        advance(SaveDelay);
+        store().openBlockURL(a);
+        EXPECT_EQ(store().activeTab()->blocks.front().text, text);
+        return machine.workspace.opened;
+    }
+
+    using Texts = std::vector<std::string>;
+
+    PromptTab tab { .blocks = { { .text = "text of a", .color = {} },
+                                { .text = "", .color = {} } } };
+    QUuid a = tab.blocks[0].id;
+    QUuid b = tab.blocks[1].id;
+
+private:
+    std::optional<SatchelStore> m_store;
+};
+
+TEST_F(SatchelStoreClipboardTest, CopiesTheTextAsItIsAndMarksTheNode)
+{
+    const auto text = "  \u00E9\U0001F600\n\"a/b\"\0 "s;
+    store().updateBlock(a, text);
+    machine.pasteboard.contents = "something older";
+    store().copyBlock(a);
+    EXPECT_EQ(machine.pasteboard.contents, text);
+    EXPECT_EQ(copied(), a);
+}
+
+TEST_F(SatchelStoreClipboardTest, CopiesAnEmptyTextAsAnEmptyText)
+{
+    machine.pasteboard.contents = "something older";
+    store().copyBlock(b);
+    EXPECT_EQ(machine.pasteboard.contents, "");
+    EXPECT_EQ(copied(), b);
+}
+
+TEST_F(SatchelStoreClipboardTest, SavesNothingWhenItCopies)
+{
+    EXPECT_FALSE(saves([&] { store().copyBlock(a); }));
+    EXPECT_EQ(store().tabs().get(), std::vector({ tab }));
+}
+
+TEST_F(SatchelStoreClipboardTest, ClearsTheMarkAfterItsTime)
+{
+    store().copyBlock(a);
+    advance(1399ms);
+    EXPECT_EQ(copied(), a);
+    advance(1ms);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, GivesTheMarkOfAnotherNodeItsFullTime)
+{
+    store().copyBlock(a);
+    advance(1000ms);
+    store().copyBlock(b);
+    EXPECT_EQ(copied(), b);
+    advance(400ms);
+    EXPECT_EQ(copied(), b) << "the first copy's time is over";
+    advance(999ms);
+    EXPECT_EQ(copied(), b);
+    advance(1ms);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, DoesNotExtendTheMarkOfANodeThatIsCopiedTwice)
+{
+    store().copyBlock(a);
+    advance(1000ms);
+    store().copyBlock(a);
+    advance(399ms);
+    EXPECT_EQ(copied(), a);
+    advance(1ms);
+    EXPECT_FALSE(copied());
+    advance(Long);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, LetsTheFirstCopyEndTheMarkOfTheSameNodeAlsoWithAnotherBetween)
+{
+    store().copyBlock(a);
+    advance(500ms);
+    store().copyBlock(b);
+    advance(500ms);
+    store().copyBlock(a);
+    advance(399ms);
+    EXPECT_EQ(copied(), a);
+    advance(1ms);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, MarksANodeAgainOnceItsMarkIsGone)
+{
+    store().copyBlock(a);
+    advance(1400ms);
+    store().copyBlock(a);
+    advance(1399ms);
+    EXPECT_EQ(copied(), a);
+    advance(1ms);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, KeepsTheMarkOfANodeThatIsDeletedForItsTime)
+{
+    store().copyBlock(a);
+    store().deleteBlock(a);
+    EXPECT_EQ(copied(), a);
+    advance(1400ms);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, WritesNoMarkIntoTheFile)
+{
+    store().copyBlock(a);
+    store().addBlock();
+    advance(SaveDelay);
+    ASSERT_EQ(copied(), a);
+    EXPECT_EQ(fileText(), documentOf(store()).encode());
+    const SatchelStore next(machine.platform);
+    EXPECT_FALSE(next.copiedBlockID().get());
+}
+
+TEST_F(SatchelStoreClipboardTest, PastesInPlaceOfTheWholeText)
+{
+    machine.pasteboard.contents = " pasted\n";
+    EXPECT_TRUE(saves([&] { store().pasteIntoBlock(a); }));
+    EXPECT_EQ(store().activeTab()->blocks[0].text, " pasted\n");
+    EXPECT_EQ(store().activeTab()->blocks[1], tab.blocks[1]);
+    EXPECT_EQ(machine.pasteboard.contents, " pasted\n");
+}
+
+TEST_F(SatchelStoreClipboardTest, PastesAnEmptyText)
+{
+    machine.pasteboard.contents = "";
+    EXPECT_TRUE(saves([&] { store().pasteIntoBlock(a); }));
+    EXPECT_EQ(store().activeTab()->blocks[0].text, "");
+}
+
+TEST_F(SatchelStoreClipboardTest, PastesNothingWhereNoTextLies)
+{
+    machine.pasteboard.contents.reset();
+    EXPECT_FALSE(saves([&] { store().pasteIntoBlock(a); }));
+    EXPECT_EQ(store().tabs().get(), std::vector({ tab }));
+}
+
+TEST_F(SatchelStoreClipboardTest, OpensWebAddresses)
+{
+    EXPECT_EQ(openedFor("https://example.com"), Texts({ "https://example.com" }));
+    EXPECT_EQ(openedFor("http://example.com:8080/a?b#c"),
+              Texts({ "http://example.com:8080/a?b#c" }));
+}
+
+TEST_F(SatchelStoreClipboardTest, OpensAnAddressWithoutTheWhiteSpaceAroundIt)
+{
+    EXPECT_EQ(openedFor("  https://example.com/ \n"), Texts({ "https://example.com/" }));
+    EXPECT_EQ(openedFor("\u00A0\u2028\thttps://example.com/\r\n\u3000"),
+              Texts({ "https://example.com/" }));
+}
+
+TEST_F(SatchelStoreClipboardTest, OpensAnAddressWhoseSchemeIsInCapitals)
+{
+    EXPECT_EQ(openedFor("HTTPS://Example.com/A"), Texts({ "HTTPS://Example.com/A" }));
+    EXPECT_EQ(openedFor("Http://example.com"), Texts({ "Http://example.com" }));
+}
+
+TEST_F(SatchelStoreClipboardTest, OpensNothingElse)
+{
+    for (const auto *const text :
+         { "", " ", "text", "mailto:someone@example.com", "file:///etc/hosts", "example.com",
+           "www.example.com/path", "//example.com", "ftp://example.com", "javascript:alert(1)",
+           "see https://example.com", "https://exa mple.com", "https://example.com\nand more",
+           "://example.com", "\u200Bhttps://example.com" })
+        EXPECT_EQ(openedFor(text), Texts()) << text;
+}
+
+TEST_F(SatchelStoreClipboardTest, SavesNothingWhenItOpens)
+{
+    store().updateBlock(a, "https://example.com");
+    EXPECT_FALSE(saves([&] { store().openBlockURL(a); }));
+    EXPECT_EQ(machine.workspace.opened.size(), 1U);
+}
+
+} // namespace

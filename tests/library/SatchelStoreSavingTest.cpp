@@ -1,0 +1,238 @@
+#include "fakes/UnprivilegedScope.h"
+#include "library/ExampleLibrary.h"
+#include "library/SatchelStore.h"
+#include "library/SatchelStoreFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <sys/stat.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+using SatchelStoreSavingTest = SatchelStoreFixture;
+
+TEST_F(SatchelStoreSavingTest, SavesAQuarterSecondAfterAChange)
+{
+    SatchelStore store(machine.platform);
+    store.addBlock();
+    advance(249ms);
+    EXPECT_FALSE(fs::exists(file));
+    advance(1ms);
+    EXPECT_EQ(savedDocument(), documentOf(store));
+}
+
+TEST_F(SatchelStoreSavingTest, SavesTenChangesInARowOnceAfterTheLast)
+{
+    SatchelStore store(machine.platform);
+    store.addBlock();
+    const auto block = store.activeTab()->blocks.front().id;
+    std::string text;
+    for (int change = 0; change < 9; ++change) {
+        advance(100ms);
+        text += "x";
+        store.updateBlock(block, text);
+    }
+    advance(249ms);
+    EXPECT_FALSE(fs::exists(file));
+    advance(1ms);
+    ASSERT_TRUE(savedDocument());
+    EXPECT_EQ(savedDocument()->tabs.front().blocks.front().text, text);
+
+    fs::remove(file);
+    advance(Long);
+    EXPECT_FALSE(fs::exists(file)) << "written more than once";
+}
+
+TEST_F(SatchelStoreSavingTest, SavesAgainAfterTheNextChange)
+{
+    SatchelStore store(machine.platform);
+    for (const auto *const name : { "first", "second", "third" }) {
+        EXPECT_TRUE(saves([&] { store.renameTab(*store.activeTabID().get(), name); }));
+        ASSERT_TRUE(savedDocument());
+        EXPECT_EQ(savedDocument()->tabs.front().name, name);
+    }
+}
+
+TEST_F(SatchelStoreSavingTest, SavesNothingOnceTheStoreIsGone)
+{
+    {
+        SatchelStore store(machine.platform);
+        store.addTab();
+        store.addBlock();
+        store.copyBlock(store.activeTab()->blocks.front().id);
+        advance(249ms);
+    }
+    advance(Long);
+    EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(SatchelStoreSavingTest, WritesTheSameLibraryToTheSameBytes)
+{
+    writeFile(ExampleLibrary::json);
+    SatchelStore store(machine.platform);
+    EXPECT_TRUE(saves([&] { store.selectTab(*store.activeTabID().get()); }));
+    EXPECT_EQ(fileText(), ExampleLibrary::json);
+    EXPECT_TRUE(saves([&] { store.selectTab(*store.activeTabID().get()); }));
+    EXPECT_EQ(fileText(), ExampleLibrary::json);
+}
+
+TEST_F(SatchelStoreSavingTest, LosesUnknownKeys)
+{
+    writeFile(ExampleLibrary::with("\"tabs\"", R"("extra" : 1, "tabs")"));
+    SatchelStore store(machine.platform);
+    EXPECT_TRUE(saves([&] { store.selectTab(*store.activeTabID().get()); }));
+    EXPECT_EQ(fileText(), ExampleLibrary::json);
+}
+
+TEST_F(SatchelStoreSavingTest, ReplacesAFileWithoutTabsOnlyWhenSomethingChanges)
+{
+    writeFile(R"({"tabs" : []})");
+    SatchelStore store(machine.platform);
+    advance(Long);
+    EXPECT_EQ(fileText(), R"({"tabs" : []})");
+    store.renameTab(*store.activeTabID().get(), "Prompts");
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument(), documentOf(store));
+}
+
+TEST_F(SatchelStoreSavingTest, GivesTheNextStartWhatThisOneSaved)
+{
+    std::optional<SatchelStore> store;
+    store.emplace(machine.platform);
+    store->addTab();
+    store->addBlock();
+    store->addBlock();
+    const auto block = store->activeTab()->blocks.back().id;
+    store->updateBlock(block, "\u00E9 / \"quoted\"\n\tand more");
+    store->setBlockColor(block, BlockColor::purple);
+    const auto before = documentOf(*store);
+    advance(SaveDelay);
+    store.reset();
+
+    store.emplace(machine.platform);
+    EXPECT_EQ(documentOf(*store), before);
+}
+
+TEST_F(SatchelStoreSavingTest, MakesTheFileForItsOwnerOnly)
+{
+    const auto former = umask(0);
+    SatchelStore store(machine.platform);
+    store.addTab();
+    advance(SaveDelay);
+    umask(former);
+    EXPECT_EQ(TestFiles::mode(file), 0600U);
+    EXPECT_EQ(TestFiles::mode(folder), 0700U);
+}
+
+TEST_F(SatchelStoreSavingTest, KeepsThePermissionsOfAFileThatIsThere)
+{
+    writeFile(ExampleLibrary::json);
+    TestFiles::setMode(file, 0644);
+    SatchelStore store(machine.platform);
+    store.addTab();
+    advance(SaveDelay);
+    EXPECT_EQ(TestFiles::mode(file), 0644U);
+    EXPECT_EQ(savedDocument(), documentOf(store));
+}
+
+TEST_F(SatchelStoreSavingTest, LeavesALinkALinkAndSavesToItsTarget)
+{
+    const auto target = fs::path(machine.directory.path().toStdString()) / "synced" / "library";
+    TestFiles::write(target, ExampleLibrary::json);
+    fs::create_directory(folder);
+    fs::create_symlink("../synced/library", file);
+    SatchelStore store(machine.platform);
+    EXPECT_EQ(documentOf(store), ExampleLibrary::document());
+
+    store.addTab();
+    advance(SaveDelay);
+
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_FALSE(fs::is_symlink(target));
+    EXPECT_EQ(TestFiles::read(target), documentOf(store).encode());
+}
+
+TEST_F(SatchelStoreSavingTest, ReplacesTheFileInOneStep)
+{
+    writeFile(ExampleLibrary::json);
+    const auto former = folder / "former";
+    fs::create_hard_link(file, former);
+    SatchelStore store(machine.platform);
+    store.addTab();
+    advance(SaveDelay);
+    EXPECT_EQ(TestFiles::read(former), ExampleLibrary::json) << "the old file was written into";
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2) << "something was left over";
+}
+
+TEST_F(SatchelStoreSavingTest, KeepsChangesInMemoryWhereTheFileIsReadOnly)
+{
+    writeFile(ExampleLibrary::json);
+    const UnprivilegedScope scope(machine.directory.path().toStdString());
+    TestFiles::setMode(file, 0400);
+    SatchelStore store(machine.platform);
+
+    store.addTab();
+    advance(Long);
+    store.addTab();
+    advance(Long);
+
+    EXPECT_EQ(store.tabs().get().size(), 3U);
+    EXPECT_EQ(fileText(), ExampleLibrary::json);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+}
+
+TEST_F(SatchelStoreSavingTest, TriesAgainAtTheNextChange)
+{
+    writeFile(ExampleLibrary::json);
+    const UnprivilegedScope scope(machine.directory.path().toStdString());
+    TestFiles::setMode(folder, 0500);
+    SatchelStore store(machine.platform);
+    store.addTab();
+    advance(SaveDelay);
+    TestFiles::setMode(folder, 0700);
+    advance(Long);
+    EXPECT_EQ(fileText(), ExampleLibrary::json) << "there is no retry";
+
+    store.addBlock();
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument(), documentOf(store));
+}
+
+TEST_F(SatchelStoreSavingTest, KeepsChangesInMemoryWhereAFolderStandsForTheFile)
+{
+    fs::create_directories(file);
+    SatchelStore store(machine.platform);
+    store.addTab();
+    advance(SaveDelay);
+    EXPECT_TRUE(fs::is_directory(file));
+    EXPECT_EQ(store.tabs().get().size(), 2U);
+
+    fs::remove(file);
+    store.addTab();
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument(), documentOf(store));
+}
+
+TEST_F(SatchelStoreSavingTest, KeepsChangesInMemoryWhereTheFolderIsGone)
+{
+    SatchelStore store(machine.platform);
+    fs::remove(folder);
+    store.addTab();
+    advance(SaveDelay);
+    EXPECT_FALSE(fs::exists(folder));
+
+    fs::create_directory(folder);
+    store.addTab();
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument(), documentOf(store));
+}
+
+} // namespace
