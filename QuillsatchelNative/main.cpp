@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "platform/desktop/FontPreload.h"
 
 #include <QApplication>
 
@@ -8,6 +9,7 @@ int main(int argc, char *argv[])
     // it is there, the panel can do both.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    const FontPreload fontPreload;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillsatchel"));
     AppDelegate delegate;

@@ -8,6 +8,17 @@
 
 #include <QApplication>
 
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace
+{
+
+constexpr std::chrono::milliseconds IconDelay(100); // the first frame stands by then
+
+} // namespace
+
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
     , m_store(platform)
@@ -24,8 +35,9 @@ void AppDelegate::applicationDidFinishLaunching()
     observeWindowPreferences();
     showPanel();
     // Drawing the icon takes longer than anything in the panel; nobody waits for it.
-    m_platform.mainQueue.async(
-        [] { QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon"))); });
+    m_platform.mainQueue.asyncAfter(IconDelay, [] {
+        QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
+    });
 }
 
 void AppDelegate::makePanel()

@@ -149,19 +149,6 @@ void write(JsonWriter &writer, const PromptTab &tab)
     writer.endObject();
 }
 
-// A little more than most libraries need: texts with many line breaks grow when escaped.
-std::size_t expectedSize(const std::vector<PromptTab> &tabs)
-{
-    constexpr std::size_t BytesAroundARecord = 160;
-    std::size_t size = BytesAroundARecord;
-    for (const auto &tab : tabs) {
-        size += BytesAroundARecord + tab.name.size();
-        for (const auto &block : tab.blocks)
-            size += BytesAroundARecord + block.text.size() + block.text.size() / 16;
-    }
-    return size;
-}
-
 } // namespace
 
 std::optional<SatchelDocument> SatchelDocument::decode(const QByteArray &json)
@@ -179,10 +166,17 @@ std::optional<SatchelDocument> SatchelDocument::decode(const QByteArray &json)
     return document;
 }
 
-std::string SatchelDocument::encode(const std::optional<QUuid> &activeTabID,
-                                    const std::vector<PromptTab> &tabs)
+std::string SatchelDocument::encode() const
 {
-    JsonWriter writer(expectedSize(tabs));
+    std::string json;
+    encode(activeTabID, tabs, [&json](std::string_view piece) { json += piece; });
+    return json;
+}
+
+void SatchelDocument::encode(const std::optional<QUuid> &activeTabID,
+                             const std::vector<PromptTab> &tabs, ByteSink sink)
+{
+    JsonWriter writer(std::move(sink));
     writer.beginObject();
     if (activeTabID) {
         writer.key(Key::activeTabID);
@@ -194,5 +188,5 @@ std::string SatchelDocument::encode(const std::optional<QUuid> &activeTabID,
         write(writer, tab);
     writer.endArray();
     writer.endObject();
-    return writer.take();
+    writer.finish();
 }

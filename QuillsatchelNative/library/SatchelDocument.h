@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/PromptTab.h"
+#include "support/ByteSink.h"
 
 #include <QByteArray>
 #include <QUuid>
@@ -19,11 +20,12 @@ struct SatchelDocument {
     static std::optional<SatchelDocument> decode(const QByteArray &json);
 
     /// UTF-8 JSON; the same library gives the same bytes. All texts must be valid UTF-8.
-    std::string encode() const { return encode(activeTabID, tabs); }
+    std::string encode() const;
 
-    /// The same for a library that lives elsewhere, so that saving need not copy it first.
-    static std::string encode(const std::optional<QUuid> &activeTabID,
-                              const std::vector<PromptTab> &tabs);
+    /// The same for a library that lives elsewhere, piece by piece, so that saving copies neither
+    /// the library nor its text.
+    static void encode(const std::optional<QUuid> &activeTabID, const std::vector<PromptTab> &tabs,
+                       ByteSink sink);
 
     bool operator==(const SatchelDocument &) const = default;
 };

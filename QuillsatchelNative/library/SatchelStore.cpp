@@ -228,8 +228,10 @@ void SatchelStore::saveNow()
     const auto unreadableCopy = m_fileURL + QStringLiteral(".unreadable");
     if (m_keepsUnreadableFile && !WholeFile::keep(m_fileURL, unreadableCopy))
         return;
-    const auto json = SatchelDocument::encode(m_activeTabID.get(), m_tabs.get());
-    if (WholeFile::replace(m_fileURL, json))
+    const auto write = [this](const ByteSink &sink) {
+        SatchelDocument::encode(m_activeTabID.get(), m_tabs.get(), sink);
+    };
+    if (WholeFile::replace(m_fileURL, write))
         m_keepsUnreadableFile = false;
 }
 

@@ -3,9 +3,13 @@
 #include "support/Uuid.h"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace
 {
+
+constexpr std::size_t PieceSize = 64 * 1024; // bytes
 
 // For each byte what follows the backslash, 'u' for a code, 0 where the byte stands for itself.
 constexpr std::array<char, 256> makeEscapes()
@@ -29,6 +33,47 @@ constexpr auto Escapes = makeEscapes();
 char escapeOf(char byte)
 {
     return Escapes[static_cast<unsigned char>(byte)];
+}
+
+using Word = std::uint64_t;
+
+constexpr Word Ones = 0x0101010101010101;
+constexpr Word Highs = 0x8080808080808080;
+
+constexpr Word repeated(char byte)
+{
+    return Ones * static_cast<unsigned char>(byte);
+}
+
+/// Nonzero if a byte of `word` is below `limit`, which is at most 128.
+constexpr Word bytesBelow(Word word, char limit)
+{
+    return (word - repeated(limit)) & ~word & Highs;
+}
+
+constexpr Word bytesEqual(Word word, char byte)
+{
+    return bytesBelow(word ^ repeated(byte), 1);
+}
+
+/// Eight bytes at a time: most of a library is text that needs no escape.
+bool isPlainWord(const char *bytes)
+{
+    Word word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return (bytesBelow(word, ' ') | bytesEqual(word, '"') | bytesEqual(word, '\\') |
+            bytesEqual(word, '/')) == 0;
+}
+
+/// How many bytes at the beginning of `text` stand for themselves.
+std::size_t plainLength(std::string_view text)
+{
+    std::size_t length = 0;
+    while (length + sizeof(Word) <= text.size() && isPlainWord(text.data() + length))
+        length += sizeof(Word);
+    while (length < text.size() && escapeOf(text[length]) == 0)
+        ++length;
+    return length;
 }
 
 void appendEscaped(std::string &text, char byte)
@@ -60,23 +105,27 @@ void JsonWriter::string(std::string_view text)
 {
     beginValue();
     m_text += '"';
-    const char *run = text.data();
-    const char *const end = run + text.size();
-    for (const char *at = run; at != end; ++at) {
-        if (escapeOf(*at) == 0)
-            continue;
-        m_text.append(run, at);
-        appendEscaped(m_text, *at);
-        run = at + 1;
+    while (!text.empty()) {
+        const auto plain = plainLength(text);
+        m_text += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
+        appendEscaped(m_text, text.front());
+        text.remove_prefix(1);
     }
-    m_text.append(run, end);
     m_text += '"';
+    if (m_text.size() >= PieceSize)
+        flush();
 }
 
 void JsonWriter::uuid(const QUuid &uuid)
 {
+    beginValue();
     const auto text = uuidText(uuid);
-    string({ text.data(), text.size() });
+    m_text += '"';
+    m_text.append(text.data(), text.size());
+    m_text += '"';
 }
 
 void JsonWriter::begin(char bracket)
@@ -111,4 +160,10 @@ void JsonWriter::breakLine()
 {
     m_text += '\n';
     m_text.append(2 * m_depth, ' ');
+}
+
+void JsonWriter::flush()
+{
+    m_sink(m_text);
+    m_text.clear();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/ByteSink.h"
+
 #include <QUuid>
 
 #include <string>
@@ -12,8 +14,12 @@
 class JsonWriter
 {
 public:
-    /// `expectedSize` in bytes saves growing the text step by step; a guess is good enough.
-    explicit JsonWriter(std::size_t expectedSize = 0) { m_text.reserve(expectedSize); }
+    /// The text goes to `sink` in pieces small enough to stay in the processor's cache, whatever
+    /// the size of the whole; `finish` gives the last.
+    explicit JsonWriter(ByteSink sink)
+        : m_sink(std::move(sink))
+    {
+    }
 
     void beginObject() { begin('{'); }
 
@@ -30,15 +36,17 @@ public:
     void string(std::string_view text);
     void uuid(const QUuid &uuid);
 
-    std::string take() { return std::move(m_text); }
+    void finish() { flush(); }
 
 private:
     void begin(char bracket);
     void end(char bracket);
     void beginValue();
     void breakLine();
+    void flush();
 
-    std::string m_text;
+    ByteSink m_sink;
+    std::string m_text; // what the sink has not been given yet
     std::size_t m_depth = 0;
     bool m_isFirst = true;
     bool m_followsKey = false;

@@ -46,7 +46,7 @@ std::optional<QByteArray> read(const QString &path)
     return bytes;
 }
 
-bool replace(const QString &path, std::string_view bytes)
+bool replace(const QString &path, const std::function<void(const ByteSink &)> &write)
 {
     const bool isNew = !QFileInfo::exists(path);
     QSaveFile file(path);
@@ -54,8 +54,11 @@ bool replace(const QString &path, std::string_view bytes)
         return false;
     if (isNew)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    const auto size = static_cast<qint64>(bytes.size());
-    return file.write(bytes.data(), size) == size && file.commit();
+    // A write that fails makes the commit fail.
+    write([&file](std::string_view bytes) {
+        file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    });
+    return file.commit();
 }
 
 bool keep(const QString &path, const QString &keptPath)
@@ -63,7 +66,9 @@ bool keep(const QString &path, const QString &keptPath)
     if (!QFileInfo::exists(path) || linkInto(toPath(path), toPath(keptPath)))
         return true;
     const auto bytes = read(path);
-    return bytes && replace(keptPath, { bytes->data(), static_cast<std::size_t>(bytes->size()) });
+    return bytes && replace(keptPath, [&bytes](const ByteSink &sink) {
+               sink({ bytes->data(), static_cast<std::size_t>(bytes->size()) });
+           });
 }
 
 } // namespace WholeFile

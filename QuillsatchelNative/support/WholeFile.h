@@ -1,10 +1,12 @@
 #pragma once
 
+#include "support/ByteSink.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
-#include <string_view>
 
 /// Reading and replacing whole files. Nothing here waits for a pipe or leaves half a file.
 namespace WholeFile
@@ -14,10 +16,10 @@ namespace WholeFile
 /// read past the end into; none if there is no such file or it cannot be read.
 std::optional<QByteArray> read(const QString &path);
 
-/// Puts `bytes` at `path` in one step: a crash leaves either the old file or the new one. A new
-/// file is for its owner only (0600), an old one keeps its permissions, and a link stays a link.
-/// False, with the old file untouched, if it cannot be done.
-bool replace(const QString &path, std::string_view bytes);
+/// Puts what `write` gives its sink at `path` in one step: a crash leaves either the old file or
+/// the new one. A new file is for its owner only (0600), an old one keeps its permissions, and a
+/// link stays a link. False, with the old file untouched, if it cannot be done.
+bool replace(const QString &path, const std::function<void(const ByteSink &)> &write);
 
 /// Keeps what is at `path`, byte for byte, as `keptPath` too, replacing what was there. True also
 /// where nothing is at `path`; false if it could not be kept.

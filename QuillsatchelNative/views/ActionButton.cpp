@@ -49,7 +49,9 @@ QSize ActionButton::sizeHint() const
 
 int ActionButton::buttonHeight()
 {
-    return QFontMetrics(titleFont()).height() + 2 * VerticalPadding;
+    // Every scroll step asks for it.
+    static const int height = QFontMetrics(titleFont()).height() + 2 * VerticalPadding;
+    return height;
 }
 
 void ActionButton::paintContent(QPainter &painter)

@@ -13,12 +13,15 @@ namespace
 
 constexpr int SpacesPerTab = 4;
 
+QString withLineBreaks(QString text)
+{
+    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
 /// The document's text as it is. `toPlainText` would turn no-break spaces into blanks.
 std::string textOf(const QTextDocument &document)
 {
-    QString text = document.toRawText();
-    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-    return text.toStdString();
+    return withLineBreaks(document.toRawText()).toStdString();
 }
 
 } // namespace
@@ -54,6 +57,7 @@ void NodeEditor::replaceText(const std::string &text)
     cursor.select(QTextCursor::Document);
     cursor.insertText(QString::fromStdString(text));
     cursor.endEditBlock();
+    document()->setModified(false); // else typing that follows would be part of the same step
 }
 
 void NodeEditor::reportText()
@@ -63,6 +67,13 @@ void NodeEditor::reportText()
     m_text = textOf(*document());
     if (onText)
         onText(m_text);
+}
+
+QMimeData *NodeEditor::createMimeDataFromSelection() const
+{
+    auto *const text = new QMimeData;
+    text->setText(withLineBreaks(textCursor().selectedText()));
+    return text;
 }
 
 void NodeEditor::insertFromMimeData(const QMimeData *source)
@@ -78,6 +89,12 @@ bool NodeEditor::focusNextPrevChild(bool /*next*/)
 
 void NodeEditor::keyPressEvent(QKeyEvent *event)
 {
+    if (event->matches(QKeySequence::InsertLineSeparator)) {
+        // Shift+Return would type a character that other programs do not take for a line's end.
+        textCursor().insertText(QStringLiteral("\n"));
+        ensureCursorVisible();
+        return;
+    }
     const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
     if (!isTab || !event->modifiers().testFlag(Qt::ControlModifier)) {
         QPlainTextEdit::keyPressEvent(event);

@@ -25,6 +25,7 @@ public:
     void replaceText(const std::string &text);
 
 protected:
+    QMimeData *createMimeDataFromSelection() const override;
     void insertFromMimeData(const QMimeData *source) override;
     bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent *event) override;

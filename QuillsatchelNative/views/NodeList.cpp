@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <iterator>
 #include <utility>
@@ -19,7 +20,8 @@ namespace
 
 constexpr int Padding = 10;
 constexpr int Spacing = 10;
-constexpr int WheelStep = 24; // points a notch's third moves the list
+constexpr int WheelStep = 24;                             // points a notch's third moves the list
+constexpr std::chrono::milliseconds PreparationDelay(20); // lets frames and keys go first
 
 int rowPitch()
 {
@@ -110,6 +112,8 @@ NodeList::Rows NodeList::rowsNearby() const
 
 void NodeList::placeCards()
 {
+    if (!isVisible())
+        return; // sizes are not settled, and texts would be laid out twice
     followRows(rowsNearby());
     const Rows inSight = rowsInSight();
     for (Row row = inSight.first; row < inSight.end; ++row)
@@ -167,9 +171,9 @@ void NodeList::showRow(Row row)
         return;
     auto &slot = freeSlot();
     slot.row = row;
-    renderSlot(slot);
     slot.card->setGeometry(Padding, topOf(row), width() - 2 * Padding, PromptCard::cardHeight());
     slot.card->show();
+    renderSlot(slot);
 }
 
 void NodeList::renderSlot(Slot &slot)
@@ -188,7 +192,7 @@ void NodeList::prepareNearbyLater()
         ++row;
     if (row == nearby.end || std::exchange(m_isPreparing, true))
         return;
-    m_mainQueue.async([list = QPointer(this)] {
+    m_mainQueue.asyncAfter(PreparationDelay, [list = QPointer(this)] {
         if (list)
             list->prepareNearby();
     });
@@ -269,6 +273,11 @@ void NodeList::reveal(Row row)
         m_scrollBar->setValue(static_cast<int>(top));
     else if (m_scrollBar->value() + height() < bottom)
         m_scrollBar->setValue(static_cast<int>(bottom - height()));
+}
+
+void NodeList::showEvent(QShowEvent * /*event*/)
+{
+    render();
 }
 
 void NodeList::resizeEvent(QResizeEvent * /*event*/)

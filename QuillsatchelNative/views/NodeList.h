@@ -17,7 +17,7 @@ class PromptCard;
 ///
 /// All rows have one height, so every position is arithmetic, and only the cards in sight and one
 /// screen around exist, whatever the tab holds: those in sight are made at once, the others one
-/// at a time when the program has nothing else to do. The card with the focus or under drag
+/// at a time a little later. The card with the focus or under drag
 /// keeps its node wherever the list is scrolled; all others are used again for other nodes.
 class NodeList final : public QWidget
 {
@@ -38,6 +38,7 @@ public:
     QList<QWidget *> focusStops() const;
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 

@@ -91,7 +91,7 @@ QIcon applicationIcon(const QString &name)
 {
     QSvgRenderer drawing(fileOf(name));
     QIcon icon;
-    for (const int side : { 16, 32, 48, 64, 128, 256 })
+    for (const int side : { 16, 24, 32, 48, 64, 128 })
         icon.addPixmap(render(drawing, QSize(side, side), std::nullopt));
     return icon;
 }

@@ -1,0 +1,8 @@
+#include "platform/desktop/FontPreload.h"
+
+#include <fontconfig/fontconfig.h>
+
+FontPreload::FontPreload()
+    : m_thread([] { FcInit(); })
+{
+}

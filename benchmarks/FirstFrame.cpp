@@ -1,0 +1,48 @@
+#include "FirstFrame.h"
+
+#include <QEvent>
+#include <QTimer>
+#include <QWindow>
+
+#include <cstdio>
+#include <ctime>
+
+namespace
+{
+
+void printTime()
+{
+    timespec now {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    std::printf("%lld\n", static_cast<long long>(now.tv_sec) * 1'000'000'000 + now.tv_nsec);
+    std::fflush(stdout);
+}
+
+class FirstFrame final : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        const auto type = event->type();
+        if (type != QEvent::Paint && type != QEvent::Expose && type != QEvent::UpdateRequest)
+            return false;
+        if (!static_cast<QWindow *>(object)->isExposed())
+            return false;
+        // The event's own handler paints and flushes; what comes after it is the next turn.
+        object->removeEventFilter(this);
+        QTimer::singleShot(0, this, [this] {
+            printTime();
+            deleteLater();
+        });
+        return false;
+    }
+};
+
+} // namespace
+
+void announceFirstFrame(QWindow &window)
+{
+    window.installEventFilter(new FirstFrame(&window));
+}

@@ -1,0 +1,110 @@
+// Reading and writing libraries of several sizes: decoding beside QJsonDocument, encoding and
+// saving beside writing the same bytes with the same flush.
+
+#include "PairedRuns.h"
+#include "SampleLibrary.h"
+#include "support/WholeFile.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace
+{
+
+void require(bool condition, const char *what)
+{
+    if (condition)
+        return;
+    std::fprintf(stderr, "library_bench: %s\n", what);
+    std::exit(EXIT_FAILURE);
+}
+
+/// The same records by way of Qt's own JSON classes.
+SatchelDocument decodeWithQt(const QByteArray &json)
+{
+    const QJsonObject root = QJsonDocument::fromJson(json).object();
+    SatchelDocument document;
+    document.activeTabID = QUuid::fromString(root[u"activeTabID"].toString());
+    for (const auto &tabValue : root[u"tabs"].toArray()) {
+        const QJsonObject tabObject = tabValue.toObject();
+        PromptTab tab { .id = QUuid::fromString(tabObject[u"id"].toString()),
+                        .name = tabObject[u"name"].toString().toStdString(),
+                        .blocks = {} };
+        for (const auto &blockValue : tabObject[u"blocks"].toArray()) {
+            const QJsonObject block = blockValue.toObject();
+            const auto color = BlockColor::fromRawValue(block[u"color"].toString().toStdString());
+            tab.blocks.push_back({ .id = QUuid::fromString(block[u"id"].toString()),
+                                   .text = block[u"text"].toString().toStdString(),
+                                   .color = color.value_or(BlockColor::none) });
+        }
+        document.tabs.push_back(std::move(tab));
+    }
+    return document;
+}
+
+void writePlainly(const QByteArray &path, const std::string &bytes)
+{
+    const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    require(file >= 0, "cannot open the file for the plain write");
+    std::size_t written = 0;
+    while (written < bytes.size()) {
+        const auto count = write(file, bytes.data() + written, bytes.size() - written);
+        require(count > 0, "the plain write failed");
+        written += static_cast<std::size_t>(count);
+    }
+    require(fsync(file) == 0, "the flush failed");
+    close(file);
+}
+
+void report(const char *what, std::size_t nodes, const PairedRuns &runs, const char *other)
+{
+    std::printf("%-14s %7zu nodes  %9.2f ms  %9.2f ms %-14s ratio %.3f\n", what, nodes,
+                runs.firstMilliseconds, runs.secondMilliseconds, other, runs.ratio);
+    std::fflush(stdout);
+}
+
+void measure(std::size_t nodes, int runs)
+{
+    const SatchelDocument library = sampleLibrary(nodes);
+    const std::string json = library.encode();
+    const QByteArray bytes(json.data(), static_cast<qsizetype>(json.size()));
+    require(SatchelDocument::decode(bytes) == library && decodeWithQt(bytes) == library,
+            "the two decoders do not agree");
+    report("decode", nodes,
+           PairedRuns::measure(
+               runs, [&bytes] { require(SatchelDocument::decode(bytes).has_value(), "decode"); },
+               [&bytes] { require(!decodeWithQt(bytes).tabs.empty(), "decode with Qt"); }),
+           "QJsonDocument");
+
+    const QTemporaryDir folder;
+    const QString saved = folder.filePath(QStringLiteral("saved.json"));
+    const QByteArray plain = folder.filePath(QStringLiteral("plain.json")).toLocal8Bit();
+    report("encode+write", nodes,
+           PairedRuns::measure(
+               runs,
+               [&] {
+                   const auto write = [&library](const ByteSink &sink) {
+                       SatchelDocument::encode(library.activeTabID, library.tabs, sink);
+                   };
+                   require(WholeFile::replace(saved, write), "save");
+               },
+               [&] { writePlainly(plain, json); }),
+           "plain write");
+}
+
+} // namespace
+
+int main()
+{
+    measure(1'000, 41);
+    measure(10'000, 21);
+    measure(100'000, 11);
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,19 @@
+// The program as people start it, telling when its first frame stands.
+
+#include "FirstFrame.h"
+#include "app/AppDelegate.h"
+#include "app/FloatingPanel.h"
+#include "platform/desktop/FontPreload.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    const FontPreload fontPreload;
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quillsatchel"));
+    AppDelegate delegate;
+    delegate.applicationDidFinishLaunching();
+    announceFirstFrame(*delegate.panel().windowHandle());
+    return QApplication::exec();
+}
