@@ -1,0 +1,210 @@
+#include "views/NodeEditorFixture.h"
+
+#include <QClipboard>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+using NodeEditorTest = NodeEditorFixture;
+
+TEST_F(NodeEditorTest, ReportsTheWholeTextAtEachKey)
+{
+    editor.showText("one");
+    key(Qt::Key_End, Qt::ControlModifier);
+    type("!?");
+    key(Qt::Key_Return);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(reports, Texts({ "one!", "one!?", "one!?\n", "one!?" }));
+}
+
+TEST_F(NodeEditorTest, ReportsNothingThatWasShownToIt)
+{
+    editor.showText("one");
+    editor.replaceText("two");
+    editor.showText("");
+    EXPECT_EQ(reports, Texts());
+}
+
+TEST_F(NodeEditorTest, StartsTheUndoHistoryAnewForAnotherNode)
+{
+    editor.showText("one");
+    type("x");
+    editor.showText("two");
+    undo();
+    EXPECT_EQ(shown(), "two");
+    EXPECT_FALSE(editor.document()->isRedoAvailable());
+}
+
+TEST_F(NodeEditorTest, UndoesAChangeFromOutsideInOneStepAndReportsTheOldText)
+{
+    editor.showText("old text\nof two lines");
+    editor.replaceText("new");
+    EXPECT_EQ(shown(), "new");
+    undo();
+    EXPECT_EQ(shown(), "old text\nof two lines");
+    EXPECT_EQ(reports, Texts({ "old text\nof two lines" }));
+    redo();
+    EXPECT_EQ(lastReport(), "new");
+}
+
+TEST_F(NodeEditorTest, UndoesTypingAroundAChangeFromOutside)
+{
+    editor.showText("");
+    type("ab");
+    editor.replaceText("outside");
+    key(Qt::Key_End);
+    type("c");
+    EXPECT_EQ(lastReport(), "outsidec");
+    undo();
+    EXPECT_EQ(lastReport(), "outside");
+    undo();
+    EXPECT_EQ(lastReport(), "ab");
+    undo();
+    EXPECT_EQ(lastReport(), "");
+}
+
+TEST_F(NodeEditorTest, KeepsCursorAndSelectionWhenTheSameTextIsShownAgain)
+{
+    editor.showText("some text");
+    select(2, 6);
+    editor.replaceText("some text");
+    EXPECT_EQ(editor.textCursor().anchor(), 2);
+    EXPECT_EQ(editor.textCursor().position(), 6);
+    type("x");
+    EXPECT_EQ(lastReport(), "soxext");
+    editor.replaceText("soxext");
+    EXPECT_EQ(editor.textCursor().position(), 3);
+    undo();
+    EXPECT_EQ(lastReport(), "some text");
+}
+
+TEST_F(NodeEditorTest, KeepsTheCursorInTheTextWhenAnotherIsShown)
+{
+    editor.showText("a long text");
+    select(11, 11);
+    editor.replaceText("ab");
+    EXPECT_LE(editor.textCursor().position(), 2);
+    type("x");
+    EXPECT_EQ(lastReport().size(), 3U);
+}
+
+TEST_F(NodeEditorTest, TypesATab)
+{
+    editor.showText("");
+    type("a");
+    key(Qt::Key_Tab);
+    type("b");
+    EXPECT_EQ(lastReport(), "a\tb");
+    EXPECT_TRUE(editor.hasFocus());
+}
+
+TEST_F(NodeEditorTest, IsLeftForwardsByCtrlTab)
+{
+    editor.showText("a");
+    key(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_TRUE(after.hasFocus());
+    EXPECT_EQ(shown(), "a");
+}
+
+TEST_F(NodeEditorTest, IsLeftBackwardsByCtrlShiftTab)
+{
+    editor.showText("a");
+    key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(before.hasFocus());
+    EXPECT_EQ(shown(), "a");
+}
+
+TEST_F(NodeEditorTest, BeginsANewLineWithShiftReturnAsWithReturn)
+{
+    editor.showText("");
+    type("a");
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    type("b");
+    key(Qt::Key_Enter, Qt::ShiftModifier | Qt::KeypadModifier);
+    type("c");
+    EXPECT_EQ(lastReport(), "a\nb\nc");
+}
+
+TEST_F(NodeEditorTest, InsertsThePlainTextOfARichText)
+{
+    auto *const rich = new QMimeData;
+    rich->setHtml(u"<b>bold</b> <a href='https://example.com'>link</a>"_s);
+    rich->setText(u"bold link"_s);
+    QGuiApplication::clipboard()->setMimeData(rich);
+    editor.showText("()");
+    select(1, 1);
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(lastReport(), "(bold link)");
+    EXPECT_EQ(editor.document()->begin().begin().fragment().charFormat().fontWeight(),
+              int(QFont::Normal));
+    undo();
+    EXPECT_EQ(lastReport(), "()");
+}
+
+TEST_F(NodeEditorTest, PastesNoPicture)
+{
+    auto *const picture = new QMimeData;
+    picture->setImageData(QImage(4, 4, QImage::Format_RGB32));
+    QGuiApplication::clipboard()->setMimeData(picture);
+    editor.showText("text");
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(shown(), "text");
+    EXPECT_EQ(reports, Texts());
+}
+
+TEST_F(NodeEditorTest, CopiesAndCutsPlainText)
+{
+    editor.showText("one\ntwo");
+    select(0, 7);
+    key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(lastReport(), "");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "one\ntwo");
+    EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasHtml());
+}
+
+TEST_F(NodeEditorTest, CopiesNoBreakSpacesAsTheyAre)
+{
+    editor.showText("a\u00A0b\tc");
+    select(0, 5);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "a\u00A0b\tc");
+}
+
+TEST_F(NodeEditorTest, TakesTheKeyboardWhenItIsClicked)
+{
+    editor.showText("some text");
+    after.setFocus();
+    Input::click(editor);
+    EXPECT_TRUE(editor.hasFocus());
+    type("x");
+    EXPECT_EQ(lastReport().size(), 10U);
+}
+
+TEST_F(NodeEditorTest, ScrollsByTheWheelWhileItHasTheFocusAndMoreTextThanFits)
+{
+    editor.showText(std::string(60, '\n'));
+    Input::wheel(editor, -1);
+    EXPECT_GT(editor.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(NodeEditorTest, LeavesTheWheelToOthersOtherwise)
+{
+    editor.showText(std::string(60, '\n'));
+    after.setFocus();
+    Input::wheel(editor, -1);
+    EXPECT_EQ(editor.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(NodeEditorTest, HasANameForThoseWhoCannotSee)
+{
+    EXPECT_EQ(Input::spokenName(editor), "Node text");
+    EXPECT_EQ(Input::role(editor), QAccessible::EditableText);
+}
+
+} // namespace
