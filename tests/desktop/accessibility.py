@@ -1,0 +1,130 @@
+"""Controls as a screen reader finds them."""
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+from waiting import wait_for  # noqa: E402
+from x11 import Rect, click  # noqa: E402
+
+PRESSING_ACTIONS = ("Press", "Toggle")
+
+
+class Control:
+    """One control. What is hidden counts as not there."""
+
+    def __init__(self, accessible):
+        self._accessible = accessible
+
+    @property
+    def name(self):
+        return self._accessible.get_name()
+
+    @property
+    def role(self):
+        return self._accessible.get_role_name()
+
+    @property
+    def text(self):
+        return Atspi.Text.get_text(self._accessible, 0, -1)
+
+    @property
+    def frame(self):
+        extents = Atspi.Component.get_extents(self._accessible, Atspi.CoordType.SCREEN)
+        return Rect(extents.x, extents.y, extents.width, extents.height)
+
+    def has(self, state):
+        """Such as "focused"; named as in Atspi.StateType."""
+        state_type = getattr(Atspi.StateType, state.upper())
+        return self._accessible.get_state_set().contains(state_type)
+
+    def press(self):
+        for index in range(Atspi.Action.get_n_actions(self._accessible)):
+            if Atspi.Action.get_action_name(self._accessible, index) in PRESSING_ACTIONS:
+                Atspi.Action.do_action(self._accessible, index)
+                return
+        raise AssertionError(f"{self} cannot be pressed")
+
+    def click(self, button=1, times=1):
+        click(self.frame.center, button, times)
+
+    def find(self, name=None, role=None):
+        """The first such control below this one, as soon as there is one."""
+        return wait_for(f"a {role or 'control'} named {name}",
+                        lambda: next(iter(self.find_all(name, role)), None))
+
+    def find_all(self, name=None, role=None):
+        """All of them now, in the order of the tree."""
+        try:
+            return [control for control in self._descendants()
+                    if name in (None, control.name) and role in (None, control.role)]
+        except GLib.Error:
+            return []  # some went away just now
+
+    def has_any(self, name=None, role=None):
+        return bool(self.find_all(name, role))
+
+    def is_gone(self):
+        try:
+            return not self.has("showing")
+        except GLib.Error:
+            return True
+
+    def _descendants(self):
+        for index in range(self._accessible.get_child_count()):
+            child = self._accessible.get_child_at_index(index)
+            if child is None or not (control := Control(child)).has("showing"):
+                continue
+            yield control
+            yield from control._descendants()
+
+    def __str__(self):
+        return f"{self.role} \"{self.name}\""
+
+
+class MenuEar:
+    """Hears menus open. A program does not list them among what it holds: they announce
+    themselves, and that is how a screen reader knows them."""
+
+    def __init__(self):
+        self._opened = []
+        self._listener = Atspi.EventListener.new(self._hear)
+        self._listener.register("object:state-changed:showing")
+
+    def menu_after(self, action):
+        """The menu that `action` opens."""
+        self._opened.clear()
+        action()
+        wait_for("an open menu", self._opened_menus)
+        return self._opened[0]
+
+    def _opened_menus(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self._opened
+
+    def _hear(self, event):
+        try:
+            if event.detail1 and event.source.get_role() == Atspi.Role.POPUP_MENU:
+                self._opened.append(Control(event.source))
+        except GLib.Error:
+            pass  # what was shown is gone already
+
+
+def find_application(process):
+    """The whole program, once it has joined the accessibility bus."""
+    Atspi.init()
+    Atspi.set_timeout(10_000, 10_000)
+    return wait_for("the program on the accessibility bus", lambda: _application(process.pid))
+
+
+def _application(process_id):
+    desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()
+    for index in range(desktop.get_child_count()):
+        application = desktop.get_child_at_index(index)
+        if application and application.get_process_id() == process_id:
+            application.set_cache_mask(Atspi.Cache.NONE)
+            return Control(application)
+    return None

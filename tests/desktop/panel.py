@@ -1,0 +1,86 @@
+"""The program's panel as its user sees it."""
+
+from accessibility import MenuEar, find_application
+from processes import end
+from waiting import wait_for
+from x11 import press_keys, windows_named
+
+MOST_STOPS = 80  # more presses of Tab than that lead round and round
+
+
+class Panel:
+    """The program, started on a session's desktop."""
+
+    def __init__(self, session, program, scale=1):
+        self._process = session.start(program, environment={"QT_SCALE_FACTOR": str(scale)})
+        self.window, = wait_for("a panel", lambda: windows_named("Quillsatchel"))
+        self._application = find_application(self._process)
+        self._menus = MenuEar()
+        self.find("New Node", "push button")
+
+    def end(self):
+        """Ends the program as a session does, and tells what it answered."""
+        return end(self._process)
+
+    def is_running(self):
+        return self._process.poll() is None
+
+    def find(self, name=None, role=None):
+        return self._application.find(name, role)
+
+    def has_any(self, name=None, role=None):
+        return self._application.has_any(name, role)
+
+    def menu_after(self, action):
+        """The menu that `action` opens."""
+        return self._menus.menu_after(action)
+
+    def names_of(self, role):
+        return [control.name for control in self._application.find_all(role=role)]
+
+    def tab_names(self):
+        return self.names_of("page tab")
+
+    def active_tab_names(self):
+        return [tab.name for tab in self._application.find_all(role="page tab")
+                if tab.has("selected")]
+
+    def tab(self, name):
+        return self.find(name, "page tab")
+
+    def node(self, number, count):
+        """The group of what belongs to a node."""
+        return self.find(f"Node {number} of {count}", "panel")
+
+    def editor(self, number, count):
+        return self.node(number, count).find("Node text", "text")
+
+    def node_texts(self):
+        return [editor.text for editor in self._application.find_all("Node text", "text")]
+
+    def focused(self):
+        """The control with the keyboard, if any has it."""
+        return next((control for control in self._application.find_all()
+                     if control.has("focused") and control.has("focusable")), None)
+
+    def focused_name(self):
+        focused = self.focused()
+        return focused.name if focused else None
+
+    def step_to(self, name, backwards=False):
+        """Leads the focus to the next control of that name, by keys alone."""
+        for _ in range(MOST_STOPS):
+            self.step(backwards)
+            if self.focused_name() == name:
+                return self.focused()
+        raise AssertionError(f"Tab does not lead to {name}")
+
+    def step(self, backwards=False):
+        before = self._place_of_focus()
+        in_editor = before is not None and before[0] == "Node text"
+        press_keys(("ctrl+" if in_editor else "") + ("shift+" if backwards else "") + "Tab")
+        wait_for("another control with the focus", lambda: self._place_of_focus() != before)
+
+    def _place_of_focus(self):
+        focused = self.focused()
+        return (focused.name, focused.frame) if focused else None

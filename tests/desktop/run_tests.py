@@ -1,0 +1,60 @@
+#!/usr/bin/python3 -B
+"""Runs the tests of the whole program on a desktop of their own:
+
+    run_tests.py PROGRAM FOLDER (--composited | --plain) [-k PATTERN]
+
+FOLDER is for pictures of the screen where a test fails. The system's own Python is asked for
+because Debian's bindings of the accessibility bus are known to no other.
+"""
+
+import argparse
+import pathlib
+import signal
+import sys
+import unittest
+
+from desktop_test import DesktopTest, PictureTakingResult
+from session import Session
+
+MOST_SECONDS = 170
+
+
+def main():
+    arguments = parse_arguments()
+    # However this ends, it ends through the session's own exit, which leaves nothing behind.
+    signal.signal(signal.SIGALRM, lambda *_: sys.exit(f"Not done in {MOST_SECONDS} s."))
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("Ended from outside."))
+    signal.alarm(MOST_SECONDS)
+    with Session(arguments.composited) as session:
+        DesktopTest.session = session
+        DesktopTest.program = arguments.program.resolve()
+        DesktopTest.pictures = arguments.folder
+        arguments.folder.mkdir(parents=True, exist_ok=True)
+        for old_picture in arguments.folder.glob("test_*.png"):
+            old_picture.unlink()
+        runner = unittest.TextTestRunner(verbosity=2, resultclass=PictureTakingResult)
+        result = runner.run(find_tests(arguments.patterns))
+        if not result.wasSuccessful():
+            print(session.log(), file=sys.stderr)
+    sys.exit(not result.wasSuccessful() or not result.testsRun)
+
+
+def find_tests(patterns):
+    loader = unittest.TestLoader()
+    loader.testNamePatterns = [f"*{pattern}*" for pattern in patterns] or None
+    return loader.discover(str(pathlib.Path(__file__).parent), "test_*.py")
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description="Drives the whole program on a virtual desktop.")
+    parser.add_argument("program", type=pathlib.Path)
+    parser.add_argument("folder", type=pathlib.Path)
+    parser.add_argument("-k", dest="patterns", action="append", default=[])
+    kind = parser.add_mutually_exclusive_group(required=True)
+    kind.add_argument("--composited", action="store_true")
+    kind.add_argument("--plain", action="store_true")
+    return parser.parse_args()
+
+
+if __name__ == "__main__":
+    main()

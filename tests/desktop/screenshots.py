@@ -1,0 +1,181 @@
+#!/usr/bin/python3 -B
+"""Makes pictures of the panel in its many states, to be looked at:
+
+    screenshots.py PROGRAM FOLDER [SCALE]...
+
+One set a scale (1 and 2 when none is given), each picture named by state and scale.
+"""
+
+import argparse
+import pathlib
+import time
+
+import library
+from library import node, tab
+from panel import Panel
+from session import Session
+from waiting import wait_for
+from x11 import (Point, Rect, button_held, glide, move_pointer, open_colored_window, press_keys,
+                 run, type_text)
+
+POINTS_AROUND = 24
+BACKDROP_COLOR = "#41576B"
+COLORS = ["none", "red", "orange", "yellow", "green", "blue", "purple", "pink"]
+LONG_TEXT = "Answer in the language of the question. " * 12
+
+WRITING = tab(
+    "Writing",
+    node("Summarise the text below for a colleague who has two minutes.", "green"),
+    node("Rewrite this paragraph in plain words.\nKeep every figure and every name."),
+    node("https://quillsatchel.example/house-style", "blue"),
+    node(LONG_TEXT, "orange"),
+    node())
+RAINBOW = tab("Colors", *(node(f"This node is {color}.", color) for color in COLORS))
+MANY_TABS = [WRITING, *(tab(name) for name in ("", "R", "Letters", "A name that is far too long "
+                                               "for any chip", "Übersetzungen", "日本語"))]
+FOCUS_STOPS = [("Writing", "tab"), ("New tab", "new-tab"), ("Drag node to reorder", "handle"),
+               ("Node color", "palette"), ("Delete node", "trash"), ("Node text", "editor"),
+               ("Dictate", "dictate"), ("Copy", "copy"), ("New Node", "new-node"),
+               ("Close", "close"), ("About Quillsatchel", "icon"), ("Always on Top", "switch")]
+
+
+class Photographer:
+    """Opens the panel on a library of its own for each state, and takes pictures of it."""
+
+    def __init__(self, session, program, folder, scale):
+        self._session, self._program, self._folder, self._scale = session, program, folder, scale
+
+    def take_all(self):
+        self.take_still_lives()
+        self.take_work()
+        self.take_overlays()
+        self.take_focus()
+
+    def take_still_lives(self):
+        self.open([tab("Prompts")], lambda panel: self.take(panel, "empty"))
+        self.open([WRITING], lambda panel: self.take(panel, "nodes"))
+        self.open([RAINBOW], lambda panel: self.take(panel, "colors", height=1540))
+        self.open(MANY_TABS, lambda panel: self.take(panel, "smallest", width=390, height=420))
+        self.open([WRITING], lambda panel: self.take(panel, "wide", width=900, height=500))
+
+    def take_work(self):
+        self.open([WRITING], self.take_drag)
+        self.open(MANY_TABS, self.take_renaming)
+        self.open([WRITING], self.take_copied)
+        self.open([WRITING], self.take_selection)
+
+    def take_overlays(self):
+        self.open([WRITING], self.take_about_card)
+        self.open([WRITING], self.take_color_menu)
+        self.open([WRITING], self.take_tab_menu)
+
+    def take_drag(self, panel):
+        start = self.place_of(panel.node(1, 5).find("Drag node to reorder"))
+        with button_held(start):
+            glide(start, 5 * self._scale, 150 * self._scale)
+            self.take(panel, "drag")
+            press_keys("Escape")
+
+    def take_renaming(self, panel):
+        panel.step_to("Writing")
+        press_keys("F2")
+        wait_for("the field", lambda: panel.focused_name() == "Tab name")
+        self.take(panel, "renaming-begun")
+        type_text("Correspond")
+        self.take(panel, "renaming")
+
+    def take_copied(self, panel):
+        panel.find("Copy", "push button").press()
+        panel.find("Copied", "push button")
+        self.take(panel, "copied", seconds_to_settle=0.2)
+
+    def take_selection(self, panel):
+        panel.step_to("Node text")
+        press_keys("ctrl+a")
+        self.take(panel, "selected-text")
+
+    def take_about_card(self, panel):
+        panel.find("About Quillsatchel", "push button").press()
+        panel.find("About Quillsatchel", "dialog").find("Close", "push button")
+        self.take(panel, "about")
+
+    def take_color_menu(self, panel):
+        panel.step_to("Node color")
+        panel.menu_after(lambda: press_keys("Return"))
+        press_keys("Down")
+        self.take(panel, "color-menu")
+
+    def take_tab_menu(self, panel):
+        panel.step_to("Writing")
+        panel.menu_after(lambda: press_keys("Menu"))
+        self.take(panel, "tab-menu")
+
+    def take_focus(self):
+        def follow(panel):
+            for name, file in FOCUS_STOPS:
+                panel.step_to(name)
+                self.take(panel, f"focus-{file}")
+
+        self.open([WRITING], follow)
+
+    def open(self, tabs, use):
+        self._session.clear_data()
+        self._session.data_folder.mkdir(mode=0o700)
+        file = self._session.data_folder / "prompts.json"
+        file.write_bytes(library.encode(with_ids(tabs)))
+        panel = Panel(self._session, self._program, self._scale)
+        try:
+            move_pointer(Point(0, 0))
+            use(panel)
+        finally:
+            panel.end()
+
+    def take(self, panel, state, width=None, height=None, seconds_to_settle=0.6):
+        frame = panel.window.frame()
+        if width or height:
+            size = (width * self._scale if width else frame.width,
+                    height * self._scale if height else frame.height)
+            panel.window.ask_for_size(*size)
+            panel.window.ask_for_place(60 * self._scale, 60 * self._scale)
+            wait_for("the new size", lambda: panel.window.frame().size == size)
+        time.sleep(seconds_to_settle)  # for what moves or is still to be painted
+        self.save(panel.window.frame(), self._folder / f"{state}@{self._scale}x.png")
+
+    def save(self, frame, file):
+        around = POINTS_AROUND * self._scale
+        x, y = max(frame.x - around, 0), max(frame.y - around, 0)
+        run("import", "-window", "root", "-crop",
+            f"{frame.width + 2 * around}x{frame.height + 2 * around}+{x}+{y}", "+repage", file)
+
+    def place_of(self, control):
+        center = control.frame.center
+        return Point(center.x * self._scale, center.y * self._scale)
+
+
+def with_ids(tabs):
+    """The same, with identifiers counted up."""
+    numbers = iter(range(1, 1000))
+    return [each | {"id": library.known_id(next(numbers)),
+                    "blocks": [block | {"id": library.known_id(next(numbers))}
+                               for block in each["blocks"]]} for each in tabs]
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Makes pictures of the panel in many states.")
+    parser.add_argument("program", type=pathlib.Path)
+    parser.add_argument("folder", type=pathlib.Path)
+    parser.add_argument("scales", type=int, nargs="*", default=[1, 2])
+    arguments = parser.parse_args()
+    arguments.folder.mkdir(parents=True, exist_ok=True)
+    largest = max(arguments.scales)
+    screen = Rect(0, 0, 1024 * largest, 1680 * largest)
+    with Session(is_composited=True, screen=screen.size) as session:
+        open_colored_window(session, "backdrop", BACKDROP_COLOR, screen)
+        for scale in arguments.scales:
+            photographer = Photographer(session, arguments.program.resolve(), arguments.folder,
+                                        scale)
+            photographer.take_all()
+
+
+if __name__ == "__main__":
+    main()

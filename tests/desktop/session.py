@@ -1,0 +1,139 @@
+"""A desktop without a display, for one run of the tests: nothing of the user's is read or changed,
+no network is asked, and nothing is left of it afterwards."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+from processes import Processes, end
+from waiting import wait_for
+
+RECORDING_XDG_OPEN = """#!/bin/sh
+printf '%s\\n' "$@" >>"$OPENED_ADDRESSES"
+"""
+
+
+class Session:
+    """Display, bus and window manager, and a compositor as long as one is wanted.
+
+    The environment is set for this process too: the accessibility bus is found through it.
+    """
+
+    def __init__(self, is_composited, screen=(1280, 1024)):
+        self._is_composited = is_composited
+        self._screen = screen
+        self._compositor = None
+
+    def __enter__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="desktop-test-"))
+        self._log = open(self.folder / "log", "w")
+        self._processes = Processes(self._make_environment(), self._log)
+        try:
+            self._start_display()
+            self._start_bus()
+            self._start_window_manager()
+            self.set_compositing(self._is_composited)
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self._processes.end_all()
+        self._log.close()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def start(self, *command, **options):
+        return self._processes.start(*command, **options)
+
+    @property
+    def has_compositor(self):
+        return self._compositor is not None
+
+    def set_compositing(self, is_wanted):
+        if is_wanted and not self._compositor:
+            self._compositor = self.start("picom", "--backend", "xrender", "--config", "/dev/null")
+            wait_for("a compositor", lambda: has_window_named("picom"))
+        elif self._compositor and not is_wanted:
+            end(self._compositor)
+            self._compositor = None
+
+    @property
+    def data_folder(self):
+        """Where the program keeps its own."""
+        return self.folder / "data_home" / "Quillsatchel"
+
+    def clear_data(self):
+        shutil.rmtree(self.data_folder, ignore_errors=True)
+        (self.folder / "opened").unlink(missing_ok=True)
+
+    def opened_addresses(self):
+        try:
+            return (self.folder / "opened").read_text().splitlines()
+        except FileNotFoundError:
+            return []
+
+    def log(self):
+        return (self.folder / "log").read_text(errors="replace")
+
+    def take_picture(self, file):
+        subprocess.run(["import", "-window", "root", file], check=True)
+
+    def _make_environment(self):
+        programs = self._make_folder("bin")
+        opener = programs / "xdg-open"
+        opener.write_text(RECORDING_XDG_OPEN)
+        opener.chmod(0o755)
+        environment = {
+            "PATH": f"{programs}:/usr/bin:/bin",
+            "HOME": str(self._make_folder("home")),
+            "LC_ALL": "C.UTF-8",
+            "OPENED_ADDRESSES": str(self.folder / "opened"),
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+        }
+        for name in ("CACHE_HOME", "CONFIG_HOME", "DATA_HOME", "RUNTIME_DIR", "STATE_HOME"):
+            environment[f"XDG_{name}"] = str(self._make_folder(name.lower()))
+        os.environ.clear()
+        os.environ.update(environment)
+        return environment
+
+    def _make_folder(self, name):
+        folder = self.folder / name
+        folder.mkdir(mode=0o700)
+        return folder
+
+    def _set(self, name, value):
+        os.environ[name] = self._processes.environment[name] = value
+
+    def _start_display(self):
+        width, height = self._screen
+        reader, writer = os.pipe()
+        self.start("Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24",
+                   "-nolisten", "tcp", "-noreset", pass_fds=[writer])
+        os.close(writer)
+        with open(reader) as display:
+            number = display.readline().strip()
+        if not number:
+            raise RuntimeError(f"There is no display:\n{self.log()}")
+        self._set("DISPLAY", f":{number}")
+
+    def _start_bus(self):
+        bus = self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address",
+                         stdout=subprocess.PIPE, text=True)
+        self._set("DBUS_SESSION_BUS_ADDRESS", bus.stdout.readline().strip())
+
+    def _start_window_manager(self):
+        self.start("openbox", "--sm-disable")
+        wait_for("a window manager", _has_window_manager)
+
+
+def has_window_named(name):
+    search = ["xdotool", "search", "--name", f"^{name}$"]
+    return subprocess.run(search, stdout=subprocess.DEVNULL).returncode == 0
+
+
+def _has_window_manager():
+    count = ["xdotool", "get_num_desktops"]
+    return subprocess.run(count, capture_output=True).returncode == 0

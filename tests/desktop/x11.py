@@ -1,0 +1,203 @@
+"""What the X server and the window manager tell, and a user's pointer, keys and clipboard."""
+
+import contextlib
+import re
+import subprocess
+import time
+from typing import NamedTuple
+
+from processes import end
+from waiting import wait_for
+
+
+class Point(NamedTuple):
+    x: int
+    y: int
+
+    def moved(self, by_x, by_y):
+        return Point(self.x + by_x, self.y + by_y)
+
+
+class Rect(NamedTuple):
+    x: int
+    y: int
+    width: int
+    height: int
+
+    @property
+    def center(self):
+        return Point(self.x + self.width // 2, self.y + self.height // 2)
+
+    @property
+    def size(self):
+        return self.width, self.height
+
+
+class Window:
+    """A window by its number, as others see it."""
+
+    def __init__(self, number):
+        self.number = number
+
+    def __eq__(self, other):
+        return isinstance(other, Window) and self.number == other.number
+
+    def __repr__(self):
+        return f"Window({self.number:#x})"
+
+    def frame(self):
+        facts = run("xwininfo", "-id", self.number)
+        x, y = (_number(rf"Absolute upper-left {axis}:\s+(-?\d+)", facts) for axis in "XY")
+        width, height = (_number(rf"{side}:\s+(\d+)", facts) for side in ("Width", "Height"))
+        return Rect(x, y, width, height)
+
+    def is_in_sight(self):
+        facts = subprocess.run(["xwininfo", "-id", str(self.number)], capture_output=True, text=True)
+        return "Map State: IsViewable" in facts.stdout
+
+    def states(self):
+        """Such as ABOVE and MAXIMIZED_VERT."""
+        return set(re.findall(r"_NET_WM_STATE_(\w+)", self._property("_NET_WM_STATE")))
+
+    def is_iconic(self):
+        return "window state: Iconic" in self._property("WM_STATE")
+
+    def desktop(self):
+        return _number(r"= (\d+)", self._property("_NET_WM_DESKTOP"))
+
+    def minimum_size(self):
+        hints = self._property("WM_NORMAL_HINTS")
+        return tuple(map(int, re.search(r"minimum size: (\d+) by (\d+)", hints).groups()))
+
+    def ask_for_size(self, width, height):
+        run("xdotool", "windowsize", self.number, width, height)
+
+    def ask_for_place(self, x, y):
+        run("xdotool", "windowmove", self.number, x, y)
+
+    def activate(self):
+        run("wmctrl", "-i", "-a", hex(self.number))
+
+    def _property(self, name):
+        return run("xprop", "-id", self.number, name)
+
+
+def run(*command):
+    words = [str(word) for word in command]
+    done = subprocess.run(words, capture_output=True, text=True)
+    if done.returncode:
+        raise AssertionError(f"{' '.join(words)}: {done.stderr or done.returncode}")
+    return done.stdout
+
+
+def windows_named(name):
+    search = ["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"]
+    found = subprocess.run(search, capture_output=True, text=True).stdout
+    return [Window(int(number)) for number in found.split()]
+
+
+def managed_windows():
+    listed = run("xprop", "-root", "_NET_CLIENT_LIST")
+    return [Window(int(number, 16)) for number in re.findall(r"0x[0-9a-f]+", listed)]
+
+
+def active_window():
+    return Window(_number(r"(0x[0-9a-f]+)", run("xprop", "-root", "_NET_ACTIVE_WINDOW")))
+
+
+def work_area():
+    areas = run("xprop", "-root", "_NET_WORKAREA")
+    return Rect(*map(int, re.findall(r"\d+", areas.partition("=")[2])[:4]))
+
+
+def show_desktop(number):
+    run("wmctrl", "-s", number)
+
+
+def color_at(point):
+    """As #RRGGBB."""
+    pixel = run("import", "-window", "root", "-crop", f"1x1+{point.x}+{point.y}", "-depth", 8,
+                "txt:-")
+    return re.search(r"#[0-9A-F]{6}", pixel)[0]
+
+
+def open_colored_window(session, title, color, frame, add_cleanup=lambda *_: None):
+    """Another program's active window, painted in one color but for a word at its upper left."""
+    x, y, width, height = frame
+    program = session.start("xmessage", "-title", title, "-bg", color, "-buttons", "", "-geometry",
+                            f"{width}x{height}+{x}+{y}", title)
+    add_cleanup(end, program)
+    window, = wait_for(f"a window named {title}", lambda: windows_named(title))
+    wait_for(f"{title} active", lambda: active_window() == window)
+    return window
+
+
+class WindowEvents:
+    """Notes what happens to a window from now on."""
+
+    def __init__(self, session, window):
+        self._file = session.folder / f"events-{window.number}"
+        with open(self._file, "w") as log:
+            session.start("xev", "-id", str(window.number), "-event", "structure", stdout=log)
+        x, y, _, _ = window.frame()
+
+        def hears_a_nudge():
+            window.ask_for_place(x + 1, y)
+            window.ask_for_place(x, y)
+            return self.count("ConfigureNotify")
+
+        wait_for("an ear for the window", hears_a_nudge)
+
+    def count(self, kind):
+        return self._file.read_text().count(kind)
+
+
+def move_pointer(point):
+    run("xdotool", "mousemove", *point)
+
+
+def click(point, button=1, times=1):
+    run("xdotool", "mousemove", *point, "click", "--repeat", times, "--delay", 40, button)
+
+
+@contextlib.contextmanager
+def button_held(point):
+    """Presses the first button there, and lets it go wherever the pointer is then."""
+    run("xdotool", "mousemove", *point, "mousedown", 1)
+    try:
+        yield
+    finally:
+        run("xdotool", "mouseup", 1)
+
+
+def glide(start, by_x, by_y, steps=10):
+    """Moves the pointer as a hand does, in small steps, and tells where it came to."""
+    for step in range(1, steps + 1):
+        move_pointer(start.moved(by_x * step // steps, by_y * step // steps))
+        time.sleep(0.02)
+    return start.moved(by_x, by_y)
+
+
+def press_keys(*keys):
+    run("xdotool", "key", "--delay", 20, *keys)
+
+
+def type_text(text):
+    """ASCII only: the server's keyboard has no other letters."""
+    run("xdotool", "type", "--delay", 5, text)
+
+
+def set_clipboard(text):
+    # It stays to answer for the text; a pipe it inherits would never end.
+    subprocess.run(["xclip", "-selection", "clipboard"], input=text.encode(), check=True,
+                   stdout=subprocess.DEVNULL)
+
+
+def clipboard():
+    target = ["-target", "UTF8_STRING"]
+    return subprocess.run(["xclip", "-selection", "clipboard", "-out", *target], check=True,
+                          capture_output=True).stdout.decode()
+
+
+def _number(pattern, text):
+    return int(re.search(pattern, text)[1], 0)
