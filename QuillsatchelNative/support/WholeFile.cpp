@@ -54,11 +54,13 @@ bool replace(const QString &path, const std::function<void(const ByteSink &)> &w
         return false;
     if (isNew)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    // A write that fails makes the commit fail.
-    write([&file](std::string_view bytes) {
-        file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    // A full disk takes the beginning of a piece without an error: the commit would not fail.
+    bool isWhole = true;
+    write([&file, &isWhole](std::string_view bytes) {
+        const auto size = static_cast<qint64>(bytes.size());
+        isWhole = isWhole && file.write(bytes.data(), size) == size;
     });
-    return file.commit();
+    return isWhole && file.commit();
 }
 
 bool keep(const QString &path, const QString &keptPath)

@@ -14,6 +14,7 @@
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <vector>
 
 namespace
 {
@@ -64,7 +65,14 @@ protected:
 
     static bool replace(const fs::path &path, std::string_view bytes)
     {
-        return WholeFile::replace(QString::fromStdString(path), bytes);
+        return replaceInPieces(path, { bytes });
+    }
+
+    static bool replaceInPieces(const fs::path &path, const std::vector<std::string_view> &pieces)
+    {
+        return WholeFile::replace(QString::fromStdString(path), [&pieces](const ByteSink &sink) {
+            std::ranges::for_each(pieces, sink);
+        });
     }
 
     bool keep() const
@@ -222,6 +230,25 @@ TEST_F(WholeFileTest, LeavesTheOldFileWhereTheNewOneFindsNoRoom)
     EXPECT_EQ(TestFiles::read(file), "old");
     EXPECT_EQ(entries(), 1);
     EXPECT_TRUE(replace(file, std::string(1000, 'x')));
+}
+
+TEST_F(WholeFileTest, JoinsThePieces)
+{
+    EXPECT_TRUE(replaceInPieces(file, { "so", "", "me", " text" }));
+    EXPECT_EQ(TestFiles::read(file), "some text");
+    EXPECT_TRUE(replaceInPieces(file, {}));
+    EXPECT_EQ(TestFiles::read(file), "");
+}
+
+TEST_F(WholeFileTest, LeavesTheOldFileWhereOnePieceFindsNoRoom)
+{
+    TestFiles::write(file, "old");
+    const FileSizeLimit limit(1000);
+    const std::string half(600, 'x');
+    EXPECT_FALSE(replaceInPieces(file, { half, half }));
+    EXPECT_FALSE(replaceInPieces(file, { half, half, half }));
+    EXPECT_EQ(TestFiles::read(file), "old");
+    EXPECT_EQ(entries(), 1);
 }
 
 TEST_F(WholeFileTest, KeepsAFileByteForByte)
