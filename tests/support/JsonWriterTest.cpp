@@ -14,9 +14,11 @@ using namespace std::string_view_literals;
 template <typename Write>
 std::string writtenBy(Write &&write)
 {
-    JsonWriter writer;
+    std::string text;
+    JsonWriter writer([&text](std::string_view piece) { text += piece; });
     std::forward<Write>(write)(writer);
-    return writer.take();
+    writer.finish();
+    return text;
 }
 
 std::string written(std::string_view text)
@@ -168,6 +170,27 @@ TEST(JsonWriterTest, WritesTextsOfAnyLength)
         const std::string text(length, 'a');
         EXPECT_EQ(written(text), '"' + text + '"') << length;
     }
+}
+
+TEST(JsonWriterTest, HandsOverALongTextInPieces)
+{
+    std::string text;
+    int pieces = 0;
+    JsonWriter writer([&](std::string_view piece) {
+        text += piece;
+        ++pieces;
+    });
+    writer.beginArray();
+    for (int i = 0; i < 1'000; ++i)
+        writer.string(std::string(1'000, 'a'));
+    writer.endArray();
+    EXPECT_GT(pieces, 1) << "before the end";
+    writer.finish();
+
+    std::string expected = "[\n";
+    for (int i = 0; i < 1'000; ++i)
+        expected += "  \"" + std::string(1'000, 'a') + (i < 999 ? "\",\n" : "\"\n");
+    EXPECT_EQ(text, expected + "]");
 }
 
 } // namespace
