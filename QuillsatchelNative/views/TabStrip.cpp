@@ -118,6 +118,7 @@ TabChip *TabStrip::makeChip()
     };
     chip->onDelete = [this, chip] { m_store.deleteTab(chip->tabID()); };
     chip->onName = [this, chip](const std::string &name) {
+        m_revealedTabID.reset(); // the chip may grow out of sight
         m_store.renameTab(chip->tabID(), name);
     };
     chip->onEndEditing = [this, chip] {
