@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
+#include <QtTest/qtestspontaneevent.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -77,7 +78,8 @@ inline void wheel(QWidget &widget, int notches)
     QWheelEvent event(hit->mapFrom(widget.window(), place),
                       widget.mapToGlobal(QPointF(widget.rect().center())), {}, { 0, 120 * notches },
                       Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(hit, &event);
+    QSpontaneKeyEvent::setSpontaneous(&event); // else nobody but the widget hit would hear of it
+    qApp->notify(hit, &event);
 }
 
 inline void key(QWidget &widget, Qt::Key which, Qt::KeyboardModifiers modifiers = {})
@@ -113,8 +115,12 @@ inline void withMenu(const std::function<void()> &open, const std::function<void
         use(*menu);
         menu->close();
     });
+    auto *const window = QApplication::activeWindow();
     open();
     EXPECT_TRUE(wasOpen);
+    // The offscreen platform takes menus for windows like others.
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
 }
 
 inline void choose(QMenu &menu, QAction *action)

@@ -42,6 +42,8 @@ protected:
 
     SatchelStore &store() { return *m_store; }
 
+    const SatchelStore &store() const { return *m_store; }
+
     /// Lets the views follow the models.
     void settle()
     {

@@ -1,0 +1,183 @@
+#include "views/TabChip.h"
+
+#include "views/Input.h"
+#include "views/Picture.h"
+
+#include <QLineEdit>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace
+{
+
+const QColor Ground(30, 40, 50);
+
+class TabChipTest : public testing::Test
+{
+protected:
+    void render(const std::string &name, bool isActive = false, bool isEditing = false)
+    {
+        tab.name = name;
+        chip.render(tab, isActive, isEditing, true);
+    }
+
+    int widthFor(const std::string &name)
+    {
+        render(name);
+        return chip.width();
+    }
+
+    /// How dark or bright the name is in all: a bold one has more of it.
+    int inkOf(const std::string &name, bool isActive)
+    {
+        render(name, isActive);
+        const Picture picture(chip, Ground);
+        const QColor fill = picture.at(chip.width() / 2.0, 2);
+        int ink = 0;
+        for (int y = 0; y < chip.height(); ++y) {
+            for (int x = 7; x < chip.width() - 7; ++x)
+                ink += picture.at(x, y).lightness() - fill.lightness();
+        }
+        return ink;
+    }
+
+    PromptTab tab { .blocks = {} };
+    TabChip chip { nullptr };
+};
+
+TEST_F(TabChipTest, IsAsWideAsItsNameIsLongWithinLimits)
+{
+    constexpr int Padding = 2 * 7;
+    EXPECT_EQ(widthFor(""), 74 + Padding);
+    EXPECT_EQ(widthFor("a"), 74 + Padding);
+    EXPECT_EQ(widthFor("abcdef"), 74 + Padding);
+    EXPECT_EQ(widthFor("abcdefg"), 75 + Padding);
+    EXPECT_EQ(widthFor("abcdefgh"), 82 + Padding);
+    EXPECT_EQ(widthFor(std::string(16, 'i')), 138 + Padding);
+    EXPECT_EQ(widthFor(std::string(17, 'i')), 145 + Padding);
+    EXPECT_EQ(widthFor(std::string(30, 'W')), 145 + Padding);
+    EXPECT_EQ(widthFor(std::string(1'000'000, 'W')), 145 + Padding);
+}
+
+TEST_F(TabChipTest, CountsCharactersAsPeopleDo)
+{
+    EXPECT_EQ(TabChip::textWidth("\u00E4\u00F6\u00FC\u00E4\u00F6\u00FC\u00E4"), 75);
+    EXPECT_EQ(TabChip::textWidth("e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301"), 75);
+    EXPECT_EQ(TabChip::textWidth("\U0001F469\u200D\U0001F4BB"), 74);
+    EXPECT_EQ(TabChip::textWidth("          "), 96);
+}
+
+TEST_F(TabChipTest, IsAsHighAsItsTextAndItsPadding)
+{
+    render("Prompts");
+    QFont font = QApplication::font();
+    font.setPixelSize(11);
+    font.setWeight(QFont::DemiBold);
+    EXPECT_EQ(chip.height(), QFontMetrics(font).height() + 12);
+    EXPECT_EQ(chip.size(), chip.sizeHint());
+}
+
+TEST_F(TabChipTest, HasAFaintAccentGroundWhileActive)
+{
+    render("Prompts", true);
+    const Picture picture(chip, Ground);
+    EXPECT_TRUE(
+        isColor(picture.at(3, chip.height() / 2.0), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
+    EXPECT_TRUE(
+        isColor(picture.at(chip.width() / 2.0, 0.4), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
+}
+
+TEST_F(TabChipTest, HasNoGroundWhileInactive)
+{
+    render("Prompts");
+    const Picture picture(chip, Ground);
+    EXPECT_TRUE(isColor(picture.at(3, chip.height() / 2.0), Ground, 0));
+    EXPECT_TRUE(isColor(picture.at(chip.width() / 2.0, 0.4), Ground, 0));
+}
+
+TEST_F(TabChipTest, HasCornersOfRadiusSix)
+{
+    render("Prompts", true);
+    const Picture picture(chip, Ground);
+    const Picture shape(chip.size(), chip.devicePixelRatio(), Ground, [this](QPainter &painter) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.12F));
+        painter.drawRoundedRect(QRectF(chip.rect()), 6, 6);
+    });
+    const qreal right = chip.width() - 7;
+    const qreal bottom = chip.height() - 7;
+    for (const QPointF corner :
+         { QPointF(0, 0), QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom) })
+        EXPECT_EQ(picture.differenceFrom(shape, QRectF(corner, QSizeF(7, 7)), 1), QRectF());
+    EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Ground, 0));
+}
+
+TEST_F(TabChipTest, ShowsTheActiveTabsNameBolder)
+{
+    EXPECT_GT(inkOf("Prompts", true), inkOf("Prompts", false) * 11 / 10);
+}
+
+TEST_F(TabChipTest, ShowsUntitledForAnEmptyName)
+{
+    render("");
+    EXPECT_EQ(chip.text().toStdString(), "Untitled");
+    EXPECT_EQ(Input::spokenName(chip), "Untitled");
+    EXPECT_FALSE(Picture(chip, Ground).inkIn(chip.rect(), Ground).isEmpty());
+}
+
+TEST_F(TabChipTest, ShowsTheSamePlaceholderWhileAnEmptyNameIsEdited)
+{
+    render("", true, true);
+    const auto *const field = chip.findChild<QLineEdit *>();
+    ASSERT_TRUE(field);
+    EXPECT_EQ(field->text().toStdString(), "");
+    EXPECT_EQ(field->placeholderText().toStdString(), "Untitled");
+    EXPECT_EQ(chip.width(), 74 + 14);
+}
+
+TEST_F(TabChipTest, FramesTheFieldLikeTheLabel)
+{
+    render("A longer name", true, true);
+    const auto &field = *chip.findChild<QLineEdit *>();
+    EXPECT_EQ(field.x(), 7);
+    EXPECT_EQ(field.width(), chip.width() - 14);
+    EXPECT_EQ(field.font().pixelSize(), 11);
+    EXPECT_EQ(field.font().weight(), QFont::DemiBold);
+    const Picture picture(chip, Ground);
+    EXPECT_TRUE(
+        isColor(picture.at(3, chip.height() / 2.0), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
+}
+
+TEST_F(TabChipTest, KeepsALongNameWithinItsFrame)
+{
+    for (const std::string &name : { std::string(17, 'W'), std::string(1'000'000, 'W'),
+                                     std::string("one\ntwo\nthree\nfour\nfive") }) {
+        render(name, true);
+        const QRectF ink = Picture(chip, Ground)
+                               .inkIn({ 1, 3, chip.width() - 2.0, chip.height() - 6.0 },
+                                      over({ 0.91, 0.16, 0.17, 0.12 }, Ground));
+        EXPECT_GE(ink.left(), 7);
+        EXPECT_LE(ink.right(), chip.width() - 7);
+        EXPECT_GE(ink.top(), 6) << "more than one line";
+        EXPECT_LE(ink.bottom(), chip.height() - 6) << "more than one line";
+    }
+}
+
+TEST_F(TabChipTest, IsATabWithItsNameForThoseWhoCannotSee)
+{
+    render("Prompts", true);
+    EXPECT_EQ(Input::role(chip), QAccessible::PageTab);
+    EXPECT_EQ(Input::spokenName(chip), "Prompts");
+    EXPECT_EQ(chip.toolTip().toStdString(), "Double-click to rename");
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(&chip)->state().selected);
+    render("Links", false);
+    EXPECT_EQ(Input::spokenName(chip), "Links");
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&chip)->state().selected);
+    render("Links", false, true);
+    auto &field = *chip.findChild<QLineEdit *>();
+    EXPECT_EQ(Input::spokenName(field), "Tab name");
+    EXPECT_EQ(Input::role(field), QAccessible::EditableText);
+}
+
+} // namespace

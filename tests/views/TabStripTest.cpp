@@ -1,0 +1,218 @@
+#include "views/Picture.h"
+#include "views/TabStripFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace
+{
+
+using TabStripTest = TabStripFixture;
+
+TEST_F(TabStripTest, ShowsOneChipATabInTheirOrder)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("") });
+    EXPECT_EQ(labels(), Texts({ "One", "Two", "Untitled" }));
+    EXPECT_EQ(activeChip(), 0U);
+}
+
+TEST_F(TabStripTest, IsThirtyEightHighWithChipsFourApart)
+{
+    openStrip({ tabOf("One"), tabOf("A longer name"), tabOf("Three") });
+    EXPECT_EQ(strip->sizeHint().height(), 38);
+    const auto placeOf = [this](QWidget &widget) {
+        return QRect(widget.mapTo(strip, QPoint()), widget.size());
+    };
+    EXPECT_EQ(placeOf(chip(0)).left(), 9);
+    EXPECT_EQ(placeOf(chip(1)).left() - placeOf(chip(0)).right(), 5);
+    EXPECT_EQ(placeOf(chip(2)).left() - placeOf(chip(1)).right(), 5);
+    EXPECT_NEAR(QRectF(placeOf(chip(0))).center().y(), 19, 0.5);
+    auto &newTab = *Input::button(*strip, "New tab");
+    EXPECT_EQ(newTab.size(), QSize(24, 24));
+    EXPECT_EQ(placeOf(newTab).right(), 430 - 9 - 1);
+    EXPECT_EQ(placeOf(newTab).top(), 7);
+    EXPECT_EQ(newTab.toolTip().toStdString(), "New tab");
+}
+
+TEST_F(TabStripTest, DarkensItsGroundToItsVeryTop)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    strip->setContentsMargins(0, 28, 0, 0);
+    EXPECT_EQ(strip->sizeHint().height(), 66);
+    strip->resize(430, 66);
+    settle();
+    const QColor ground(100, 150, 200);
+    const Picture picture(*strip, ground);
+    for (const int y : { 0, 27, 28, 65 })
+        EXPECT_TRUE(isColor(picture.at(300, y), over(SrgbColor::black(0.08), ground))) << y;
+    EXPECT_GE(chip(0).mapTo(strip, QPoint()).y(), 28);
+}
+
+TEST_F(TabStripTest, SelectsATabByAClick)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    click(1);
+    EXPECT_EQ(store().activeTabID().get(), store().tabs().get()[1].id);
+    EXPECT_EQ(activeChip(), 1U);
+    EXPECT_FALSE(field());
+}
+
+TEST_F(TabStripTest, SavesEvenWhenTheActiveTabIsClickedAgain)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    EXPECT_TRUE(saves([this] { click(0); }));
+}
+
+TEST_F(TabStripTest, SelectsATabFromTheKeyboard)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    chip(1).setFocus(Qt::TabFocusReason);
+    Input::key(window, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(activeChip(), 1U);
+    chip(2).setFocus(Qt::TabFocusReason);
+    Input::key(window, Qt::Key_Space);
+    settle();
+    EXPECT_EQ(activeChip(), 2U);
+}
+
+TEST_F(TabStripTest, LeavesTheKeyboardWhereItIsWhenATabIsClicked)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    elsewhere->setFocus();
+    click(1);
+    EXPECT_TRUE(elsewhere->hasFocus());
+}
+
+TEST_F(TabStripTest, AddsATabAndNothingElse)
+{
+    openStrip({ tabOf("One") });
+    Input::click(*Input::button(*strip, "New tab"));
+    settle();
+    EXPECT_EQ(names(), Texts({ "One", "New Tab" }));
+    EXPECT_EQ(labels(), names());
+    EXPECT_EQ(activeChip(), 1U);
+    EXPECT_FALSE(field());
+}
+
+TEST_F(TabStripTest, FollowsTheStore)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    store().renameTab(store().tabs().get()[1].id, "Second");
+    settle();
+    EXPECT_EQ(labels(), Texts({ "One", "Second", "Three" }));
+    store().deleteTab(store().tabs().get()[0].id);
+    settle();
+    EXPECT_EQ(labels(), Texts({ "Second", "Three" }));
+    EXPECT_EQ(activeChip(), 0U);
+    store().selectTab(store().tabs().get()[1].id);
+    settle();
+    EXPECT_EQ(activeChip(), 1U);
+}
+
+TEST_F(TabStripTest, KeepsAChipWithItsTab)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    const auto *const two = &chip(1);
+    store().deleteTab(store().tabs().get()[0].id);
+    store().addTab();
+    settle();
+    EXPECT_EQ(&chip(0), two);
+}
+
+TEST_F(TabStripTest, OffersToRenameAndToDelete)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    withMenu(1, [](QMenu &menu) {
+        ASSERT_EQ(menu.actions().size(), 3);
+        EXPECT_EQ(menu.actions()[0]->text().toStdString(), "Rename Tab");
+        EXPECT_TRUE(menu.actions()[0]->isEnabled());
+        EXPECT_TRUE(menu.actions()[1]->isSeparator());
+        EXPECT_EQ(menu.actions()[2]->text().toStdString(), "Delete Tab");
+        EXPECT_TRUE(menu.actions()[2]->isEnabled());
+    });
+    EXPECT_EQ(names(), Texts({ "One", "Two" }));
+    EXPECT_EQ(activeChip(), 0U);
+}
+
+TEST_F(TabStripTest, DoesNotLetTheOnlyTabBeDeleted)
+{
+    openStrip({ tabOf("One") });
+    withMenu(0, [](QMenu &menu) {
+        ASSERT_EQ(menu.actions().size(), 3);
+        EXPECT_TRUE(menu.actions()[0]->isEnabled());
+        EXPECT_FALSE(menu.actions()[2]->isEnabled());
+    });
+}
+
+TEST_F(TabStripTest, DeletesTheTabWhoseMenuItIs)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    chooseFromMenu(1, "Delete Tab");
+    EXPECT_EQ(names(), Texts({ "One", "Three" }));
+    EXPECT_EQ(labels(), names());
+    chooseFromMenu(0, "Delete Tab");
+    EXPECT_EQ(labels(), Texts({ "Three" }));
+    EXPECT_EQ(activeChip(), 0U);
+}
+
+TEST_F(TabStripTest, OpensAChipsMenuFromTheKeyboard)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    chip(1).setFocus(Qt::TabFocusReason);
+    Input::withMenu(
+        [this] {
+            QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+            QApplication::sendEvent(&chip(1), &event);
+        },
+        [](QMenu &menu) { EXPECT_EQ(menu.actions().size(), 3); });
+}
+
+TEST_F(TabStripTest, SurvivesTwoTabsOfOneId)
+{
+    PromptTab twin = tabOf("Twin");
+    twin.id = QUuid::createUuid();
+    PromptTab other = twin;
+    other.name = "Other twin";
+    openStrip({ tabOf("One"), twin, other });
+    EXPECT_EQ(labels(), Texts({ "One", "Twin", "Other twin" }));
+    click(2);
+    EXPECT_EQ(store().activeTab()->name, "Twin");
+    doubleClick(1);
+    Input::type(window, "x");
+    settle();
+    EXPECT_EQ(names()[1], "x");
+    Input::key(window, Qt::Key_Return);
+    settle();
+    chooseFromMenu(1, "Delete Tab");
+    EXPECT_EQ(labels(), Texts({ "One" }));
+}
+
+TEST_F(TabStripTest, ShowsNothingForAStoreWithoutTabs)
+{
+    const PromptTab twin = tabOf("Twin");
+    openStrip({ twin, twin });
+    store().deleteTab(twin.id);
+    settle();
+    EXPECT_EQ(labels(), Texts());
+    Input::click(*Input::button(*strip, "New tab"));
+    settle();
+    EXPECT_EQ(labels(), Texts({ "New Tab" }));
+}
+
+TEST_F(TabStripTest, IsQuickWithNamesOfAMegabyte)
+{
+    const auto start = std::chrono::steady_clock::now();
+    openStrip({ tabOf(std::string(1'000'000, 'a')), tabOf(std::string(1'000'000, '\n')),
+                tabOf("Three") });
+    for (int count = 0; count < 20; ++count) {
+        store().addBlock();
+        settle();
+    }
+    EXPECT_EQ(chip(0).width(), 145 + 14);
+    const auto duration = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(duration, std::chrono::seconds(5));
+}
+
+} // namespace
