@@ -166,7 +166,7 @@ TEST(JsonWriterTest, EscapesAtEveryPlaceOfALongText)
 
 TEST(JsonWriterTest, WritesTextsOfAnyLength)
 {
-    for (const std::size_t length : { 31, 32, 33, 65'534, 65'535, 65'536, 1'000'000 }) {
+    for (const auto length : { 31U, 32U, 33U, 65'534U, 65'535U, 65'536U, 1'000'000U }) {
         const std::string text(length, 'a');
         EXPECT_EQ(written(text), '"' + text + '"') << length;
     }
