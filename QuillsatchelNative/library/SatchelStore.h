@@ -26,7 +26,7 @@ public:
     /// machine has no place for a user's data.
     explicit SatchelStore(Platform &platform = desktopPlatform());
 
-    /// Never empty.
+    /// Empty only once tabs that all had one id were deleted: the last tab stays otherwise.
     const Published<std::vector<PromptTab>> &tabs() const { return m_tabs; }
 
     /// May name no tab; `activeTab` then gives the first.
