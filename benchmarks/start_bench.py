@@ -17,47 +17,55 @@ import time
 SETTLE_SECONDS = 1.0
 
 
-def private_kilobytes(pid):
-    """What only this process holds in memory, as the kernel counts it."""
+def private_megabytes(pid):
+    """What only this process holds in memory, and the part of it that it has written to; the
+    rest are pages of files, mostly libraries, that no other process happens to use."""
     with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as rollup:
-        rows = dict(line.split(":", 1) for line in rollup if ":" in line and "-" not in line)
-    return sum(int(rows[key].split()[0]) for key in ("Private_Clean", "Private_Dirty"))
+        rows = dict(line.split(":", 1) for line in rollup if line[0].isalpha() and ":" in line)
+    clean, dirty = (int(rows[key].split()[0]) for key in ("Private_Clean", "Private_Dirty"))
+    return (clean + dirty) / 1024, dirty / 1024
 
 
 def start(command, environment):
-    """Milliseconds from the start of the process to its first frame, and private megabytes."""
+    """Milliseconds from the start of the process to its first frame, and its private memory."""
     started = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE) as process:
         painted = int(process.stdout.readline())
         time.sleep(SETTLE_SECONDS)
-        memory = private_kilobytes(process.pid)
+        memory = private_megabytes(process.pid)
         process.terminate()
-    return (painted - started) / 1e6, memory / 1024
+    return ((painted - started) / 1e6, *memory)
 
 
 def main():
     folder = sys.argv[1]
     rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 15
+    empty = [f"{folder}/empty_window_start"]
+    programs = {"empty window": (empty, 0), "a line of text": (empty + ["Some words"], 0)}
     with tempfile.TemporaryDirectory() as data:
-        programs = {"empty window": ("empty_window_start", 0)}
         for nodes in (10, 100_000):
             library = os.path.join(data, str(nodes))
             subprocess.run([f"{folder}/write_sample_library", str(nodes), library], check=True)
-            programs[f"{nodes:,} nodes"] = ("panel_start", nodes)
+            programs[f"{nodes:,} nodes"] = ([f"{folder}/panel_start"], nodes)
         results = {name: [] for name in programs}
         for _ in range(rounds + 1):
-            for name, (program, nodes) in programs.items():
-                environment = dict(os.environ, XDG_DATA_HOME=os.path.join(data, str(nodes)))
-                results[name].append(start([f"{folder}/{program}"], environment))
-    empty = results["empty window"][1:]
+            for name, (command, nodes) in programs.items():
+                environment = dict(os.environ, XDG_RUNTIME_DIR=data,
+                                   XDG_DATA_HOME=os.path.join(data, str(nodes)))
+                results[name].append(start(command, environment))
+    report({name: runs[1:] for name, runs in results.items()})  # the first warmed the caches
+
+
+def report(results):
+    base = results["empty window"]
     for name, runs in results.items():
-        runs = runs[1:]  # the first round warmed the caches
-        frame = statistics.median(run[0] for run in runs)
-        memory = statistics.median(run[1] for run in runs)
-        frame_ratio = statistics.median(run[0] / base[0] for run, base in zip(runs, empty))
-        memory_ratio = statistics.median(run[1] / base[1] for run, base in zip(runs, empty))
-        print(f"{name:14}  first frame {frame:7.1f} ms (x{frame_ratio:.2f})"
-              f"   private memory {memory:6.1f} MB (x{memory_ratio:.2f})")
+        figures = []
+        for index, figure in enumerate(("first frame {:7.1f} ms", "private memory {:6.1f} MB",
+                                        "of it written {:5.1f} MB")):
+            median = statistics.median(run[index] for run in runs)
+            ratio = statistics.median(run[index] / other[index] for run, other in zip(runs, base))
+            figures.append(figure.format(median) + f" (x{ratio:.2f})")
+        print(f"{name:15}", "   ".join(figures))
 
 
 if __name__ == "__main__":
