@@ -134,14 +134,18 @@ void NodeList::followRows(const Rows &nearby)
     std::ranges::transform(m_slots, rows.begin(), [this, &nearby](const Slot &slot) {
         return slot.row ? findRow(slot, nearby) : std::nullopt;
     });
+    const auto earlier = m_slots;
     for (auto &slot : m_slots)
         slot.row.reset();
     for (std::size_t index = 0; index < m_slots.size(); ++index) {
         auto &slot = m_slots[index];
-        if (rows[index] && !slotAt(*rows[index]))
-            slot.row = rows[index];
-        else
+        if (!rows[index] || slotAt(*rows[index])) {
             slot.card->hide();
+            continue;
+        }
+        slot.row = rows[index];
+        if (slot.row != earlier[index].row)
+            renderSlot(slot); // two nodes of one id need not have one text
     }
 }
 
@@ -230,8 +234,8 @@ NodeList::Slot &NodeList::freeSlot()
 
 bool NodeList::isPinned(const Slot &slot) const
 {
-    return slot.card->dragTranslation() != 0 ||
-           slot.card->isAncestorOf(QApplication::focusWidget());
+    // The window's own account of its focus: it keeps it while another window is active.
+    return slot.card->dragTranslation() != 0 || slot.card->isAncestorOf(window()->focusWidget());
 }
 
 QList<QWidget *> NodeList::focusStops() const
