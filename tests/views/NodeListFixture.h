@@ -1,0 +1,127 @@
+#pragma once
+
+#include "views/EmptyState.h"
+#include "views/NodeEditor.h"
+#include "views/NodeList.h"
+#include "views/OverlayScrollBar.h"
+#include "views/PromptCard.h"
+#include "views/ViewFixture.h"
+
+#include <QScrollBar>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+/// A list as large as in the panel. It is drawn when the test says so.
+class NodeListFixture : public ViewFixture
+{
+protected:
+    void openList(const std::vector<PromptTab> &tabs)
+    {
+        open(tabs);
+        window.resize(430, Height);
+        list = new NodeList(
+            store(), machine.mainQueue, [this](PromptCard &card) { wire(card); }, &window);
+        list->resize(430, Height);
+        Input::show(window);
+        draw();
+    }
+
+    void openList(const Texts &texts) { openList({ tabOf("Prompts", texts) }); }
+
+    /// Brings the list in line with the store, with all that it prepares for later.
+    void draw()
+    {
+        list->render();
+        advance(Milliseconds(500));
+        settle();
+    }
+
+    const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
+
+    std::size_t cardCount() const
+    {
+        return static_cast<std::size_t>(list->findChildren<PromptCard *>().size());
+    }
+
+    QScrollBar &scrollBar() const
+    {
+        return *list->findChild<OverlayScrollBar *>(QString(), Qt::FindDirectChildrenOnly);
+    }
+
+    void scrollTo(int place)
+    {
+        scrollBar().setValue(place);
+        settle();
+    }
+
+    /// The cards that the user sees at least a part of, top to bottom.
+    std::vector<PromptCard *> cardsInSight() const
+    {
+        std::vector<PromptCard *> cards;
+        for (auto *const card : list->findChildren<PromptCard *>()) {
+            if (!card->isHidden() && card->geometry().intersects(list->rect()))
+                cards.push_back(card);
+        }
+        std::ranges::sort(cards, {}, [](const PromptCard *card) { return card->y(); });
+        return cards;
+    }
+
+    /// The card that shows this row; null if there is none.
+    PromptCard *cardOf(std::size_t row) const
+    {
+        const int top = topOf(row);
+        for (auto *const card : list->findChildren<PromptCard *>()) {
+            if (!card->isHidden() && card->y() == top)
+                return card;
+        }
+        return nullptr;
+    }
+
+    int topOf(std::size_t row) const
+    {
+        return 10 + static_cast<int>(row) * (PromptCard::cardHeight() + 10) - scrollBar().value();
+    }
+
+    static NodeEditor &editorOf(const PromptCard &card) { return *card.findChild<NodeEditor *>(); }
+
+    static std::string textOf(const PromptCard &card)
+    {
+        return editorOf(card).toPlainText().toStdString();
+    }
+
+    /// Each place in sight shows the right node, once, and nothing else is in sight.
+    void expectToShowTheStore() const
+    {
+        std::vector<std::size_t> rows;
+        for (std::size_t row = 0; row < blocks().size(); ++row) {
+            if (topOf(row) < Height && topOf(row) + PromptCard::cardHeight() > 0)
+                rows.push_back(row);
+        }
+        const auto cards = cardsInSight();
+        ASSERT_EQ(cards.size(), rows.size());
+        for (std::size_t index = 0; index < rows.size(); ++index) {
+            auto &card = *cards[index];
+            const auto row = rows[index];
+            EXPECT_EQ(card.geometry(), QRect(10, topOf(row), 410, PromptCard::cardHeight()));
+            EXPECT_EQ(card.blockID(), blocks()[row].id);
+            EXPECT_EQ(textOf(card), blocks()[row].text);
+            EXPECT_EQ(Input::spokenName(card),
+                      "Node " + std::to_string(row + 1) + " of " + std::to_string(blocks().size()));
+        }
+    }
+
+    static constexpr int Height = 500;
+
+    QWidget window;
+    NodeList *list = nullptr;
+
+private:
+    void wire(PromptCard &card)
+    {
+        card.onText = [this, &card](const std::string &text) {
+            store().updateBlock(card.blockID(), text);
+        };
+    }
+};

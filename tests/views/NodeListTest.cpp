@@ -1,0 +1,227 @@
+#include "views/NodeListFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace
+{
+
+/// However many nodes a tab holds, so many cards are enough.
+constexpr std::size_t FewCards = 20;
+
+class NodeListTest : public NodeListFixture
+{
+protected:
+    std::size_t anyRow() { return anyOf(blocks().size()); }
+
+    std::size_t anyOf(std::size_t count)
+    {
+        return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
+    }
+
+    void changeSomething()
+    {
+        const auto id = blocks().empty() ? QUuid() : blocks()[anyRow()].id;
+        const auto tab = store().tabs().get()[anyOf(store().tabs().get().size())].id;
+        switch (anyOf(9)) {
+        case 0:
+            return store().addBlock();
+        case 1:
+            return store().deleteBlock(id);
+        case 2:
+            return store().moveBlock(id, static_cast<int>(anyOf(41)) - 20);
+        case 3:
+            return store().moveBlock(id, anyOf(2) == 0 ? -1 : 1);
+        case 4:
+            return store().updateBlock(id, "changed " + std::to_string(anyOf(1000)));
+        case 5:
+            return store().selectTab(tab);
+        case 6:
+            return scrollTo(
+                static_cast<int>(anyOf(static_cast<std::size_t>(scrollBar().maximum()) + 1)));
+        case 7:
+            return scrollTo(scrollBar().value() + static_cast<int>(anyOf(401)) - 200);
+        default:
+            if (auto *const card = cardOf(anyOf(50)))
+                card->focusEditor();
+        }
+    }
+
+    std::mt19937 random { 20261121 }; // NOLINT(*-msc51-cpp): the same sequence each time
+};
+
+TEST_F(NodeListTest, ShowsTheNodesOfTheActiveTabInTheirOrder)
+{
+    openList(numberedTexts(2));
+    expectToShowTheStore();
+    EXPECT_EQ(cardsInSight().size(), 2U);
+    EXPECT_EQ(cardsInSight().front()->y(), 10);
+    EXPECT_EQ(cardsInSight().back()->y(), 10 + PromptCard::cardHeight() + 10);
+}
+
+TEST_F(NodeListTest, MakesFewCardsForAHundredThousandNodes)
+{
+    openList(numberedTexts(100'000));
+    EXPECT_LE(cardCount(), FewCards);
+    expectToShowTheStore();
+    scrollTo(scrollBar().maximum());
+    expectToShowTheStore();
+    EXPECT_EQ(textOf(*cardsInSight().back()), "text 99999");
+    EXPECT_LE(cardsInSight().back()->geometry().bottom(), Height - 10);
+    for (int step = 1; step <= 20; ++step) {
+        scrollTo(scrollBar().maximum() / 20 * (20 - step));
+        draw();
+        expectToShowTheStore();
+    }
+    EXPECT_EQ(textOf(*cardsInSight().front()), "text 0");
+    EXPECT_LE(cardCount(), FewCards);
+}
+
+TEST_F(NodeListTest, ShowsTheRightNodesAtEveryPlace)
+{
+    openList(numberedTexts(60));
+    for (int place = 0; place <= scrollBar().maximum(); place += 7) {
+        scrollTo(place);
+        ASSERT_NO_FATAL_FAILURE(expectToShowTheStore()) << place;
+    }
+    EXPECT_LE(cardCount(), FewCards);
+}
+
+TEST_F(NodeListTest, ShowsTheRightNodesWhateverChanges)
+{
+    openList({ tabOf("One", numberedTexts(40)), tabOf("Two", numberedTexts(3)),
+               tabOf("Three", numberedTexts(200)), tabOf("Four") });
+    for (int step = 0; step < 600 && !HasFailure(); ++step) {
+        changeSomething();
+        if (anyOf(3) == 0)
+            draw();
+        else
+            list->render();
+        ASSERT_NO_FATAL_FAILURE(expectToShowTheStore()) << "step " << step;
+    }
+    EXPECT_LE(cardCount(), FewCards);
+}
+
+TEST_F(NodeListTest, FillsWhatARoomierWindowShows)
+{
+    openList(numberedTexts(60));
+    scrollTo(scrollBar().maximum());
+    list->resize(430, 300);
+    list->resize(430, Height);
+    expectToShowTheStore();
+}
+
+TEST_F(NodeListTest, LetsTheCardsFollowItsWidth)
+{
+    openList(numberedTexts(3));
+    list->resize(600, Height);
+    for (const auto *const card : cardsInSight())
+        EXPECT_EQ(card->width(), 580);
+}
+
+TEST_F(NodeListTest, KeepsACardWithItsNode)
+{
+    openList(numberedTexts(3));
+    const auto *const second = cardOf(1);
+    store().moveBlock(blocks()[0].id, 2);
+    draw();
+    EXPECT_EQ(cardOf(0), second);
+}
+
+TEST_F(NodeListTest, EndsWhereItsLastNodeEnds)
+{
+    openList(numberedTexts(60));
+    const int all = 10 + 60 * (PromptCard::cardHeight() + 10);
+    EXPECT_EQ(scrollBar().maximum(), all - Height);
+    openList(numberedTexts(1));
+    EXPECT_EQ(scrollBar().maximum(), 0);
+}
+
+TEST_F(NodeListTest, ShowsTheTopOfAnotherTab)
+{
+    openList({ tabOf("One", numberedTexts(60)), tabOf("Two", numberedTexts(50)) });
+    scrollTo(3000);
+    store().selectTab(store().tabs().get()[1].id);
+    draw();
+    EXPECT_EQ(scrollBar().value(), 0);
+    expectToShowTheStore();
+}
+
+TEST_F(NodeListTest, StaysWhereItIsScrolledWhenANodeChanges)
+{
+    openList(numberedTexts(60));
+    scrollTo(3000);
+    store().updateBlock(blocks()[0].id, "other");
+    store().copyBlock(blocks()[17].id);
+    draw();
+    EXPECT_EQ(scrollBar().value(), 3000);
+}
+
+TEST_F(NodeListTest, ShowsAnEmptyTabsEmptiness)
+{
+    openList(Texts {});
+    const auto *const empty = list->findChild<EmptyState *>();
+    ASSERT_TRUE(empty);
+    EXPECT_TRUE(empty->isVisible());
+    EXPECT_EQ(empty->geometry(), QRect(10, 10, 410, empty->sizeHint().height()));
+    EXPECT_EQ(cardsInSight().size(), 0U);
+    store().addBlock();
+    draw();
+    EXPECT_FALSE(empty->isVisible());
+    EXPECT_EQ(cardsInSight().size(), 1U);
+    store().deleteBlock(blocks()[0].id);
+    draw();
+    EXPECT_TRUE(empty->isVisible());
+    EXPECT_EQ(cardsInSight().size(), 0U);
+}
+
+TEST_F(NodeListTest, ShowsNothingForAStoreWithoutTabs)
+{
+    const PromptTab twin = tabOf("Twin", numberedTexts(3));
+    openList({ twin, twin });
+    store().deleteTab(twin.id);
+    draw();
+    EXPECT_EQ(cardsInSight().size(), 0U);
+    const auto *const empty = list->findChild<EmptyState *>();
+    EXPECT_TRUE(!empty || !empty->isVisible());
+}
+
+TEST_F(NodeListTest, ShowsTwoNodesOfOneId)
+{
+    PromptTab tab = tabOf("Prompts", numberedTexts(8));
+    tab.blocks[1].id = tab.blocks[0].id;
+    tab.blocks[7].id = tab.blocks[0].id;
+    openList({ tab });
+    expectToShowTheStore();
+    scrollTo(scrollBar().maximum());
+    expectToShowTheStore();
+    scrollTo(0);
+    expectToShowTheStore();
+    store().deleteBlock(tab.blocks[0].id);
+    draw();
+    expectToShowTheStore();
+    EXPECT_EQ(blocks().size(), 5U);
+}
+
+TEST_F(NodeListTest, MarksTheCopiedNode)
+{
+    openList(numberedTexts(2));
+    store().copyBlock(blocks()[1].id);
+    list->render();
+    EXPECT_FALSE(Input::button(*cardOf(0), "Copied"));
+    EXPECT_TRUE(Input::button(*cardOf(1), "Copied"));
+    advance(Milliseconds(1400));
+    list->render();
+    EXPECT_FALSE(Input::button(*cardOf(1), "Copied"));
+}
+
+TEST_F(NodeListTest, ShowsTheEndAndTakesTheKeyboardThere)
+{
+    openList(numberedTexts(60));
+    list->editLastNode();
+    EXPECT_EQ(scrollBar().value(), scrollBar().maximum());
+    EXPECT_TRUE(editorOf(*cardOf(59)).hasFocus());
+}
+
+} // namespace
