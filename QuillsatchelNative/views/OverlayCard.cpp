@@ -6,7 +6,6 @@
 #include "views/SatchelTheme.h"
 #include "views/SymbolButton.h"
 
-#include <QApplication>
 #include <QGraphicsDropShadowEffect>
 #include <QGraphicsPixmapItem>
 #include <QGraphicsScene>
@@ -108,7 +107,7 @@ OverlayCard::OverlayCard(const QString &name, const Look &look, QWidget *parent)
 
 void OverlayCard::appear()
 {
-    m_earlierFocus = QApplication::focusWidget();
+    m_earlierFocus = window()->focusWidget(); // known while another window is active, too
     setGeometry(parentWidget()->rect());
     placeCard();
     m_picture = picture();
@@ -159,6 +158,7 @@ void OverlayCard::animate(qreal from, qreal to, std::function<void()> done)
         update();
     });
     connect(animation, &QVariantAnimation::finished, this, std::move(done));
+    m_presence = from; // the animation reports no value before its second frame
     animation->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
