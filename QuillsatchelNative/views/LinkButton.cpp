@@ -42,6 +42,7 @@ LinkButton *LinkButton::withText(const QString &text, QWidget *parent)
     const QSize size(metrics.horizontalAdvance(text) + 2 * FocusMargin, metrics.height());
     auto *const link = new LinkButton(size, parent);
     link->setText(text);
+    link->setAccessibleName(text);
     return link;
 }
 
