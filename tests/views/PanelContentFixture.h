@@ -1,0 +1,70 @@
+#pragma once
+
+#include "preferences/WindowPreferences.h"
+#include "views/AboutCard.h"
+#include "views/EmptyState.h"
+#include "views/NodeEditor.h"
+#include "views/PromptCard.h"
+#include "views/QuillsatchelView.h"
+#include "views/TabChip.h"
+#include "views/ViewFixture.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The panel's content in a window of its own.
+class PanelContentFixture : public ViewFixture
+{
+protected:
+    void openView(const std::vector<PromptTab> &tabs)
+    {
+        open(tabs);
+        view.emplace(store(), preferences, machine.platform, 0, nullptr);
+        Input::show(*view);
+        view->setFocus();
+        settle();
+    }
+
+    void openView(const Texts &texts) { openView({ tabOf("Prompts", texts) }); }
+
+    const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
+
+    /// The cards in sight, top to bottom.
+    std::vector<PromptCard *> cards() const
+    {
+        std::vector<PromptCard *> shown;
+        for (auto *const card : view->findChildren<PromptCard *>()) {
+            if (card->isVisible() && !card->visibleRegion().isEmpty())
+                shown.push_back(card);
+        }
+        std::ranges::sort(shown, {}, [](const PromptCard *card) { return card->y(); });
+        return shown;
+    }
+
+    PromptCard &card(std::size_t index) const { return *cards().at(index); }
+
+    NodeEditor &editor(std::size_t index) const { return *card(index).findChild<NodeEditor *>(); }
+
+    bool isEmptyStateShown() const
+    {
+        const auto *const empty = view->findChild<EmptyState *>();
+        return empty && empty->isVisible();
+    }
+
+    AboutCard *aboutCard() const { return view->findChild<AboutCard *>(); }
+
+    void press(const QWidget &widget, const std::string &name)
+    {
+        auto *const button = Input::button(widget, name);
+        ASSERT_TRUE(button) << name;
+        Input::click(*button);
+        settle();
+    }
+
+    void press(const std::string &name) { press(*view, name); }
+
+    WindowPreferences preferences;
+    std::optional<QuillsatchelView> view;
+};

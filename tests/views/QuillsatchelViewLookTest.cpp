@@ -1,0 +1,140 @@
+#include "views/NewNodeButton.h"
+#include "views/NodeList.h"
+#include "views/PanelContentFixture.h"
+#include "views/Picture.h"
+#include "views/TabStrip.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+const QColor Ground(30, 40, 50);
+
+class QuillsatchelViewLookTest : public PanelContentFixture
+{
+protected:
+    template <typename Widget>
+    QRect placeOf() const
+    {
+        const auto *const widget = view->findChild<Widget *>();
+        return { widget->mapTo(&*view, QPoint()), widget->size() };
+    }
+};
+
+TEST_F(QuillsatchelViewLookTest, HasThePanelsSizes)
+{
+    openView(Texts {});
+    EXPECT_EQ(view->minimumSize(), QSize(390, 420));
+    EXPECT_EQ(view->size(), QSize(430, 650));
+    EXPECT_EQ(view->sizeHint(), QSize(430, 650));
+    EXPECT_EQ(view->maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+}
+
+TEST_F(QuillsatchelViewLookTest, StacksStripDividerListAndButton)
+{
+    openView(Texts { "a" });
+    for (const QSize size : { QSize(430, 650), QSize(390, 420), QSize(700, 500) }) {
+        view->resize(size);
+        settle();
+        EXPECT_EQ(placeOf<TabStrip>(), QRect(0, 0, size.width(), 38));
+        const int buttonTop = size.height() - 8 - 29;
+        EXPECT_EQ(placeOf<NodeList>(), QRect(0, 39, size.width(), buttonTop - 8 - 39));
+        EXPECT_EQ(placeOf<NewNodeButton>(), QRect(8, buttonTop, size.width() - 16, 29));
+    }
+}
+
+TEST_F(QuillsatchelViewLookTest, DrawsTheDividerBelowTheStrip)
+{
+    openView(Texts {});
+    const Picture picture(*view, Ground);
+    EXPECT_TRUE(isColor(picture.at(200, 37.5), over(SrgbColor::black(0.08), Ground)));
+    EXPECT_TRUE(isColor(picture.at(200, 38.5), over(SrgbColor::white(0.1), Ground)));
+    EXPECT_TRUE(isColor(picture.at(200, 39.5), Ground));
+}
+
+TEST_F(QuillsatchelViewLookTest, DrawsTheNewNodeButtonAsACapsule)
+{
+    openView(Texts {});
+    const Picture picture(*view, Ground);
+    const QRect place = placeOf<NewNodeButton>();
+    const Picture shape(view->size(), view->devicePixelRatio(), Ground,
+                        [&place](QPainter &painter) {
+                            painter.setPen(Qt::NoPen);
+                            painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.14F));
+                            painter.drawRoundedRect(QRectF(place), 14.5, 14.5);
+                        });
+    const QColor fill = over(SrgbColor::white(0.14), Ground);
+    EXPECT_TRUE(isColor(picture.at(place.x() + 40, place.center().y()), fill));
+    const QRectF leftEnd(place.x() - 2, place.y() - 2, 40, 33);
+    EXPECT_EQ(picture.differenceFrom(shape, leftEnd), QRectF());
+    const QRectF rightEnd(place.right() - 38, place.y() - 2, 40, 33);
+    EXPECT_EQ(picture.differenceFrom(shape, rightEnd), QRectF());
+
+    const QRectF label = picture.inkIn(QRectF(place).adjusted(30, 3, -30, -3), fill);
+    EXPECT_NEAR(label.center().x(), QRectF(place).center().x(), 3);
+    EXPECT_NEAR(label.center().y(), QRectF(place).center().y(), 2);
+    EXPECT_TRUE(
+        isColor(picture.strongestInkIn(label, fill), over(SrgbColor::white(0.9), fill), 20));
+    auto &button = *view->findChild<NewNodeButton *>();
+    EXPECT_EQ(button.font().pixelSize(), 12);
+    EXPECT_EQ(button.font().weight(), QFont::DemiBold);
+    EXPECT_EQ(button.toolTip().toStdString(), "Add a new node");
+    EXPECT_EQ(Input::spokenName(button), "New Node");
+}
+
+TEST_F(QuillsatchelViewLookTest, PadsAndSpacesTheCardsByTen)
+{
+    openView(Texts { "a", "b" });
+    EXPECT_EQ(card(0).mapTo(&*view, QPoint()), QPoint(10, 49));
+    EXPECT_EQ(card(0).width(), 410);
+    EXPECT_EQ(card(1).y() - card(0).geometry().bottom(), 11);
+}
+
+TEST_F(QuillsatchelViewLookTest, ShowsTheEmptyStateInTheSecondaryColor)
+{
+    openView(Texts {});
+    auto &empty = *view->findChild<EmptyState *>();
+    EXPECT_EQ(Input::spokenName(empty), "No nodes yet");
+    EXPECT_EQ(Input::role(empty), QAccessible::StaticText);
+    EXPECT_EQ(
+        QAccessible::queryAccessibleInterface(&empty)->text(QAccessible::Description).toStdString(),
+        "Add a node to store a reusable prompt or link.");
+
+    const Picture picture(empty, Ground);
+    const QRectF ink = picture.inkIn(picture.rect(), Ground);
+    EXPECT_GE(ink.top(), 48);
+    EXPECT_LE(ink.top(), 54);
+    EXPECT_LE(ink.bottom(), empty.height() - 48);
+    EXPECT_GE(ink.bottom(), empty.height() - 54);
+    EXPECT_NEAR(ink.center().x(), empty.width() / 2.0, 2);
+    EXPECT_TRUE(
+        isColor(picture.strongestInkIn(ink, Ground), over(SrgbColor::white(0.56), Ground), 16));
+}
+
+TEST_F(QuillsatchelViewLookTest, WritesTheEmptyStatesTextsInTheirSizes)
+{
+    openView(Texts {});
+    auto &empty = *view->findChild<EmptyState *>();
+    const Picture picture(empty, Ground);
+    QFont font = QApplication::font();
+    font.setPixelSize(20);
+    font.setWeight(QFont::DemiBold);
+    const QFontMetrics heading(font);
+    font.setPixelSize(11);
+    font.setWeight(QFont::Normal);
+    const QFontMetrics note(font);
+    const qreal noteTop = empty.height() - 48 - note.height();
+    const qreal headingTop = noteTop - 9 - heading.height();
+    const auto widthOf = [&picture, &empty](qreal top, int height) {
+        return picture.inkIn(QRectF(0, top, empty.width(), height), Ground).width();
+    };
+    EXPECT_NEAR(widthOf(headingTop, heading.height()),
+                heading.horizontalAdvance(QStringLiteral("No nodes yet")), 5);
+    EXPECT_NEAR(
+        widthOf(noteTop, note.height()),
+        note.horizontalAdvance(QStringLiteral("Add a node to store a reusable prompt or link.")),
+        5);
+}
+
+} // namespace
