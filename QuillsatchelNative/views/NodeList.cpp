@@ -2,6 +2,7 @@
 
 #include "views/EmptyState.h"
 #include "views/FocusOrder.h"
+#include "views/NodeEditor.h"
 #include "views/OverlayScrollBar.h"
 #include "views/PromptCard.h"
 
@@ -53,8 +54,10 @@ void NodeList::render()
 {
     const auto *const tab = m_store.activeTab();
     const auto tabID = tab ? std::optional(tab->id) : std::nullopt;
-    if (std::exchange(m_shownTabID, tabID) != tabID)
+    if (std::exchange(m_shownTabID, tabID) != tabID) {
+        std::ranges::for_each(m_slots, [this](const Slot &slot) { releaseFocus(slot); });
         m_scrollBar->setValue(0);
+    }
     renderEmptyState();
     updateScrollRange();
     placeCards();
@@ -114,7 +117,7 @@ void NodeList::placeCards()
 {
     if (!isVisible())
         return; // sizes are not settled, and texts would be laid out twice
-    followRows(rowsNearby());
+    const auto rowLeft = followRows(rowsNearby());
     const Rows inSight = rowsInSight();
     for (Row row = inSight.first; row < inSight.end; ++row)
         showRow(row);
@@ -123,23 +126,28 @@ void NodeList::placeCards()
             slot.card->setGeometry(Padding, topOf(*slot.row), width() - 2 * Padding,
                                    PromptCard::cardHeight());
     }
+    if (rowLeft)
+        focusRow(*rowLeft);
     prepareNearbyLater();
 }
 
 // Cards keep to their nodes, so that a focused editor keeps its cursor and its undo history when
-// the list changes around it.
-void NodeList::followRows(const Rows &nearby)
+// the list changes around it. Gives the row of a card that had the focus and whose node is gone.
+std::optional<NodeList::Row> NodeList::followRows(const Rows &nearby)
 {
     std::vector<std::optional<Row>> rows(m_slots.size());
     std::ranges::transform(m_slots, rows.begin(), [this, &nearby](const Slot &slot) {
         return slot.row ? findRow(slot, nearby) : std::nullopt;
     });
     const auto earlier = m_slots;
+    std::optional<Row> rowLeft;
     for (auto &slot : m_slots)
         slot.row.reset();
     for (std::size_t index = 0; index < m_slots.size(); ++index) {
         auto &slot = m_slots[index];
         if (!rows[index] || slotAt(*rows[index])) {
+            if (releaseFocus(slot))
+                rowLeft = earlier[index].row;
             slot.card->hide();
             continue;
         }
@@ -147,6 +155,7 @@ void NodeList::followRows(const Rows &nearby)
         if (slot.row != earlier[index].row)
             renderSlot(slot); // two nodes of one id need not have one text
     }
+    return rowLeft;
 }
 
 std::optional<NodeList::Row> NodeList::findRow(const Slot &slot, const Rows &nearby) const
@@ -232,10 +241,34 @@ NodeList::Slot &NodeList::freeSlot()
     return m_slots.emplace_back(Slot { card, std::nullopt });
 }
 
-bool NodeList::isPinned(const Slot &slot) const
+bool NodeList::hasFocusIn(const Slot &slot) const
 {
     // The window's own account of its focus: it keeps it while another window is active.
-    return slot.card->dragTranslation() != 0 || slot.card->isAncestorOf(window()->focusWidget());
+    return slot.card->isAncestorOf(window()->focusWidget());
+}
+
+bool NodeList::isPinned(const Slot &slot) const
+{
+    return slot.card->dragTranslation() != 0 || hasFocusIn(slot);
+}
+
+// Before a card is hidden: Qt would pass the focus on to whatever comes next in its own order,
+// and the panel would scroll there. True if the keyboard may go on at the card's neighbour, where
+// nothing that is being typed would end up in another node.
+bool NodeList::releaseFocus(const Slot &slot)
+{
+    if (!hasFocusIn(slot))
+        return false;
+    const bool wasTyping = qobject_cast<NodeEditor *>(window()->focusWidget());
+    window()->setFocus();
+    return !wasTyping;
+}
+
+void NodeList::focusRow(Row row)
+{
+    const auto *const slot = slotAt(std::min(row, static_cast<Row>(blocks().size()) - 1));
+    if (slot)
+        FocusOrder::stopsIn(*slot->card).front()->setFocus(Qt::TabFocusReason);
 }
 
 QList<QWidget *> NodeList::focusStops() const

@@ -67,7 +67,7 @@ private:
     void renderEmptyState();
     void updateScrollRange();
     void placeCards();
-    void followRows(const Rows &nearby);
+    std::optional<Row> followRows(const Rows &nearby);
     std::optional<Row> findRow(const Slot &slot, const Rows &nearby) const;
     void showRow(Row row);
     void renderSlot(Slot &slot);
@@ -76,7 +76,10 @@ private:
 
     Slot *slotAt(Row row);
     Slot &freeSlot();
+    bool hasFocusIn(const Slot &slot) const;
     bool isPinned(const Slot &slot) const;
+    bool releaseFocus(const Slot &slot);
+    void focusRow(Row row);
     void reveal(Row row);
 
     const SatchelStore &m_store;

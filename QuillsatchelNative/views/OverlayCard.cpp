@@ -244,5 +244,6 @@ void OverlayCard::keyPressEvent(QKeyEvent *event)
 
 bool OverlayCard::focusNextPrevChild(bool next)
 {
-    return FocusOrder::move(FocusOrder::stopsIn(*m_card), next);
+    FocusOrder::move(FocusOrder::stopsIn(*m_card), next);
+    return true; // while the card comes or goes there is nowhere to move to, least of all outside
 }
