@@ -31,6 +31,8 @@ public:
 
     FloatingPanel &panel() { return *m_panel; }
 
+    WindowPreferences &windowPreferences() { return m_windowPreferences; }
+
 private:
     void makePanel();
     void observeWindowPreferences();
