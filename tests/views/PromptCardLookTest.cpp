@@ -2,6 +2,7 @@
 #include "views/DragHandle.h"
 #include "views/Picture.h"
 #include "views/PromptCardFixture.h"
+#include "views/Symbol.h"
 
 #include <gtest/gtest.h>
 
@@ -66,6 +67,22 @@ protected:
                     painter.drawRoundedRect(QRectF(card.rect()).adjusted(0.5, 0.5, -0.5, -0.5),
                                             Radius - 0.5, Radius - 0.5);
                 } };
+    }
+
+    /// Whether the action's symbol is this one, drawn before its title.
+    bool showsSymbol(const std::string &name, const std::string &symbol, bool isActive)
+    {
+        auto &action = *button(name);
+        const auto accent = SrgbColor { 0.91, 0.16, 0.17 };
+        const QColor fill =
+            over(isActive ? accent.withOpacity(0.18) : SrgbColor::white(0.045), Ground);
+        const QRectF frame(8, (action.height() - 12) / 2, 12, 12); // NOLINT(*-integer-division)
+        const Picture expected(action.size(), action.devicePixelRatio(), fill,
+                               [&](QPainter &painter) {
+                                   Symbol::paint(painter, QString::fromStdString(symbol), frame,
+                                                 isActive ? accent : SrgbColor::white(0.56));
+                               });
+        return Picture(action, Ground).differenceFrom(expected, frame, 8) == QRectF();
     }
 
     QRect placeOf(const std::string &name) const { return button(name)->geometry(); }
@@ -175,6 +192,37 @@ TEST_F(PromptCardLookTest, ShowsItsGroundThroughTheEditor)
     const QColor fill = over(Raised, Ground);
     EXPECT_EQ(picture().inkIn(editor().geometry(), fill), QRectF());
     EXPECT_EQ(editor().font().pixelSize(), 13);
+}
+
+TEST_F(PromptCardLookTest, HighlightsCopiedAndStop)
+{
+    const QColor plain = over(SrgbColor::white(0.045), over(Raised, Ground));
+    const QColor active = over({ 0.91, 0.16, 0.17, 0.18 }, over(Raised, Ground));
+    const auto fillOfAction = [this](const std::string &name) {
+        const QRect place = placeOf(name);
+        return picture().at(place.left() + 4, place.center().y());
+    };
+    EXPECT_TRUE(isColor(fillOfAction("Copy"), plain));
+    EXPECT_TRUE(isColor(fillOfAction("Dictate"), plain));
+    render(true, true);
+    EXPECT_TRUE(isColor(fillOfAction("Copied"), active));
+    EXPECT_TRUE(isColor(fillOfAction("Stop"), active));
+}
+
+TEST_F(PromptCardLookTest, ShowsEachActionsSymbol)
+{
+    block.text = "";
+    render();
+    EXPECT_TRUE(showsSymbol("Paste", "doc.on.clipboard", false));
+    EXPECT_TRUE(showsSymbol("Dictate", "mic", false));
+    block.text = "https://example.com";
+    render();
+    EXPECT_TRUE(showsSymbol("Launch", "arrow.up.right.square", false));
+    EXPECT_TRUE(showsSymbol("Copy", "doc.on.doc", false));
+    EXPECT_FALSE(showsSymbol("Copy", "checkmark", false));
+    render(true, true);
+    EXPECT_TRUE(showsSymbol("Copied", "checkmark", true));
+    EXPECT_TRUE(showsSymbol("Stop", "waveform", true));
 }
 
 TEST_F(PromptCardLookTest, ShowsWhichColorANodeTakesOn)

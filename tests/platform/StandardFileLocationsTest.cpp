@@ -1,0 +1,56 @@
+#include "platform/desktop/StandardFileLocations.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class StandardFileLocationsTest : public testing::Test
+{
+protected:
+    StandardFileLocationsTest()
+        : m_dataHome(qgetenv("XDG_DATA_HOME"))
+        , m_home(qgetenv("HOME"))
+    {
+    }
+
+    ~StandardFileLocationsTest() override
+    {
+        restore("XDG_DATA_HOME", m_dataHome);
+        restore("HOME", m_home);
+    }
+
+    static std::string folder()
+    {
+        return StandardFileLocations().applicationSupport().toStdString();
+    }
+
+private:
+    static void restore(const char *name, const QByteArray &value)
+    {
+        if (value.isNull())
+            qunsetenv(name);
+        else
+            qputenv(name, value);
+    }
+
+    QByteArray m_dataHome;
+    QByteArray m_home;
+};
+
+TEST_F(StandardFileLocationsTest, FollowsTheUsersDataHome)
+{
+    qputenv("XDG_DATA_HOME", "/somewhere/data");
+    EXPECT_EQ(folder(), "/somewhere/data");
+}
+
+TEST_F(StandardFileLocationsTest, IsInTheHomeFolderOtherwise)
+{
+    qputenv("HOME", "/home/someone");
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(folder(), "/home/someone/.local/share");
+    qputenv("XDG_DATA_HOME", "");
+    EXPECT_EQ(folder(), "/home/someone/.local/share");
+}
+
+} // namespace

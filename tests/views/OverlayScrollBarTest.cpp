@@ -1,0 +1,61 @@
+#include "views/OverlayScrollBar.h"
+
+#include "views/Input.h"
+#include "views/Picture.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+const QColor Ground(10, 20, 30);
+
+class OverlayScrollBarTest : public testing::Test
+{
+protected:
+    OverlayScrollBarTest()
+    {
+        bar.resize(OverlayScrollBar::Thickness, 200);
+        bar.setPageStep(200);
+        bar.setRange(0, 600);
+    }
+
+    QRectF thumb()
+    {
+        const Picture picture(bar, Ground);
+        return picture.inkIn(picture.rect(), Ground);
+    }
+
+    OverlayScrollBar bar { Qt::Vertical, nullptr };
+};
+
+TEST_F(OverlayScrollBarTest, ShowsHowMuchIsInSightAndWhere)
+{
+    EXPECT_LE(thumb().top(), 3);
+    EXPECT_NEAR(thumb().height(), 50, 4);
+    bar.setValue(300);
+    EXPECT_NEAR(thumb().center().y(), 100, 3);
+    bar.setValue(600);
+    EXPECT_GE(thumb().bottom(), 197);
+}
+
+TEST_F(OverlayScrollBarTest, ShowsNothingWhereThereIsNothingToScroll)
+{
+    bar.setRange(0, 0);
+    EXPECT_EQ(thumb(), QRectF());
+}
+
+TEST_F(OverlayScrollBarTest, LetsShineThroughWhatIsUnderIt)
+{
+    const Picture picture(bar, Ground);
+    EXPECT_TRUE(isColor(picture.at(3, 150), Ground, 0));
+    EXPECT_LT(Picture::distance(picture.at(3, 20), Ground), 100);
+}
+
+TEST_F(OverlayScrollBarTest, KeepsAThumbToTakeHoldOfHoweverMuchThereIs)
+{
+    bar.setRange(0, 20'000'000);
+    EXPECT_GE(thumb().height(), 8);
+}
+
+} // namespace

@@ -1,0 +1,89 @@
+#include "views/Symbol.h"
+
+#include "views/Picture.h"
+
+#include <QIcon>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+const QColor Ground(10, 20, 30);
+constexpr QRectF Frame(8, 8, 24, 24);
+
+Picture pictureOf(const QString &name, const std::optional<SrgbColor> &tint, qreal scale,
+                  const QRectF &frame = Frame)
+{
+    return { QSize(40, 40), scale, Ground,
+             [&](QPainter &painter) { Symbol::paint(painter, name, frame, tint); } };
+}
+
+TEST(SymbolTest, DrawsEveryNamedSymbolWithinItsFrame)
+{
+    for (const auto &name :
+         { u"arrow.up.right.square"_s, u"checkmark"_s, u"circle.fill"_s, u"doc.on.clipboard"_s,
+           u"doc.on.doc"_s, u"line.3.horizontal"_s, u"mic"_s, u"paintpalette"_s, u"pin.fill"_s,
+           u"plus"_s, u"square.stack.3d.up"_s, u"trash"_s, u"waveform"_s, u"xmark"_s }) {
+        for (const qreal scale : { 1.0, 1.25, 2.0 }) {
+            const QRectF ink =
+                pictureOf(name, SrgbColor::white(), scale).inkIn({ 0, 0, 40, 40 }, Ground);
+            EXPECT_GE(std::max(ink.width(), ink.height()), 12) << name.toStdString();
+            EXPECT_TRUE(Frame.adjusted(-1, -1, 1, 1).contains(ink)) << name.toStdString();
+        }
+    }
+}
+
+TEST(SymbolTest, TintsAsItIsTold)
+{
+    for (const SrgbColor &tint :
+         { SrgbColor::white(), SrgbColor { 0.91, 0.16, 0.17 }, SrgbColor::white(0.5) })
+        EXPECT_TRUE(isColor(pictureOf(u"circle.fill"_s, tint, 1).at(20, 20), over(tint, Ground)));
+}
+
+TEST(SymbolTest, KeepsTheProportionsOfADrawing)
+{
+    const QRectF wide = pictureOf(u"circle.fill"_s, SrgbColor::white(), 1, { 0, 10, 40, 16 })
+                            .inkIn({ 0, 0, 40, 40 }, Ground);
+    EXPECT_NEAR(wide.width(), wide.height(), 1);
+    EXPECT_NEAR(wide.center().x(), 20, 1);
+    EXPECT_NEAR(wide.center().y(), 18, 1);
+}
+
+TEST(SymbolTest, IsCrisperAtTwiceTheScale)
+{
+    // A drawing scaled up would show the same pixels twice.
+    const Picture picture = pictureOf(u"checkmark"_s, SrgbColor::white(), 2);
+    bool hasFineDetail = false;
+    for (qreal y = 8; y < 32; y += 1) {
+        for (qreal x = 8; x < 32; x += 1)
+            hasFineDetail = hasFineDetail || picture.at(x, y) != picture.at(x + 0.5, y);
+    }
+    EXPECT_TRUE(hasFineDetail);
+}
+
+TEST(SymbolTest, DrawsNothingForAnUnknownName)
+{
+    EXPECT_EQ(pictureOf(u"no.such.symbol"_s, SrgbColor::white(), 1).inkIn({ 0, 0, 40, 40 }, Ground),
+              QRectF());
+    EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white()).isNull());
+}
+
+TEST(SymbolTest, ShowsTheArtworkInItsOwnColors)
+{
+    for (const auto &name : { u"CupIcon"_s, u"DockIcon"_s, u"Logo"_s }) {
+        const Picture picture = pictureOf(name, std::nullopt, 2, { 0, 0, 40, 40 });
+        EXPECT_FALSE(picture.inkIn({ 0, 0, 40, 40 }, Ground).isEmpty()) << name.toStdString();
+    }
+}
+
+TEST(SymbolTest, MakesTheApplicationsIconInSeveralSizes)
+{
+    const QIcon icon = Symbol::applicationIcon(u"DockIcon"_s);
+    EXPECT_GE(icon.availableSizes().size(), 4);
+    for (const int side : { 16, 32, 48, 128 })
+        EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side))) << side;
+}
+
+} // namespace
