@@ -22,21 +22,40 @@ MOST_SECONDS = 170
 def main():
     arguments = parse_arguments()
     # However this ends, it ends through the session's own exit, which leaves nothing behind.
-    signal.signal(signal.SIGALRM, lambda *_: sys.exit(f"Not done in {MOST_SECONDS} s."))
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit("Ended from outside."))
+    signal.signal(signal.SIGALRM, interrupt_saying(f"Not done in {MOST_SECONDS} s."))
+    signal.signal(signal.SIGTERM, interrupt_saying("Ended from outside."))
     signal.alarm(MOST_SECONDS)
+    make_empty(arguments.folder)
     with Session(arguments.composited) as session:
         DesktopTest.session = session
         DesktopTest.program = arguments.program.resolve()
         DesktopTest.pictures = arguments.folder
-        arguments.folder.mkdir(parents=True, exist_ok=True)
-        for old_picture in arguments.folder.glob("test_*.png"):
-            old_picture.unlink()
-        runner = unittest.TextTestRunner(verbosity=2, resultclass=PictureTakingResult)
-        result = runner.run(find_tests(arguments.patterns))
-        if not result.wasSuccessful():
-            print(session.log(), file=sys.stderr)
-    sys.exit(not result.wasSuccessful() or not result.testsRun)
+        sys.exit(run(find_tests(arguments.patterns), session, arguments.folder))
+
+
+def run(tests, session, folder):
+    runner = unittest.TextTestRunner(verbosity=2, resultclass=PictureTakingResult)
+    try:
+        result = runner.run(tests)
+    except KeyboardInterrupt as reason:
+        session.take_picture(folder / "test_interrupted.png")
+        return f"{reason} The screen is in {folder}/test_interrupted.png"
+    if result.wasSuccessful() and result.testsRun:
+        return None
+    return f"What the programs said:\n{session.log()}"
+
+
+def interrupt_saying(reason):
+    def interrupt(*_):
+        raise KeyboardInterrupt(reason)  # the one thing no test takes for its own failure
+
+    return interrupt
+
+
+def make_empty(folder):
+    folder.mkdir(parents=True, exist_ok=True)
+    for old_picture in folder.glob("test_*.png"):
+        old_picture.unlink()
 
 
 def find_tests(patterns):

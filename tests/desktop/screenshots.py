@@ -18,7 +18,7 @@ from waiting import wait_for
 from x11 import (Point, Rect, button_held, glide, move_pointer, open_colored_window, press_keys,
                  run, type_text)
 
-POINTS_AROUND = 24
+POINTS_AROUND = 60
 BACKDROP_COLOR = "#41576B"
 COLORS = ["none", "red", "orange", "yellow", "green", "blue", "purple", "pink"]
 LONG_TEXT = "Answer in the language of the question. " * 12
@@ -61,6 +61,7 @@ class Photographer:
     def take_work(self):
         self.open([WRITING], self.take_drag)
         self.open(MANY_TABS, self.take_renaming)
+        self.open([WRITING], self.take_hover)
         self.open([WRITING], self.take_copied)
         self.open([WRITING], self.take_selection)
 
@@ -83,6 +84,11 @@ class Photographer:
         self.take(panel, "renaming-begun")
         type_text("Correspond")
         self.take(panel, "renaming")
+
+    def take_hover(self, panel):
+        for name in ("Copy", "Delete node", "Close", "New Node"):
+            move_pointer(self.place_of(panel.find(name, "push button")))
+            self.take(panel, f"hover-{name.lower().replace(' ', '-')}", seconds_to_settle=1.5)
 
     def take_copied(self, panel):
         panel.find("Copy", "push button").press()

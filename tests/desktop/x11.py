@@ -122,10 +122,10 @@ def color_at(point):
 
 
 def open_colored_window(session, title, color, frame, add_cleanup=lambda *_: None):
-    """Another program's active window, painted in one color but for a word at its upper left."""
+    """Another program's active window, painted in one colour."""
     x, y, width, height = frame
     program = session.start("xmessage", "-title", title, "-bg", color, "-buttons", "", "-geometry",
-                            f"{width}x{height}+{x}+{y}", title)
+                            f"{width}x{height}+{x}+{y}", " ")
     add_cleanup(end, program)
     window, = wait_for(f"a window named {title}", lambda: windows_named(title))
     wait_for(f"{title} active", lambda: active_window() == window)
