@@ -10,8 +10,8 @@
 /// One tab with its nodes, top to bottom. Copying it copies them all.
 struct PromptTab {
     QUuid id = QUuid::createUuid();
-    std::string name = "Prompts"; ///< UTF-8, may be empty
-    std::vector<PromptBlock> blocks;
+    std::string name = "Prompts";       ///< UTF-8, may be empty
+    std::vector<PromptBlock> blocks {}; ///< top to bottom
 
     bool operator==(const PromptTab &) const = default;
 };

@@ -56,25 +56,6 @@ bool read(dom::element json, PromptBlock &block);
 bool read(dom::element json, PromptTab &tab);
 
 template <typename Record>
-Record emptyRecord()
-{
-    return {};
-}
-
-// A fresh block or tab would draw a random id only to have it replaced.
-template <>
-PromptBlock emptyRecord()
-{
-    return { .id = {}, .text = {}, .color = {} };
-}
-
-template <>
-PromptTab emptyRecord()
-{
-    return { .id = {}, .name = {}, .blocks = {} };
-}
-
-template <typename Record>
 bool read(dom::element json, std::vector<Record> &records)
 {
     dom::array array;
@@ -82,7 +63,8 @@ bool read(dom::element json, std::vector<Record> &records)
         return false;
     records.reserve(array.size());
     for (const dom::element element : array) {
-        if (!read(element, records.emplace_back(emptyRecord<Record>())))
+        // With an id already: a record without one draws a random id only to have it replaced.
+        if (!read(element, records.emplace_back(Record { .id = {} })))
             return false;
     }
     return true;

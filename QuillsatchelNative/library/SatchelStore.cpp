@@ -68,7 +68,7 @@ const PromptTab *SatchelStore::activeTab() const
 
 void SatchelStore::addTab()
 {
-    PromptTab tab { .name = "New Tab", .blocks = {} };
+    PromptTab tab { .name = "New Tab" };
     const auto id = tab.id;
     m_tabs.edit([&tab](auto &tabs) { tabs.push_back(std::move(tab)); });
     m_activeTabID.set(id);

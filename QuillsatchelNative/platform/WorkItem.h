@@ -27,6 +27,8 @@ public:
     /// For queues: runs the work, at most once.
     void run() const
     {
+        if (!m_work)
+            return;
         if (const auto work = std::exchange(*m_work, nullptr))
             work();
     }

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <fcntl.h>
 #include <filesystem>
 #include <system_error>
 
@@ -30,6 +31,38 @@ bool linkInto(const std::filesystem::path &path, const std::filesystem::path &ke
     return !error;
 }
 
+/// Puts pieces into a file and has the disk begin with them while the next are made, so that the
+/// flush at the end has little left to wait for.
+class PieceWriter
+{
+public:
+    explicit PieceWriter(QSaveFile &file)
+        : m_file(file)
+    {
+    }
+
+    void write(std::string_view piece)
+    {
+        // A full disk takes the beginning of a piece without an error: the commit would not fail.
+        const auto size = static_cast<qint64>(piece.size());
+        m_isWhole = m_isWhole && m_file.write(piece.data(), size) == size;
+        m_waiting += size;
+        if (m_waiting < BytesWorthStarting)
+            return;
+        sync_file_range(m_file.handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
+        m_waiting = 0;
+    }
+
+    bool isWhole() const { return m_isWhole; }
+
+private:
+    static constexpr qint64 BytesWorthStarting = 1024 * 1024;
+
+    QSaveFile &m_file;
+    qint64 m_waiting = 0; // bytes that the disk has not been asked to begin with
+    bool m_isWhole = true;
+};
+
 } // namespace
 
 std::optional<QByteArray> read(const QString &path)
@@ -54,13 +87,9 @@ bool replace(const QString &path, const std::function<void(const ByteSink &)> &w
         return false;
     if (isNew)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    // A full disk takes the beginning of a piece without an error: the commit would not fail.
-    bool isWhole = true;
-    write([&file, &isWhole](std::string_view bytes) {
-        const auto size = static_cast<qint64>(bytes.size());
-        isWhole = isWhole && file.write(bytes.data(), size) == size;
-    });
-    return isWhole && file.commit();
+    PieceWriter writer(file);
+    write([&writer](std::string_view piece) { writer.write(piece); });
+    return writer.isWhole() && file.commit();
 }
 
 bool keep(const QString &path, const QString &keptPath)

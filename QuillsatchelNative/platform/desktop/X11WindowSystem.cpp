@@ -43,12 +43,6 @@ X11WindowSystem::X11WindowSystem()
     isCompositing.set(hasCompositor());
 }
 
-X11WindowSystem::~X11WindowSystem()
-{
-    if (m_selectionEvent != 0 && qGuiApp)
-        qGuiApp->removeNativeEventFilter(this);
-}
-
 void X11WindowSystem::watchCompositor()
 {
     const auto *const xfixes = xcb_get_extension_data(m_connection, &xcb_xfixes_id);

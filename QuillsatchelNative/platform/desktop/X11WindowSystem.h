@@ -16,7 +16,6 @@ class X11WindowSystem final : public WindowSystem, private QAbstractNativeEventF
 
 public:
     X11WindowSystem();
-    ~X11WindowSystem() override;
 
     void showOnAllDesktops(QWindow &window) override;
 
