@@ -1,16 +1,14 @@
 #include "app/AppDelegate.h"
 #include "platform/desktop/FontPreload.h"
+#include "platform/desktop/LaunchArguments.h"
 
 #include <QApplication>
 
 int main(int argc, char *argv[])
 {
-    // Wayland lets no program stay above the others or on all desktops; through XWayland, where
-    // it is there, the panel can do both.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    LaunchArguments arguments(argc, argv);
     const FontPreload fontPreload;
-    QApplication application(argc, argv);
+    QApplication application(arguments.count(), arguments.values());
     QApplication::setApplicationName(QStringLiteral("Quillsatchel"));
     AppDelegate delegate;
     delegate.applicationDidFinishLaunching();

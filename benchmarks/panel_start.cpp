@@ -4,13 +4,15 @@
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
 #include "platform/desktop/FontPreload.h"
+#include "platform/desktop/LaunchArguments.h"
 
 #include <QApplication>
 
 int main(int argc, char *argv[])
 {
+    LaunchArguments arguments(argc, argv);
     const FontPreload fontPreload;
-    QApplication application(argc, argv);
+    QApplication application(arguments.count(), arguments.values());
     QApplication::setApplicationName(QStringLiteral("Quillsatchel"));
     AppDelegate delegate;
     delegate.applicationDidFinishLaunching();

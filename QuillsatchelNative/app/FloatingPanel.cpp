@@ -86,6 +86,7 @@ int FloatingPanel::cornerRadius() const
 void FloatingPanel::renderEdge()
 {
     m_frame->setRadius(cornerRadius());
+    m_frame->setAttribute(Qt::WA_TransparentForMouseEvents, isMaximized()); // nothing to resize
     update();
 }
 

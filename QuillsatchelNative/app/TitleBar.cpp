@@ -3,7 +3,6 @@
 #include "app/TitlebarControlsView.h"
 #include "app/TrafficLight.h"
 #include "app/WindowDragLabel.h"
-#include "library/BlockColor.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 #include "views/SymbolButton.h"
@@ -24,17 +23,16 @@ constexpr int NameplateSpacing = 5;
 constexpr QSize IconButtonSize(21, 21);
 constexpr int IconSize = 19;
 
+constexpr auto CloseColor = SatchelTheme::accent;
+constexpr auto MinimizeColor = SrgbColor::fromHex(0xFFD60A);
+constexpr SrgbColor ZoomColor { 0.31, 0.71, 0.39 };
+
 QHBoxLayout *makeRow(QWidget *widget, int spacing)
 {
     auto *const layout = new QHBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
     return layout;
-}
-
-SrgbColor colorOf(BlockColor color)
-{
-    return color.swiftUIColor().value_or(SatchelTheme::secondary);
 }
 
 } // namespace
@@ -50,12 +48,10 @@ TitleBar::TitleBar(WindowPreferences &windowPreferences, QWidget *parent)
 QWidget *TitleBar::makeWindowButtons()
 {
     auto *const buttons = new QWidget(this);
-    auto *const close =
-        new TrafficLight(u"xmark"_s, colorOf(BlockColor::red), tr("Close"), buttons);
-    auto *const minimize =
-        new TrafficLight(u"minus"_s, colorOf(BlockColor::yellow), tr("Minimize"), buttons);
-    auto *const zoom = new TrafficLight(u"arrow.up.left.and.arrow.down.right"_s,
-                                        colorOf(BlockColor::green), tr("Zoom"), buttons);
+    auto *const close = new TrafficLight(u"xmark"_s, CloseColor, tr("Close"), buttons);
+    auto *const minimize = new TrafficLight(u"minus"_s, MinimizeColor, tr("Minimize"), buttons);
+    auto *const zoom =
+        new TrafficLight(u"arrow.up.left.and.arrow.down.right"_s, ZoomColor, tr("Zoom"), buttons);
     connect(close, &QAbstractButton::clicked, this, [this] { window()->close(); });
     connect(minimize, &QAbstractButton::clicked, this, [this] { window()->showMinimized(); });
     connect(zoom, &QAbstractButton::clicked, this, &TitleBar::zoomWindow);

@@ -81,7 +81,8 @@ void DragHandle::mouseMoveEvent(QMouseEvent *event)
     const QPointF distance = event->globalPosition() - *m_pressedAt;
     if (!m_isDragging && std::hypot(distance.x(), distance.y()) < MinimumDistance)
         return;
-    m_isDragging = true;
+    if (!std::exchange(m_isDragging, true))
+        grabKeyboard(); // for Escape: the mouse leaves the focus where it is
     setTranslation(distance.y());
 }
 
@@ -92,14 +93,14 @@ void DragHandle::mouseReleaseEvent(QMouseEvent *event)
     const qreal height = event->globalPosition().y() - m_pressedAt->y();
     const bool wasDragging = m_isDragging;
     endDrag();
-    if (wasDragging && onDrop)
+    if (wasDragging)
         onDrop(height);
 }
 
 void DragHandle::keyPressEvent(QKeyEvent *event)
 {
     const bool isUp = event->key() == Qt::Key_Up;
-    if ((isUp || event->key() == Qt::Key_Down) && onStep)
+    if (isUp || event->key() == Qt::Key_Down)
         onStep(isUp ? -1 : 1);
     else if (event->key() == Qt::Key_Escape && m_pressedAt)
         endDrag();
@@ -133,8 +134,7 @@ void DragHandle::setTranslation(qreal translation)
     }
     if (m_glyph)
         m_glyph->move(mapTo(list, glyphPlace()) + QPoint(0, qRound(translation)));
-    if (onTranslation)
-        onTranslation(translation);
+    onTranslation(translation);
 }
 
 void DragHandle::endDrag()
@@ -142,9 +142,9 @@ void DragHandle::endDrag()
     m_pressedAt.reset();
     if (!std::exchange(m_isDragging, false))
         return;
+    releaseKeyboard();
     delete m_glyph;
     setCursor(Qt::OpenHandCursor);
     update();
-    if (onTranslation)
-        onTranslation(0);
+    onTranslation(0);
 }

@@ -18,11 +18,11 @@ public:
 
     /// The drag began or moved: the vertical distance from where it was pressed, in points, down
     /// if positive; 0 once it ended or was cancelled.
-    std::function<void(qreal)> onTranslation;
+    std::function<void(qreal)> onTranslation = [](qreal) {};
     /// The drag ended, not cancelled, at this vertical distance.
-    std::function<void(qreal)> onDrop;
+    std::function<void(qreal)> onDrop = [](qreal) {};
     /// An arrow key asks for one place up (-1) or down (+1).
-    std::function<void(int)> onStep;
+    std::function<void(int)> onStep = [](int) {};
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;

@@ -1,5 +1,6 @@
 #include "views/NodeEditor.h"
 
+#include "support/Utf8.h"
 #include "views/OverlayScrollBar.h"
 #include "views/Painting.h"
 
@@ -43,7 +44,7 @@ void NodeEditor::showText(const std::string &text)
 {
     const QScopedValueRollback replacing(m_isReplacing, true);
     m_text = text;
-    setPlainText(QString::fromStdString(text));
+    setPlainText(stringFromUtf8(text));
 }
 
 void NodeEditor::replaceText(const std::string &text)
@@ -55,7 +56,7 @@ void NodeEditor::replaceText(const std::string &text)
     QTextCursor cursor(document());
     cursor.beginEditBlock();
     cursor.select(QTextCursor::Document);
-    cursor.insertText(QString::fromStdString(text));
+    cursor.insertText(stringFromUtf8(text));
     cursor.endEditBlock();
     document()->setModified(false); // else typing that follows would be part of the same step
 }
@@ -65,8 +66,7 @@ void NodeEditor::reportText()
     if (m_isReplacing)
         return;
     m_text = textOf(*document());
-    if (onText)
-        onText(m_text);
+    onText(m_text);
 }
 
 QMimeData *NodeEditor::createMimeDataFromSelection() const

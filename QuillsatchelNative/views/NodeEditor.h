@@ -16,7 +16,7 @@ public:
     explicit NodeEditor(QWidget *parent);
 
     /// The user changed the text; receives the whole of it, valid UTF-8.
-    std::function<void(const std::string &)> onText;
+    std::function<void(const std::string &)> onText = [](const std::string &) {};
 
     /// Shows another node's text, with an undo history of its own.
     void showText(const std::string &text);

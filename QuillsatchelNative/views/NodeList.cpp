@@ -60,6 +60,8 @@ void NodeList::render()
     }
     renderEmptyState();
     updateScrollRange();
+    if (!isVisible())
+        return; // the cards do not follow the nodes until the list is shown
     placeCards();
     for (auto &slot : m_slots) {
         if (slot.row)
@@ -193,7 +195,9 @@ void NodeList::renderSlot(Slot &slot)
 {
     const auto &all = blocks();
     const auto &block = all[static_cast<std::size_t>(*slot.row)];
-    slot.card->setAccessibleName(tr("Node %1 of %2").arg(*slot.row + 1).arg(all.size()));
+    const QString name = tr("Node %1 of %2").arg(*slot.row + 1).arg(all.size());
+    if (slot.card->accessibleName() != name) // Qt announces a name that it has already, too
+        slot.card->setAccessibleName(name);
     slot.card->render(block, m_store.copiedBlockID().get() == block.id, false);
 }
 
@@ -298,8 +302,15 @@ void NodeList::revealFocus()
     const auto *const focus = QApplication::focusWidget();
     const auto found = std::ranges::find_if(
         m_slots, [focus](const Slot &slot) { return slot.row && slot.card->isAncestorOf(focus); });
-    if (found != m_slots.end())
-        reveal(*found->row);
+    if (found == m_slots.end())
+        return;
+    const Row row = *found->row;
+    reveal(row);
+    // Tab may go on to either side before the cards around are made.
+    if (row > 0)
+        showRow(row - 1);
+    if (row + 1 < static_cast<Row>(blocks().size()))
+        showRow(row + 1);
 }
 
 void NodeList::reveal(Row row)
@@ -319,7 +330,8 @@ void NodeList::showEvent(QShowEvent * /*event*/)
 
 void NodeList::resizeEvent(QResizeEvent * /*event*/)
 {
-    m_scrollBar->setGeometry(width() - OverlayScrollBar::Thickness - 2, 2,
+    constexpr int Inset = 4; // the window's rim is for resizing it
+    m_scrollBar->setGeometry(width() - OverlayScrollBar::Thickness - Inset, 2,
                              OverlayScrollBar::Thickness, height() - 4);
     renderEmptyState();
     updateScrollRange();

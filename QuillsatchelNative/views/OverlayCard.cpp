@@ -96,9 +96,6 @@ OverlayCard::OverlayCard(const QString &name, const Look &look, QWidget *parent)
     setAccessibleRole(*this, QAccessible::Dialog);
     setAccessibleName(name);
     setFocusPolicy(Qt::ClickFocus);
-    QPalette palette = m_card->palette();
-    palette.setColor(QPalette::WindowText, Painting::qColor(SrgbColor::white(0.92)));
-    m_card->setPalette(palette);
     m_closeButton->setLabel(tr("Close"));
     m_closeButton->resize(CloseButtonSize);
     connect(m_closeButton, &QAbstractButton::clicked, this, [this] { onClose(); });
@@ -144,22 +141,21 @@ void OverlayCard::disappear()
 
 void OverlayCard::animate(qreal from, qreal to, std::function<void()> done)
 {
-    for (auto *const running : findChildren<QVariantAnimation *>())
-        delete running;
-    auto *const animation = new QVariantAnimation(this);
+    delete m_animation;
+    m_animation = new QVariantAnimation(this);
     const bool wantsMotion =
         style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
-    animation->setDuration(wantsMotion ? Duration : 0);
-    animation->setEasingCurve(QEasingCurve::OutCubic);
-    animation->setStartValue(from);
-    animation->setEndValue(to);
-    connect(animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+    m_animation->setDuration(wantsMotion ? Duration : 0);
+    m_animation->setEasingCurve(QEasingCurve::OutCubic);
+    m_animation->setStartValue(from);
+    m_animation->setEndValue(to);
+    connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         m_presence = value.toReal();
         update();
     });
-    connect(animation, &QVariantAnimation::finished, this, std::move(done));
+    connect(m_animation, &QVariantAnimation::finished, this, std::move(done));
     m_presence = from; // the animation reports no value before its second frame
-    animation->start(QAbstractAnimation::DeleteWhenStopped);
+    m_animation->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
 QPixmap OverlayCard::picture() const
@@ -174,9 +170,10 @@ QPixmap OverlayCard::picture() const
 
 const QPixmap &OverlayCard::shadow()
 {
-    const int margin = 2 * m_look.shadowRadius;
+    const int margin = shadowMargin();
     const QSize size = m_card->size() + QSize(2 * margin, 2 * margin);
-    if (m_shadow.deviceIndependentSize().toSize() != size)
+    const bool isForThisScreen = m_shadow.devicePixelRatio() == devicePixelRatio();
+    if (!isForThisScreen || m_shadow.deviceIndependentSize().toSize() != size)
         m_shadow = renderShadow(m_card->size(), margin, m_look, devicePixelRatio());
     return m_shadow;
 }
@@ -192,8 +189,7 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
     painter.translate(centre);
     painter.scale(scale, scale);
     painter.translate(-centre);
-    const int margin = 2 * m_look.shadowRadius;
-    painter.drawPixmap(m_card->pos() - QPoint(margin, margin), shadow());
+    painter.drawPixmap(m_card->pos() - QPoint(shadowMargin(), shadowMargin()), shadow());
     if (!m_picture.isNull())
         painter.drawPixmap(m_card->pos(), m_picture);
 }

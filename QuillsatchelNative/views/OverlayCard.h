@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QVariantAnimation;
 class SymbolButton;
 
 /// A card that floats over the whole panel on a dimmed ground, as a dialog: it takes the keyboard
@@ -59,9 +60,13 @@ private:
     QPixmap picture() const;
     const QPixmap &shadow();
 
+    /// How far the shadow reaches beyond the card, in points.
+    int shadowMargin() const { return 2 * m_look.shadowRadius; }
+
     Look m_look;
     QWidget *m_card;
     SymbolButton *m_closeButton;
+    QPointer<QVariantAnimation> m_animation; // while the card comes or goes
     QPointer<QWidget> m_earlierFocus;
     QPixmap m_picture; // of the card, while it comes or goes
     QPixmap m_shadow;  // made anew when the card's size changes

@@ -81,9 +81,9 @@ void PromptCard::connectHandle()
     };
     m_handle->onDrop = [this](qreal translation) {
         if (const int steps = reorderSteps(translation))
-            onReorder(m_blockID, steps);
+            onReorder(blockID(), steps);
     };
-    m_handle->onStep = [this](int step) { onReorder(m_blockID, step); };
+    m_handle->onStep = [this](int step) { onReorder(blockID(), step); };
 }
 
 void PromptCard::render(const PromptBlock &block, bool isCopied, bool isDictating)

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class ActionButton;
@@ -34,7 +35,8 @@ public:
     /// Shows the block. A block with another id is another node: undo then begins anew.
     void render(const PromptBlock &block, bool isCopied, bool isDictating);
 
-    const QUuid &blockID() const { return m_blockID; }
+    /// The id of the node shown last; null before the first.
+    QUuid blockID() const { return m_blockID.value_or(QUuid()); }
 
     /// Whether the text is an http or https address and nothing else, white space around it aside.
     bool isURL() const { return m_isURL; }
@@ -60,7 +62,7 @@ private:
     void layOutActions();
     void showColorMenu();
 
-    QUuid m_blockID;
+    std::optional<QUuid> m_blockID;
     BlockColor m_color;
     bool m_isEmpty = true;
     bool m_isURL = false;

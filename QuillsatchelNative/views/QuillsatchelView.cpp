@@ -45,6 +45,7 @@ void QuillsatchelView::wire(PromptCard &card)
 {
     card.onText = [this, &card](const std::string &text) {
         m_store.updateBlock(card.blockID(), text);
+        m_nodeList->revealFocus(); // nobody types blindly into a node scrolled away
     };
     card.onColor = [this, &card](BlockColor color) {
         m_store.setBlockColor(card.blockID(), color);
@@ -53,7 +54,18 @@ void QuillsatchelView::wire(PromptCard &card)
     card.onPaste = [this, &card] { m_store.pasteIntoBlock(card.blockID()); };
     card.onLaunch = [this, &card] { m_store.openBlockURL(card.blockID()); };
     card.onDelete = [this, &card] { m_store.deleteBlock(card.blockID()); };
-    card.onReorder = [this](const QUuid &id, int steps) { m_store.moveBlock(id, steps); };
+    card.onReorder = [this, &card](const QUuid &id, int steps) {
+        m_store.moveBlock(id, steps);
+        if (card.isAncestorOf(window()->focusWidget()))
+            followFocus();
+    };
+}
+
+// A node that was moved by keys takes the focus with it, perhaps out of sight.
+void QuillsatchelView::followFocus()
+{
+    m_nodeList->render();
+    m_nodeList->revealFocus();
 }
 
 void QuillsatchelView::addNode()

@@ -43,6 +43,7 @@ protected:
 private:
     void wire(PromptCard &card);
     void addNode();
+    void followFocus();
     void render();
     void renderAboutCard();
 

@@ -1,6 +1,7 @@
 #include "views/TabChip.h"
 
 #include "support/CharacterCount.h"
+#include "support/Utf8.h"
 #include "views/AccessibleRole.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
@@ -66,6 +67,7 @@ void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool c
     if (isOther) {
         m_name = tab.name;
         setText(tab.name.empty() ? tr("Untitled") : singleLine(tab.name));
+        setShortcut({}); // which Qt makes of an ampersand in the text
         setAccessibleName(text());
         resize(sizeHint());
     }
@@ -83,9 +85,8 @@ void TabChip::renderField(bool isEditing)
     }
     if (!m_field)
         makeField();
-    const QString name = QString::fromStdString(m_name);
     if (m_field->text().toStdString() != m_name)
-        m_field->setText(name);
+        m_field->setText(stringFromUtf8(m_name));
 }
 
 void TabChip::makeField()
@@ -97,10 +98,13 @@ void TabChip::makeField()
     m_field->setTextMargins(-2, 0, -2, 0); // the field's own inset, so that its text stays put
     m_field->setPlaceholderText(tr("Untitled"));
     m_field->setAccessibleName(tr("Tab name"));
-    m_field->setText(QString::fromStdString(m_name));
+    m_field->setText(stringFromUtf8(m_name));
     m_field->installEventFilter(this);
-    connect(m_field, &QLineEdit::textEdited, this,
-            [this](const QString &name) { onName(name.toStdString()); });
+    // Not `textEdited`: what assistive programs type is not among what that tells.
+    connect(m_field, &QLineEdit::textChanged, this, [this](const QString &text) {
+        if (const auto name = text.toStdString(); name != m_name)
+            onName(name);
+    });
     placeField();
     m_field->show();
 }

@@ -86,10 +86,17 @@ void TabStrip::renderChips()
                      tabs.size() > 1);
         m_chips.push_back(chip);
     }
-    for (auto *const chip : spare) {
-        chip->hide();
-        chip->deleteLater();
-    }
+    std::ranges::for_each(spare, [this](TabChip *chip) { removeChip(chip); });
+}
+
+// The focus of a chip that goes is not passed on to whatever comes next, which may be far away.
+void TabStrip::removeChip(TabChip *chip)
+{
+    auto *const focus = window()->focusWidget();
+    if (chip == focus || chip->isAncestorOf(focus))
+        window()->setFocus();
+    chip->hide();
+    chip->deleteLater();
 }
 
 // Chips keep to their tabs, so that one being renamed keeps its cursor. `spare` is in backward
@@ -163,7 +170,6 @@ void TabStrip::beginEditing(const QUuid &id)
 
 void TabStrip::focusField(const QUuid &id)
 {
-    m_focusedTabID = id;
     const auto found = std::ranges::find(m_chips, id, &TabChip::tabID);
     if (found != m_chips.end())
         (*found)->focusField();
@@ -172,7 +178,6 @@ void TabStrip::focusField(const QUuid &id)
 void TabStrip::endEditing()
 {
     m_editingTabID.reset();
-    m_focusedTabID.reset();
     m_scheduler.schedule();
 }
 

@@ -13,7 +13,7 @@ class SymbolButton;
 class TabChip;
 
 /// The bar with one chip a tab in a row that scrolls, and the button that adds a tab. It keeps
-/// only which chip is being renamed and which one's field has the focus; all else is the store's.
+/// only which chip is being renamed; all else is the store's.
 class TabStrip final : public QWidget
 {
     Q_OBJECT
@@ -42,6 +42,7 @@ private:
     void renderChips();
     TabChip *takeChip(const QUuid &id, std::vector<TabChip *> &spare);
     TabChip *makeChip();
+    void removeChip(TabChip *chip);
     void layOutChips();
     void revealActiveChip();
 
@@ -57,6 +58,5 @@ private:
     SymbolButton *m_newTabButton;
     std::vector<TabChip *> m_chips; // in the order of the tabs
     std::optional<QUuid> m_editingTabID;
-    std::optional<QUuid> m_focusedTabID;
     std::optional<QUuid> m_revealedTabID;
 };

@@ -1,13 +1,14 @@
 #include "platform/desktop/QtPasteboard.h"
 
+#include "support/Utf8.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
 
 void QtPasteboard::setText(std::string_view text)
 {
-    QGuiApplication::clipboard()->setText(
-        QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    QGuiApplication::clipboard()->setText(stringFromUtf8(text));
 }
 
 std::optional<std::string> QtPasteboard::text() const
