@@ -87,9 +87,9 @@ TEST_F(AppDelegateTest, AsksForOneCardAtATime)
     preferences().showsSettingsCard.set(true);
     std::vector<std::string> writes;
     const auto settings = preferences().showsSettingsCard.sink(
-        [&writes](bool shows) { writes.push_back(shows ? "settings on" : "settings off"); });
+        [&writes](bool shows) { writes.emplace_back(shows ? "settings on" : "settings off"); });
     const auto info = preferences().showsInfoCard.sink(
-        [&writes](bool shows) { writes.push_back(shows ? "info on" : "info off"); });
+        [&writes](bool shows) { writes.emplace_back(shows ? "info on" : "info off"); });
     writes.clear();
     delegate->showAbout();
     EXPECT_EQ(writes, Texts({ "settings off", "info on" }));

@@ -8,13 +8,7 @@ namespace
 class StandardFileLocationsTest : public testing::Test
 {
 protected:
-    StandardFileLocationsTest()
-        : m_dataHome(qgetenv("XDG_DATA_HOME"))
-        , m_home(qgetenv("HOME"))
-    {
-    }
-
-    ~StandardFileLocationsTest() override
+    void TearDown() override
     {
         restore("XDG_DATA_HOME", m_dataHome);
         restore("HOME", m_home);
@@ -34,8 +28,8 @@ private:
             qputenv(name, value);
     }
 
-    QByteArray m_dataHome;
-    QByteArray m_home;
+    QByteArray m_dataHome = qgetenv("XDG_DATA_HOME");
+    QByteArray m_home = qgetenv("HOME");
 };
 
 TEST_F(StandardFileLocationsTest, FollowsTheUsersDataHome)

@@ -160,7 +160,7 @@ TEST_F(PromptCardActionsTest, ListsTheEightColorsWithTheCurrentOneTicked)
                 sum += qAlpha(icon.pixel(x, y));
             }
         }
-        return sum / most;
+        return sum / std::max(most, 1);
     };
     const int disc = covered(icons[0]);
     for (std::size_t index = 0; index < icons.size(); ++index) {
