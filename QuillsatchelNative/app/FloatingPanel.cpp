@@ -3,9 +3,11 @@
 #include "app/GlassBackground.h"
 #include "app/PanelFrame.h"
 #include "app/TitleBar.h"
+#include "views/AccessibleRole.h"
 #include "views/FocusOrder.h"
 #include "views/QuillsatchelView.h"
 
+#include <QCloseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
@@ -15,6 +17,7 @@ FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
     , m_windowSystem(windowSystem)
     , m_frame(new PanelFrame(this))
 {
+    setAccessibleRole(*this, QAccessible::Window);
     setWindowTitle(QStringLiteral("Quillsatchel"));
     setAttribute(Qt::WA_TranslucentBackground);
     m_compositingCancellable = m_windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
@@ -60,6 +63,14 @@ void FloatingPanel::setVisible(bool visible)
     QWidget::setVisible(visible);
     if (visible)
         m_windowSystem.showOnAllDesktops(*windowHandle());
+}
+
+// Accepted, the close would take the window from the window system: shown again it would be
+// another one, in another place.
+void FloatingPanel::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    hide();
 }
 
 void FloatingPanel::resizeEvent(QResizeEvent * /*event*/)

@@ -5,23 +5,31 @@
 
 #include <QPainter>
 
+namespace
+{
+
+constexpr QSize TrackSize(26, 15);
+constexpr qreal KnobInset = 1.5;
+constexpr QMargins FocusMargins(Painting::FocusMargin, Painting::FocusMargin, Painting::FocusMargin,
+                                Painting::FocusMargin);
+
+} // namespace
+
 MiniSwitch::MiniSwitch(QWidget *parent)
     : PlainButton(parent)
 {
     setCheckable(true);
-    setFixedSize(sizeHint());
+    setFixedSize(TrackSize.grownBy(FocusMargins));
 }
 
 void MiniSwitch::paintContent(QPainter &painter)
 {
-    constexpr qreal KnobInset = 1.5;
+    const QRectF track = QRectF(rect()).marginsRemoved(FocusMargins);
     const auto off = SrgbColor::white(isHovered() ? 0.26 : 0.2);
-    Painting::fillCapsule(painter, rect(), isChecked() ? SatchelTheme::accent : off);
-    QRectF knob(0, 0, height() - 2 * KnobInset, height() - 2 * KnobInset);
-    knob.moveTop(KnobInset);
-    if (isChecked())
-        knob.moveRight(width() - KnobInset);
-    else
-        knob.moveLeft(KnobInset);
-    Painting::fillCapsule(painter, knob, SrgbColor::white(0.96));
+    Painting::fillCapsule(painter, track, isChecked() ? SatchelTheme::accent : off);
+    const qreal diameter = track.height() - 2 * KnobInset;
+    const qreal left =
+        isChecked() ? track.right() - KnobInset - diameter : track.left() + KnobInset;
+    Painting::fillCapsule(painter, { left, track.top() + KnobInset, diameter, diameter },
+                          SrgbColor::white(0.96));
 }

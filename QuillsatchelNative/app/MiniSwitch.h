@@ -10,8 +10,6 @@ class MiniSwitch final : public PlainButton
 public:
     explicit MiniSwitch(QWidget *parent);
 
-    QSize sizeHint() const override { return { 26, 15 }; }
-
 protected:
     void paintContent(QPainter &painter) override;
 

@@ -9,7 +9,6 @@
 
 #include <QHBoxLayout>
 #include <QMouseEvent>
-#include <QWindow>
 
 namespace
 {
@@ -95,8 +94,12 @@ void TitleBar::resizeEvent(QResizeEvent * /*event*/)
 
 void TitleBar::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        window()->windowHandle()->startSystemMove();
+    m_drag.press(*event);
+}
+
+void TitleBar::mouseMoveEvent(QMouseEvent *event)
+{
+    m_drag.move(*event);
 }
 
 void TitleBar::mouseDoubleClickEvent(QMouseEvent *event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/WindowDrag.h"
 #include "preferences/WindowPreferences.h"
 
 #include <QWidget>
@@ -27,6 +28,7 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
@@ -34,6 +36,7 @@ private:
     QWidget *makeNameplate();
     void zoomWindow();
 
+    WindowDrag m_drag { *this };
     QWidget *m_windowButtons;
     QWidget *m_nameplate;
     TitlebarControlsView *m_controls;

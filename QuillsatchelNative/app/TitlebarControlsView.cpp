@@ -68,12 +68,13 @@ TitlebarControlsView::TitlebarControlsView(WindowPreferences &windowPreferences,
 
 QSize TitlebarControlsView::sizeHint() const
 {
-    return { PinSize + Spacing + m_switch->width() + Spacing + badgeSize().width(), Height };
+    const int switchWidth = m_switch->width() - 2 * Painting::FocusMargin;
+    return { PinSize + Spacing + switchWidth + Spacing + badgeSize().width(), Height };
 }
 
 void TitlebarControlsView::resizeEvent(QResizeEvent * /*event*/)
 {
-    m_switch->move(PinSize + Spacing, (height() - m_switch->height()) / 2);
+    m_switch->move(PinSize + Spacing - Painting::FocusMargin, (height() - m_switch->height()) / 2);
 }
 
 void TitlebarControlsView::paintEvent(QPaintEvent * /*event*/)

@@ -8,7 +8,6 @@
 namespace
 {
 
-constexpr int FocusMargin = 3; // room for the focus ring around the disc
 constexpr int SymbolSize = 8;
 
 } // namespace
@@ -20,13 +19,14 @@ TrafficLight::TrafficLight(QString symbol, const SrgbColor &color, const QString
     , m_color(color)
 {
     setLabel(label);
-    setFixedSize(Diameter + 2 * FocusMargin, Diameter + 2 * FocusMargin);
+    setFixedSize(Diameter + 2 * Painting::FocusMargin, Diameter + 2 * Painting::FocusMargin);
 }
 
 void TrafficLight::paintContent(QPainter &painter)
 {
     const QRectF disc =
-        QRectF(rect()).marginsRemoved({ FocusMargin, FocusMargin, FocusMargin, FocusMargin });
+        QRectF(rect()).marginsRemoved({ Painting::FocusMargin, Painting::FocusMargin,
+                                        Painting::FocusMargin, Painting::FocusMargin });
     Painting::fillCapsule(painter, disc, m_color);
     if (!isHovered() && !hasFocus())
         return;

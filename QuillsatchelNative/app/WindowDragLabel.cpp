@@ -1,8 +1,5 @@
 #include "app/WindowDragLabel.h"
 
-#include <QMouseEvent>
-#include <QWindow>
-
 WindowDragLabel::WindowDragLabel(const QString &text, QWidget *parent)
     : QLabel(text, parent)
 {
@@ -10,6 +7,10 @@ WindowDragLabel::WindowDragLabel(const QString &text, QWidget *parent)
 
 void WindowDragLabel::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        window()->windowHandle()->startSystemMove();
+    m_drag.press(*event);
+}
+
+void WindowDragLabel::mouseMoveEvent(QMouseEvent *event)
+{
+    m_drag.move(*event);
 }

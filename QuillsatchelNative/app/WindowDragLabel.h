@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/WindowDrag.h"
+
 #include <QLabel>
 
 /// A label by which the whole window is dragged.
@@ -12,4 +14,8 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    WindowDrag m_drag { *this };
 };

@@ -11,8 +11,6 @@
 namespace
 {
 
-constexpr int FocusMargin = 3; // room for the focus ring around the text
-
 QFont textFont()
 {
     return Painting::systemFont(11, QFont::DemiBold);
@@ -39,7 +37,7 @@ LinkButton *LinkButton::withArtwork(const QString &name, const QSize &size, QWid
 LinkButton *LinkButton::withText(const QString &text, QWidget *parent)
 {
     const QFontMetrics metrics(textFont());
-    const QSize size(metrics.horizontalAdvance(text) + 2 * FocusMargin, metrics.height());
+    const QSize size(metrics.horizontalAdvance(text) + 2 * Painting::FocusMargin, metrics.height());
     auto *const link = new LinkButton(size, parent);
     link->setText(text);
     link->setAccessibleName(text);

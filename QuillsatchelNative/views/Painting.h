@@ -25,6 +25,9 @@ void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, cons
 
 void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color);
 
+/// The room in points that a widget leaves for the focus ring around what fills it.
+inline constexpr int FocusMargin = 3;
+
 /// What shows that the keyboard acts here.
 void focusRing(QPainter &painter, const QRectF &rect, qreal radius);
 

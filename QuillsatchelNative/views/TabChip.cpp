@@ -94,8 +94,9 @@ void TabChip::makeField()
     m_field = new QLineEdit(this);
     m_field->setFont(nameFont(true));
     m_field->setFrame(false);
+    m_field->setAlignment(Qt::AlignCenter); // as the label's, so that the text stays put
     m_field->setMaxLength(INT_MAX);
-    m_field->setTextMargins(-2, 0, -2, 0); // the field's own inset, so that its text stays put
+    m_field->setTextMargins(-2, 0, -2, 0); // the field's own inset
     m_field->setPlaceholderText(tr("Untitled"));
     m_field->setAccessibleName(tr("Tab name"));
     m_field->setText(stringFromUtf8(m_name));

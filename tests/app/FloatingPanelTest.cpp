@@ -101,7 +101,7 @@ TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
     EXPECT_EQ(&editor(1), editorBefore);
     EXPECT_EQ(editor(1).toPlainText().toStdString(), "bxyz");
     EXPECT_EQ(editor(1).textCursor().position(), 4);
-    EXPECT_TRUE(editor(1).hasFocus());
+    EXPECT_EQ(panel().focusWidget(), &editor(1));
 }
 
 TEST_F(FloatingPanelTest, DoesNotEndTheProgramWhenItIsClosed)

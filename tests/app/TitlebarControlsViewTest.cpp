@@ -2,6 +2,7 @@
 
 #include "app/MiniSwitch.h"
 #include "views/Input.h"
+#include "views/Painting.h"
 #include "views/Picture.h"
 
 #include <QFontMetrics>
@@ -24,11 +25,18 @@ protected:
 
     MiniSwitch &onSwitch() const { return *controls.findChild<MiniSwitch *>(); }
 
-    QRect pin() const { return { 0, 0, onSwitch().x() - 4, 28 }; }
+    /// The switch as it is seen, without the room for its focus ring.
+    QRect track() const
+    {
+        const int margin = Painting::FocusMargin;
+        return onSwitch().geometry().marginsRemoved({ margin, margin, margin, margin });
+    }
+
+    QRect pin() const { return { 0, 0, track().x() - 4, 28 }; }
 
     QRect badge() const
     {
-        const int left = onSwitch().geometry().right() + 1 + 6;
+        const int left = track().right() + 1 + 6;
         QFont font = QApplication::font();
         font.setPixelSize(8);
         font.setWeight(QFont::Bold);
@@ -45,13 +53,13 @@ protected:
 TEST_F(TitlebarControlsViewTest, IsOneRowTwentyEightHigh)
 {
     EXPECT_EQ(controls.sizeHint().height(), 28);
-    EXPECT_NEAR(QRectF(onSwitch().geometry()).center().y(), 14, 0.5);
+    EXPECT_NEAR(QRectF(track()).center().y(), 14, 0.5);
     const QRectF ink = picture().inkIn(pin(), Ground);
     EXPECT_NEAR(ink.center().y(), 14, 1);
     EXPECT_GE(ink.height(), 7);
     EXPECT_LE(ink.height(), 12);
-    EXPECT_LE(onSwitch().x() - ink.right(), 9);
-    EXPECT_GE(onSwitch().x() - ink.right(), 6);
+    EXPECT_LE(track().x() - ink.right(), 9);
+    EXPECT_GE(track().x() - ink.right(), 6);
 }
 
 TEST_F(TitlebarControlsViewTest, HasARedPinWhileThePanelIsOnTop)
@@ -103,7 +111,7 @@ TEST_F(TitlebarControlsViewTest, WritesThePreferenceOnceForEachFlip)
 
 TEST_F(TitlebarControlsViewTest, DrawsTheSwitchOnAndOff)
 {
-    const QRect place = onSwitch().geometry();
+    const QRect place = track();
     const qreal middle = place.center().y();
     const Picture on = picture();
     EXPECT_TRUE(isColor(on.at(place.left() + 5, middle), Accent));
@@ -133,6 +141,11 @@ TEST_F(TitlebarControlsViewTest, BacksTheBadgeWithACapsule)
 TEST_F(TitlebarControlsViewTest, WritesTheBadgeInTheSecondaryColor)
 {
     const QRect place = badge();
+    QFont font = QApplication::font();
+    font.setPixelSize(8);
+    font.setWeight(QFont::Bold);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 1);
+    EXPECT_EQ(place.width(), QFontMetrics(font).horizontalAdvance(QStringLiteral("LOCAL")) + 12);
     const Picture seen = picture();
     const QColor fill = over(SrgbColor::white(0.07), Ground);
     const QRectF ink = seen.inkIn(QRectF(place).adjusted(2, 2, -2, -2), fill);

@@ -229,7 +229,7 @@ TEST_F(PromptCardDragTest, NamesTheHandle)
 {
     EXPECT_EQ(Input::spokenName(handle()), "Drag node to reorder");
     EXPECT_EQ(handle().toolTip().toStdString(), "Drag to reorder this node");
-    EXPECT_EQ(Input::role(handle()), QAccessible::Grip);
+    EXPECT_EQ(Input::role(handle()), QAccessible::Button);
 }
 
 } // namespace
