@@ -28,18 +28,20 @@ protected:
         return chip.width();
     }
 
-    /// How dark or bright the name is in all: a bold one has more of it.
-    int inkOf(const std::string &name, bool isActive)
+    /// How many points of the name are nearly as bright as its brightest: a bold one has more.
+    int strokesOf(const std::string &name, bool isActive)
     {
         render(name, isActive);
         const Picture picture(chip, Ground);
         const QColor fill = picture.at(chip.width() / 2.0, 2);
-        int ink = 0;
-        for (int y = 0; y < chip.height(); ++y) {
-            for (int x = 7; x < chip.width() - 7; ++x)
-                ink += picture.at(x, y).lightness() - fill.lightness();
+        const QRectF frame(7, 3, chip.width() - 14, chip.height() - 6);
+        const int brightest = picture.strongestInkIn(frame, fill).lightness();
+        int strokes = 0;
+        for (qreal y = frame.top(); y < frame.bottom(); y += 0.5) {
+            for (qreal x = frame.left(); x < frame.right(); x += 0.5)
+                strokes += 2 * picture.at(x, y).lightness() > brightest + fill.lightness() ? 1 : 0;
         }
-        return ink;
+        return strokes;
     }
 
     PromptTab tab { .blocks = {} };
@@ -115,7 +117,7 @@ TEST_F(TabChipTest, HasCornersOfRadiusSix)
 
 TEST_F(TabChipTest, ShowsTheActiveTabsNameBolder)
 {
-    EXPECT_GT(inkOf("Prompts", true), inkOf("Prompts", false) * 11 / 10);
+    EXPECT_GT(strokesOf("Prompts", true), strokesOf("Prompts", false) * 11 / 10);
 }
 
 TEST_F(TabChipTest, ShowsUntitledForAnEmptyName)
