@@ -16,7 +16,7 @@ struct SatchelDocument {
     std::vector<PromptTab> tabs;      ///< left to right
 
     /// The document in `json`, or none: a single fault anywhere fails the whole. Members that we
-    /// do not know are ignored.
+    /// do not know are ignored; a number in them that no 64 bits hold is a fault.
     static std::optional<SatchelDocument> decode(const QByteArray &json);
 
     /// UTF-8 JSON; the same library gives the same bytes. All texts must be valid UTF-8.

@@ -147,6 +147,16 @@ TEST(SatchelDocumentFaultsTest, FailsWithNumbersThatAreNone)
     EXPECT_TRUE(decode(R"({"extra" : -0.5E+2, "tabs" : []})"));
 }
 
+// We write no numbers; a file that has such ones was made by somebody else, and is kept.
+TEST(SatchelDocumentFaultsTest, FailsWithNumbersTooLargeForAnyMachineWord)
+{
+    for (const auto number : { "18446744073709551616", "1e400", "-1e400" })
+        EXPECT_FALSE(decode(R"({"extra" : )" + std::string(number) + R"(, "tabs" : []})"))
+            << number;
+    EXPECT_TRUE(decode(R"({"extra" : 18446744073709551615, "tabs" : []})"));
+    EXPECT_TRUE(decode(R"({"extra" : 1e-400, "tabs" : []})"));
+}
+
 TEST(SatchelDocumentFaultsTest, FailsWithUnescapedControlCharacters)
 {
     for (char control = 0; control < 0x20; ++control)

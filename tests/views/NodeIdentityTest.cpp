@@ -1,0 +1,36 @@
+#include "views/PanelContentFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+/// Texts and identifiers that people write by hand or get from elsewhere.
+class NodeIdentityTest : public PanelContentFixture
+{
+};
+
+TEST_F(NodeIdentityTest, ANodeWithTheNullIdIsNotEmptiedByUndo)
+{
+    auto tab = tabOf("Prompts", { "written by hand" });
+    tab.blocks[0].id = QUuid();
+    openView({ tab });
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(blocks()[0].text, "written by hand");
+}
+
+TEST_F(NodeIdentityTest, AMarkAtTheBeginningOfATextSurvivesTypingAndCopying)
+{
+    openView({ "\uFEFFtext" });
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End, Qt::ControlModifier);
+    Input::type(*view, "s");
+    settle();
+    EXPECT_EQ(blocks()[0].text, "\uFEFFtexts");
+    press(card(0), "Copy");
+    EXPECT_EQ(machine.pasteboard.contents, "\uFEFFtexts");
+}
+
+} // namespace

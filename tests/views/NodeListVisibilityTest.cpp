@@ -1,0 +1,58 @@
+#include "views/NodeListFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+/// The store changes behind a hidden panel, too.
+class NodeListVisibilityTest : public NodeListFixture
+{
+protected:
+    void hideAndDraw(const std::function<void()> &change)
+    {
+        window.hide();
+        change();
+        draw();
+    }
+
+    void showAgain()
+    {
+        Input::show(window);
+        draw();
+    }
+};
+
+TEST_F(NodeListVisibilityTest, SurvivesNodesThatGoWhileItIsHidden)
+{
+    openList(numberedTexts(3));
+    hideAndDraw([this] {
+        while (!blocks().empty())
+            store().deleteBlock(blocks().back().id);
+    });
+    showAgain();
+    EXPECT_TRUE(cardsInSight().empty());
+    EXPECT_TRUE(list->findChild<EmptyState *>()->isVisible());
+}
+
+TEST_F(NodeListVisibilityTest, ShowsWhatChangedWhileItWasHidden)
+{
+    openList(numberedTexts(3));
+    hideAndDraw([this] {
+        store().updateBlock(blocks()[0].id, "changed");
+        store().moveBlock(blocks()[0].id, 1);
+    });
+    showAgain();
+    EXPECT_EQ(textOf(*cardOf(0)), "text 1");
+    EXPECT_EQ(textOf(*cardOf(1)), "changed");
+}
+
+TEST_F(NodeListVisibilityTest, SurvivesAnotherTabThatIsChosenWhileItIsHidden)
+{
+    openList({ tabOf("Full", numberedTexts(5)), tabOf("Empty") });
+    hideAndDraw([this] { store().selectTab(store().tabs().get()[1].id); });
+    showAgain();
+    EXPECT_TRUE(cardsInSight().empty());
+}
+
+} // namespace
