@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr std::size_t PieceSize = 64 * 1024; // bytes
+constexpr std::size_t PieceSize = 1024 * 1024; // bytes
 
 // For each byte what follows the backslash, 'u' for a code, 0 where the byte stands for itself.
 constexpr std::array<char, 256> makeEscapes()
