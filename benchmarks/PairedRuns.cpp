@@ -1,6 +1,7 @@
 #include "PairedRuns.h"
 
-#include <algorithm>
+#include "Median.h"
+
 #include <chrono>
 #include <vector>
 
@@ -13,13 +14,6 @@ double milliseconds(const std::function<void()> &work)
     work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
         .count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
 }
 
 } // namespace

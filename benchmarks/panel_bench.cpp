@@ -1,6 +1,7 @@
 // The cost of one keystroke and of one scroll step in the panel, at 10 and at 100,000 nodes: the
 // event, what it changes, and the repaint.
 
+#include "Median.h"
 #include "SampleLibrary.h"
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
@@ -15,7 +16,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -51,13 +51,6 @@ struct Program {
     NodeEditor *editor = nullptr;
     OverlayScrollBar *scrollBar = nullptr;
 };
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
 
 template <typename Step>
 double microseconds(Step &&step)

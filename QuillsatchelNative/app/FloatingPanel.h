@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WindowSystem.h"
+#include "support/Cancellable.h"
 
 #include <QWidget>
 

@@ -10,6 +10,8 @@
 #include <QHBoxLayout>
 #include <QMouseEvent>
 
+#include <optional>
+
 namespace
 {
 

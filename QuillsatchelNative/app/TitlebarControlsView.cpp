@@ -81,7 +81,8 @@ void TitlebarControlsView::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     const bool isOnTop = m_windowPreferences.alwaysOnTop.get();
-    Symbol::paint(painter, u"pin.fill"_s, QRectF(0, (height() - PinSize) / 2, PinSize, PinSize),
+    const QRect pin(0, (height() - PinSize) / 2, PinSize, PinSize);
+    Symbol::paint(painter, u"pin.fill"_s, pin,
                   isOnTop ? SatchelTheme::accent : SatchelTheme::secondary);
     const QSize size = badgeSize();
     paintBadge(painter, { { width() - size.width(), (height() - size.height()) / 2 }, size });

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <utility>
+
 namespace
 {
 

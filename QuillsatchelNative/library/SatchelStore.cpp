@@ -10,6 +10,8 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace
 {

@@ -53,6 +53,7 @@ public:
     void addBlock();
     /// At once, without undo.
     void deleteBlock(QUuid id);
+    /// Replaces the node's whole text by this one, valid UTF-8, as it is.
     void updateBlock(QUuid id, std::string text);
     void setBlockColor(QUuid id, BlockColor color);
     /// Moves the node by so many places, down if positive, as far as the list goes. Stops the

@@ -34,8 +34,10 @@ public:
 
     /// `text` must be valid UTF-8; it is checked nowhere.
     void string(std::string_view text);
+    /// In upper case.
     void uuid(const QUuid &uuid);
 
+    /// Gives the sink what it has not been given yet; to be called once, at the end.
     void finish() { flush(); }
 
 private:

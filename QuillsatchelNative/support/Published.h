@@ -33,6 +33,7 @@ public:
     Published(const Published &) = delete;
     Published &operator=(const Published &) = delete;
 
+    /// Good until the next write.
     const Value &get() const { return m_value; }
 
     void set(Value value)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// A web address as it was typed: nothing is lower-cased and no slash is added. Only what an
 /// address may not hold (blanks, letters outside ASCII, stray percent signs) is percent-encoded.

@@ -15,14 +15,14 @@ using namespace Qt::StringLiterals;
 constexpr OverlayCard::Look AboutLook { .widest = 320,
                                         .backdropOpacity = 0.58,
                                         .fillOpacity = 0.97,
-                                        .shadowOpacity = 0.55,
-                                        .shadowRadius = 28,
-                                        .shadowOffset = 14 };
+                                        .shadow = {
+                                            .opacity = 0.55, .blurRadius = 28, .offset = 14 } };
 constexpr QSize LogoSize(205, 112);
 constexpr int HorizontalPadding = 22;
 constexpr int VerticalPadding = 18;
 constexpr int Spacing = 10;
 constexpr int SignatureSpacing = 2;
+constexpr auto TextColor = SrgbColor::white(0.92);
 
 const std::string Website = QUILLSATCHEL_WEBSITE;
 
@@ -38,9 +38,13 @@ QString capitalised(QString text)
     return text;
 }
 
-void addText(QBoxLayout &layout, const QString &text, const QFont &font)
+void addText(QBoxLayout &layout, const QString &text, const QFont &font,
+             const SrgbColor &color = TextColor)
 {
     auto *const label = new QLabel(text);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Painting::qColor(color));
+    label->setPalette(palette);
     label->setFont(font);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
@@ -87,13 +91,8 @@ void AboutCard::addSignature(QBoxLayout &layout)
     signature->setSpacing(SignatureSpacing);
     addText(*signature, capitalised(author()), Painting::systemFont(11, QFont::DemiBold));
 
-    auto *const tagline = new QLabel(tr("Small tools for people who write"));
-    tagline->setFont(Painting::systemFont(10));
-    tagline->setAlignment(Qt::AlignCenter);
-    QPalette palette;
-    palette.setColor(QPalette::WindowText, Painting::qColor(SatchelTheme::secondary));
-    tagline->setPalette(palette);
-    signature->addWidget(tagline);
+    addText(*signature, tr("Small tools for people who write"), Painting::systemFont(10),
+            SatchelTheme::secondary);
 
     auto *const link = LinkButton::withText(QString::fromStdString(Website), card());
     link->setToolTip(tr("Visit %1").arg(QString::fromStdString(Website)));

@@ -8,6 +8,8 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QTextCursor>
+#include <QTextDocument>
 
 namespace
 {

@@ -6,9 +6,6 @@
 #include "views/SatchelTheme.h"
 #include "views/SymbolButton.h"
 
-#include <QGraphicsDropShadowEffect>
-#include <QGraphicsPixmapItem>
-#include <QGraphicsScene>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMouseEvent>
@@ -18,7 +15,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <memory>
+#include <utility>
 
 namespace
 {
@@ -54,36 +51,6 @@ protected:
 private:
     double m_fillOpacity;
 };
-
-/// The blurred shadow of a rounded rectangle of `size`, `margin` wider on each side.
-QPixmap renderShadow(const QSize &size, int margin, const OverlayCard::Look &look, qreal scale)
-{
-    QPixmap shape(size);
-    shape.fill(Qt::transparent);
-    QPainter shapePainter(&shape);
-    Painting::fillRoundedRect(shapePainter, shape.rect(), Radius, SrgbColor::black());
-    shapePainter.end();
-
-    QGraphicsScene scene;
-    auto *const item = scene.addPixmap(shape);
-    auto effect = std::make_unique<QGraphicsDropShadowEffect>();
-    effect->setColor(Painting::qColor(SrgbColor::black(look.shadowOpacity)));
-    effect->setBlurRadius(look.shadowRadius);
-    effect->setOffset(0, look.shadowOffset);
-    item->setGraphicsEffect(effect.release());
-
-    const QRectF area = QRectF(shape.rect()).adjusted(-margin, -margin, margin, margin);
-    QPixmap pixmap((area.size() * scale).toSize());
-    pixmap.setDevicePixelRatio(scale);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    scene.render(&painter, QRectF(QPointF(), area.size()), area);
-    // Only what falls beside the card: the card itself is painted on top.
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    Painting::fillRoundedRect(painter, QRectF(QPointF(margin, margin), size), Radius,
-                              SrgbColor::black());
-    return pixmap;
-}
 
 } // namespace
 
@@ -170,11 +137,11 @@ QPixmap OverlayCard::picture() const
 
 const QPixmap &OverlayCard::shadow()
 {
-    const int margin = shadowMargin();
+    const int margin = m_look.shadow.margin();
     const QSize size = m_card->size() + QSize(2 * margin, 2 * margin);
     const bool isForThisScreen = m_shadow.devicePixelRatio() == devicePixelRatio();
     if (!isForThisScreen || m_shadow.deviceIndependentSize().toSize() != size)
-        m_shadow = renderShadow(m_card->size(), margin, m_look, devicePixelRatio());
+        m_shadow = m_look.shadow.render(m_card->size(), Radius, devicePixelRatio());
     return m_shadow;
 }
 
@@ -189,7 +156,8 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
     painter.translate(centre);
     painter.scale(scale, scale);
     painter.translate(-centre);
-    painter.drawPixmap(m_card->pos() - QPoint(shadowMargin(), shadowMargin()), shadow());
+    const int margin = m_look.shadow.margin();
+    painter.drawPixmap(m_card->pos() - QPoint(margin, margin), shadow());
     if (!m_picture.isNull())
         painter.drawPixmap(m_card->pos(), m_picture);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/Shadow.h"
+
 #include <QPixmap>
 #include <QPointer>
 #include <QWidget>
@@ -22,9 +24,7 @@ public:
         int widest;
         double backdropOpacity;
         double fillOpacity;
-        double shadowOpacity;
-        int shadowRadius;
-        int shadowOffset;
+        Shadow shadow;
     };
 
     /// `name` is the dialog's name for those who hear it.
@@ -59,9 +59,6 @@ private:
     void finishAppearing();
     QPixmap picture() const;
     const QPixmap &shadow();
-
-    /// How far the shadow reaches beyond the card, in points.
-    int shadowMargin() const { return 2 * m_look.shadowRadius; }
 
     Look m_look;
     QWidget *m_card;

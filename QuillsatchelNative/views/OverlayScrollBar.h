@@ -11,6 +11,7 @@ class OverlayScrollBar final : public QScrollBar
 public:
     explicit OverlayScrollBar(Qt::Orientation orientation, QWidget *parent);
 
+    /// In points.
     static constexpr int Thickness = 6;
 
     QSize sizeHint() const override;

@@ -12,6 +12,7 @@ class QPainter;
 namespace Painting
 {
 
+/// The colour as Qt's painters take it.
 QColor qColor(const SrgbColor &color);
 
 /// The desktop's font at `points`, which are logical pixels.
@@ -23,6 +24,7 @@ void fillRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const 
 void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color,
                        qreal width = 1);
 
+/// As rounded as a rectangle can be.
 void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color);
 
 /// The room in points that a widget leaves for the focus ring around what fills it.

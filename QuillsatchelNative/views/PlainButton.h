@@ -16,6 +16,7 @@ public:
     void setLabel(const QString &label);
 
 protected:
+    /// Paints the button; the focus ring and the look of being pressed are added to it.
     virtual void paintContent(QPainter &painter) = 0;
 
     /// The corner radius of the focus ring, in points.

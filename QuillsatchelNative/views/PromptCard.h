@@ -22,8 +22,11 @@ class PromptCard final : public QWidget
 public:
     explicit PromptCard(QWidget *parent);
 
+    /// The user changed the text; receives the whole of it.
     std::function<void(const std::string &)> onText = [](const std::string &) {};
+    /// The user chose a colour, perhaps the current one.
     std::function<void(BlockColor)> onColor = [](BlockColor) {};
+    /// The button of this name was pressed.
     std::function<void()> onCopy = [] {};
     std::function<void()> onPaste = [] {};
     std::function<void()> onLaunch = [] {};
@@ -32,7 +35,8 @@ public:
     /// The user asks to move the node by so many places, down if positive.
     std::function<void(const QUuid &, int)> onReorder = [](const QUuid &, int) {};
 
-    /// Shows the block. A block with another id is another node: undo then begins anew.
+    /// Shows the block, marked as just copied or as being dictated into if so said. A block with
+    /// another id is another node: undo then begins anew.
     void render(const PromptBlock &block, bool isCopied, bool isDictating);
 
     /// The id of the node shown last; null before the first.
@@ -44,6 +48,7 @@ public:
     /// The handle's vertical distance from where it is at rest, in points; 0 unless dragged.
     qreal dragTranslation() const { return m_dragTranslation; }
 
+    /// Lets the user type into the node.
     void focusEditor();
 
     /// The height of every card, in points.

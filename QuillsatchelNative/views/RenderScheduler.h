@@ -18,6 +18,7 @@ public:
     /// `render` must not outlive what it uses: make the scheduler a member of the view.
     RenderScheduler(MainQueue &mainQueue, std::function<void()> render);
 
+    /// From now on the model's announcements lead to a render. Either may go first.
     void observe(const ObservableObject &model);
     /// For a change of the view's own state.
     void schedule();

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <utility>
+
 SymbolButton::SymbolButton(QString symbol, int symbolSize, const std::optional<SrgbColor> &tint,
                            QWidget *parent)
     : PlainButton(parent)

@@ -23,12 +23,14 @@ public:
     std::function<void()> onSelect = [] {};
     /// A double click, F2 or the menu's "Rename Tab".
     std::function<void()> onRename = [] {};
+    /// The menu's "Delete Tab".
     std::function<void()> onDelete = [] {};
     /// Another name was typed.
     std::function<void(const std::string &)> onName = [](const std::string &) {};
     /// Return was pressed in the field, or the focus went elsewhere.
     std::function<void()> onEndEditing = [] {};
 
+    /// Shows the tab as a label or, while it is edited, as a field.
     void render(const PromptTab &tab, bool isActive, bool isEditing, bool canDelete);
 
     const QUuid &tabID() const { return m_tabID; }

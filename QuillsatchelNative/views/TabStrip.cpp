@@ -13,6 +13,8 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace
 {

@@ -27,7 +27,10 @@ protected:
             values.push_back(word.data());
         LaunchArguments arguments(static_cast<int>(values.size()), values.data());
         EXPECT_EQ(arguments.values()[arguments.count()], nullptr);
-        return { arguments.values(), arguments.values() + arguments.count() };
+        Words seen;
+        for (int index = 0; index < arguments.count(); ++index)
+            seen.emplace_back(arguments.values()[index]);
+        return seen;
     }
 };
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-LaunchArguments::LaunchArguments(int count, char *values[])
+LaunchArguments::LaunchArguments(int count, char **values)
     : m_values(values, values + count)
 {
     static std::array<char, 10> option { "-platform" };

@@ -9,7 +9,7 @@
 class LaunchArguments
 {
 public:
-    LaunchArguments(int count, char *values[]);
+    LaunchArguments(int count, char **values);
 
     int &count() { return m_count; }
 
