@@ -84,6 +84,7 @@ double block(const Program &program, Step &&step)
     program.editor->setFocus();
     QTest::qWait(50);
     std::vector<double> times;
+    times.reserve(StepsInABlock);
     for (int run = 0; run < StepsInABlock; ++run)
         times.push_back(microseconds([&] { step(program, run); }));
     return median(times);

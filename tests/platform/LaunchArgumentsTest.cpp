@@ -15,9 +15,9 @@ using Words = std::vector<std::string>;
 class LaunchArgumentsTest : public testing::Test
 {
 protected:
-    LaunchArgumentsTest() { qunsetenv("QT_QPA_PLATFORM"); }
+    void SetUp() override { qunsetenv("QT_QPA_PLATFORM"); }
 
-    ~LaunchArgumentsTest() override { qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen")); }
+    void TearDown() override { qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen")); }
 
     /// What the application sees when the program is started with these words.
     static Words seenFor(Words words)
