@@ -10,6 +10,9 @@ from x11 import Rect, click  # noqa: E402
 
 PRESSING_ACTIONS = ("Press", "Toggle")
 
+# Newer releases of the accessibility bus have other words for some roles.
+EARLIER_ROLE_NAMES = {"button": "push button"}
+
 
 class Control:
     """One control. What is hidden counts as not there."""
@@ -23,7 +26,8 @@ class Control:
 
     @property
     def role(self):
-        return self._accessible.get_role_name()
+        name = self._accessible.get_role_name()
+        return EARLIER_ROLE_NAMES.get(name, name)
 
     @property
     def text(self):
