@@ -1,16 +1,15 @@
 #include "library/SatchelDocument.h"
 
+#include "support/JsonReader.h"
 #include "support/JsonWriter.h"
-#include "support/Uuid.h"
-
-#include <simdjson.h>
 
 #include <utility>
 
 namespace
 {
 
-namespace dom = simdjson::dom;
+namespace dom = JsonReader::dom;
+using JsonReader::readMember;
 
 namespace Key
 {
@@ -23,43 +22,14 @@ constexpr std::string_view tabs = "tabs";
 constexpr std::string_view text = "text";
 } // namespace Key
 
-bool read(dom::element json, std::string &text)
-{
-    std::string_view value;
-    if (json.get(value) != simdjson::SUCCESS)
-        return false;
-    text = value;
-    return true;
-}
-
-bool read(dom::element json, QUuid &id)
-{
-    std::string_view text;
-    if (json.get(text) != simdjson::SUCCESS)
-        return false;
-    const auto uuid = uuidFromText(text);
-    id = uuid.value_or(QUuid());
-    return uuid.has_value();
-}
-
-bool read(dom::element json, BlockColor &color)
-{
-    std::string_view text;
-    if (json.get(text) != simdjson::SUCCESS)
-        return false;
-    const auto known = BlockColor::fromRawValue(text);
-    color = known.value_or(BlockColor::none);
-    return known.has_value();
-}
-
 bool read(dom::element json, PromptBlock &block);
 bool read(dom::element json, PromptTab &tab);
 
 template <typename Record>
-bool read(dom::element json, std::vector<Record> &records)
+bool readRecords(dom::object object, std::string_view key, std::vector<Record> &records)
 {
     dom::array array;
-    if (json.get(array) != simdjson::SUCCESS)
+    if (object.at_key(key).get(array) != simdjson::SUCCESS)
         return false;
     records.reserve(array.size());
     for (const dom::element element : array) {
@@ -68,13 +38,6 @@ bool read(dom::element json, std::vector<Record> &records)
             return false;
     }
     return true;
-}
-
-template <typename Value>
-bool readMember(dom::object object, std::string_view key, Value &value)
-{
-    dom::element member;
-    return object.at_key(key).get(member) == simdjson::SUCCESS && read(member, value);
 }
 
 bool read(dom::element json, PromptBlock &block)
@@ -88,7 +51,7 @@ bool read(dom::element json, PromptTab &tab)
 {
     dom::object object;
     return json.get(object) == simdjson::SUCCESS && readMember(object, Key::id, tab.id) &&
-           readMember(object, Key::name, tab.name) && readMember(object, Key::blocks, tab.blocks);
+           readMember(object, Key::name, tab.name) && readRecords(object, Key::blocks, tab.blocks);
 }
 
 bool readActiveTab(dom::object object, std::optional<QUuid> &activeTabID)
@@ -96,12 +59,14 @@ bool readActiveTab(dom::object object, std::optional<QUuid> &activeTabID)
     dom::element member;
     if (object.at_key(Key::activeTabID).get(member) != simdjson::SUCCESS || member.is_null())
         return true;
-    return read(member, activeTabID.emplace());
+    return JsonReader::read(member, activeTabID.emplace());
 }
 
-QByteArray withoutByteOrderMark(const QByteArray &json)
+bool read(dom::element json, SatchelDocument &document)
 {
-    return json.startsWith("\xEF\xBB\xBF") ? json.mid(3) : json;
+    dom::object object;
+    return json.get(object) == simdjson::SUCCESS && readActiveTab(object, document.activeTabID) &&
+           readRecords(object, Key::tabs, document.tabs);
 }
 
 void write(JsonWriter &writer, const PromptBlock &block)
@@ -135,17 +100,10 @@ void write(JsonWriter &writer, const PromptTab &tab)
 
 std::optional<SatchelDocument> SatchelDocument::decode(const QByteArray &json)
 {
-    const QByteArray text = withoutByteOrderMark(json);
-    const bool lacksPadding = text.capacity() - text.size() < qsizetype(simdjson::SIMDJSON_PADDING);
-    dom::parser parser;
-    dom::object root;
-    const auto size = static_cast<std::size_t>(text.size());
-    if (parser.parse(text.constData(), size, lacksPadding).get(root) != simdjson::SUCCESS)
-        return std::nullopt;
     SatchelDocument document;
-    if (!readActiveTab(root, document.activeTabID) || !readMember(root, Key::tabs, document.tabs))
-        return std::nullopt;
-    return document;
+    const bool isWhole =
+        JsonReader::parse(json, [&document](dom::element root) { return read(root, document); });
+    return isWhole ? std::optional(std::move(document)) : std::nullopt;
 }
 
 std::string SatchelDocument::encode() const

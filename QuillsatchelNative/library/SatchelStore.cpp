@@ -1,12 +1,10 @@
 #include "library/SatchelStore.h"
 
 #include "library/SatchelDocument.h"
+#include "platform/ApplicationFolder.h"
 #include "support/WebAddress.h"
 #include "support/Whitespace.h"
-#include "support/WholeFile.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QPointer>
 
 #include <algorithm>
@@ -21,18 +19,6 @@ using namespace std::chrono_literals;
 constexpr auto SaveDelay = 250ms;
 constexpr auto CopiedMarkDuration = 1400ms;
 
-// Prompts hold secrets: the folder is the owner's alone. One that is there already stays as it is.
-QString prepareFolder(const QString &applicationSupport)
-{
-    if (applicationSupport.isEmpty())
-        qFatal("This machine has no folder for a user's data.");
-    const QDir parent(applicationSupport);
-    parent.mkpath(QStringLiteral("."));
-    parent.mkdir(QStringLiteral("Quillsatchel"),
-                 QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    return parent.filePath(QStringLiteral("Quillsatchel"));
-}
-
 std::ptrdiff_t sumOrStop(std::size_t index, std::ptrdiff_t offset)
 {
     std::ptrdiff_t sum = 0;
@@ -45,8 +31,7 @@ std::ptrdiff_t sumOrStop(std::size_t index, std::ptrdiff_t offset)
 
 SatchelStore::SatchelStore(Platform &platform)
     : m_platform(platform)
-    , m_fileURL(prepareFolder(platform.fileLocations.applicationSupport()) +
-                QStringLiteral("/prompts.json"))
+    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/prompts.json"))
 {
     load();
 }
@@ -203,9 +188,7 @@ void SatchelStore::load()
 
 bool SatchelStore::loadFile()
 {
-    const auto bytes = WholeFile::read(m_fileURL);
-    auto document = bytes ? SatchelDocument::decode(*bytes) : std::nullopt;
-    m_keepsUnreadableFile = !document && QFileInfo::exists(m_fileURL);
+    auto document = m_file.load(&SatchelDocument::decode);
     if (!document || document->tabs.empty())
         return false;
     m_tabs.set(std::move(document->tabs));
@@ -227,14 +210,9 @@ void SatchelStore::scheduleSave()
 
 void SatchelStore::saveNow()
 {
-    const auto unreadableCopy = m_fileURL + QStringLiteral(".unreadable");
-    if (m_keepsUnreadableFile && !WholeFile::keep(m_fileURL, unreadableCopy))
-        return;
-    const auto write = [this](const ByteSink &sink) {
+    m_file.save([this](const ByteSink &sink) {
         SatchelDocument::encode(m_activeTabID.get(), m_tabs.get(), sink);
-    };
-    if (WholeFile::replace(m_fileURL, write))
-        m_keepsUnreadableFile = false;
+    });
 }
 
 std::optional<SatchelStore::Position> SatchelStore::locate(QUuid id) const

@@ -2,9 +2,9 @@
 
 #include "library/PromptTab.h"
 #include "platform/Platform.h"
+#include "support/DocumentFile.h"
 #include "support/Published.h"
 
-#include <QString>
 #include <QUuid>
 
 #include <cstddef>
@@ -87,10 +87,8 @@ private:
     Published<std::vector<PromptTab>> m_tabs { this };
     Published<std::optional<QUuid>> m_activeTabID { this };
     Published<std::optional<QUuid>> m_copiedBlockID { this };
-    QString m_fileURL;
+    DocumentFile m_file;
     WorkItem m_saveWorkItem;
-    // The file could not be read as a library: its bytes are kept before a save replaces them.
-    bool m_keepsUnreadableFile = false;
     // Where the last node was found, so that typing costs the same in a library of any size.
     // Forgotten within each change that moves nodes, not before: observers may look something up
     // when the change is announced.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileLocations.h"
+#include "platform/HttpClient.h"
 #include "platform/MainQueue.h"
 #include "platform/Pasteboard.h"
 #include "platform/WindowSystem.h"
@@ -14,6 +15,7 @@ struct Platform {
     Workspace &workspace;
     FileLocations &fileLocations;
     WindowSystem &windowSystem;
+    HttpClient &httpClient;
 };
 
 /// The desktop this program was started on; made at the first call, on the main thread.

@@ -119,6 +119,12 @@ void JsonWriter::string(std::string_view text)
         flush();
 }
 
+void JsonWriter::null()
+{
+    beginValue();
+    m_text += "null";
+}
+
 void JsonWriter::uuid(const QUuid &uuid)
 {
     beginValue();

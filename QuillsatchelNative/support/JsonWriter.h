@@ -34,6 +34,7 @@ public:
 
     /// `text` must be valid UTF-8; it is checked nowhere.
     void string(std::string_view text);
+    void null();
     /// In upper case.
     void uuid(const QUuid &uuid);
 

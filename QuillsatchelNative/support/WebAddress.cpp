@@ -1,5 +1,6 @@
 #include "support/WebAddress.h"
 
+#include <QUtf8StringView>
 #include <uriparser/Uri.h>
 
 #include <algorithm>
@@ -38,11 +39,14 @@ struct Authority {
     bool contains(std::size_t place) const { return place >= begin && place < end; }
 };
 
+/// Two slashes begin it, right at the start or behind the colon of a scheme.
 Authority findAuthority(std::string_view text)
 {
-    const auto slashes = text.find("//");
-    const auto firstDelimiter = text.find_first_of("/?#");
-    if (slashes == std::string_view::npos || slashes != firstDelimiter)
+    const auto slashes = text.find_first_of("/?#");
+    const bool isThere = slashes != std::string_view::npos &&
+                         text.substr(slashes).starts_with("//") &&
+                         (slashes == 0 || text[slashes - 1] == ':');
+    if (!isThere)
         return {};
     const auto begin = slashes + 2;
     return { begin, std::min(text.find_first_of("/?#", begin), text.size()) };
@@ -91,16 +95,25 @@ std::optional<std::string> encodeWhatMayNotStand(std::string_view text)
     return encoded;
 }
 
-/// The length of the scheme of a well-formed address; none for any other text.
-std::optional<std::size_t> parsedSchemeLength(const std::string &text)
+int hexValue(char digit)
 {
-    UriUriA uri {};
-    const char *errorAt = nullptr;
-    if (uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), &errorAt) != URI_SUCCESS)
-        return std::nullopt;
-    const auto length = static_cast<std::size_t>(uri.scheme.afterLast - uri.scheme.first);
-    uriFreeUriMembersA(&uri);
-    return length;
+    return digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10;
+}
+
+/// With letters outside ASCII as they are, not as an address has to write them. Other encoded
+/// characters stay encoded: decoded, some would end the host.
+std::string withLettersDecoded(std::string_view text)
+{
+    std::string decoded;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        if (!startsPercentEncoding(text.substr(place)) || hexValue(text[place + 1]) < 8) {
+            decoded += text[place];
+            continue;
+        }
+        decoded += static_cast<char>(hexValue(text[place + 1]) * 16 + hexValue(text[place + 2]));
+        place += 2;
+    }
+    return decoded;
 }
 
 } // namespace
@@ -112,10 +125,42 @@ std::optional<WebAddress> WebAddress::parse(std::string_view text)
     auto encoded = encodeWhatMayNotStand(text);
     if (!encoded)
         return std::nullopt;
-    const auto schemeLength = parsedSchemeLength(*encoded);
-    if (!schemeLength)
+    const char *const begin = encoded->data();
+    UriUriA uri {};
+    const char *errorAt = nullptr;
+    if (uriParseSingleUriExA(&uri, begin, begin + encoded->size(), &errorAt) != URI_SUCCESS)
         return std::nullopt;
-    return WebAddress(std::move(*encoded), *schemeLength);
+    const auto rangeOf = [begin](const UriTextRangeA &range) {
+        if (range.first == range.afterLast)
+            return Range(); // its place need not be in the text
+        return Range { static_cast<std::size_t>(range.first - begin),
+                       static_cast<std::size_t>(range.afterLast - range.first) };
+    };
+    const auto scheme = rangeOf(uri.scheme);
+    const auto host = rangeOf(uri.hostText);
+    uriFreeUriMembersA(&uri);
+    return WebAddress(std::move(*encoded), scheme, host);
+}
+
+std::string WebAddress::host() const
+{
+    const auto typed = part(m_host);
+    auto decoded = withLettersDecoded(typed);
+    const bool isText = QUtf8StringView(decoded.data(), qsizetype(decoded.size())).isValidUtf8();
+    return isText ? decoded : std::string(typed);
+}
+
+std::optional<WebAddress> WebAddress::onSameHost(std::string_view path) const
+{
+    if (m_host.length == 0)
+        return std::nullopt;
+    const bool isBracketed = m_text[m_host.begin - 1] == '[';
+    std::string text(scheme().empty() ? "https" : scheme());
+    text += isBracketed ? "://[" : "://";
+    text += part(m_host);
+    text += isBracketed ? "]" : "";
+    text += path;
+    return parse(text);
 }
 
 bool WebAddress::isHttp() const

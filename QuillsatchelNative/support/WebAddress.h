@@ -18,18 +18,39 @@ public:
     const std::string &absoluteString() const { return m_text; }
 
     /// As typed, empty where the address has none.
-    std::string_view scheme() const { return std::string_view(m_text).substr(0, m_schemeLength); }
+    std::string_view scheme() const { return part(m_scheme); }
 
     /// Whether the scheme is http or https, in letters of either case.
     bool isHttp() const;
 
+    /// As typed, with letters outside ASCII as letters and an IPv6 address without its brackets;
+    /// empty where the address has none. Valid UTF-8.
+    std::string host() const;
+
+    /// The address of `path`, which begins with a slash, on the same host: no user, port, query or
+    /// fragment is carried over. https where this address has no scheme, none where it has no host.
+    std::optional<WebAddress> onSameHost(std::string_view path) const;
+
 private:
-    WebAddress(std::string text, std::size_t schemeLength)
+    /// A part of the text.
+    struct Range {
+        std::size_t begin = 0;
+        std::size_t length = 0;
+    };
+
+    WebAddress(std::string text, const Range &scheme, const Range &host)
         : m_text(std::move(text))
-        , m_schemeLength(schemeLength)
+        , m_scheme(scheme)
+        , m_host(host)
     {
     }
 
+    std::string_view part(const Range &range) const
+    {
+        return std::string_view(m_text).substr(range.begin, range.length);
+    }
+
     std::string m_text;
-    std::size_t m_schemeLength; // the scheme begins the text
+    Range m_scheme;
+    Range m_host; // without brackets
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/FakeFileLocations.h"
+#include "fakes/FakeHttpClient.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
@@ -21,5 +22,6 @@ public:
     FakeWorkspace workspace;
     FakeFileLocations fileLocations;
     FakeWindowSystem windowSystem;
-    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem };
+    FakeHttpClient httpClient;
+    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem, httpClient };
 };

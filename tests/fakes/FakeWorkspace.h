@@ -3,14 +3,49 @@
 #include "platform/Workspace.h"
 #include "support/WebAddress.h"
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
-/// Notes what it is asked to open.
+/// A desktop with the applications that the test installs; notes what it is asked to open.
 class FakeWorkspace final : public Workspace
 {
 public:
     void open(const WebAddress &address) override { opened.push_back(address.absoluteString()); }
 
+    void openApplication(const std::string &path) override { opened.push_back(path); }
+
+    std::optional<ApplicationNames> applicationNames(const std::string &path) override
+    {
+        const auto found = names.find(path);
+        return found == names.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    QImage applicationIcon(const std::string &path, double size, double scale) override
+    {
+        iconsAskedFor.push_back(path);
+        QImage image = icon.scaled(static_cast<int>(size * scale), static_cast<int>(size * scale));
+        image.setDevicePixelRatio(scale);
+        return image;
+    }
+
+    void listApplications(std::function<void(const std::vector<Application> &)> receive) override
+    {
+        listings.push_back(std::move(receive));
+    }
+
+    /// Answers whoever asked for the applications.
+    void finishListing()
+    {
+        for (const auto &receive : std::exchange(listings, {}))
+            receive(applications);
+    }
+
     std::vector<std::string> opened;
+    std::map<std::string, ApplicationNames> names; ///< by path
+    QImage icon;                                   ///< of every application
+    std::vector<std::string> iconsAskedFor;
+    std::vector<Application> applications;
+    std::vector<std::function<void(const std::vector<Application> &)>> listings;
 };

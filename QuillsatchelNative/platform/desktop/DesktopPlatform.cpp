@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/desktop/DesktopHttpClient.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/QtPasteboard.h"
@@ -22,7 +23,8 @@ struct Desktop final : QObject {
     DesktopWorkspace workspace;
     StandardFileLocations fileLocations;
     X11WindowSystem windowSystem;
-    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem };
+    DesktopHttpClient httpClient;
+    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem, httpClient };
 };
 
 } // namespace

@@ -2,9 +2,20 @@
 
 #include "platform/Workspace.h"
 
-/// Opens things through the desktop portal or xdg-open, whichever the session has.
+#include <memory>
+
+/// The desktop, through a module that is opened when the program first turns to it.
 class DesktopWorkspace final : public Workspace
 {
 public:
     void open(const WebAddress &address) override;
+    void openApplication(const std::string &path) override;
+    std::optional<ApplicationNames> applicationNames(const std::string &path) override;
+    QImage applicationIcon(const std::string &path, double size, double scale) override;
+    void listApplications(std::function<void(const std::vector<Application> &)> receive) override;
+
+private:
+    Workspace *module();
+
+    std::unique_ptr<Workspace> m_module;
 };

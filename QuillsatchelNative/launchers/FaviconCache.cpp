@@ -1,0 +1,80 @@
+#include "launchers/FaviconCache.h"
+
+#include "support/RasterImage.h"
+#include "support/Uuid.h"
+#include "support/WebAddress.h"
+#include "support/WholeFile.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+
+#include <string_view>
+#include <utility>
+
+namespace
+{
+
+QString pathOf(const QString &folder, const QUuid &id)
+{
+    const auto name = uuidText(id);
+    return folder + QLatin1Char('/') + QLatin1String(name.data(), name.size()) +
+           QStringLiteral(".png");
+}
+
+bool isPicture(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return !RasterImage::read(buffer, 1).isNull();
+}
+
+bool store(const QString &path, const QByteArray &bytes)
+{
+    return WholeFile::replace(path, [&bytes](const ByteSink &sink) {
+        sink({ bytes.constData(), static_cast<std::size_t>(bytes.size()) });
+    });
+}
+
+} // namespace
+
+FaviconCache::FaviconCache(const QString &faviconFolder, Platform &platform)
+    : m_platform(platform)
+    , m_faviconFolder(std::make_shared<const QString>(faviconFolder))
+{
+    QDir().mkpath(faviconFolder);
+}
+
+void FaviconCache::fetchFavicon(const QUuid &id, const WebAddress &website,
+                                std::function<void()> onStored)
+{
+    const auto address = website.onSameHost("/favicon.ico");
+    if (!address)
+        return;
+    const auto receive = [id, onStored = std::move(onStored), &mainQueue = m_platform.mainQueue,
+                          cache = std::weak_ptr(m_faviconFolder)](const QByteArray &body) {
+        const auto folder = cache.lock();
+        if (!folder || !isPicture(body))
+            return;
+        store(pathOf(*folder, id), body);
+        mainQueue.async([onStored, cache] {
+            if (!cache.expired())
+                onStored();
+        });
+    };
+    m_platform.httpClient.get(*address, receive);
+}
+
+void FaviconCache::removeCachedIcon(const QUuid &id)
+{
+    QFile::remove(pathOf(*m_faviconFolder, id));
+}
+
+QImage FaviconCache::cachedIcon(const QUuid &id, int side) const
+{
+    QFile file(pathOf(*m_faviconFolder, id));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return RasterImage::read(file, side);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+/// Parts of the program that pull in large libraries and that not every run needs are modules:
+/// files of their own in the folder "modules" beside the program, opened when they are first
+/// used. A module exports one function, `make`, which gives a new object of its interface.
+class Module
+{
+public:
+    /// What a module's `make` is; the caller owns what it gives.
+    template <typename Interface>
+    using Make = Interface *(*)();
+
+    /// An object of the module `name`, such as "network"; null where the module is missing, as in
+    /// an incomplete installation. A module once opened stays open.
+    template <typename Interface>
+    static std::unique_ptr<Interface> make(const char *name)
+    {
+        const auto function = reinterpret_cast<Make<Interface>>(findMake(name));
+        return std::unique_ptr<Interface>(function ? function() : nullptr);
+    }
+
+private:
+    using AnyFunction = void (*)();
+
+    static AnyFunction findMake(const char *name);
+};

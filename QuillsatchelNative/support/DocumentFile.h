@@ -1,0 +1,46 @@
+#pragma once
+
+#include "support/ByteSink.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+/// A file that the program reads once, keeps in memory, and replaces whole at each save. What was
+/// in it is never lost because it could not be read: the bytes of an unreadable file are kept
+/// beside it, as `NAME.unreadable`, before the first save takes its place.
+class DocumentFile
+{
+public:
+    explicit DocumentFile(QString path)
+        : m_path(std::move(path))
+    {
+    }
+
+    /// What `decode` makes of the file's bytes, an optional; empty too without such a file.
+    /// Writes nothing.
+    template <typename Decode>
+    std::invoke_result_t<Decode, const QByteArray &> load(Decode &&decode)
+    {
+        std::invoke_result_t<Decode, const QByteArray &> document;
+        if (const auto bytes = readBytes())
+            document = std::forward<Decode>(decode)(*bytes);
+        noteWhetherReadable(document.has_value());
+        return document;
+    }
+
+    /// Puts what `write` gives its sink in the file's place, in one step. A failure is silent and
+    /// leaves the file as it was.
+    void save(const std::function<void(const ByteSink &)> &write);
+
+private:
+    std::optional<QByteArray> readBytes() const;
+    void noteWhetherReadable(bool isReadable);
+
+    QString m_path;
+    bool m_keepsUnreadableFile = false;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/ApplicationChooser.h"
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A chooser in which the test chooses.
+class FakeApplicationChooser final : public ApplicationChooser
+{
+public:
+    struct Request {
+        QString title;
+        QString prompt;
+        std::function<void(const std::optional<std::string> &)> receive;
+    };
+
+    void begin(const QString &title, const QString &prompt,
+               std::function<void(const std::optional<std::string> &)> receive) override
+    {
+        requests.push_back({ title, prompt, std::move(receive) });
+    }
+
+    std::vector<Request> requests;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/HttpClient.h"
+#include "support/WebAddress.h"
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+/// A web that answers when the test says so, from another thread as the real one does.
+class FakeHttpClient final : public HttpClient
+{
+public:
+    struct Request {
+        std::string address;
+        std::function<void(const QByteArray &)> receive;
+    };
+
+    void get(const WebAddress &address, std::function<void(const QByteArray &)> receive) override
+    {
+        requests.push_back({ address.absoluteString(), std::move(receive) });
+    }
+
+    /// The request's answer arrives; what comes of it on that thread is done on return.
+    void answer(std::size_t index, const QByteArray &body)
+    {
+        std::thread([this, index, &body] { requests.at(index).receive(body); }).join();
+    }
+
+    std::vector<Request> requests;
+};
