@@ -1,0 +1,8 @@
+#include "platform/network/QtHttpClient.h"
+
+extern "C" Q_DECL_EXPORT HttpClient *make();
+
+HttpClient *make()
+{
+    return std::make_unique<QtHttpClient>().release();
+}
