@@ -4,6 +4,7 @@
 #include "platform/HttpClient.h"
 #include "platform/MainQueue.h"
 #include "platform/Pasteboard.h"
+#include "platform/Speech.h"
 #include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 
@@ -16,6 +17,7 @@ struct Platform {
     FileLocations &fileLocations;
     WindowSystem &windowSystem;
     HttpClient &httpClient;
+    Speech &speech;
 };
 
 /// The desktop this program was started on; made at the first call, on the main thread.

@@ -3,6 +3,7 @@
 #include "fakes/FakeFileLocations.h"
 #include "fakes/FakeHttpClient.h"
 #include "fakes/FakePasteboard.h"
+#include "fakes/FakeSpeech.h"
 #include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
@@ -23,5 +24,7 @@ public:
     FakeFileLocations fileLocations;
     FakeWindowSystem windowSystem;
     FakeHttpClient httpClient;
-    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem, httpClient };
+    FakeSpeech speech;
+    Platform platform { mainQueue,    pasteboard, workspace, fileLocations,
+                        windowSystem, httpClient, speech };
 };

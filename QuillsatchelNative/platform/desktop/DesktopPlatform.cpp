@@ -1,5 +1,6 @@
 #include "platform/Platform.h"
 #include "platform/desktop/DesktopHttpClient.h"
+#include "platform/desktop/DesktopSpeech.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/QtPasteboard.h"
@@ -24,7 +25,9 @@ struct Desktop final : QObject {
     StandardFileLocations fileLocations;
     X11WindowSystem windowSystem;
     DesktopHttpClient httpClient;
-    Platform platform { mainQueue, pasteboard, workspace, fileLocations, windowSystem, httpClient };
+    DesktopSpeech speech;
+    Platform platform { mainQueue,    pasteboard, workspace, fileLocations,
+                        windowSystem, httpClient, speech };
 };
 
 } // namespace

@@ -1,0 +1,27 @@
+#include "platform/desktop/DesktopSpeech.h"
+
+#include "platform/desktop/Module.h"
+
+Speech *DesktopSpeech::module()
+{
+    if (!m_module)
+        m_module = Module::make<Speech>("speech");
+    return m_module.get();
+}
+
+void DesktopSpeech::requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive)
+{
+    receive(SpeechAuthorizationStatus::authorized);
+}
+
+std::unique_ptr<SpeechRecognizer> DesktopSpeech::makeRecognizer()
+{
+    auto *const speech = module();
+    return speech ? speech->makeRecognizer() : nullptr;
+}
+
+std::unique_ptr<AudioEngine> DesktopSpeech::makeAudioEngine()
+{
+    auto *const speech = module();
+    return speech ? speech->makeAudioEngine() : nullptr;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Speech.h"
+
+/// Speech, through a module that is opened by the first dictation. A desktop program asks nobody
+/// for leave to listen.
+class DesktopSpeech final : public Speech
+{
+public:
+    void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive) override;
+    std::unique_ptr<SpeechRecognizer> makeRecognizer() override;
+    std::unique_ptr<AudioEngine> makeAudioEngine() override;
+
+private:
+    Speech *module();
+
+    std::unique_ptr<Speech> m_module;
+};
