@@ -18,12 +18,13 @@ public:
         std::function<void()> fail;
     };
 
-    /// One tap at a time.
+    /// One tap at a time: another takes the place of the first.
     virtual void installTap(int bufferSize, Tap tap) = 0;
     /// The tap is not called any more once this has returned.
     virtual void removeTap() = 0;
 
-    /// Opens the microphone; false if there is none or it cannot be had. Never waits long.
+    /// Opens the microphone, if it is not open already; false if there is none or it cannot be had.
+    /// Never waits long.
     virtual bool start() = 0;
     /// Closes the microphone; nothing happens where it is not open.
     virtual void stop() = 0;

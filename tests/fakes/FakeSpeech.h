@@ -114,6 +114,15 @@ private:
         {
         }
 
+        ~Task() override
+        {
+            if (m_recognition->cancellations == 0)
+                ++m_recognition->cancellations;
+        }
+
+        Task(const Task &) = delete;
+        Task &operator=(const Task &) = delete;
+
         void cancel() override
         {
             m_speech.note("cancel task");
@@ -180,8 +189,8 @@ private:
         bool start() override
         {
             m_speech.note("start engine");
-            m_speech.isEngineRunning = m_speech.startsEngine;
-            return m_speech.startsEngine;
+            m_speech.isEngineRunning = m_speech.isEngineRunning || m_speech.startsEngine;
+            return m_speech.isEngineRunning;
         }
 
         void stop() override
