@@ -5,7 +5,6 @@
 #include "support/WebAddress.h"
 #include "support/WholeFile.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 
@@ -20,14 +19,6 @@ QString pathOf(const QString &folder, const QUuid &id)
     const auto name = uuidText(id);
     return folder + QLatin1Char('/') + QLatin1String(name.data(), name.size()) +
            QStringLiteral(".png");
-}
-
-bool isPicture(const QByteArray &bytes)
-{
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return !RasterImage::read(buffer, 1).isNull();
 }
 
 bool store(const QString &path, const QByteArray &bytes)
@@ -55,7 +46,7 @@ void FaviconCache::fetchFavicon(const QUuid &id, const WebAddress &website,
     const auto receive = [id, onStored = std::move(onStored), &mainQueue = m_platform.mainQueue,
                           cache = std::weak_ptr(m_faviconFolder)](const QByteArray &body) {
         const auto folder = cache.lock();
-        if (!folder || !isPicture(body))
+        if (!folder || RasterImage::read(body, 1).isNull())
             return;
         store(pathOf(*folder, id), body);
         mainQueue.async([onStored, cache] {
@@ -73,8 +64,6 @@ void FaviconCache::removeCachedIcon(const QUuid &id)
 
 QImage FaviconCache::cachedIcon(const QUuid &id, int side) const
 {
-    QFile file(pathOf(*m_faviconFolder, id));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return RasterImage::read(file, side);
+    const auto bytes = WholeFile::read(pathOf(*m_faviconFolder, id));
+    return bytes ? RasterImage::read(*bytes, side) : QImage();
 }

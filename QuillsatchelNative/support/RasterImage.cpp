@@ -1,7 +1,11 @@
 #include "support/RasterImage.h"
 
+#include <QBuffer>
 #include <QByteArrayList>
 #include <QImageReader>
+#include <QtEndian>
+
+#include <optional>
 
 namespace RasterImage
 {
@@ -9,13 +13,85 @@ namespace RasterImage
 namespace
 {
 
-constexpr int LargestImage = 16; // mebibytes
+constexpr int LargestImage = 16;     // mebibytes
+constexpr qsizetype MostScans = 100; // pictures meant to be seen have about ten
 
 // Drawings (SVG) are left out: they can take any time, and name other files.
 bool isKnown(const QByteArray &format)
 {
-    static const QByteArrayList Formats { "png", "ico", "gif", "jpeg", "bmp", "webp" };
+    static const QByteArrayList Formats { "png", "gif", "jpeg", "bmp", "webp" };
     return Formats.contains(format);
+}
+
+/// Whether it is a JPEG that goes over its points again and again: a few bytes are enough to ask
+/// for that.
+bool isTiring(const QByteArray &bytes, const QByteArray &format)
+{
+    return format == "jpeg" && bytes.count("\xFF\xDA") > MostScans;
+}
+
+bool isPng(const QByteArray &bytes)
+{
+    return bytes.startsWith("\x89PNG\r\n\x1A\n");
+}
+
+bool isText(const QByteArray &chunk)
+{
+    const auto type = chunk.mid(4, 4);
+    return type == "tEXt" || type == "zTXt" || type == "iTXt";
+}
+
+/// The PNG without what is written beside the picture: readers unpack all of it, and a few
+/// kilobytes can be packed so as to fill any memory.
+QByteArray withoutTexts(const QByteArray &png)
+{
+    constexpr qsizetype SignatureSize = 8;
+    constexpr qsizetype FrameSize = 12; // length, type and checksum
+    QByteArray lean = png.first(SignatureSize);
+    lean.reserve(png.size());
+    qsizetype place = SignatureSize;
+    while (png.size() - place >= FrameSize) {
+        const auto length = qFromBigEndian<quint32>(png.constData() + place);
+        const auto chunk = png.mid(place, FrameSize + qsizetype(length));
+        if (!isText(chunk))
+            lean += chunk;
+        place += chunk.size();
+    }
+    return lean;
+}
+
+QImage readPlain(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(isPng(bytes) ? withoutTexts(bytes) : bytes);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    const QByteArray format = reader.format();
+    return isKnown(format) && !isTiring(bytes, format) ? reader.read() : QImage();
+}
+
+/// What an icon's directory says of one of its pictures.
+struct IconEntry {
+    int number;
+    int width;
+    quint32 length;
+    quint32 place;
+};
+
+/// None where the bytes end before it.
+std::optional<IconEntry> iconEntry(const QByteArray &icon, int number)
+{
+    constexpr qsizetype HeaderSize = 6;
+    constexpr qsizetype EntrySize = 16;
+    const auto entry = icon.mid(HeaderSize + EntrySize * number, EntrySize);
+    if (entry.size() < EntrySize)
+        return std::nullopt;
+    const auto width = static_cast<unsigned char>(entry.front());
+    return IconEntry { .number = number,
+                       .width = width == 0 ? 256 : width,
+                       .length = qFromLittleEndian<quint32>(entry.constData() + 8),
+                       .place = qFromLittleEndian<quint32>(entry.constData() + 12) };
 }
 
 bool isBetter(int width, int than, int side)
@@ -26,39 +102,48 @@ bool isBetter(int width, int than, int side)
     return isEnough ? width < than : width > than;
 }
 
-/// The number of the picture that fits best among those an icon holds.
-int bestPicture(QImageReader &reader, int side)
+std::optional<IconEntry> bestEntry(const QByteArray &icon, int side)
 {
-    int best = 0;
-    int bestWidth = 0;
-    for (int number = 0; number < reader.imageCount() && reader.jumpToImage(number); ++number) {
-        const int width = reader.size().width();
-        if (number > 0 && !isBetter(width, bestWidth, side))
-            continue;
-        best = number;
-        bestWidth = width;
+    constexpr qsizetype CountPlace = 4;
+    const int count = qFromLittleEndian<quint16>(icon.constData() + CountPlace);
+    std::optional<IconEntry> best;
+    for (int number = 0; number < count; ++number) {
+        const auto entry = iconEntry(icon, number);
+        if (!entry)
+            break;
+        if (!best || isBetter(entry->width, best->width, side))
+            best = entry;
     }
     return best;
 }
 
+QImage readIcon(QImageReader &reader, const QByteArray &bytes, int side)
+{
+    const auto entry = bestEntry(bytes, side);
+    if (!entry)
+        return {};
+    const auto picture = bytes.mid(entry->place, entry->length);
+    if (isPng(picture))
+        return readPlain(picture);
+    if (picture.isEmpty())
+        return {};
+    return reader.jumpToImage(entry->number) ? reader.read() : QImage();
+}
+
 } // namespace
 
-QImage read(QIODevice &bytes, int side)
+QImage read(const QByteArray &bytes, int side)
 {
     static const bool isLimited = [] {
         QImageReader::setAllocationLimit(LargestImage);
         return true;
     }();
     Q_UNUSED(isLimited)
-    QImageReader reader(&bytes);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QByteArray format = reader.format();
-    if (!isKnown(format))
-        return {};
-    if (format == "ico" && !reader.jumpToImage(bestPicture(reader, side)))
-        return {};
-    return reader.read();
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader icon(&buffer, "ico");
+    icon.setAutoDetectImageFormat(false);
+    return icon.canRead() ? readIcon(icon, bytes, side) : readPlain(bytes);
 }
 
 } // namespace RasterImage

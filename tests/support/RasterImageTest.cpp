@@ -1,0 +1,326 @@
+#include "support/RasterImage.h"
+
+#include "fakes/PictureBytes.h"
+#include "fakes/TestFiles.h"
+
+#include <QColor>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr int AnySide = 16;
+
+struct NamedBytes {
+    const char *name;
+    QByteArray bytes;
+};
+
+QImage read(const QByteArray &bytes, int side = AnySide)
+{
+    return RasterImage::read(bytes, side);
+}
+
+/// The most memory that this process has had at once so far, in mebibytes.
+long peakMemory()
+{
+    const auto status = TestFiles::read("/proc/self/status");
+    return std::stol(status.substr(status.find("VmHWM:") + 6)) / 1024;
+}
+
+/// Whether reading the bytes takes little more memory than the largest picture does.
+bool isFrugal(const QByteArray &bytes)
+{
+    const long before = peakMemory();
+    RasterImage::read(bytes, AnySide);
+    return peakMemory() - before < 100;
+}
+
+/// A picture in every format: red, but for the GIF's white.
+std::vector<NamedBytes> everyFormat()
+{
+    const QImage image = PictureBytes::filled(16, 16);
+    return {
+        { "PNG", PictureBytes::encoded(image, "png") },
+        { "JPEG", PictureBytes::encoded(image, "jpeg") },
+        { "GIF", PictureBytes::gif(16, 16) },
+        { "BMP", PictureBytes::encoded(image, "bmp") },
+        { "ICO with a PNG", PictureBytes::icon({ { 16, PictureBytes::png(16, 16) } }) },
+        { "ICO with a bitmap",
+          PictureBytes::icon({ { 16, PictureBytes::iconBitmap(16, Qt::red) } }) },
+    };
+}
+
+TEST(RasterImageTest, ReadsEveryFormatByItsContent)
+{
+    for (const auto &[name, bytes] : everyFormat()) {
+        const auto image = read(bytes);
+        EXPECT_EQ(image.size(), QSize(16, 16)) << name;
+        const auto expected = bytes.startsWith("GIF") ? QColor(Qt::white) : QColor(Qt::red);
+        const auto color = image.pixelColor(0, 0);
+        EXPECT_NEAR(color.red(), expected.red(), 2) << name;
+        EXPECT_NEAR(color.green(), expected.green(), 2) << name;
+        EXPECT_NEAR(color.blue(), expected.blue(), 2) << name;
+    }
+}
+
+TEST(RasterImageTest, ReadsNothingThatIsNoPicture)
+{
+    const std::vector<NamedBytes> texts {
+        { "nothing", "" },
+        { "a null", {} },
+        { "a zero byte", QByteArray(1, '\0') },
+        { "zeros", QByteArray(10'000, '\0') },
+        { "text", "Not found\n" },
+        { "HTML", "<!DOCTYPE html><html><body><img src=\"favicon.ico\"></body></html>" },
+        { "JSON", "{}" },
+        { "text that begins as a GIF does", "GIF not found" },
+    };
+    for (const auto &[name, bytes] : texts)
+        EXPECT_TRUE(read(bytes).isNull()) << name;
+}
+
+TEST(RasterImageTest, ReadsNoOtherFormat)
+{
+    const QByteArray svg = R"(<svg xmlns="http://www.w3.org/2000/svg" width="6" height="4">)"
+                           R"(<rect width="6" height="4"/></svg>)";
+    const std::vector<NamedBytes> pictures {
+        { "SVG", svg },
+        { "SVG with a declaration", R"(<?xml version="1.0"?>)" + svg },
+        { "XPM", PictureBytes::encoded(PictureBytes::filled(6, 4), "xpm") },
+        { "XBM", PictureBytes::encoded(PictureBytes::filled(6, 4), "xbm") },
+        { "PPM", PictureBytes::encoded(PictureBytes::filled(6, 4), "ppm") },
+    };
+    for (const auto &[name, bytes] : pictures) {
+        ASSERT_FALSE(bytes.isEmpty()) << name;
+        EXPECT_TRUE(read(bytes).isNull()) << name;
+    }
+}
+
+TEST(RasterImageTest, ReadsNothingFromAPictureCutOffBeforeItsPoints)
+{
+    constexpr qsizetype ShortestHeader = 22;
+    for (const auto &[name, bytes] : everyFormat()) {
+        const QSize size = read(bytes).size();
+        for (qsizetype length = 0; length < bytes.size(); ++length) {
+            const auto image = read(bytes.first(length));
+            EXPECT_TRUE(image.isNull() || (length >= ShortestHeader && image.size() == size))
+                << name << " cut at " << length;
+        }
+    }
+}
+
+TEST(RasterImageTest, ReadsNothingFromAPngWithoutAllItsPoints)
+{
+    const auto png = everyFormat().front().bytes;
+    const auto pointsEnd = png.indexOf("IEND") - 8;
+    for (qsizetype length = 0; length < pointsEnd; ++length)
+        EXPECT_TRUE(read(png.first(length)).isNull()) << "cut at " << length;
+}
+
+TEST(RasterImageTest, IgnoresWhatFollowsAPicture)
+{
+    for (const auto &[name, bytes] : everyFormat())
+        EXPECT_EQ(read(bytes + "and more"), read(bytes)) << name;
+}
+
+TEST(RasterImageTest, StandsBytesChangedAnywhere)
+{
+    for (const auto &[name, bytes] : everyFormat()) {
+        for (qsizetype place = 0; place < bytes.size(); ++place) {
+            for (const char byte : { '\0', '\x7F', '\xFF' }) {
+                auto changed = bytes;
+                changed[place] = byte;
+                const auto image = read(changed);
+                EXPECT_LE(image.sizeInBytes(), 16 * 1024 * 1024) << name << " at " << place;
+            }
+        }
+    }
+}
+
+TEST(RasterImageTest, TurnsPicturesTheWayTheyWereTaken)
+{
+    // A quarter turn to the right, as cameras note it.
+    const QByteArray orientation(
+        "Exif\0\0MM\0\x2A\0\0\0\x08\0\1\x01\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0", 32);
+    auto jpeg = PictureBytes::encoded(PictureBytes::filled(6, 4), "jpeg");
+    jpeg.insert(2, "\xFF\xE1" + PictureBytes::bigEndian(quint16(orientation.size() + 2)) +
+                       orientation);
+    EXPECT_EQ(read(jpeg).size(), QSize(4, 6));
+}
+
+TEST(RasterImageTest, TakesTheSmallestPictureOfAnIconThatIsLargeEnough)
+{
+    const auto icon = PictureBytes::icon({
+        { 32, PictureBytes::png(32, 32) },
+        { 16, PictureBytes::iconBitmap(16, Qt::red) },
+        { 256, PictureBytes::png(256, 256) },
+        { 48, PictureBytes::iconBitmap(48, Qt::red) },
+    });
+
+    struct Row {
+        int side;
+        int width;
+    };
+
+    for (const auto row : { Row { 1, 16 }, Row { 16, 16 }, Row { 17, 32 }, Row { 32, 32 },
+                            Row { 33, 48 }, Row { 48, 48 }, Row { 49, 256 }, Row { 256, 256 } })
+        EXPECT_EQ(read(icon, row.side).size(), QSize(row.width, row.width)) << row.side;
+}
+
+TEST(RasterImageTest, TakesTheWidestPictureOfAnIconWhereNoneIsLargeEnough)
+{
+    const auto icon = PictureBytes::icon({ { 16, PictureBytes::png(16, 16) },
+                                           { 48, PictureBytes::png(48, 48) },
+                                           { 32, PictureBytes::png(32, 32) } });
+    EXPECT_EQ(read(icon, 49).width(), 48);
+    EXPECT_EQ(read(icon, 1'000'000).width(), 48);
+}
+
+TEST(RasterImageTest, TakesTheFirstOfPicturesOfOneSize)
+{
+    const auto icon = PictureBytes::icon({ { 64, PictureBytes::png(64, 64, Qt::green) },
+                                           { 16, PictureBytes::png(16, 16, Qt::blue) },
+                                           { 16, PictureBytes::png(16, 16, Qt::green) } });
+    EXPECT_EQ(read(icon, 16).pixelColor(0, 0), QColor(Qt::blue));
+}
+
+TEST(RasterImageTest, ReadsNothingFromIconsWhoseDirectoryMisleads)
+{
+    const auto good = PictureBytes::icon({ { 16, PictureBytes::png(16, 16) } });
+    const auto withEntry = [&good](qsizetype place, quint32 number) {
+        return QByteArray(good).replace(place, 4, PictureBytes::littleEndian(number));
+    };
+    constexpr qsizetype LengthPlace = 14;
+    constexpr qsizetype OffsetPlace = 18;
+    ASSERT_FALSE(read(good).isNull());
+    const std::vector<NamedBytes> icons {
+        { "no pictures", PictureBytes::icon({}) },
+        { "a directory cut short", good.first(20) },
+        { "an empty picture", withEntry(LengthPlace, 0) },
+        { "half a picture", withEntry(LengthPlace, 40) },
+        { "behind the end", withEntry(OffsetPlace, 10'000) },
+        { "far behind the end", withEntry(OffsetPlace, 0xFFFFFFFF) },
+        { "the icon itself", withEntry(OffsetPlace, 0) },
+        { "an icon in an icon", PictureBytes::icon({ { 16, good } }) },
+        { "a GIF", PictureBytes::icon({ { 16, PictureBytes::gif(16, 16) } }) },
+        { "a bitmap without points",
+          PictureBytes::icon({ { 16, PictureBytes::bitmapHeader(16, 32, 32) } }) },
+    };
+    for (const auto &[name, bytes] : icons)
+        EXPECT_TRUE(read(bytes).isNull()) << name;
+}
+
+TEST(RasterImageTest, ReadsAnIconOfManyPicturesInNoTime)
+{
+    const std::vector<PictureBytes::IconPicture> pictures(
+        0xFFFF, { 16, PictureBytes::bitmapHeader(16, 32, 32).first(1) });
+    const auto start = std::chrono::steady_clock::now();
+    read(PictureBytes::icon(pictures));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+}
+
+TEST(RasterImageTest, ReadsPicturesOf2048PointsSquareButNoLargerOnes)
+{
+    EXPECT_EQ(read(PictureBytes::png(2048, 2048)).size(), QSize(2048, 2048));
+    EXPECT_EQ(read(PictureBytes::gif(2048, 2048)).size(), QSize(2048, 2048));
+    EXPECT_EQ(read(PictureBytes::png(4096, 1024)).size(), QSize(4096, 1024));
+    EXPECT_TRUE(read(PictureBytes::png(2049, 2048)).isNull());
+    EXPECT_TRUE(read(PictureBytes::gif(2049, 2048)).isNull());
+    EXPECT_TRUE(read(PictureBytes::icon({ { 16, PictureBytes::png(2049, 2048) } })).isNull());
+    EXPECT_TRUE(read(PictureBytes::encoded(PictureBytes::filled(2049, 2048), "jpeg")).isNull());
+    EXPECT_TRUE(read(PictureBytes::encoded(PictureBytes::filled(2049, 2048), "bmp")).isNull());
+}
+
+TEST(RasterImageTest, SpendsNoMemoryOnSmallFilesThatSayTheyAreHuge)
+{
+    const QImage image = PictureBytes::filled(16, 16);
+    const auto jpeg = PictureBytes::encoded(image, "jpeg");
+    const auto progressive = PictureBytes::encoded(image, "jpeg", true);
+    const auto iconOf = [](const QByteArray &bytes, int side = 16) {
+        return PictureBytes::icon({ { side, bytes } });
+    };
+    const std::vector<NamedBytes> pictures {
+        { "PNG", PictureBytes::emptyPng(60'000, 60'000) },
+        { "PNG, the largest there can be", PictureBytes::emptyPng(0x7FFFFFFF, 0x7FFFFFFF) },
+        { "JPEG", PictureBytes::resizedJpeg(jpeg, 65'500, 65'500) },
+        { "progressive JPEG", PictureBytes::resizedJpeg(progressive, 65'500, 65'500) },
+        { "GIF", PictureBytes::gif(65'535, 65'535) },
+        { "GIF with a huge frame", PictureBytes::gif(65'535, 65'535, 65'535, 65'535) },
+        { "wide BMP", PictureBytes::bmp(60'000, 60'000, "abcd") },
+        { "high BMP", PictureBytes::bmp(16, 0x7FFFFFF0, "abcd") },
+        { "high BMP upside down", PictureBytes::bmp(16, -0x7FFFFFF0, "abcd") },
+        { "BMP of one colour", PictureBytes::bmp(500'000, 500'000, "abcd", 1) },
+        { "PNG in an icon", iconOf(PictureBytes::emptyPng(60'000, 60'000)) },
+        { "bitmap in an icon", iconOf(PictureBytes::bitmapHeader(60'000, 120'000, 32) + "abcd") },
+        { "bitmap in a large icon",
+          iconOf(PictureBytes::bitmapHeader(60'000, 120'000, 32) + "abcd", 0) },
+        { "bitmap of one colour in an icon",
+          iconOf(PictureBytes::bitmapHeader(500'000, 1'000'000, 1) + "abcd") },
+    };
+    for (const auto &[name, bytes] : pictures) {
+        EXPECT_LT(bytes.size(), 1000) << name;
+        EXPECT_TRUE(isFrugal(bytes)) << name;
+        EXPECT_TRUE(read(bytes).isNull()) << name;
+    }
+}
+
+TEST(RasterImageTest, TakesLittleMemoryForAFrameFarLargerThanItsPicture)
+{
+    const auto gif = PictureBytes::gif(1, 1, 65'535, 65'535);
+    EXPECT_TRUE(isFrugal(gif));
+    EXPECT_EQ(read(gif).size(), QSize(1, 1));
+}
+
+TEST(RasterImageTest, LeavesPackedTextsInPicturesPacked)
+{
+    const auto packed = qCompress(QByteArray(7'900'000, 'a'), 9).mid(4);
+    const std::vector<std::pair<QByteArray, QByteArray>> texts {
+        { "tEXt", QByteArray("key\0", 4) + QByteArray(7'000'000, 'a') },
+        { "zTXt", QByteArray("key\0\0", 5) + packed },
+        { "iTXt", QByteArray("key\0\1\0\0\0", 8) + packed },
+    };
+    for (const auto &[type, data] : texts) {
+        const int count = type == "tEXt" ? 1 : 40; // over a gigabyte once unpacked
+        auto png = PictureBytes::png(6, 4);
+        png.insert(PictureBytes::PngHeaderEnd, PictureBytes::pngChunk(type, data).repeated(count));
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_TRUE(isFrugal(png)) << type.constData();
+        EXPECT_EQ(read(png), read(PictureBytes::png(6, 4))) << type.constData();
+
+        const auto icon = PictureBytes::icon({ { 16, png } });
+        EXPECT_TRUE(isFrugal(icon)) << type.constData() << " in an icon";
+        EXPECT_EQ(read(icon), read(PictureBytes::png(6, 4))) << type.constData() << " in an icon";
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 2s) << type.constData();
+    }
+}
+
+TEST(RasterImageTest, KeepsWhatSaysHowAPictureLooks)
+{
+    auto png = PictureBytes::png(6, 4);
+    const auto palette =
+        PictureBytes::filled(6, 4, Qt::transparent).convertToFormat(QImage::Format_Indexed8);
+    const auto indexed = PictureBytes::encoded(palette, "png");
+    ASSERT_TRUE(indexed.contains("PLTE") && indexed.contains("tRNS"));
+    EXPECT_EQ(read(indexed).pixelColor(0, 0).alpha(), 0);
+}
+
+TEST(RasterImageTest, ReadsNoJpegThatWouldKeepItBusy)
+{
+    auto jpeg = PictureBytes::encoded(PictureBytes::filled(16, 16), "jpeg", true);
+    jpeg = PictureBytes::resizedJpeg(jpeg, 2048, 2048);
+    const auto lastScan = jpeg.lastIndexOf("\xFF\xDA");
+    ASSERT_GT(lastScan, 0);
+    const auto header = jpeg.mid(lastScan, 10);
+    ASSERT_FALSE(read(QByteArray(jpeg).insert(lastScan, header.repeated(50))).isNull());
+    EXPECT_TRUE(read(jpeg.insert(lastScan, header.repeated(1000))).isNull());
+}
+
+} // namespace
