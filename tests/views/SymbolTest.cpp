@@ -22,10 +22,26 @@ Picture pictureOf(const QString &name, const std::optional<SrgbColor> &tint, qre
 
 TEST(SymbolTest, DrawsEveryNamedSymbolWithinItsFrame)
 {
-    for (const auto &name :
-         { u"arrow.up.right.square"_s, u"checkmark"_s, u"circle.fill"_s, u"doc.on.clipboard"_s,
-           u"doc.on.doc"_s, u"line.3.horizontal"_s, u"mic"_s, u"paintpalette"_s, u"pin.fill"_s,
-           u"plus"_s, u"square.stack.3d.up"_s, u"trash"_s, u"waveform"_s, u"xmark"_s }) {
+    for (const auto &name : { u"app"_s,
+                              u"arrow.up.right.square"_s,
+                              u"checkmark"_s,
+                              u"circle.fill"_s,
+                              u"doc.on.clipboard"_s,
+                              u"doc.on.doc"_s,
+                              u"gearshape"_s,
+                              u"globe"_s,
+                              u"line.3.horizontal"_s,
+                              u"mic"_s,
+                              u"paintpalette"_s,
+                              u"pin.fill"_s,
+                              u"plus"_s,
+                              u"plus.square.dashed"_s,
+                              u"square.grid.2x2"_s,
+                              u"square.stack.3d.up"_s,
+                              u"trash"_s,
+                              u"waveform"_s,
+                              u"xmark"_s,
+                              u"xmark.circle.fill"_s }) {
         for (const qreal scale : { 1.0, 1.25, 2.0 }) {
             const QRectF ink =
                 pictureOf(name, SrgbColor::white(), scale).inkIn({ 0, 0, 40, 40 }, Ground);
