@@ -11,6 +11,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -19,6 +21,30 @@ constexpr int SpacesPerTab = 4;
 QString withLineBreaks(QString text)
 {
     return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+/// As a document keeps it: a character for each place of a cursor.
+QString withParagraphs(QString text)
+{
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('\n'), QChar::ParagraphSeparator);
+}
+
+/// How many characters the two have in common at their beginnings; none is cut in two.
+qsizetype commonPrefix(const QString &a, const QString &b)
+{
+    const auto [end, ignored] = std::ranges::mismatch(a, b);
+    const qsizetype length = end - a.begin();
+    return length > 0 && a[length - 1].isHighSurrogate() ? length - 1 : length;
+}
+
+/// The same at their ends, where at most `longest` may count.
+qsizetype commonSuffix(const QString &a, const QString &b, qsizetype longest)
+{
+    qsizetype length = 0;
+    while (length < longest && a[a.size() - length - 1] == b[b.size() - length - 1])
+        ++length;
+    return length > 0 && a[a.size() - length].isLowSurrogate() ? length - 1 : length;
 }
 
 /// The document's text as it is. `toPlainText` would turn no-break spaces into blanks.
@@ -55,10 +81,17 @@ void NodeEditor::replaceText(const std::string &text)
         return;
     const QScopedValueRollback replacing(m_isReplacing, true);
     m_text = text;
+    // Only what differs: the user's cursor and selection stay where they are in the rest.
+    const QString earlier = document()->toRawText();
+    const QString later = withParagraphs(stringFromUtf8(text));
+    const auto prefix = commonPrefix(earlier, later);
+    const auto suffix =
+        commonSuffix(earlier, later, std::min(earlier.size(), later.size()) - prefix);
     QTextCursor cursor(document());
     cursor.beginEditBlock();
-    cursor.select(QTextCursor::Document);
-    cursor.insertText(stringFromUtf8(text));
+    cursor.setPosition(static_cast<int>(prefix));
+    cursor.setPosition(static_cast<int>(earlier.size() - suffix), QTextCursor::KeepAnchor);
+    cursor.insertText(later.mid(prefix, later.size() - prefix - suffix));
     cursor.endEditBlock();
     document()->setModified(false); // else typing that follows would be part of the same step
 }

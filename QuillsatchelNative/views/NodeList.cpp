@@ -31,10 +31,12 @@ int rowPitch()
 
 } // namespace
 
-NodeList::NodeList(const SatchelStore &store, MainQueue &mainQueue,
-                   std::function<void(PromptCard &)> wireCard, QWidget *parent)
+NodeList::NodeList(const SatchelStore &store, const DictationController &dictation,
+                   MainQueue &mainQueue, std::function<void(PromptCard &)> wireCard,
+                   QWidget *parent)
     : QWidget(parent)
     , m_store(store)
+    , m_dictation(dictation)
     , m_mainQueue(mainQueue)
     , m_wireCard(std::move(wireCard))
     , m_scrollBar(new OverlayScrollBar(Qt::Vertical, this))
@@ -198,7 +200,8 @@ void NodeList::renderSlot(Slot &slot)
     const QString name = tr("Node %1 of %2").arg(*slot.row + 1).arg(all.size());
     if (slot.card->accessibleName() != name) // Qt announces a name that it has already, too
         slot.card->setAccessibleName(name);
-    slot.card->render(block, m_store.copiedBlockID().get() == block.id, false);
+    slot.card->render(block, m_store.copiedBlockID().get() == block.id,
+                      m_dictation.activeBlockID().get() == block.id);
 }
 
 void NodeList::prepareNearbyLater()
@@ -253,7 +256,8 @@ bool NodeList::hasFocusIn(const Slot &slot) const
 
 bool NodeList::isPinned(const Slot &slot) const
 {
-    return slot.card->dragTranslation() != 0 || hasFocusIn(slot);
+    return slot.card->dragTranslation() != 0 || hasFocusIn(slot) ||
+           m_dictation.activeBlockID().get() == slot.card->blockID();
 }
 
 // Before a card is hidden: Qt would pass the focus on to whatever comes next in its own order,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dictation/DictationController.h"
 #include "library/SatchelStore.h"
 
 #include <QWidget>
@@ -17,18 +18,18 @@ class PromptCard;
 ///
 /// All rows have one height, so every position is arithmetic, and only the cards in sight and one
 /// screen around exist, whatever the tab holds: those in sight are made at once, the others one
-/// at a time a little later. The card with the focus or under drag
-/// keeps its node wherever the list is scrolled; all others are used again for other nodes.
+/// at a time a little later. The card with the focus, under drag or under dictation keeps its node
+/// wherever the list is scrolled; all others are used again for other nodes.
 class NodeList final : public QWidget
 {
     Q_OBJECT
 
 public:
     /// `wireCard` connects a new card's callbacks, which go by the card's `blockID` at the time.
-    NodeList(const SatchelStore &store, MainQueue &mainQueue,
+    NodeList(const SatchelStore &store, const DictationController &dictation, MainQueue &mainQueue,
              std::function<void(PromptCard &)> wireCard, QWidget *parent);
 
-    /// Brings the cards in line with the store.
+    /// Brings the cards in line with the models.
     void render();
     /// Scrolls the last node into sight and lets the user type into it.
     void editLastNode();
@@ -83,6 +84,7 @@ private:
     void reveal(Row row);
 
     const SatchelStore &m_store;
+    const DictationController &m_dictation;
     MainQueue &m_mainQueue;
     std::function<void(PromptCard &)> m_wireCard;
     OverlayScrollBar *m_scrollBar;

@@ -2,6 +2,7 @@
 
 #include "support/WebAddress.h"
 #include "views/AboutCard.h"
+#include "views/MessageLine.h"
 #include "views/NewNodeButton.h"
 #include "views/NodeList.h"
 #include "views/Painting.h"
@@ -11,6 +12,8 @@
 
 #include <QPainter>
 #include <QResizeEvent>
+
+#include <algorithm>
 
 namespace
 {
@@ -26,10 +29,12 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, WindowPreferences &windo
     , m_store(store)
     , m_windowPreferences(windowPreferences)
     , m_platform(platform)
+    , m_dictation(platform)
     , m_scheduler(platform.mainQueue, [this] { render(); })
     , m_tabStrip(new TabStrip(store, platform.mainQueue, this))
     , m_nodeList(new NodeList(
-          store, platform.mainQueue, [this](PromptCard &card) { wire(card); }, this))
+          store, m_dictation, platform.mainQueue, [this](PromptCard &card) { wire(card); }, this))
+    , m_messageLine(new MessageLine(this))
     , m_newNodeButton(new NewNodeButton(this))
 {
     setMinimumSize(MinimumSize);
@@ -37,6 +42,7 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, WindowPreferences &windo
     connect(m_newNodeButton, &QAbstractButton::clicked, this, &QuillsatchelView::addNode);
     m_scheduler.observe(store);
     m_scheduler.observe(windowPreferences);
+    m_scheduler.observe(m_dictation);
     resize(IdealSize);
     render();
 }
@@ -53,12 +59,39 @@ void QuillsatchelView::wire(PromptCard &card)
     card.onCopy = [this, &card] { m_store.copyBlock(card.blockID()); };
     card.onPaste = [this, &card] { m_store.pasteIntoBlock(card.blockID()); };
     card.onLaunch = [this, &card] { m_store.openBlockURL(card.blockID()); };
+    card.onDictate = [this, &card] { dictate(card.blockID()); };
     card.onDelete = [this, &card] { m_store.deleteBlock(card.blockID()); };
     card.onReorder = [this, &card](const QUuid &id, int steps) {
         m_store.moveBlock(id, steps);
         if (card.isAncestorOf(window()->focusWidget()))
             followFocus();
     };
+}
+
+void QuillsatchelView::dictate(const QUuid &id)
+{
+    const auto *const tab = m_store.activeTab();
+    if (!tab)
+        return;
+    const auto block = std::ranges::find(tab->blocks, id, &PromptBlock::id);
+    if (block == tab->blocks.end())
+        return;
+    m_dictation.toggle(id, block->text,
+                       [this, id](const std::string &text) { m_store.updateBlock(id, text); });
+}
+
+// Words for a node that is gone, or in another tab, would be lost; and nobody is listened to
+// without seeing it.
+void QuillsatchelView::endLostDictation()
+{
+    const auto id = m_dictation.activeBlockID().get();
+    if (!id)
+        return;
+    const auto *const tab = m_store.activeTab();
+    const bool isThere =
+        tab && std::ranges::find(tab->blocks, *id, &PromptBlock::id) != tab->blocks.end();
+    if (!isThere || !isVisible())
+        m_dictation.stop();
 }
 
 // A node that was moved by keys takes the focus with it, perhaps out of sight.
@@ -80,8 +113,16 @@ void QuillsatchelView::addNode()
 
 void QuillsatchelView::render()
 {
+    endLostDictation();
     m_nodeList->render();
+    renderMessage();
     renderAboutCard();
+}
+
+void QuillsatchelView::renderMessage()
+{
+    m_messageLine->render(m_dictation.errorMessage().get().value_or(QString()));
+    layOut();
 }
 
 void QuillsatchelView::renderAboutCard()
@@ -103,17 +144,30 @@ void QuillsatchelView::renderAboutCard()
     m_aboutCard->appear();
 }
 
+void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
+{
+    m_dictation.stop();
+}
+
 void QuillsatchelView::resizeEvent(QResizeEvent * /*event*/)
+{
+    layOut();
+    if (m_aboutCard)
+        m_aboutCard->setGeometry(rect());
+}
+
+void QuillsatchelView::layOut()
 {
     const int stripHeight = m_tabStrip->sizeHint().height();
     const int listTop = stripHeight + DividerHeight;
     const int buttonTop = height() - NewNodePadding - NewNodeButton::Height;
     m_tabStrip->setGeometry(0, 0, width(), stripHeight);
-    m_nodeList->setGeometry(0, listTop, width(), buttonTop - NewNodePadding - listTop);
+    const int messageHeight = m_messageLine->isHidden() ? 0 : m_messageLine->sizeHint().height();
+    const int messageTop = buttonTop - NewNodePadding - messageHeight;
+    m_nodeList->setGeometry(0, listTop, width(), messageTop - listTop);
+    m_messageLine->setGeometry(0, messageTop, width(), messageHeight);
     m_newNodeButton->setGeometry(NewNodePadding, buttonTop, width() - 2 * NewNodePadding,
                                  NewNodeButton::Height);
-    if (m_aboutCard)
-        m_aboutCard->setGeometry(rect());
 }
 
 void QuillsatchelView::paintEvent(QPaintEvent *event)

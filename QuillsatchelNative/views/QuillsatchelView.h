@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dictation/DictationController.h"
 #include "library/SatchelStore.h"
 #include "preferences/WindowPreferences.h"
 #include "views/RenderScheduler.h"
@@ -8,6 +9,7 @@
 #include <QWidget>
 
 class AboutCard;
+class MessageLine;
 class NewNodeButton;
 class NodeList;
 class PromptCard;
@@ -37,22 +39,29 @@ public:
     void revealFocus();
 
 protected:
+    void hideEvent(QHideEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void wire(PromptCard &card);
+    void dictate(const QUuid &id);
+    void endLostDictation();
     void addNode();
     void followFocus();
     void render();
+    void renderMessage();
     void renderAboutCard();
+    void layOut();
 
     SatchelStore &m_store;
     WindowPreferences &m_windowPreferences;
     Platform &m_platform;
+    DictationController m_dictation;
     RenderScheduler m_scheduler;
     TabStrip *m_tabStrip;
     NodeList *m_nodeList;
+    MessageLine *m_messageLine;
     NewNodeButton *m_newNodeButton;
     QPointer<AboutCard> m_aboutCard;
 };

@@ -94,6 +94,40 @@ TEST_F(NodeEditorTest, KeepsTheCursorInTheTextWhenAnotherIsShown)
     EXPECT_EQ(lastReport().size(), 3U);
 }
 
+TEST_F(NodeEditorTest, KeepsTheCursorWhereItIsInWhatTheTextsHaveInCommon)
+{
+    editor.showText("some text");
+    select(2, 6);
+    editor.replaceText("some text that goes on");
+    EXPECT_EQ(editor.textCursor().anchor(), 2);
+    EXPECT_EQ(editor.textCursor().position(), 6);
+    editor.replaceText("And some text that goes on");
+    EXPECT_EQ(editor.textCursor().selectedText().toStdString(), "me t");
+}
+
+TEST_F(NodeEditorTest, ShowsEachTextThatTakesAnothersPlace)
+{
+    const Texts texts { "",        "a",          "aa",         "ba",
+                        "ab\nab",  "ab\r\nab",   "ab\n\nab",   "\n",
+                        "\n\n",    "\U0001F600", "\U0001F601", "\U0001F600\U0001F601",
+                        "e\u0301", "\u00E9",     "x\u2028y",   "x\u00A0y",
+                        "tab\t",   "aab",        "aba" };
+    for (const auto &earlier : texts) {
+        for (const auto &later : texts) {
+            editor.showText(earlier);
+            const auto original = shown();
+            editor.replaceText(later);
+            const auto replaced = shown();
+            editor.showText(later);
+            EXPECT_EQ(replaced, shown()) << "'" << earlier << "' and '" << later << "'";
+            editor.showText(earlier);
+            editor.replaceText(later);
+            undo();
+            EXPECT_EQ(shown(), original) << "'" << earlier << "' and '" << later << "'";
+        }
+    }
+}
+
 TEST_F(NodeEditorTest, TypesATab)
 {
     editor.showText("");

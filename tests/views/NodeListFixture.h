@@ -22,7 +22,8 @@ protected:
         open(tabs);
         window.resize(430, Height);
         list = new NodeList(
-            store(), machine.mainQueue, [this](PromptCard &card) { wire(card); }, &window);
+            store(), dictation, machine.mainQueue, [this](PromptCard &card) { wire(card); },
+            &window);
         list->resize(430, Height);
         Input::show(window);
         draw();
@@ -114,6 +115,7 @@ protected:
 
     static constexpr int Height = 500;
 
+    DictationController dictation { machine.platform };
     QWidget window;
     NodeList *list = nullptr;
 

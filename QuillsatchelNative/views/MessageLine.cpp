@@ -1,0 +1,52 @@
+#include "views/MessageLine.h"
+
+#include "views/AccessibleRole.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+namespace
+{
+
+constexpr int HorizontalPadding = 10;
+constexpr int TopPadding = 6;
+
+} // namespace
+
+MessageLine::MessageLine(QWidget *parent)
+    : QWidget(parent)
+{
+    setAccessibleRole(*this, QAccessible::AlertMessage);
+    setFont(Painting::systemFont(11));
+    hide();
+}
+
+void MessageLine::render(const QString &message)
+{
+    if (message == m_message)
+        return;
+    m_message = message;
+    setAccessibleName(message);
+    setVisible(!message.isEmpty());
+    update();
+    if (message.isEmpty())
+        return;
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+QSize MessageLine::sizeHint() const
+{
+    return { 0, fontMetrics().height() + TopPadding };
+}
+
+void MessageLine::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    painter.setPen(Painting::qColor(SatchelTheme::accent));
+    const QRect line = rect().adjusted(HorizontalPadding, TopPadding, -HorizontalPadding, 0);
+    painter.drawText(line, Qt::AlignCenter,
+                     fontMetrics().elidedText(m_message, Qt::ElideRight, line.width()));
+}

@@ -1,0 +1,205 @@
+#include "views/MessageLine.h"
+#include "views/PanelContentFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+/// Speaking into a node of the panel.
+class PanelDictationTest : public PanelContentFixture
+{
+protected:
+    FakeSpeech &speech = machine.speech;
+
+    /// The microphone is open for the node on return, unless something is in the way.
+    void dictate(std::size_t index)
+    {
+        press(card(index), "Dictate");
+        speech.answer(speech.questions.size() - 1);
+        settle();
+    }
+
+    void understand(const std::string &words, bool isFinal = false)
+    {
+        speech.deliver(speech.recognitions.size() - 1, SpeechRecognitionResult { words, isFinal });
+        settle();
+        settle(); // the view follows the model on the next turn
+    }
+
+    std::string shown(std::size_t index) const { return editor(index).toPlainText().toStdString(); }
+
+    MessageLine &messageLine() const { return *view->findChild<MessageLine *>(); }
+};
+
+TEST_F(PanelDictationTest, ShowsTheWordsInTheNodeAsTheyAreSaid)
+{
+    openView(Texts { "a", "b" });
+    dictate(1);
+    understand("one");
+    EXPECT_EQ(shown(1), "b one");
+    understand("one two");
+    EXPECT_EQ(shown(1), "b one two");
+    EXPECT_EQ(blocks()[1].text, "b one two");
+    EXPECT_EQ(shown(0), "a");
+}
+
+TEST_F(PanelDictationTest, OffersToStopOnlyWhereTheMicrophoneIsOpen)
+{
+    openView(Texts { "a", "b" });
+    press(card(1), "Dictate");
+    EXPECT_FALSE(Input::button(card(1), "Stop")) << "nobody listens yet";
+    speech.answer(0);
+    settle();
+    settle();
+    EXPECT_TRUE(Input::button(card(1), "Stop"));
+    EXPECT_FALSE(Input::button(card(0), "Stop"));
+    press(card(1), "Stop");
+    EXPECT_FALSE(speech.isEngineRunning);
+    EXPECT_TRUE(Input::button(card(1), "Dictate"));
+}
+
+TEST_F(PanelDictationTest, SavesTheWords)
+{
+    openView(Texts { "a" });
+    dictate(0);
+    understand("one");
+    advance(SaveDelay);
+    ASSERT_TRUE(savedDocument());
+    EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a one");
+}
+
+TEST_F(PanelDictationTest, StartsFromTheTextThatTheNodeHasNow)
+{
+    openView(Texts { "a" });
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End);
+    Input::type(*view, "bc");
+    dictate(0);
+    understand("one");
+    EXPECT_EQ(shown(0), "abc one");
+}
+
+TEST_F(PanelDictationTest, GivesBackWhatWasTypedMeanwhileByUndo)
+{
+    openView(Texts { "a" });
+    dictate(0);
+    understand("one");
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End);
+    Input::type(*view, "!");
+    EXPECT_EQ(shown(0), "a one!");
+    understand("one two");
+    EXPECT_EQ(shown(0), "a one two");
+    Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown(0), "a one!");
+    EXPECT_EQ(blocks()[0].text, "a one!");
+}
+
+TEST_F(PanelDictationTest, MovesOnToAnotherNode)
+{
+    openView(Texts { "a", "b" });
+    dictate(0);
+    understand("one");
+    dictate(1);
+    understand("two");
+    EXPECT_EQ(shown(0), "a one");
+    EXPECT_EQ(shown(1), "b two");
+    EXPECT_TRUE(Input::button(card(0), "Dictate"));
+    EXPECT_TRUE(Input::button(card(1), "Stop"));
+}
+
+TEST_F(PanelDictationTest, EndsWithItsNode)
+{
+    openView(Texts { "a", "b" });
+    dictate(0);
+    press(card(0), "Delete node");
+    settle();
+    EXPECT_FALSE(speech.isEngineRunning);
+    EXPECT_EQ(shown(0), "b");
+}
+
+TEST_F(PanelDictationTest, EndsWithItsTab)
+{
+    openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
+    dictate(0);
+    store().deleteTab(store().tabs().get()[0].id);
+    settle();
+    EXPECT_FALSE(speech.isEngineRunning);
+}
+
+TEST_F(PanelDictationTest, EndsWhenAnotherTabIsShownAndKeepsTheWords)
+{
+    openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
+    dictate(0);
+    understand("one");
+    store().selectTab(store().tabs().get()[1].id);
+    settle();
+    EXPECT_FALSE(speech.isEngineRunning);
+    EXPECT_EQ(store().tabs().get()[0].blocks[0].text, "a one");
+    EXPECT_EQ(store().tabs().get()[1].blocks[0].text, "b");
+}
+
+TEST_F(PanelDictationTest, EndsWhenThePanelIsHidden)
+{
+    openView(Texts { "a" });
+    dictate(0);
+    view->hide();
+    EXPECT_FALSE(speech.isEngineRunning);
+    EXPECT_FALSE(speech.tap);
+}
+
+TEST_F(PanelDictationTest, DoesNotBeginInAHiddenPanel)
+{
+    openView(Texts { "a" });
+    press(card(0), "Dictate");
+    view->hide();
+    speech.answer(0);
+    settle();
+    settle();
+    EXPECT_FALSE(speech.isEngineRunning);
+}
+
+TEST_F(PanelDictationTest, LeavesNoMicrophoneOpenWhenTheProgramEnds)
+{
+    openView(Texts { "a" });
+    dictate(0);
+    view.reset();
+    EXPECT_EQ(speech.recognitions[0]->cancellations, 1);
+}
+
+TEST_F(PanelDictationTest, KeepsTheCardThatIsScrolledOutOfSight)
+{
+    openView(numberedTexts(60));
+    dictate(0);
+    auto *const dictated = &card(0);
+    view->setFocus();
+    const auto id = blocks()[0].id;
+    Input::wheel(*view, -200);
+    settle();
+    understand("one");
+    EXPECT_EQ(dictated->blockID(), id);
+    EXPECT_EQ(dictated->findChild<NodeEditor *>()->toPlainText().toStdString(), "text 0 one");
+}
+
+TEST_F(PanelDictationTest, TellsWhyThereIsNone)
+{
+    openView(Texts { "a" });
+    EXPECT_FALSE(messageLine().isVisible());
+    speech.startsEngine = false;
+    dictate(0);
+    settle();
+    EXPECT_TRUE(messageLine().isVisible());
+    EXPECT_EQ(Input::spokenName(messageLine()), "The microphone could not be started.");
+    EXPECT_EQ(Input::role(messageLine()), QAccessible::AlertMessage);
+    const auto *const button = Input::button(*view, "New Node");
+    EXPECT_LE(messageLine().geometry().bottom(), button->geometry().top());
+
+    speech.startsEngine = true;
+    dictate(0);
+    settle();
+    EXPECT_FALSE(messageLine().isVisible());
+    EXPECT_TRUE(Input::button(card(0), "Stop"));
+}
+
+} // namespace
