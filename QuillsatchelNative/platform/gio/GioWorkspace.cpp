@@ -1,0 +1,64 @@
+#include "platform/gio/GioWorkspace.h"
+
+#include "platform/gio/ApplicationIcon.h"
+#include "platform/gio/DesktopEntry.h"
+#include "platform/gio/InstalledApplications.h"
+#include "platform/gio/Launch.h"
+#include "support/WebAddress.h"
+
+#include <QIcon>
+
+#include <utility>
+
+GioWorkspace::GioWorkspace()
+{
+    // Those that wait for an answer must not keep others from being started.
+    constexpr int MostAtOnce = 8;
+    m_threads.setMaxThreadCount(MostAtOnce);
+    m_threads.setExpiryTimeout(0);
+    // Where no desktop environment says which theme it is, what applications count on.
+    if (QIcon::fallbackThemeName().isEmpty())
+        QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+}
+
+GioWorkspace::~GioWorkspace()
+{
+    constexpr int LongEnoughToBeSent = 1000; // milliseconds
+    m_threads.waitForDone(LongEnoughToBeSent);
+    m_stop.request_stop();
+}
+
+void GioWorkspace::open(const WebAddress &address)
+{
+    m_threads.start([text = address.absoluteString(), scheme = std::string(address.scheme()),
+                     stop = m_stop.get_token()] { Launch::address(text, scheme, stop); });
+}
+
+void GioWorkspace::openApplication(const std::string &path)
+{
+    m_threads.start([path, stop = m_stop.get_token()] { Launch::application(path, stop); });
+}
+
+std::optional<ApplicationNames> GioWorkspace::applicationNames(const std::string &path)
+{
+    const auto entry = DesktopEntry::open(path);
+    return entry ? std::optional(entry->names()) : std::nullopt;
+}
+
+QImage GioWorkspace::applicationIcon(const std::string &path, double size, double scale)
+{
+    const auto entry = DesktopEntry::open(path);
+    return ApplicationIcon::picture(entry ? entry->icon() : std::string(), size, scale);
+}
+
+void GioWorkspace::listApplications(std::function<void(const std::vector<Application> &)> receive)
+{
+    m_threads.start([this, receive = std::move(receive)] {
+        auto applications =
+            InstalledApplications::list(InstalledApplications::folders(), m_stop.get_token());
+        const auto handOver = [receive, applications = std::move(applications)] {
+            receive(applications);
+        };
+        QMetaObject::invokeMethod(&m_mainThread, handOver, Qt::QueuedConnection);
+    });
+}

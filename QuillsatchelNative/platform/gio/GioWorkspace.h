@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <stop_token>
+
+/// The desktop through GIO. What may have to wait, for a disk or for another program, is done on
+/// threads of its own, which are there only while something is done.
+class GioWorkspace final : public Workspace
+{
+public:
+    GioWorkspace();
+
+    GioWorkspace(const GioWorkspace &) = delete;
+    GioWorkspace &operator=(const GioWorkspace &) = delete;
+
+    /// What was opened is still started; applications that are being listed are not received.
+    ~GioWorkspace() override;
+
+    void open(const WebAddress &address) override;
+    void openApplication(const std::string &path) override;
+    std::optional<ApplicationNames> applicationNames(const std::string &path) override;
+    QImage applicationIcon(const std::string &path, double size, double scale) override;
+    void listApplications(std::function<void(const std::vector<Application> &)> receive) override;
+
+private:
+    std::stop_source m_stop;
+    QObject m_mainThread; // where the threads' messages arrive, which go when this does
+    QThreadPool m_threads;
+};
