@@ -1,0 +1,66 @@
+#include "views/ApplicationFileDialog.h"
+
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPalette>
+#include <QStandardPaths>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr QSize Size(620, 420);
+
+QString startingFolder()
+{
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
+    return QFileInfo(own).isDir() ? own : QDir::homePath();
+}
+
+/// The program's own views shine through to what they lie on; lists and fields of Qt's need a
+/// ground.
+QPalette opaque(QPalette palette)
+{
+    const QColor ground = Painting::qColor(SatchelTheme::raised);
+    palette.setColor(QPalette::Base, ground.darker(150));
+    palette.setColor(QPalette::AlternateBase, ground.darker(130));
+    return palette;
+}
+
+bool isEntry(const QFileInfo &file)
+{
+    return file.isFile() && file.suffix() == u"desktop"_s;
+}
+
+} // namespace
+
+ApplicationFileDialog::ApplicationFileDialog(const QString &title, const QString &prompt,
+                                             QWidget *parent)
+    : QFileDialog(parent, title, startingFolder())
+{
+    // The desktop's own would not be dark, nor sure to be there. Links stay links: what they lead
+    // to is replaced when the application is updated.
+    setOptions(DontUseNativeDialog | DontResolveSymlinks | ReadOnly);
+    setFileMode(ExistingFile);
+    setViewMode(List);
+    setNameFilter(tr("Applications (*.desktop)"));
+    setLabelText(Accept, prompt);
+    setPalette(opaque(palette()));
+    resize(Size);
+}
+
+// Qt's own would take any file whose name is typed, and hold up the program to say that one is
+// missing.
+void ApplicationFileDialog::accept()
+{
+    const QFileInfo chosen(selectedFiles().value(0));
+    if (chosen.isDir() || isEntry(chosen))
+        QFileDialog::accept();
+    else
+        QApplication::beep();
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QFileDialog>
+
+/// Lets the user choose a desktop entry anywhere on disk. `fileSelected` has its path.
+class ApplicationFileDialog final : public QFileDialog
+{
+    Q_OBJECT
+
+public:
+    /// `prompt` is the title of the confirming button.
+    ApplicationFileDialog(const QString &title, const QString &prompt, QWidget *parent);
+
+protected:
+    void accept() override;
+};

@@ -1,0 +1,125 @@
+#include "views/ApplicationList.h"
+
+#include "views/OverlayScrollBar.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QAccessible>
+#include <QPainter>
+
+namespace
+{
+
+constexpr int Radius = 8;
+constexpr int Padding = 4;
+constexpr int BarInset = 2;
+
+} // namespace
+
+ApplicationList::ApplicationList(QWidget *parent)
+    : QListView(parent)
+{
+    setFrameShape(Box); // which is not drawn, but keeps the scroll bar off the well's edge
+    setLineWidth(BarInset);
+    setVerticalScrollBar(new OverlayScrollBar(Qt::Vertical, this));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(ScrollPerPixel);
+    setUniformItemSizes(true);
+    setEditTriggers(NoEditTriggers);
+    setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where letters are typed
+    viewport()->setAttribute(Qt::WA_Hover);
+}
+
+void ApplicationList::updateGeometries()
+{
+    QListView::updateGeometries();
+    const int around = Padding - BarInset;
+    const bool isScrollable = verticalScrollBar()->maximum() > 0;
+    const QMargins margins(around, around,
+                           around + (isScrollable ? verticalScrollBar()->width() : 0), around);
+    if (viewportMargins() != margins)
+        setViewportMargins(margins);
+}
+
+std::optional<ApplicationList::CursorAction> ApplicationList::actionOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Up:
+        return MoveUp;
+    case Qt::Key_Down:
+        return MoveDown;
+    case Qt::Key_PageUp:
+        return MovePageUp;
+    case Qt::Key_PageDown:
+        return MovePageDown;
+    default:
+        return std::nullopt;
+    }
+}
+
+bool ApplicationList::moveSelection(int key)
+{
+    const auto action = actionOf(key);
+    if (action)
+        move(*action);
+    return action.has_value();
+}
+
+void ApplicationList::selectFirst()
+{
+    move(MoveHome);
+}
+
+void ApplicationList::move(CursorAction action)
+{
+    const QModelIndex next = moveCursor(action, {});
+    if (next.isValid())
+        setCurrentIndex(next);
+}
+
+void ApplicationList::setNote(const QString &note)
+{
+    if (m_note == note)
+        return;
+    m_note = note;
+    setAccessibleDescription(note);
+    viewport()->update();
+}
+
+bool ApplicationList::event(QEvent *event)
+{
+    if (event->type() != QEvent::Paint)
+        return QListView::event(event);
+    paintWell();
+    return true;
+}
+
+void ApplicationList::paintWell()
+{
+    QPainter painter(this);
+    Painting::fillRoundedRect(painter, rect(), Radius, SrgbColor::black(0.3));
+    if (hasFocus() && !currentIndex().isValid())
+        Painting::focusRing(painter, rect(), Radius);
+    else
+        Painting::strokeRoundedRect(painter, rect(), Radius, SatchelTheme::border);
+}
+
+void ApplicationList::paintEvent(QPaintEvent *event)
+{
+    QListView::paintEvent(event);
+    QPainter painter(viewport());
+    painter.setFont(Painting::systemFont(12));
+    painter.setPen(Painting::qColor(SatchelTheme::secondary));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_note);
+}
+
+void ApplicationList::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QListView::currentChanged(current, previous);
+    if (hasFocus() || !current.isValid())
+        return;
+    // With the focus Qt says it; without, the row moved to would not be heard.
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(current.row());
+    QAccessible::updateAccessibility(&event);
+}

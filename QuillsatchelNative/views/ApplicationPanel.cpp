@@ -1,0 +1,239 @@
+#include "views/ApplicationPanel.h"
+
+#include "platform/Workspace.h"
+#include "views/ApplicationFileDialog.h"
+#include "views/ApplicationIcons.h"
+#include "views/ApplicationList.h"
+#include "views/ApplicationListModel.h"
+#include "views/ApplicationRowDelegate.h"
+#include "views/Painting.h"
+#include "views/PushButton.h"
+#include "views/SatchelTheme.h"
+#include "views/Symbol.h"
+#include "views/TextField.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <chrono>
+#include <utility>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+constexpr QSize Size(420, 480);
+constexpr QSize SmallestSize(320, 300);
+constexpr int Padding = 12;
+constexpr int Spacing = 10;
+constexpr int ButtonSpacing = 8;
+constexpr int FieldHeight = 28;
+constexpr int FieldPadding = 8;
+constexpr int SymbolSize = 13;
+constexpr auto Patience = 500ms;
+
+/// The magnifying glass in the search field.
+class Glass final : public QWidget
+{
+public:
+    explicit Glass(QWidget *parent)
+        : QWidget(parent)
+    {
+        setFixedSize(FieldPadding + SymbolSize, FieldHeight);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override
+    {
+        QPainter painter(this);
+        Symbol::paint(painter, u"magnifyingglass"_s, { FieldPadding, 0, SymbolSize, FieldHeight },
+                      SatchelTheme::secondary);
+    }
+};
+
+bool isReturn(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
+                                   Workspace &workspace, QWidget *parent)
+    : QDialog(parent)
+    , m_model(new ApplicationListModel(this))
+{
+    setWindowTitle(title);
+    setMinimumSize(SmallestSize);
+    resize(Size);
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Padding, Padding, Padding, Padding);
+    layout->setSpacing(Spacing);
+    addField(*layout);
+    addList(*layout, workspace);
+    addButtons(*layout, prompt);
+    m_field->setFocus();
+    renderSelection();
+    listApplications(workspace);
+}
+
+ApplicationPanel::~ApplicationPanel()
+{
+    tell();
+}
+
+void ApplicationPanel::addField(QBoxLayout &layout)
+{
+    m_field = new TextField(this);
+    m_field->setFont(Painting::systemFont(13));
+    m_field->setFixedHeight(FieldHeight);
+    m_field->setTextMargins(2 * FieldPadding + SymbolSize - 3, 0, FieldPadding, 0);
+    m_field->setPlaceholderText(tr("Search"));
+    m_field->setAccessibleName(tr("Search applications"));
+    connect(m_field, &QLineEdit::textChanged, this, [this] { search(); });
+
+    auto *const row = new QGridLayout;
+    row->addWidget(m_field, 0, 0);
+    row->addWidget(new Glass(this), 0, 0, Qt::AlignLeft);
+    layout.addLayout(row);
+}
+
+void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace)
+{
+    auto *const icons = new ApplicationIcons(ApplicationRowDelegate::IconSize, workspace, this);
+    icons->onMore = [this] { m_list->viewport()->update(); };
+    m_list = new ApplicationList(this);
+    m_list->setModel(m_model);
+    m_list->setItemDelegate(new ApplicationRowDelegate(*icons, this));
+    m_list->setAccessibleName(tr("Applications"));
+    m_list->onType = [this](const QString &letters) { typeIntoField(letters); };
+    connect(m_list, &QAbstractItemView::doubleClicked, this, [this] { choose(); });
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { renderSelection(); });
+    layout.addWidget(m_list);
+}
+
+void ApplicationPanel::addButtons(QBoxLayout &layout, const QString &prompt)
+{
+    auto *const row = new QHBoxLayout;
+    row->setSpacing(ButtonSpacing);
+    auto *const other = new PushButton(tr("Other\u2026"), this);
+    connect(other, &QAbstractButton::clicked, this, [this] { openFileDialog(); });
+    row->addWidget(other);
+    row->addStretch();
+    auto *const cancel = new PushButton(tr("Cancel"), this);
+    connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
+    row->addWidget(cancel);
+    m_chooseButton = new PushButton(prompt, this);
+    m_chooseButton->setDefault(true);
+    connect(m_chooseButton, &QAbstractButton::clicked, this, [this] { choose(); });
+    row->addWidget(m_chooseButton);
+    layout.addLayout(row);
+}
+
+void ApplicationPanel::listApplications(Workspace &workspace)
+{
+    workspace.listApplications(
+        [panel = QPointer(this)](const std::vector<Application> &applications) {
+            if (panel)
+                panel->showApplications(applications);
+        });
+    // Sooner, the word would only flicker.
+    QTimer::singleShot(Patience, this, [this] {
+        m_isLate = true;
+        renderNote();
+    });
+}
+
+void ApplicationPanel::showApplications(const std::vector<Application> &applications)
+{
+    m_isListed = true;
+    m_model->setApplications(applications);
+    search();
+}
+
+void ApplicationPanel::search()
+{
+    const QString typed = m_field->text();
+    m_model->search(typed);
+    if (!typed.trimmed().isEmpty())
+        m_list->selectFirst();
+    renderSelection();
+    renderNote();
+}
+
+void ApplicationPanel::renderSelection()
+{
+    m_chooseButton->setEnabled(m_list->selectionModel()->hasSelection());
+}
+
+void ApplicationPanel::renderNote()
+{
+    if (m_model->rowCount() > 0)
+        m_list->setNote({});
+    else if (m_isListed)
+        m_list->setNote(tr("No applications found"));
+    else if (m_isLate)
+        m_list->setNote(tr("Loading\u2026"));
+}
+
+void ApplicationPanel::typeIntoField(const QString &letters)
+{
+    m_field->setFocus();
+    m_field->end(false);
+    m_field->insert(letters);
+}
+
+void ApplicationPanel::keyPressEvent(QKeyEvent *event)
+{
+    if (isReturn(event->key()))
+        choose();
+    else if (!m_list->moveSelection(event->key()))
+        QDialog::keyPressEvent(event);
+}
+
+void ApplicationPanel::choose()
+{
+    const auto selected = m_list->selectionModel()->selectedIndexes();
+    if (!selected.isEmpty())
+        finish(selected.front().data(ApplicationListModel::PathRole).value<std::string>());
+}
+
+void ApplicationPanel::finish(const std::string &path)
+{
+    m_chosen = path;
+    accept();
+}
+
+void ApplicationPanel::openFileDialog()
+{
+    if (!m_fileDialog) {
+        m_fileDialog = new ApplicationFileDialog(windowTitle(), m_chooseButton->text(), this);
+        connect(m_fileDialog, &QFileDialog::fileSelected, this,
+                [this](const QString &path) { finish(path.toStdString()); });
+    }
+    m_fileDialog->show();
+    m_fileDialog->raise();
+    m_fileDialog->activateWindow();
+}
+
+void ApplicationPanel::done(int result)
+{
+    QDialog::done(result);
+    deleteLater();
+    tell();
+}
+
+void ApplicationPanel::tell()
+{
+    if (const auto receive = std::exchange(onFinish, {}))
+        receive(m_chosen);
+}
