@@ -1,46 +1,25 @@
-#include "platform/network/QtHttpClient.h"
+#include "platform/network/CurlHttpClient.h"
 
-#include "platform/network/NetworkThread.h"
 #include "support/WebAddress.h"
 
 #include <QUrl>
 
 #include <utility>
 
-namespace
-{
-
-bool isHttp(const QUrl &url)
-{
-    return url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
-}
-
-} // namespace
-
-QtHttpClient::QtHttpClient(std::chrono::milliseconds silence)
-    : m_silence(silence)
+CurlHttpClient::CurlHttpClient(Transfer::Options options)
+    : m_options(std::move(options))
 {
 }
 
-QtHttpClient::~QtHttpClient() = default;
+CurlHttpClient::~CurlHttpClient() = default;
 
-void QtHttpClient::get(const WebAddress &address,
-                       std::function<void(const QByteArray &body)> receive)
+void CurlHttpClient::get(const WebAddress &address,
+                         std::function<void(const QByteArray &body)> receive)
 {
-    const QUrl url = QUrl::fromEncoded(QByteArray::fromStdString(address.absoluteString()));
-    if (!url.isValid() || !isHttp(url))
-        return;
-    if (!m_thread)
-        m_thread = std::make_unique<NetworkThread>(m_silence);
-    ++m_requestsUnderWay;
-    m_thread->get(url, std::move(receive), [this] {
+    const auto url = QUrl::fromEncoded(QByteArray::fromStdString(address.absoluteString()));
+    const auto place = m_downloads.emplace(m_downloads.end());
+    place->start(url, m_options, std::move(receive), [this, place] {
         QMetaObject::invokeMethod(
-            &m_mainThread, [this] { requestEnded(); }, Qt::QueuedConnection);
+            &m_mainThread, [this, place] { m_downloads.erase(place); }, Qt::QueuedConnection);
     });
-}
-
-void QtHttpClient::requestEnded()
-{
-    if (--m_requestsUnderWay == 0)
-        m_thread.reset();
 }

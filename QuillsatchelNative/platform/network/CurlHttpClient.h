@@ -1,40 +1,35 @@
 #pragma once
 
 #include "platform/HttpClient.h"
+#include "platform/network/Download.h"
+#include "platform/network/Transfer.h"
 
 #include <QObject>
 
-#include <chrono>
-#include <memory>
+#include <list>
 
-class NetworkThread;
-
-/// The web through Qt's network classes, on a thread of its own that is there only while requests
-/// are under way. Http and https only, through the proxies that the system is set to; no cookies,
-/// no stored passwords, no cache.
+/// The web through libcurl, http and https only, by way of the proxies that the system is set to.
+/// No cookies, no stored passwords, no cache. A request has a thread of its own while it is under
+/// way; at rest there is none.
 ///
-/// A whole body is one after which nothing was wrong but the status: of a connection that broke,
-/// that cannot be trusted, or was redirected to where it may not go, nothing is received.
-class QtHttpClient final : public HttpClient
+/// Only a body that arrived as announced is a whole one: nothing is received over a connection
+/// that broke or cannot be trusted, nor after a redirect to where it must not go.
+class CurlHttpClient final : public HttpClient
 {
 public:
-    /// Ends a request after `silence`, in which nothing of its body arrived.
-    explicit QtHttpClient(std::chrono::milliseconds silence = std::chrono::seconds(60));
+    explicit CurlHttpClient(Transfer::Options options = {});
 
-    QtHttpClient(const QtHttpClient &) = delete;
-    QtHttpClient &operator=(const QtHttpClient &) = delete;
+    CurlHttpClient(const CurlHttpClient &) = delete;
+    CurlHttpClient &operator=(const CurlHttpClient &) = delete;
 
-    /// Ends what is under way; once it returns, nothing is received any more.
-    ~QtHttpClient() override;
+    /// Ends what is under way. A `receive` that runs already is waited for; none is called later.
+    ~CurlHttpClient() override;
 
     void get(const WebAddress &address,
              std::function<void(const QByteArray &body)> receive) override;
 
 private:
-    void requestEnded();
-
-    std::chrono::milliseconds m_silence;
-    int m_requestsUnderWay = 0;
-    QObject m_mainThread; // where the thread's messages arrive, which go when this does
-    std::unique_ptr<NetworkThread> m_thread; // null while no request is under way
+    Transfer::Options m_options;
+    QObject m_mainThread;            // takes with it what the downloads still have to say here
+    std::list<Download> m_downloads; // those that run, and those that said so when they ended
 };

@@ -1,61 +1,50 @@
 #include "platform/network/Download.h"
 
-#include <QNetworkReply>
+#include "platform/network/SystemProxy.h"
 
+#include <optional>
+#include <pthread.h>
+#include <stop_token>
+#include <string>
 #include <utility>
 
 namespace
 {
 
-constexpr qint64 LargestBody = qint64(8) * 1024 * 1024;
-constexpr qint64 ReadBuffer = qint64(64) * 1024;
+/// None if it could not be had.
+std::optional<QByteArray> fetch(QUrl url, const Transfer::Options &options,
+                                const std::stop_token &stop)
+{
+    constexpr int MostRedirects = 20;
+    Transfer transfer(options, stop);
+    const char *protocols = "http,https";
+    for (int redirects = 0; redirects <= MostRedirects; ++redirects) {
+        const std::string address = url.toEncoded().toStdString(); // the host as DNS has it
+        auto response = transfer.get(address, protocols, SystemProxy::of(address, stop));
+        if (!response)
+            return std::nullopt;
+        if (response->redirect.empty())
+            return std::move(response->body);
+        if (url.scheme() == QLatin1String("https"))
+            protocols = "https"; // no way back to what others can read
+        url = QUrl::fromEncoded(QByteArray::fromStdString(response->redirect));
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
-Download::Download(QNetworkReply &reply, std::function<void(const QByteArray &body)> receive,
-                   std::function<void()> onEnd)
-    : QObject(&reply)
-    , m_reply(reply)
-    , m_receive(std::move(receive))
-    , m_onEnd(std::move(onEnd))
+void Download::start(const QUrl &url, const Transfer::Options &options,
+                     std::function<void(const QByteArray &body)> receive,
+                     std::function<void()> onEnd)
 {
-    // Qt reads ahead on another thread, faster than we take it, unless it is held back.
-    reply.setReadBufferSize(ReadBuffer);
-    connect(&reply, &QNetworkReply::metaDataChanged, this, &Download::refuseWhatIsTooLong);
-    connect(&reply, &QNetworkReply::readyRead, this, &Download::readOn);
-    connect(&reply, &QNetworkReply::finished, this, &Download::finish);
-}
-
-void Download::refuseWhatIsTooLong()
-{
-    if (m_reply.header(QNetworkRequest::ContentLengthHeader).toLongLong() > LargestBody)
-        m_reply.abort();
-}
-
-void Download::readOn()
-{
-    m_body += m_reply.readAll();
-    if (m_body.size() > LargestBody)
-        m_reply.abort();
-}
-
-void Download::finish()
-{
-    m_body += m_reply.readAll();
-    if (isWhole() && !m_body.isEmpty() && m_body.size() <= LargestBody)
-        m_receive(m_body);
-    m_reply.deleteLater();
-    m_onEnd();
-}
-
-// Errors below 100 are the transport's. The others are other names of the status, where that is an
-// error, but for a few which come without one.
-bool Download::isWhole() const
-{
-    constexpr int FirstErrorPastTransport = 100;
-    constexpr int FirstErrorStatus = 400;
-    const auto error = m_reply.error();
-    const int status = m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    return error == QNetworkReply::NoError ||
-           (error > FirstErrorPastTransport && status >= FirstErrorStatus);
+    const auto run = [url, options, receive = std::move(receive),
+                      onEnd = std::move(onEnd)](const std::stop_token &stop) {
+        pthread_setname_np(pthread_self(), "network");
+        const auto body = fetch(url, options, stop);
+        if (body && !body->isEmpty() && !stop.stop_requested())
+            receive(*body);
+        onEnd();
+    };
+    m_thread = std::jthread(run);
 }

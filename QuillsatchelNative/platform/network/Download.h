@@ -1,29 +1,23 @@
 #pragma once
 
+#include "platform/network/Transfer.h"
+
 #include <QByteArray>
-#include <QObject>
+#include <QUrl>
 
 #include <functional>
+#include <thread>
 
-class QNetworkReply;
-
-/// What has arrived of one reply. Belongs to the reply, and has it deleted when it is finished.
-class Download final : public QObject
+/// One GET with the redirects it meets, on a thread of its own. Used and destroyed by the thread
+/// that made it; destroying it ends it at once, but for a `receive` that runs already.
+class Download
 {
 public:
-    /// `receive` gets the body of a reply that arrived whole, has one, and has not more than 8 MiB.
-    /// After that, or where there is none to receive, `onEnd` is called.
-    Download(QNetworkReply &reply, std::function<void(const QByteArray &body)> receive,
-             std::function<void()> onEnd);
+    /// Call it once. On the download's thread, `receive` gets the body if it arrives whole, is not
+    /// empty and not too long; `onEnd` is called in any case, last of all.
+    void start(const QUrl &url, const Transfer::Options &options,
+               std::function<void(const QByteArray &body)> receive, std::function<void()> onEnd);
 
 private:
-    void refuseWhatIsTooLong();
-    void readOn();
-    void finish();
-    bool isWhole() const;
-
-    QNetworkReply &m_reply;
-    QByteArray m_body;
-    std::function<void(const QByteArray &body)> m_receive;
-    std::function<void()> m_onEnd;
+    std::jthread m_thread;
 };

@@ -1,8 +1,8 @@
-#include "platform/network/QtHttpClient.h"
+#include "platform/network/CurlHttpClient.h"
 
 extern "C" Q_DECL_EXPORT HttpClient *make();
 
 HttpClient *make()
 {
-    return std::make_unique<QtHttpClient>().release();
+    return std::make_unique<CurlHttpClient>().release();
 }

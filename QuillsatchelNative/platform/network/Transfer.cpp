@@ -1,68 +1,99 @@
-#include "platform/network/NetworkThread.h"
+#include "platform/network/Transfer.h"
 
-#include "platform/network/Download.h"
-
-#include <QNetworkAccessManager>
-#include <QNetworkProxyFactory>
-#include <QNetworkReply>
-#include <QNetworkRequest>
-
-#include <memory>
 #include <utility>
 
 namespace
 {
 
-class SystemProxies final : public QNetworkProxyFactory
-{
-public:
-    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
-    {
-        return systemProxyForQuery(query);
-    }
-};
-
-QNetworkRequest plainRequest(const QUrl &url, int silence)
-{
-    QNetworkRequest request(url);
-    request.setTransferTimeout(silence);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    return request;
-}
+constexpr std::size_t LongestHead = std::size_t(256) * 1024;
+constexpr curl_off_t LongestBody = curl_off_t(8) * 1024 * 1024;
 
 } // namespace
 
-NetworkThread::NetworkThread(std::chrono::milliseconds silence)
-    : m_silence(static_cast<int>(silence.count()))
+Transfer::Transfer(const Options &options, std::stop_token stop)
+    : m_silence(options.silence)
+    , m_stop(std::move(stop))
+    , m_multi(curl_multi_init())
+    , m_easy(curl_easy_init())
 {
-    setObjectName(QStringLiteral("network"));
-    m_here.moveToThread(this);
-    start();
+    if (m_easy)
+        setUp(options.authorities);
 }
 
-NetworkThread::~NetworkThread()
+void Transfer::setUp(const std::string &authorities)
 {
-    quit();
-    wait();
+    CURL *const easy = m_easy.get();
+    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // do not wait for a name server
+    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, "Quillsatchel");
+    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, ""); // whatever it can decode
+    if (!authorities.empty())
+        curl_easy_setopt(easy, CURLOPT_CAINFO, authorities.c_str());
+    curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, LongestBody);
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &Transfer::takeHead);
+    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &Transfer::takeBody);
+    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
 }
 
-void NetworkThread::get(const QUrl &url, std::function<void(const QByteArray &body)> receive,
-                        std::function<void()> onEnd)
+std::optional<Transfer::Response>
+Transfer::get(const std::string &address, const std::string &protocols, const std::string &proxy)
 {
-    const auto start = [this, url, receive = std::move(receive), onEnd = std::move(onEnd)] {
-        auto *const reply = m_manager->get(plainRequest(url, m_silence));
-        new Download(*reply, receive, onEnd);
-    };
-    QMetaObject::invokeMethod(&m_here, start, Qt::QueuedConnection);
+    if (!m_easy || !m_multi)
+        return std::nullopt;
+    curl_easy_setopt(m_easy.get(), CURLOPT_URL, address.c_str());
+    curl_easy_setopt(m_easy.get(), CURLOPT_PROTOCOLS_STR, protocols.c_str());
+    curl_easy_setopt(m_easy.get(), CURLOPT_PROXY, proxy.empty() ? nullptr : proxy.c_str());
+    if (!perform())
+        return std::nullopt;
+    const char *redirect = nullptr;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_REDIRECT_URL, &redirect);
+    return Response { std::exchange(m_body, {}), redirect ? redirect : "" };
 }
 
-void NetworkThread::run()
+bool Transfer::perform()
 {
-    QNetworkAccessManager manager;
-    manager.setProxyFactory(std::make_unique<SystemProxies>().release());
-    m_manager = &manager;
-    exec();
+    m_body.clear();
+    m_headSize = 0;
+    m_lastSign = Clock::now();
+    const std::stop_callback wakeUp(m_stop, [this] { curl_multi_wakeup(m_multi.get()); });
+    curl_multi_add_handle(m_multi.get(), m_easy.get());
+    int running = 1;
+    while (curl_multi_perform(m_multi.get(), &running) == CURLM_OK && running > 0 && waitForMore())
+        ;
+    int left = 0;
+    const CURLMsg *const message = curl_multi_info_read(m_multi.get(), &left);
+    const bool isComplete = message && message->data.result == CURLE_OK;
+    curl_multi_remove_handle(m_multi.get(), m_easy.get());
+    return isComplete;
+}
+
+// False where the exchange has to end.
+bool Transfer::waitForMore()
+{
+    const auto silence =
+        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_lastSign);
+    if (m_stop.stop_requested() || silence >= m_silence)
+        return false;
+    const auto left = static_cast<int>((m_silence - silence).count());
+    return curl_multi_poll(m_multi.get(), nullptr, 0, left, nullptr) == CURLM_OK;
+}
+
+// A number other than `size` ends the exchange, here and below.
+std::size_t Transfer::takeHead(const char * /*line*/, std::size_t /*one*/, std::size_t size,
+                               void *self)
+{
+    auto &transfer = *static_cast<Transfer *>(self);
+    transfer.m_lastSign = Clock::now();
+    transfer.m_headSize += size;
+    return transfer.m_headSize <= LongestHead ? size : 0;
+}
+
+std::size_t Transfer::takeBody(const char *bytes, std::size_t /*one*/, std::size_t size, void *self)
+{
+    auto &transfer = *static_cast<Transfer *>(self);
+    transfer.m_lastSign = Clock::now();
+    transfer.m_body.append(bytes, static_cast<qsizetype>(size));
+    return transfer.m_body.size() <= LongestBody ? size : 0;
 }

@@ -1,37 +1,61 @@
 #pragma once
 
-#include <QThread>
-#include <QUrl>
+#include "platform/gio/CPointer.h"
+
+#include <QByteArray>
 
 #include <chrono>
-#include <functional>
+#include <cstddef>
+#include <curl/curl.h>
+#include <optional>
+#include <stop_token>
+#include <string>
 
-class QNetworkAccessManager;
-
-/// The thread on which everything happens that has to do with the network, also looking for
-/// proxies and loading certificates. Used and destroyed on the thread that made it.
-class NetworkThread final : public QThread
+/// Exchanges with web servers, one after the other, each of which blocks the calling thread. What
+/// an answer can make us hold has limits: 8 MiB of body, 256 KiB of what comes before it.
+class Transfer
 {
 public:
-    /// Starts at once. A request ends after `silence`.
-    explicit NetworkThread(std::chrono::milliseconds silence);
+    struct Options {
+        /// How long nothing may come before an exchange fails.
+        std::chrono::milliseconds silence = std::chrono::seconds(60);
+        /// The file of those who are trusted to vouch for a server; empty for the system's.
+        std::string authorities {};
+    };
 
-    NetworkThread(const NetworkThread &) = delete;
-    NetworkThread &operator=(const NetworkThread &) = delete;
+    struct Response {
+        QByteArray body;
+        std::string redirect; ///< the whole address that the server points to, else empty
+    };
 
-    /// Drops the requests under way, whose functions are not called any more, and ends the thread.
-    ~NetworkThread() override;
+    /// An exchange fails at once when `stop` is requested.
+    Transfer(const Options &options, std::stop_token stop);
 
-    /// Fetches what `url` names. On this thread, `receive` gets the whole body if there is one, and
-    /// then `onEnd` is called in any case.
-    void get(const QUrl &url, std::function<void(const QByteArray &body)> receive,
-             std::function<void()> onEnd);
+    Transfer(const Transfer &) = delete;
+    Transfer &operator=(const Transfer &) = delete;
 
-protected:
-    void run() override;
+    /// A GET through `proxy`, as `SystemProxy` names it; through that of the environment variables
+    /// known to many programs (`http_proxy` and the like) if it is empty. `protocols`, separated by
+    /// commas, are those that the address may be of. None if it fails or the answer is too long; no
+    /// status is a failure.
+    std::optional<Response> get(const std::string &address, const std::string &protocols,
+                                const std::string &proxy);
 
 private:
-    int m_silence;                              // milliseconds
-    QObject m_here;                             // on this thread
-    QNetworkAccessManager *m_manager = nullptr; // lives while the thread runs
+    using Clock = std::chrono::steady_clock;
+
+    static std::size_t takeHead(const char *line, std::size_t one, std::size_t size, void *self);
+    static std::size_t takeBody(const char *bytes, std::size_t one, std::size_t size, void *self);
+
+    void setUp(const std::string &authorities);
+    bool perform();
+    bool waitForMore();
+
+    std::chrono::milliseconds m_silence;
+    std::stop_token m_stop;
+    Clock::time_point m_lastSign; // when something came
+    std::size_t m_headSize = 0;
+    QByteArray m_body;
+    CPointer<CURLM, &curl_multi_cleanup> m_multi; // unlike an easy handle it can be woken up
+    CPointer<CURL, &curl_easy_cleanup> m_easy;
 };
