@@ -1,0 +1,109 @@
+#pragma once
+
+#include "fakes/FakeApplicationChooser.h"
+#include "fakes/FakePlatform.h"
+#include "fakes/TestFiles.h"
+#include "launchers/ExampleLaunchers.h"
+#include "launchers/LauncherStore.h"
+#include "support/Cancellable.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// A machine of one's own with a file that the launchers can be started from.
+class LauncherStoreFixture : public testing::Test
+{
+protected:
+    /// Counts what the store announces and delivers for as long as it lives.
+    class Publications
+    {
+    public:
+        explicit Publications(LauncherStore &store)
+            : m_announcing(QObject::connect(&store, &ObservableObject::objectWillChange,
+                                            [this] { ++announced; }))
+            , m_receiving(store.slots().sink([this](const LauncherSlots &) { ++delivered; }))
+        {
+            delivered = 0; // the one at once
+        }
+
+        int announced = 0;
+        int delivered = 0;
+
+    private:
+        Cancellable m_announcing;
+        Cancellable m_receiving;
+    };
+
+    static constexpr std::array NoSlots { -1, 5, std::numeric_limits<int>::max(),
+                                          std::numeric_limits<int>::min() };
+
+    /// The store; started when it is first asked for.
+    LauncherStore &store()
+    {
+        if (!m_store)
+            m_store.emplace(chooser, machine.platform);
+        return *m_store;
+    }
+
+    /// Ends the store, as the end of the process does.
+    void stop() { m_store.reset(); }
+
+    LauncherStore &restart()
+    {
+        stop();
+        return store();
+    }
+
+    void writeFile(std::string_view bytes) const { TestFiles::write(file, bytes); }
+
+    std::string fileText() const { return TestFiles::read(file); }
+
+    const std::optional<LauncherItem> &item(std::size_t slot)
+    {
+        return store().slots().get().at(slot);
+    }
+
+    /// Whether the file holds the store's slots, to the byte.
+    bool isSaved() { return fileText() == ExampleLaunchers::encode(store().slots().get()); }
+
+    /// Lets the user choose what the latest chooser asks for.
+    void choose(const std::optional<std::string> &path) const
+    {
+        chooser.requests.back().receive(path);
+    }
+
+    void fillWithApplication(int slot, const std::string &path = "/apps/editor.desktop")
+    {
+        store().chooseApplication(slot);
+        choose(path);
+    }
+
+    std::filesystem::path iconFile(const QUuid &id) const
+    {
+        const auto name = id.toString(QUuid::WithoutBraces).toUpper().toStdString();
+        return favicons / (name + ".png");
+    }
+
+    /// The latest request's answer arrives, and what is to be done about it is done.
+    void answer(const QByteArray &body)
+    {
+        machine.httpClient.answer(machine.httpClient.requests.size() - 1, body);
+        machine.mainQueue.runPending();
+    }
+
+    FakePlatform machine;
+    FakeApplicationChooser chooser;
+    std::filesystem::path folder =
+        std::filesystem::path(machine.directory.path().toStdString()) / "Quillsatchel";
+    std::filesystem::path file = folder / "launchers.json";
+    std::filesystem::path favicons = folder / "Favicons";
+
+private:
+    std::optional<LauncherStore> m_store;
+};
