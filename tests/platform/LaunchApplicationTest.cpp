@@ -1,0 +1,197 @@
+#include "fakes/TestFiles.h"
+#include "platform/TestDesktop.h"
+#include "platform/gio/GioWorkspace.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+
+using namespace std::string_literals;
+using TestDesktop::addEntry;
+using TestDesktop::entryText;
+using Texts = std::vector<std::string>;
+
+class LaunchApplicationTest : public testing::Test
+{
+protected:
+    LaunchApplicationTest() { TestDesktop::addProgram("program"); }
+
+    std::optional<TestDesktop::Start> open(const std::string &command, const std::string &more = {})
+    {
+        workspace.openApplication(addEntry("a.desktop", entryText(command, more)));
+        return TestDesktop::waitForStart("program");
+    }
+
+    /// The programs that are started by what was opened before, when all of that is over.
+    Texts startedPrograms()
+    {
+        TestDesktop::addProgram("last");
+        workspace.openApplication(addEntry("last.desktop", entryText("last")));
+        TestDesktop::waitUntil([] { return has(TestDesktop::startedPrograms(), "last"); });
+        const auto programs = TestDesktop::startedPrograms();
+        for (const auto &program : programs)
+            TestDesktop::waitForStart(program);
+        return programs;
+    }
+
+    static bool has(const Texts &texts, const std::string &text)
+    {
+        return std::find(texts.begin(), texts.end(), text) != texts.end();
+    }
+
+    GioWorkspace workspace;
+};
+
+TEST_F(LaunchApplicationTest, StartsTheProgramWithItsArguments)
+{
+    const auto start = open(R"(program one "two words" "a\\$b\\`c\\"d" --x=%%)");
+    ASSERT_TRUE(start);
+    EXPECT_EQ(start->arguments, (Texts { "one", "two words", "a$b`c\"d", "--x=%" }));
+}
+
+TEST_F(LaunchApplicationTest, FillsInWhatTheEntryAsksFor)
+{
+    const auto entry = TestDesktop::path("data/applications/a.desktop").string();
+    EXPECT_EQ(open("program %f %F %u %U")->arguments, Texts());
+    EXPECT_EQ(open("program %c", "Name[de]=Mein Name\n")->arguments, Texts { "Mein Name" });
+    EXPECT_EQ(open("program %k")->arguments, Texts { entry });
+    EXPECT_EQ(open("program %i", "Icon=my icon\n")->arguments, (Texts { "--icon", "my icon" }));
+    EXPECT_EQ(open("program %i -x")->arguments, Texts { "-x" });
+}
+
+TEST_F(LaunchApplicationTest, StartsProgramsByTheirPaths)
+{
+    EXPECT_TRUE(open(TestDesktop::path("bin/program").string()));
+}
+
+TEST_F(LaunchApplicationTest, StartsTheProgramInItsFolder)
+{
+    EXPECT_EQ(open("program")->folder, std::filesystem::current_path());
+    const auto folder = std::filesystem::canonical(TestDesktop::path("home"));
+    EXPECT_EQ(open("program", "Path=" + folder.string() + "\n")->folder, folder);
+}
+
+TEST_F(LaunchApplicationTest, StartsInATerminalWhatNeedsOne)
+{
+    // The first that is looked for, and what it hands on.
+    for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
+        TestDesktop::addProgram(terminal);
+    workspace.openApplication(addEntry("a.desktop", entryText("program one", "Terminal=true\n")));
+    TestDesktop::waitUntil([] { return !TestDesktop::startedPrograms().empty(); });
+    const auto programs = startedPrograms();
+    EXPECT_EQ(programs.size(), 2U) << "a terminal, and the last";
+    EXPECT_FALSE(has(programs, "program"));
+    for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
+        std::filesystem::remove(TestDesktop::path("bin") / terminal);
+}
+
+TEST_F(LaunchApplicationTest, HandsOnTheUsersEnvironmentAndNothingOfOurs)
+{
+    qputenv("USERS_OWN", "kept");
+    qputenv("DESKTOP_STARTUP_ID", "ours");
+    qputenv("XDG_ACTIVATION_TOKEN", "ours");
+    const auto start = open("program", "StartupNotify=true\n");
+    ASSERT_TRUE(start);
+    EXPECT_EQ(start->environment.at("USERS_OWN"), "kept");
+    EXPECT_EQ(start->environment.count("DESKTOP_STARTUP_ID"), 0U);
+    EXPECT_EQ(start->environment.count("XDG_ACTIVATION_TOKEN"), 0U);
+    EXPECT_EQ(start->environment.count("QT_QPA_PLATFORM"), 1U) << "which the test itself has set";
+    qunsetenv("USERS_OWN");
+    qunsetenv("DESKTOP_STARTUP_ID");
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
+TEST_F(LaunchApplicationTest, HandsOnNoOpenFile)
+{
+    const auto ours = TestDesktop::path("ours").string();
+    TestFiles::write(ours, "");
+    const int file = ::open(ours.c_str(), O_RDONLY); // without O_CLOEXEC
+    const auto start = open("program");
+    ::close(file);
+    ASSERT_TRUE(start);
+    ASSERT_FALSE(start->files.empty());
+    EXPECT_EQ(start->files.front(), "/dev/null");
+    EXPECT_FALSE(has(start->files, ours));
+}
+
+TEST_F(LaunchApplicationTest, LetsTheProgramLiveALifeOfItsOwn)
+{
+    const auto start = open("program");
+    ASSERT_TRUE(start);
+    EXPECT_NE(start->parent, getpid());
+    EXPECT_NE(start->session, getsid(0));
+}
+
+TEST_F(LaunchApplicationTest, LeavesNobodyToBeBuried)
+{
+    for (int count = 0; count < 5; ++count)
+        ASSERT_TRUE(open("program"));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(LaunchApplicationTest, StartsManyAtOnce)
+{
+    std::vector<std::string> programs;
+    for (int number = 0; number < 30; ++number) {
+        const auto program = "many" + std::to_string(number);
+        TestDesktop::addProgram(program);
+        programs.push_back(program);
+        workspace.openApplication(addEntry(program + ".desktop", entryText(program)));
+    }
+    for (const auto &program : programs)
+        EXPECT_TRUE(TestDesktop::waitForStart(program)) << program;
+}
+
+TEST_F(LaunchApplicationTest, StartsWhatWasOpenedJustBeforeTheEnd)
+{
+    {
+        GioWorkspace ending;
+        ending.openApplication(addEntry("a.desktop", entryText("program")));
+    }
+    EXPECT_TRUE(TestDesktop::waitForStart("program"));
+}
+
+TEST_F(LaunchApplicationTest, StartsNothingFromABrokenEntry)
+{
+    const auto plain = TestDesktop::path("not-executable").string();
+    TestFiles::write(plain, "#!/bin/sh\n");
+    for (const auto &text :
+         { ""s, "program"s, "\0\xff\x1b"s, "[Desktop Entry]\nExec=program\n"s, entryText(""),
+           entryText("no-such-program"), entryText(plain), entryText(TestDesktop::path("home")),
+           entryText("program 'unclosed"), entryText("program", "Path=/no/such/folder\n"),
+           "[Desktop Entry]\nType=Application\nName=Name\n"s,
+           "[Desktop Entry]\nType=Link\nName=Name\nURL=https://example.com\nExec=program\n"s }) {
+        const auto id = "broken" + std::to_string(text.size()) + ".desktop";
+        workspace.openApplication(addEntry(id, text));
+    }
+    EXPECT_EQ(startedPrograms(), Texts { "last" });
+}
+
+TEST_F(LaunchApplicationTest, StartsNothingThatIsNoPlainFileWithAnAbsolutePath)
+{
+    const std::string entry = addEntry("a.desktop", entryText("program"));
+    const std::string pipe = TestDesktop::path("pipe.desktop");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const auto &path : { ""s, "a.desktop"s, "program"s, entry + '\0', pipe, "/"s, "/dev/zero"s,
+                              TestDesktop::path("home").string(), "/no/such.desktop"s })
+        workspace.openApplication(path);
+    EXPECT_EQ(startedPrograms(), Texts { "last" });
+}
+
+TEST_F(LaunchApplicationTest, StartsTheProgramWhereTheBusThatItWantsIsMissing)
+{
+    workspace.openApplication(
+        addEntry("org.example.Program.desktop", entryText("program", "DBusActivatable=true\n")));
+    EXPECT_TRUE(TestDesktop::waitForStart("program"));
+}
+
+} // namespace
