@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+/// How a message begins on the stream. Both ends run on one machine: numbers are as that has them.
+struct ListenerMessageHeader {
+    /// Changes with the protocol: an update may replace the listener under a running program.
+    static constexpr std::uint8_t Version = 1;
+
+    std::uint32_t payloadSize = 0;
+    std::uint32_t task = 0;
+    std::uint8_t version = Version;
+    std::uint8_t kind = 0;
+    std::uint16_t reserved = 0; ///< zero
+};
+
+static_assert(sizeof(ListenerMessageHeader) == 12);

@@ -1,0 +1,194 @@
+#include "platform/speech/PulseMicrophone.h"
+
+#include "platform/speech/AudioTap.h"
+
+#include <QCoreApplication>
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace
+{
+
+constexpr pa_sample_spec SampleSpec { .format = PA_SAMPLE_S16NE, .rate = 16'000, .channels = 1 };
+constexpr std::uint32_t FragmentBytes = 1024 * sizeof(std::int16_t); // of 64 ms
+constexpr auto Unset = static_cast<std::uint32_t>(-1);
+
+/// Holds the lock that the audio thread's callbacks hold too.
+class LoopLock
+{
+public:
+    explicit LoopLock(pa_threaded_mainloop *loop)
+        : m_loop(loop)
+    {
+        pa_threaded_mainloop_lock(m_loop);
+    }
+
+    LoopLock(const LoopLock &) = delete;
+    LoopLock &operator=(const LoopLock &) = delete;
+
+    ~LoopLock() { pa_threaded_mainloop_unlock(m_loop); }
+
+private:
+    pa_threaded_mainloop *m_loop;
+};
+
+} // namespace
+
+std::unique_ptr<PulseMicrophone> PulseMicrophone::open(AudioTap &tap,
+                                                       std::chrono::milliseconds limit)
+{
+    std::unique_ptr<PulseMicrophone> microphone(new PulseMicrophone(tap));
+    return microphone->connect(limit) ? std::move(microphone) : nullptr;
+}
+
+PulseMicrophone::PulseMicrophone(AudioTap &tap)
+    : m_tap(tap)
+    , m_loop(pa_threaded_mainloop_new())
+{
+    if (m_loop)
+        m_context = pa_context_new(pa_threaded_mainloop_get_api(m_loop), "Quillsatchel");
+}
+
+PulseMicrophone::~PulseMicrophone()
+{
+    if (!m_loop)
+        return;
+    {
+        const LoopLock lock(m_loop);
+        if (m_stream) {
+            pa_stream_set_state_callback(m_stream, nullptr, nullptr);
+            pa_stream_set_read_callback(m_stream, nullptr, nullptr);
+            pa_stream_disconnect(m_stream);
+            pa_stream_unref(m_stream);
+        }
+        if (m_context) {
+            pa_context_set_state_callback(m_context, nullptr, nullptr);
+            pa_context_disconnect(m_context);
+            pa_context_unref(m_context);
+        }
+    }
+    pa_threaded_mainloop_stop(m_loop);
+    pa_threaded_mainloop_free(m_loop);
+}
+
+bool PulseMicrophone::connect(std::chrono::milliseconds limit)
+{
+    if (!m_context || pa_threaded_mainloop_start(m_loop) < 0)
+        return false;
+    const LoopLock lock(m_loop);
+    const auto becomeTooLate = [](pa_mainloop_api *, pa_time_event *, const timeval *, void *self) {
+        static_cast<PulseMicrophone *>(self)->m_isTooLate = true;
+        static_cast<PulseMicrophone *>(self)->signal();
+    };
+    const pa_usec_t end =
+        pa_rtclock_now() + static_cast<pa_usec_t>(limit.count()) * PA_USEC_PER_MSEC;
+    auto *const alarm = pa_context_rttime_new(m_context, end, becomeTooLate, this);
+    if (!alarm)
+        return false;
+    m_isOpen = connectToServer() && findsMicrophone() && record();
+    pa_threaded_mainloop_get_api(m_loop)->time_free(alarm);
+    return m_isOpen;
+}
+
+bool PulseMicrophone::connectToServer()
+{
+    const auto changed = [](pa_context *, void *self) {
+        static_cast<PulseMicrophone *>(self)->signal();
+    };
+    pa_context_set_state_callback(m_context, changed, this);
+    // A server that does not run is not started: it may be off because the user wants it so.
+    if (pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
+        return false;
+    return waitFor([this] { return pa_context_get_state(m_context) == PA_CONTEXT_READY; });
+}
+
+/// Without a microphone the default source is what the loudspeaker plays, or nothing.
+bool PulseMicrophone::findsMicrophone()
+{
+    const auto receive = [](pa_context *, const pa_source_info *source, int, void *self) {
+        auto *const microphone = static_cast<PulseMicrophone *>(self);
+        if (source)
+            microphone->m_hasMicrophone = source->monitor_of_sink == PA_INVALID_INDEX;
+        microphone->signal();
+    };
+    auto *const question =
+        pa_context_get_source_info_by_name(m_context, "@DEFAULT_SOURCE@", receive, this);
+    if (!question)
+        return false;
+    const bool isAnswered =
+        waitFor([question] { return pa_operation_get_state(question) != PA_OPERATION_RUNNING; });
+    pa_operation_cancel(question);
+    pa_operation_unref(question);
+    return isAnswered && m_hasMicrophone;
+}
+
+bool PulseMicrophone::record()
+{
+    // The name that mixers show.
+    const auto name = QCoreApplication::translate("PulseMicrophone", "Dictation").toUtf8();
+    m_stream = pa_stream_new(m_context, name.constData(), &SampleSpec, nullptr);
+    if (!m_stream)
+        return false;
+    const auto changed = [](pa_stream *, void *self) {
+        static_cast<PulseMicrophone *>(self)->streamChanged();
+    };
+    const auto read = [](pa_stream *, std::size_t, void *self) {
+        static_cast<PulseMicrophone *>(self)->read();
+    };
+    pa_stream_set_state_callback(m_stream, changed, this);
+    pa_stream_set_read_callback(m_stream, read, this);
+    const pa_buffer_attr buffers { .maxlength = Unset,
+                                   .tlength = Unset,
+                                   .prebuf = Unset,
+                                   .minreq = Unset,
+                                   .fragsize = FragmentBytes };
+    // Unplugged, the stream shall end: moved, it would record what the loudspeaker plays.
+    constexpr auto Flags =
+        static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_DONT_MOVE);
+    if (pa_stream_connect_record(m_stream, nullptr, &buffers, Flags) < 0)
+        return false;
+    return waitFor([this] { return pa_stream_get_state(m_stream) == PA_STREAM_READY; });
+}
+
+/// False if what `isMet` asks for cannot be any more.
+template <typename Condition>
+bool PulseMicrophone::waitFor(Condition isMet)
+{
+    while (!isMet()) {
+        const bool isStreamLost = m_stream && !PA_STREAM_IS_GOOD(pa_stream_get_state(m_stream));
+        if (m_isTooLate || isStreamLost || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context)))
+            return false;
+        pa_threaded_mainloop_wait(m_loop);
+    }
+    return true;
+}
+
+void PulseMicrophone::streamChanged()
+{
+    if (m_isOpen && !PA_STREAM_IS_GOOD(pa_stream_get_state(m_stream)))
+        m_tap.fail();
+    signal();
+}
+
+void PulseMicrophone::read()
+{
+    while (pa_stream_readable_size(m_stream) > 0) {
+        const void *data = nullptr;
+        std::size_t bytes = 0;
+        if (pa_stream_peek(m_stream, &data, &bytes) < 0 || bytes == 0)
+            return;
+        const auto count = bytes / sizeof(std::int16_t);
+        if (data)
+            m_tap.append(std::span(static_cast<const std::int16_t *>(data), count));
+        else
+            m_tap.appendSilence(count);
+        pa_stream_drop(m_stream);
+    }
+}
+
+void PulseMicrophone::signal()
+{
+    pa_threaded_mainloop_signal(m_loop, 0);
+}

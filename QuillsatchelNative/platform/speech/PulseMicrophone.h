@@ -1,0 +1,45 @@
+#pragma once
+
+#include <pulse/pulseaudio.h>
+
+#include <chrono>
+#include <memory>
+
+class AudioTap;
+
+/// The user's microphone, open as long as this object: a recording of the PulseAudio server's
+/// default source, which PipeWire offers too.
+class PulseMicrophone
+{
+public:
+    /// Null if there is no server or no microphone, or if that takes longer than `limit`. `tap`
+    /// outlives the microphone and is called on the audio thread.
+    static std::unique_ptr<PulseMicrophone> open(AudioTap &tap, std::chrono::milliseconds limit);
+
+    PulseMicrophone(const PulseMicrophone &) = delete;
+    PulseMicrophone &operator=(const PulseMicrophone &) = delete;
+    ~PulseMicrophone();
+
+private:
+    explicit PulseMicrophone(AudioTap &tap);
+
+    bool connect(std::chrono::milliseconds limit);
+    bool connectToServer();
+    bool findsMicrophone();
+    bool record();
+    template <typename Condition>
+    bool waitFor(Condition isMet);
+
+    // These are called on the audio thread, which then holds the main loop's lock.
+    void streamChanged();
+    void read();
+    void signal();
+
+    AudioTap &m_tap;
+    pa_threaded_mainloop *m_loop = nullptr;
+    pa_context *m_context = nullptr;
+    pa_stream *m_stream = nullptr;
+    bool m_isOpen = false;
+    bool m_isTooLate = false;
+    bool m_hasMicrophone = false;
+};

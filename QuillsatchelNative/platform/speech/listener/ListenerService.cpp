@@ -1,0 +1,115 @@
+#include "platform/speech/listener/ListenerService.h"
+
+#include "platform/speech/ListenerMessageReader.h"
+#include "platform/speech/listener/WriteAll.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <span>
+#include <string_view>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+
+using Kind = ListenerMessage::Kind;
+
+// What is steady is counted in pieces of this size.
+constexpr std::size_t PieceSize = 1024; // samples: 64 ms
+
+} // namespace
+
+ListenerService::ListenerService(RecognitionEngine &engine, std::string tag)
+    : m_engine(engine)
+    , m_tag(std::move(tag))
+    , m_transcript(m_tag)
+{
+}
+
+void ListenerService::serve(int input, int output)
+{
+    ListenerMessageReader reader;
+    std::array<char, 65'536> bytes;
+    while (!reader.isBroken()) {
+        const auto count = read(input, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return;
+        reader.feed(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
+        while (const auto message = reader.next()) {
+            std::string stream;
+            if (const auto reply = answer(*message))
+                reply->appendTo(stream);
+            if (!writeAll(output, stream))
+                return;
+        }
+    }
+}
+
+std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &message)
+{
+    switch (message.kind) {
+    case Kind::begin:
+        begin(message.task);
+        break;
+    case Kind::audio:
+        return message.task == m_task
+                   ? hear(message)
+                   : ListenerMessage { .kind = Kind::heard, .task = message.task, .payload = {} };
+    case Kind::end:
+        return message.task == m_task
+                   ? finish()
+                   : ListenerMessage { .kind = Kind::final, .task = message.task, .payload = {} };
+    case Kind::cancel:
+        if (message.task == m_task)
+            leaveTask();
+        break;
+    case Kind::heard:
+    case Kind::partial:
+    case Kind::final:
+        break;
+    }
+    return std::nullopt;
+}
+
+void ListenerService::begin(std::uint32_t task)
+{
+    leaveTask();
+    m_task = task;
+    m_transcript = Transcript(m_tag);
+    m_lastText.clear();
+    m_engine.begin();
+}
+
+void ListenerService::leaveTask()
+{
+    if (std::exchange(m_task, std::nullopt))
+        m_engine.finish();
+}
+
+ListenerMessage ListenerService::hear(const ListenerMessage &audio)
+{
+    const auto samples = audio.samples();
+    for (auto rest = std::span(samples); !rest.empty();) {
+        const auto piece = rest.first(std::min(rest.size(), PieceSize));
+        m_transcript.update(m_engine.hear(piece));
+        rest = rest.subspan(piece.size());
+    }
+    auto text = m_transcript.text();
+    if (text == m_lastText)
+        return { .kind = Kind::heard, .task = audio.task, .payload = {} };
+    m_lastText = text;
+    return { .kind = Kind::partial, .task = audio.task, .payload = std::move(text) };
+}
+
+ListenerMessage ListenerService::finish()
+{
+    m_transcript.finish(m_engine.finish());
+    return { .kind = Kind::final,
+             .task = *std::exchange(m_task, std::nullopt),
+             .payload = m_transcript.text() };
+}

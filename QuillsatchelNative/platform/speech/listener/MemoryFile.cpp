@@ -1,0 +1,16 @@
+#include "platform/speech/listener/MemoryFile.h"
+
+#include "platform/speech/listener/WriteAll.h"
+
+#include <sys/mman.h>
+
+MemoryFile::MemoryFile(std::string_view bytes)
+    : m_file(memfd_create("dictionary", MFD_CLOEXEC))
+    , m_isWhole(m_file.isOpen() && writeAll(m_file.number(), bytes))
+{
+}
+
+std::string MemoryFile::path() const
+{
+    return "/proc/self/fd/" + std::to_string(m_file.number());
+}

@@ -1,0 +1,83 @@
+#include "platform/speech/listener/SpeechModels.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+namespace
+{
+
+using Path = std::filesystem::path;
+
+std::string valueOf(const char *variable)
+{
+    const auto *const value = std::getenv(variable);
+    return value ? value : "";
+}
+
+Path userFolder()
+{
+    const Path folder = valueOf("XDG_DATA_HOME");
+    return folder.is_absolute() ? folder : Path(valueOf("HOME")) / ".local/share";
+}
+
+std::string_view languageOf(std::string_view tag)
+{
+    return tag.substr(0, tag.find('-'));
+}
+
+/// The tags of the models in a folder, in the order of the alphabet.
+std::vector<std::string> tagsIn(const Path &folder)
+{
+    std::vector<std::string> tags;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        tags.push_back(entry->path().filename().string());
+    std::sort(tags.begin(), tags.end());
+    return tags;
+}
+
+} // namespace
+
+SpeechModels SpeechModels::ofEnvironment()
+{
+    Folders folders { userFolder() };
+    auto list = valueOf("XDG_DATA_DIRS");
+    if (list.empty())
+        list = "/usr/local/share:/usr/share";
+    for (std::size_t begin = 0; begin <= list.size();) {
+        const auto end = std::min(list.find(':', begin), list.size());
+        folders.emplace_back(list.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    std::erase_if(folders, [](const Path &folder) { return !folder.is_absolute(); });
+    return SpeechModels(std::move(folders));
+}
+
+SpeechModels::SpeechModels(Folders dataFolders)
+    : m_dataFolders(std::move(dataFolders))
+{
+}
+
+std::optional<SpeechModel> SpeechModels::find(std::string_view engineFolder, std::string_view tag,
+                                              IsComplete isComplete) const
+{
+    if (tag.empty())
+        return std::nullopt;
+    for (const auto &dataFolder : m_dataFolders) {
+        SpeechModel model { .folder = dataFolder / engineFolder / tag, .tag = std::string(tag) };
+        if (isComplete(model))
+            return model;
+    }
+    for (const auto &dataFolder : m_dataFolders) {
+        for (auto &other : tagsIn(dataFolder / engineFolder)) {
+            SpeechModel model { .folder = dataFolder / engineFolder / other, .tag = other };
+            if (languageOf(other) == languageOf(tag) && isComplete(model))
+                return model;
+        }
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,46 @@
+#include "platform/speech/listener/Transcript.h"
+
+#include "platform/speech/listener/EnglishSpelling.h"
+
+#include <sstream>
+#include <utility>
+
+Transcript::Transcript(std::string_view tag)
+    : m_isEnglish(tag == "en" || tag.starts_with("en-"))
+{
+}
+
+SteadyPrefix::Words Transcript::wordsIn(const std::string &text) const
+{
+    SteadyPrefix::Words words;
+    std::istringstream stream(text);
+    for (std::string word; stream >> word;)
+        words.push_back(m_isEnglish ? englishSpelling(std::move(word)) : std::move(word));
+    return words;
+}
+
+void Transcript::update(const Hypothesis &hypothesis)
+{
+    if (hypothesis.isUtteranceOver)
+        finish(hypothesis.words);
+    else
+        m_underWay = m_steady.update(wordsIn(hypothesis.words));
+}
+
+void Transcript::finish(const std::string &words)
+{
+    const auto all = wordsIn(words);
+    m_said.insert(m_said.end(), all.begin(), all.end());
+    m_underWay.clear();
+    m_steady.clear();
+}
+
+std::string Transcript::text() const
+{
+    std::string text;
+    for (const auto *const part : { &m_said, &m_underWay }) {
+        for (const auto &word : *part)
+            (text += text.empty() ? "" : " ") += word;
+    }
+    return text;
+}
