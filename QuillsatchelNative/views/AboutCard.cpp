@@ -4,7 +4,6 @@
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace
@@ -22,7 +21,6 @@ constexpr int HorizontalPadding = 22;
 constexpr int VerticalPadding = 18;
 constexpr int Spacing = 10;
 constexpr int SignatureSpacing = 2;
-constexpr auto TextColor = SrgbColor::white(0.92);
 
 const std::string Website = QUILLSATCHEL_WEBSITE;
 
@@ -36,19 +34,6 @@ QString capitalised(QString text)
     if (!text.isEmpty())
         text[0] = text[0].toUpper();
     return text;
-}
-
-void addText(QBoxLayout &layout, const QString &text, const QFont &font,
-             const SrgbColor &color = TextColor)
-{
-    auto *const label = new QLabel(text);
-    QPalette palette;
-    palette.setColor(QPalette::WindowText, Painting::qColor(color));
-    label->setPalette(palette);
-    label->setFont(font);
-    label->setAlignment(Qt::AlignCenter);
-    label->setWordWrap(true);
-    layout.addWidget(label);
 }
 
 } // namespace

@@ -6,8 +6,10 @@
 #include "views/SatchelTheme.h"
 #include "views/SymbolButton.h"
 
+#include <QBoxLayout>
+#include <QEvent>
 #include <QKeyEvent>
-#include <QLayout>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -63,10 +65,24 @@ OverlayCard::OverlayCard(const QString &name, const Look &look, QWidget *parent)
     setAccessibleRole(*this, QAccessible::Dialog);
     setAccessibleName(name);
     setFocusPolicy(Qt::ClickFocus);
+    m_card->installEventFilter(this);
     m_closeButton->setLabel(tr("Close"));
     m_closeButton->resize(CloseButtonSize);
     connect(m_closeButton, &QAbstractButton::clicked, this, [this] { onClose(); });
     hide();
+}
+
+void OverlayCard::addText(QBoxLayout &layout, const QString &text, const QFont &font,
+                          const SrgbColor &color)
+{
+    auto *const label = new QLabel(text);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Painting::qColor(color));
+    label->setPalette(palette);
+    label->setFont(font);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    layout.addWidget(label);
 }
 
 void OverlayCard::appear()
@@ -164,14 +180,22 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
 
 void OverlayCard::placeCard()
 {
-    const int width = std::min(m_look.widest, this->width());
+    const QRect room = contentsRect();
+    const int width = std::min(m_look.widest, room.width());
     const auto *const layout = m_card->layout();
     const int wanted = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
                                                    : layout->totalSizeHint().height();
-    QRect place(0, 0, width, std::min(wanted, height()));
-    place.moveCenter(rect().center());
+    QRect place(0, 0, width, std::min({ wanted, m_look.tallest, room.height() }));
+    place.moveCenter(room.center());
     m_card->setGeometry(place);
     m_closeButton->move(width - CloseButtonSize.width() - ClosePadding, ClosePadding);
+}
+
+bool OverlayCard::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == m_card && event->type() == QEvent::LayoutRequest)
+        placeCard();
+    return QWidget::eventFilter(object, event);
 }
 
 void OverlayCard::resizeEvent(QResizeEvent * /*event*/)

@@ -1,19 +1,25 @@
 #pragma once
 
+#include "support/SrgbColor.h"
 #include "views/Shadow.h"
 
+#include <QFont>
 #include <QPixmap>
 #include <QPointer>
 #include <QWidget>
 
 #include <functional>
 
+class QBoxLayout;
 class QVariantAnimation;
 class SymbolButton;
 
 /// A card that floats over the whole panel on a dimmed ground, as a dialog: it takes the keyboard
 /// focus, keeps it while it is open, closes on Escape or a click beside the card, and gives the
 /// focus back. It comes and goes with a short fade and a slight change of size.
+///
+/// The card is as high as its content asks for, as far as there is room; its place is within the
+/// overlay's contents margins.
 class OverlayCard : public QWidget
 {
     Q_OBJECT
@@ -22,6 +28,7 @@ public:
     /// Lengths in points, opacities from 0 to 1.
     struct Look {
         int widest;
+        int tallest = QWIDGETSIZE_MAX;
         double backdropOpacity;
         double fillOpacity;
         Shadow shadow;
@@ -45,6 +52,10 @@ protected:
     /// The card, for subclasses to lay their content out on.
     QWidget *card() const { return m_card; }
 
+    /// Adds centred text, broken into lines where it must be.
+    static void addText(QBoxLayout &layout, const QString &text, const QFont &font,
+                        const SrgbColor &color = SrgbColor::white(0.92));
+
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -52,6 +63,7 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool focusNextPrevChild(bool next) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
     void animate(qreal from, qreal to, std::function<void()> done);

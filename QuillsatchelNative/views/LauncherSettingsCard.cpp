@@ -1,0 +1,89 @@
+#include "views/LauncherSettingsCard.h"
+
+#include "launchers/LauncherStore.h"
+#include "views/LauncherSlotEditor.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+#include "views/ScrollView.h"
+#include "views/SymbolView.h"
+
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr OverlayCard::Look SettingsLook { .widest = 360,
+                                           .tallest = 560,
+                                           .backdropOpacity = 0.62,
+                                           .fillOpacity = 0.98,
+                                           .shadow = {
+                                               .opacity = 0.6, .blurRadius = 30, .offset = 16 } };
+constexpr int EditorCount = 5;
+constexpr int HorizontalPadding = 14;
+constexpr int VerticalPadding = 16;
+constexpr int Spacing = 12;
+constexpr int HeaderPadding = 44; // clear of the close button, and the note's lines are alike
+constexpr int HeaderSpacing = 3;
+constexpr int HeaderSymbolSize = 24;
+constexpr int EditorSpacing = 8;
+
+} // namespace
+
+LauncherSettingsCard::LauncherSettingsCard(LauncherStore &store, MainQueue &mainQueue,
+                                           QWidget *parent)
+    : OverlayCard(tr("Quick Launchers"), SettingsLook, parent)
+    , m_scheduler(mainQueue, [this] { render(); })
+    , m_list(new ScrollView(card()))
+{
+    // The list is as wide as the card, so that its indicator has the padding to itself.
+    auto *const layout = new QVBoxLayout(card());
+    layout->setContentsMargins(0, VerticalPadding, 0, VerticalPadding);
+    layout->setSpacing(Spacing);
+    addHeader(*layout);
+    addEditors(store);
+    layout->addWidget(m_list);
+    m_scheduler.observe(store);
+}
+
+void LauncherSettingsCard::addHeader(QBoxLayout &layout)
+{
+    auto *const header = new QVBoxLayout;
+    header->setContentsMargins(HeaderPadding, 0, HeaderPadding, 0);
+    header->setSpacing(HeaderSpacing);
+    header->addWidget(
+        new SymbolView(u"square.grid.2x2"_s, HeaderSymbolSize, SatchelTheme::accent, card()), 0,
+        Qt::AlignHCenter);
+    addText(*header, tr("Quick Launchers"), Painting::systemFont(16, QFont::DemiBold));
+    addText(*header,
+            tr("Add up to five applications or websites to the Quillsatchel menu-bar menu."),
+            Painting::systemFont(10), SatchelTheme::secondary);
+    layout.addLayout(header);
+}
+
+void LauncherSettingsCard::addEditors(LauncherStore &store)
+{
+    auto *const rows = new QVBoxLayout(m_list->content());
+    rows->setContentsMargins(HorizontalPadding, 0, HorizontalPadding, 0);
+    rows->setSpacing(EditorSpacing);
+    for (int slot = 0; slot < EditorCount; ++slot) {
+        auto *const editor = new LauncherSlotEditor(store, slot, m_list->content());
+        editor->onInvalidURL = [this, editor] { m_list->reveal(*editor); };
+        rows->addWidget(editor);
+        m_editors.push_back(editor);
+    }
+}
+
+void LauncherSettingsCard::render()
+{
+    for (auto *const editor : m_editors)
+        editor->render();
+}
+
+void LauncherSettingsCard::keyPressEvent(QKeyEvent *event)
+{
+    if (!m_list->scroll(event->key()))
+        OverlayCard::keyPressEvent(event);
+}

@@ -1,0 +1,262 @@
+#include "views/LauncherSlotEditor.h"
+
+#include "launchers/LauncherStore.h"
+#include "support/SingleLine.h"
+#include "support/Utf8.h"
+#include "support/Whitespace.h"
+#include "views/AccessibleRole.h"
+#include "views/ElidedLabel.h"
+#include "views/Painting.h"
+#include "views/PushButton.h"
+#include "views/SatchelTheme.h"
+#include "views/Symbol.h"
+#include "views/SymbolButton.h"
+#include "views/TextField.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr int Padding = 9;
+constexpr int RowSpacing = 7;
+constexpr int Radius = 10;
+constexpr int SummarySpacing = 8;
+constexpr int BadgeSize = 17;
+constexpr int IconSize = 22;
+constexpr int TextSpacing = 1;
+constexpr int ClearButtonSize = 20;
+constexpr int ControlSpacing = 6;
+constexpr int TextsLeft = Padding + BadgeSize + SummarySpacing + IconSize + SummarySpacing;
+
+/// A square of `size` at `left`, in the middle of the first row.
+QRect square(int left, int size, int rowHeight)
+{
+    return { left, Padding + (rowHeight - size) / 2, size, size };
+}
+
+/// Hands the keyboard on before a widget goes, which would send it who knows where.
+void passFocus(const QWidget &from, QWidget &to)
+{
+    if (from.window()->focusWidget() == &from)
+        to.setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace
+
+LauncherSlotEditor::LauncherSlotEditor(LauncherStore &store, int slot, QWidget *parent)
+    : QWidget(parent)
+    , m_store(store)
+    , m_slot(slot)
+    , m_title(new ElidedLabel(Qt::ElideRight, Painting::systemFont(11, QFont::DemiBold),
+                              SrgbColor::white(0.92), this))
+    , m_subtitle(
+          new ElidedLabel(Qt::ElideMiddle, Painting::systemFont(9), SatchelTheme::secondary, this))
+    , m_clearButton(
+          new SymbolButton(u"xmark.circle.fill"_s, ClearButtonSize, SatchelTheme::secondary, this))
+    , m_chooseButton(new PushButton(tr("Choose App…"), this))
+    , m_urlField(new TextField(this))
+    , m_setButton(new PushButton(tr("Set URL"), this))
+{
+    setAccessibleRole(*this, QAccessible::Grouping);
+    setAccessibleName(tr("Launcher %1").arg(slot + 1));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_clearButton->setLabel(tr("Clear launcher"));
+    m_chooseButton->setToolTip(tr("Choose the application that this launcher opens"));
+    m_setButton->setToolTip(tr("Let this launcher open the website"));
+    connect(m_clearButton, &QAbstractButton::clicked, this, &LauncherSlotEditor::clear);
+    connect(m_chooseButton, &QAbstractButton::clicked, this,
+            [this] { m_store.chooseApplication(m_slot); });
+    connect(m_setButton, &QAbstractButton::clicked, this, &LauncherSlotEditor::submit);
+    makeField();
+    followItem();
+    renderIcon();
+}
+
+void LauncherSlotEditor::makeField()
+{
+    m_urlField->setAccessibleName(tr("Website"));
+    m_urlField->setPlaceholderText(u"example.com"_s);
+    m_urlField->setMaxLength(LongestURL); // every key and every blink lays out the whole line
+    connect(m_urlField, &QLineEdit::textChanged, this, &LauncherSlotEditor::renderSetButton);
+    connect(m_urlField, &QLineEdit::returnPressed, this, &LauncherSlotEditor::submit);
+}
+
+const std::optional<LauncherItem> &LauncherSlotEditor::item() const
+{
+    static const std::optional<LauncherItem> None;
+    const auto &slots = m_store.slots().get();
+    const auto index = static_cast<std::size_t>(m_slot);
+    return index < slots.size() ? slots[index] : None;
+}
+
+void LauncherSlotEditor::render()
+{
+    if (item() != m_item)
+        followItem();
+    renderIcon();
+}
+
+void LauncherSlotEditor::followItem()
+{
+    m_item = item();
+    if (m_item)
+        showURL(m_item->kind == LauncherKind::website ? m_item->target : std::string());
+    renderTexts();
+    renderClearButton();
+    renderSetButton();
+    layOut();
+}
+
+void LauncherSlotEditor::showURL(const std::string &url)
+{
+    m_urlField->setText(stringFromUtf8(url));
+    if (!m_urlField->hasFocus())
+        m_urlField->home(false); // where an address says what it is
+}
+
+void LauncherSlotEditor::renderIcon()
+{
+    m_icon = m_item ? m_store.icon(*m_item, IconSize, devicePixelRatio())
+                    : LauncherIcon { {}, "plus.square.dashed", "Empty" };
+    update();
+}
+
+void LauncherSlotEditor::renderTexts()
+{
+    m_title->setText(m_item ? SingleLine::beginning(m_item->name) : tr("Empty launcher"));
+    m_subtitle->setText(m_item ? SingleLine::ends(m_item->target)
+                               : tr("Choose an app or enter a website"));
+    setAccessibleDescription(m_title->text());
+}
+
+void LauncherSlotEditor::renderClearButton()
+{
+    if (!m_item)
+        passFocus(*m_clearButton, *m_chooseButton);
+    m_clearButton->setVisible(m_item.has_value());
+}
+
+void LauncherSlotEditor::renderSetButton()
+{
+    const bool hasText = !trimmed(m_urlField->text().toStdString()).empty();
+    if (!hasText)
+        passFocus(*m_setButton, *m_urlField);
+    m_setButton->setEnabled(hasText);
+}
+
+void LauncherSlotEditor::submit()
+{
+    const QString text = m_urlField->text();
+    const bool isWhole = text.size() < LongestURL;
+    showInvalidURL(!isWhole || !m_store.setWebsite(text.toStdString(), m_slot));
+}
+
+void LauncherSlotEditor::clear()
+{
+    m_store.clear(m_slot);
+    m_urlField->clear();
+}
+
+void LauncherSlotEditor::showInvalidURL(bool isInvalid)
+{
+    m_showsInvalidURL = isInvalid;
+    if (isInvalid && !m_message)
+        makeMessage();
+    if (!m_message)
+        return;
+    m_message->setVisible(isInvalid);
+    m_urlField->setAccessibleDescription(isInvalid ? m_message->text() : QString());
+    updateGeometry();
+    if (!isInvalid)
+        return;
+    QAccessibleEvent alert(m_message, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+    onInvalidURL();
+}
+
+void LauncherSlotEditor::makeMessage()
+{
+    m_message =
+        new ElidedLabel(Qt::ElideRight, Painting::systemFont(9), SatchelTheme::accent, this);
+    m_message->setText(tr("Enter a valid http or https website."));
+    layOut();
+}
+
+int LauncherSlotEditor::summaryHeight() const
+{
+    const int texts = m_title->sizeHint().height() + TextSpacing + m_subtitle->sizeHint().height();
+    return std::max(IconSize, texts);
+}
+
+int LauncherSlotEditor::controlsTop() const
+{
+    return Padding + summaryHeight() + RowSpacing;
+}
+
+QSize LauncherSlotEditor::sizeHint() const
+{
+    const int message = m_showsInvalidURL ? RowSpacing + m_message->sizeHint().height() : 0;
+    return { 0, controlsTop() + PushButton::Height + message + Padding };
+}
+
+void LauncherSlotEditor::layOut()
+{
+    layOutSummary();
+    const int right = width() - Padding;
+    const int top = controlsTop();
+    const QSize choose = m_chooseButton->sizeHint();
+    const QSize set = m_setButton->sizeHint();
+    const int fieldLeft = Padding + choose.width() + ControlSpacing;
+    const int fieldRight = right - set.width() - ControlSpacing;
+    m_chooseButton->setGeometry({ { Padding, top }, choose });
+    m_urlField->setGeometry(fieldLeft, top, fieldRight - fieldLeft, PushButton::Height);
+    m_setButton->setGeometry({ { right - set.width(), top }, set });
+    if (m_message)
+        m_message->setGeometry(Padding, top + PushButton::Height + RowSpacing, right - Padding,
+                               m_message->sizeHint().height());
+}
+
+void LauncherSlotEditor::layOutSummary()
+{
+    const int height = summaryHeight();
+    const int clearLeft = width() - Padding - ClearButtonSize;
+    const int textsWidth = (m_item ? clearLeft - SummarySpacing : width() - Padding) - TextsLeft;
+    const int titleHeight = m_title->sizeHint().height();
+    const int subtitleHeight = m_subtitle->sizeHint().height();
+    const int top = Padding + (height - titleHeight - TextSpacing - subtitleHeight) / 2;
+    m_title->setGeometry(TextsLeft, top, textsWidth, titleHeight);
+    m_subtitle->setGeometry(TextsLeft, top + titleHeight + TextSpacing, textsWidth, subtitleHeight);
+    m_clearButton->setGeometry(square(clearLeft, ClearButtonSize, height));
+}
+
+void LauncherSlotEditor::resizeEvent(QResizeEvent * /*event*/)
+{
+    layOut();
+}
+
+void LauncherSlotEditor::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    Painting::fillRoundedRect(painter, rect(), Radius, SrgbColor::white(0.055));
+    Painting::strokeRoundedRect(painter, rect(), Radius, SrgbColor::white(0.09));
+
+    const QRect badge = square(Padding, BadgeSize, summaryHeight());
+    Painting::fillCapsule(painter, badge, SrgbColor::white(0.07));
+    painter.setFont(Painting::systemFont(10, QFont::Bold));
+    painter.setPen(Painting::qColor(SatchelTheme::secondary));
+    painter.drawText(badge, Qt::AlignCenter, QString::number(m_slot + 1));
+
+    const QRect icon = square(Padding + BadgeSize + SummarySpacing, IconSize, summaryHeight());
+    if (m_icon.image.isNull()) {
+        const auto symbol = QString::fromUtf8(m_icon.symbol.data(), m_icon.symbol.size());
+        Symbol::paint(painter, symbol, icon, SatchelTheme::secondary);
+        return;
+    }
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(icon, m_icon.image);
+}

@@ -1,0 +1,21 @@
+#include "views/SymbolView.h"
+
+#include "views/Symbol.h"
+
+#include <QPainter>
+
+#include <utility>
+
+SymbolView::SymbolView(QString symbol, int size, const SrgbColor &tint, QWidget *parent)
+    : QWidget(parent)
+    , m_symbol(std::move(symbol))
+    , m_tint(tint)
+{
+    setFixedSize(size, size);
+}
+
+void SymbolView::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    Symbol::paint(painter, m_symbol, rect(), m_tint);
+}
