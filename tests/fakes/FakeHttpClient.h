@@ -20,6 +20,8 @@ public:
     void get(const WebAddress &address, std::function<void(const QByteArray &)> receive) override
     {
         requests.push_back({ address.absoluteString(), std::move(receive) });
+        if (onGet)
+            onGet();
     }
 
     /// The request's answer arrives; what comes of it on that thread is done on return.
@@ -29,4 +31,5 @@ public:
     }
 
     std::vector<Request> requests;
+    std::function<void()> onGet;
 };

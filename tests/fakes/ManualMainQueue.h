@@ -3,6 +3,8 @@
 #include "platform/MainQueue.h"
 
 #include <map>
+#include <mutex>
+#include <optional>
 
 /// A main queue whose clock the test moves. Nothing runs but within `advance` and `runPending`.
 class ManualMainQueue final : public MainQueue
@@ -13,6 +15,7 @@ public:
     WorkItem asyncAfter(std::chrono::milliseconds delay, std::function<void()> work) override
     {
         WorkItem item(std::move(work));
+        const std::scoped_lock lock(m_mutex);
         m_items.emplace(m_now + delay, item);
         return item;
     }
@@ -21,18 +24,26 @@ public:
     void advance(std::chrono::milliseconds duration)
     {
         const auto end = m_now + duration;
-        while (!m_items.empty() && m_items.begin()->first <= end) {
-            const auto next = m_items.extract(m_items.begin());
-            m_now = next.key();
-            next.mapped().run();
-        }
-        m_now = end;
+        while (const auto item = next(end))
+            item->run();
     }
 
     /// Runs what is due already.
     void runPending() { advance({}); }
 
 private:
+    /// What falls due next, the clock moved to then; none, and the clock at `end`, if that is
+    /// later.
+    std::optional<WorkItem> next(std::chrono::milliseconds end)
+    {
+        const std::scoped_lock lock(m_mutex);
+        const auto first = m_items.begin();
+        const bool isDue = first != m_items.end() && first->first <= end;
+        m_now = isDue ? first->first : end;
+        return isDue ? std::optional(m_items.extract(first).mapped()) : std::nullopt;
+    }
+
+    std::mutex m_mutex; // work comes from any thread
     std::chrono::milliseconds m_now {};
     std::multimap<std::chrono::milliseconds, WorkItem> m_items;
 };
