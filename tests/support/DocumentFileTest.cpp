@@ -1,0 +1,119 @@
+#include "support/DocumentFile.h"
+
+#include "fakes/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using namespace std::string_view_literals;
+
+class DocumentFileTest : public testing::Test
+{
+protected:
+    /// A document is a text that begins with "good".
+    static std::optional<std::string> decode(const QByteArray &bytes)
+    {
+        return bytes.startsWith("good") ? std::optional(bytes.toStdString()) : std::nullopt;
+    }
+
+    static void save(DocumentFile &file, std::string_view text)
+    {
+        file.save([text](const ByteSink &sink) { sink(text); });
+    }
+
+    DocumentFile open() const { return DocumentFile(QString::fromStdString(path)); }
+
+    QTemporaryDir directory;
+    fs::path path = fs::path(directory.path().toStdString()) / "file.json";
+    fs::path kept = fs::path(directory.path().toStdString()) / "file.json.unreadable";
+};
+
+TEST_F(DocumentFileTest, LoadsWhatIsMadeOfTheBytes)
+{
+    TestFiles::write(path, "good\0text"sv);
+    EXPECT_EQ(open().load(&decode), std::string("good\0text"sv));
+    TestFiles::write(path, "bad");
+    EXPECT_EQ(open().load(&decode), std::nullopt);
+}
+
+TEST_F(DocumentFileTest, MakesNothingOfAMissingFile)
+{
+    bool isAsked = false;
+    const auto document = open().load([&isAsked](const QByteArray &) {
+        isAsked = true;
+        return std::optional(1);
+    });
+    EXPECT_FALSE(document);
+    EXPECT_FALSE(isAsked);
+}
+
+TEST_F(DocumentFileTest, WritesNothingWhenItLoads)
+{
+    open().load(&decode);
+    EXPECT_FALSE(fs::exists(path));
+    TestFiles::write(path, "bad");
+    open().load(&decode);
+    EXPECT_EQ(TestFiles::read(path), "bad");
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+TEST_F(DocumentFileTest, SavesInPlaceOfWhatItLoaded)
+{
+    TestFiles::write(path, "good");
+    auto file = open();
+    file.load(&decode);
+    save(file, "better");
+    EXPECT_EQ(TestFiles::read(path), "better");
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+TEST_F(DocumentFileTest, KeepsWhatItCouldNotReadUnderAnotherName)
+{
+    TestFiles::write(path, "bad");
+    auto file = open();
+    file.load(&decode);
+    save(file, "good");
+    EXPECT_EQ(TestFiles::read(path), "good");
+    EXPECT_EQ(TestFiles::read(kept), "bad");
+}
+
+TEST_F(DocumentFileTest, KeepsWhatItCouldNotReadOnlyOnce)
+{
+    TestFiles::write(path, "bad");
+    auto file = open();
+    file.load(&decode);
+    save(file, "first");
+    save(file, "second");
+    EXPECT_EQ(TestFiles::read(kept), "bad");
+}
+
+TEST_F(DocumentFileTest, KeepsNothingThatItReadSince)
+{
+    TestFiles::write(path, "bad");
+    auto file = open();
+    file.load(&decode);
+    TestFiles::write(path, "good");
+    file.load(&decode);
+    save(file, "better");
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+TEST_F(DocumentFileTest, KeepsNothingWhereItNeverLoaded)
+{
+    TestFiles::write(path, "bad");
+    auto file = open();
+    save(file, "good");
+    EXPECT_EQ(TestFiles::read(path), "good");
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+} // namespace
