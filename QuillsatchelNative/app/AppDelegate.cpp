@@ -7,6 +7,7 @@
 #include "views/Symbol.h"
 
 #include <QApplication>
+#include <QShortcut>
 
 #include <chrono>
 #include <optional>
@@ -21,7 +22,9 @@ constexpr std::chrono::milliseconds IconDelay(100); // the first frame stands by
 
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
+    , m_applicationChooser(platform.workspace)
     , m_store(platform)
+    , m_launcherStore(m_applicationChooser, platform)
 {
 }
 
@@ -43,11 +46,13 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::makePanel()
 {
     m_panel = std::make_unique<FloatingPanel>(m_platform.windowSystem);
-    auto *const view = new QuillsatchelView(m_store, m_windowPreferences, m_platform,
-                                            TitleBar::Height, m_panel.get());
+    auto *const view = new QuillsatchelView(m_store, m_launcherStore, m_windowPreferences,
+                                            m_platform, TitleBar::Height, m_panel.get());
     auto *const titleBar = new TitleBar(m_windowPreferences, m_panel.get());
     titleBar->onShowAbout = [this] { showAbout(); };
     m_panel->setContent(view, titleBar);
+    auto *const settingsKey = new QShortcut(Qt::CTRL | Qt::Key_Comma, m_panel.get());
+    QObject::connect(settingsKey, &QShortcut::activated, m_panel.get(), [this] { showSettings(); });
     m_panel->center();
     m_panel->setFocus(); // else the first button would look chosen
 }
@@ -68,7 +73,18 @@ void AppDelegate::showPanel()
 
 void AppDelegate::showAbout()
 {
-    m_windowPreferences.showsSettingsCard.set(false);
-    m_windowPreferences.showsInfoCard.set(true);
+    showCard(m_windowPreferences.showsSettingsCard, m_windowPreferences.showsInfoCard);
+}
+
+void AppDelegate::showSettings()
+{
+    showCard(m_windowPreferences.showsInfoCard, m_windowPreferences.showsSettingsCard);
+}
+
+// The other goes first: the two are never asked for at once.
+void AppDelegate::showCard(Published<bool> &other, Published<bool> &card)
+{
+    other.set(false);
+    card.set(true);
     showPanel();
 }

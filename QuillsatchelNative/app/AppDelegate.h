@@ -1,9 +1,11 @@
 #pragma once
 
+#include "launchers/LauncherStore.h"
 #include "library/SatchelStore.h"
 #include "platform/Platform.h"
 #include "preferences/WindowPreferences.h"
 #include "support/Cancellable.h"
+#include "views/PanelApplicationChooser.h"
 
 #include <memory>
 
@@ -28,6 +30,8 @@ public:
     void showPanel();
     /// Brings the panel forward with the about card over it.
     void showAbout();
+    /// Brings the panel forward with the launcher settings over it.
+    void showSettings();
 
     FloatingPanel &panel() { return *m_panel; }
 
@@ -35,10 +39,13 @@ public:
 
 private:
     void makePanel();
+    void showCard(Published<bool> &other, Published<bool> &card);
     void observeWindowPreferences();
 
     Platform &m_platform;
+    PanelApplicationChooser m_applicationChooser;
     SatchelStore m_store;
+    LauncherStore m_launcherStore;
     WindowPreferences m_windowPreferences;
     std::unique_ptr<FloatingPanel> m_panel;
     Cancellable m_preferencesCancellable;

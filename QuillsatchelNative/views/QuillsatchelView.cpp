@@ -2,6 +2,7 @@
 
 #include "support/WebAddress.h"
 #include "views/AboutCard.h"
+#include "views/LauncherSettingsCard.h"
 #include "views/MessageLine.h"
 #include "views/NewNodeButton.h"
 #include "views/NodeList.h"
@@ -14,21 +15,45 @@
 #include <QResizeEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
 
 constexpr int DividerHeight = 1;
 constexpr int NewNodePadding = 8;
+constexpr int CardMargin = 8; // at least, around a card that floats over the view
+
+/// Has the card that `make` makes appear while it is wanted, and lets it go afterwards. True if it
+/// has just appeared. It keeps clear of the `topInset` under the title bar.
+template <typename Make>
+bool renderCard(QPointer<OverlayCard> &card, const Published<bool> &isWanted, int topInset,
+                Make &&make)
+{
+    if (isWanted.get() == !card.isNull())
+        return false;
+    if (card) {
+        card->disappear();
+        card.clear();
+        return false;
+    }
+    card = std::forward<Make>(make)();
+    card->setContentsMargins(CardMargin, topInset + CardMargin, CardMargin, CardMargin);
+    card->appear();
+    return true;
+}
 
 } // namespace
 
-QuillsatchelView::QuillsatchelView(SatchelStore &store, WindowPreferences &windowPreferences,
-                                   Platform &platform, int topInset, QWidget *parent)
+QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherStore,
+                                   WindowPreferences &windowPreferences, Platform &platform,
+                                   int topInset, QWidget *parent)
     : QWidget(parent)
     , m_store(store)
+    , m_launcherStore(launcherStore)
     , m_windowPreferences(windowPreferences)
     , m_platform(platform)
+    , m_topInset(topInset)
     , m_dictation(platform)
     , m_scheduler(platform.mainQueue, [this] { render(); })
     , m_tabStrip(new TabStrip(store, platform.mainQueue, this))
@@ -116,7 +141,7 @@ void QuillsatchelView::render()
     endLostDictation();
     m_nodeList->render();
     renderMessage();
-    renderAboutCard();
+    renderCards();
 }
 
 void QuillsatchelView::renderMessage()
@@ -125,23 +150,34 @@ void QuillsatchelView::renderMessage()
     layOut();
 }
 
-void QuillsatchelView::renderAboutCard()
+void QuillsatchelView::renderCards()
 {
-    const bool isWanted = m_windowPreferences.showsInfoCard.get();
-    if (isWanted == !m_aboutCard.isNull())
-        return;
-    if (!isWanted) {
-        m_aboutCard->disappear();
-        m_aboutCard.clear();
-        return;
+    const bool isAboutNew = renderCard(m_aboutCard, m_windowPreferences.showsInfoCard, m_topInset,
+                                       [this] { return makeAboutCard(); });
+    const bool isSettingsNew = renderCard(m_settingsCard, m_windowPreferences.showsSettingsCard,
+                                          m_topInset, [this] { return makeSettingsCard(); });
+    if (isAboutNew && m_settingsCard && !isSettingsNew) { // the settings lie above
+        m_settingsCard->raise();
+        m_settingsCard->setFocus(Qt::PopupFocusReason);
     }
-    m_aboutCard = new AboutCard(this);
-    m_aboutCard->onClose = [this] { m_windowPreferences.showsInfoCard.set(false); };
-    m_aboutCard->onOpenWebsite = [this](const std::string &website) {
+}
+
+AboutCard *QuillsatchelView::makeAboutCard()
+{
+    auto *const card = new AboutCard(this);
+    card->onClose = [this] { m_windowPreferences.showsInfoCard.set(false); };
+    card->onOpenWebsite = [this](const std::string &website) {
         if (const auto address = WebAddress::parse(website))
             m_platform.workspace.open(*address);
     };
-    m_aboutCard->appear();
+    return card;
+}
+
+LauncherSettingsCard *QuillsatchelView::makeSettingsCard()
+{
+    auto *const card = new LauncherSettingsCard(m_launcherStore, m_platform.mainQueue, this);
+    card->onClose = [this] { m_windowPreferences.showsSettingsCard.set(false); };
+    return card;
 }
 
 void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
@@ -152,8 +188,10 @@ void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
 void QuillsatchelView::resizeEvent(QResizeEvent * /*event*/)
 {
     layOut();
-    if (m_aboutCard)
-        m_aboutCard->setGeometry(rect());
+    for (auto *const card : { m_aboutCard.data(), m_settingsCard.data() }) {
+        if (card)
+            card->setGeometry(rect());
+    }
 }
 
 void QuillsatchelView::layOut()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dictation/DictationController.h"
+#include "launchers/LauncherStore.h"
 #include "library/SatchelStore.h"
 #include "preferences/WindowPreferences.h"
 #include "views/RenderScheduler.h"
@@ -9,9 +10,11 @@
 #include <QWidget>
 
 class AboutCard;
+class LauncherSettingsCard;
 class MessageLine;
 class NewNodeButton;
 class NodeList;
+class OverlayCard;
 class PromptCard;
 class TabStrip;
 
@@ -24,8 +27,9 @@ class QuillsatchelView final : public QWidget
 public:
     /// The view fills the panel; `topInset` points of it lie under the title bar. The models
     /// outlive the view.
-    QuillsatchelView(SatchelStore &store, WindowPreferences &windowPreferences, Platform &platform,
-                     int topInset, QWidget *parent);
+    QuillsatchelView(SatchelStore &store, LauncherStore &launcherStore,
+                     WindowPreferences &windowPreferences, Platform &platform, int topInset,
+                     QWidget *parent);
 
     /// In points; the panel's sizes too.
     static constexpr QSize MinimumSize { 390, 420 };
@@ -51,17 +55,22 @@ private:
     void followFocus();
     void render();
     void renderMessage();
-    void renderAboutCard();
     void layOut();
+    void renderCards();
+    AboutCard *makeAboutCard();
+    LauncherSettingsCard *makeSettingsCard();
 
     SatchelStore &m_store;
+    LauncherStore &m_launcherStore;
     WindowPreferences &m_windowPreferences;
     Platform &m_platform;
+    int m_topInset;
     DictationController m_dictation;
     RenderScheduler m_scheduler;
     TabStrip *m_tabStrip;
     NodeList *m_nodeList;
     MessageLine *m_messageLine;
     NewNodeButton *m_newNodeButton;
-    QPointer<AboutCard> m_aboutCard;
+    QPointer<OverlayCard> m_aboutCard;
+    QPointer<OverlayCard> m_settingsCard;
 };

@@ -50,6 +50,9 @@ class Control:
                 return
         raise AssertionError(f"{self} cannot be pressed")
 
+    def grab_focus(self):
+        Atspi.Component.grab_focus(self._accessible)
+
     def click(self, button=1, times=1):
         click(self.frame.center, button, times)
 

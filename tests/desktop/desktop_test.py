@@ -48,7 +48,7 @@ class DesktopTest(unittest.TestCase):
         except AssertionError:
             self.assertEqual(saved.decode(), expected().decode())
         self.assertEqual({file.name for file in self.session.data_folder.iterdir()},
-                         {"prompts.json", *beside})
+                         {"prompts.json", "Favicons", *beside})
 
 
 class PictureTakingResult(unittest.TextTestResult):

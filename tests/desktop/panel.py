@@ -25,6 +25,13 @@ class Panel:
     def is_running(self):
         return self._process.poll() is None
 
+    def open_settings(self):
+        """The settings card, there to be used."""
+        press_keys("ctrl+comma")
+        card = self.find("Quick Launchers", "dialog")
+        card.find("Close", "push button")
+        return card
+
     def find(self, name=None, role=None):
         return self._application.find(name, role)
 

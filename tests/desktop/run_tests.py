@@ -13,6 +13,7 @@ import signal
 import sys
 import unittest
 
+import network
 from desktop_test import DesktopTest, PictureTakingResult
 from session import Session
 
@@ -26,6 +27,7 @@ def main():
     signal.signal(signal.SIGTERM, interrupt_saying("Ended from outside."))
     signal.alarm(MOST_SECONDS)
     make_empty(arguments.folder)
+    network.prepare_for_a_website()
     with Session(arguments.composited) as session:
         DesktopTest.session = session
         DesktopTest.program = arguments.program.resolve()

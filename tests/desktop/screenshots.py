@@ -10,13 +10,16 @@ import argparse
 import pathlib
 import time
 
+import launchers
 import library
 from library import node, tab
+from applications import RecordingApplication
+from launchers import application, website
 from panel import Panel
 from session import Session
 from waiting import wait_for
 from x11 import (Point, Rect, button_held, glide, move_pointer, open_colored_window, press_keys,
-                 run, type_text)
+                 run, type_text, windows_named)
 
 POINTS_AROUND = 60
 BACKDROP_COLOR = "#41576B"
@@ -67,6 +70,9 @@ class Photographer:
 
     def take_overlays(self):
         self.open([WRITING], self.take_about_card)
+        self.open([WRITING], self.take_settings_card)
+        self.open([WRITING], self.take_filled_settings_card, self.five_launchers())
+        self.open([WRITING], self.take_chooser)
         self.open([WRITING], self.take_color_menu)
         self.open([WRITING], self.take_tab_menu)
 
@@ -105,6 +111,46 @@ class Photographer:
         panel.find("About Quillsatchel", "dialog").find("Close", "push button")
         self.take(panel, "about")
 
+    def take_settings_card(self, panel):
+        card = panel.open_settings()
+        self.take(panel, "settings-empty")
+        editor = card.find("Launcher 2", "panel")
+        editor.find("Website", "text").grab_focus()
+        type_text("ftp://example.com")
+        press_keys("Return")
+        editor.find("Enter a valid http or https website.")
+        self.take(panel, "settings-error")
+        self.take(panel, "settings-smallest", width=390, height=420)
+
+    def take_filled_settings_card(self, panel):
+        panel.open_settings()
+        self.take(panel, "settings-full")
+        for count in range(4):
+            panel.step()
+            self.take(panel, f"settings-focus-{count}")
+        self.take(panel, "settings-full-smallest", width=390, height=420)
+
+    def five_launchers(self):
+        self._notes = RecordingApplication(self._session, "Zither Notes", "Writes music down")
+        return [application(self._notes, library.known_id(1)),
+                website("example.com", "https://www.example.com", library.known_id(2)),
+                application(self._notes, library.known_id(3)),
+                website("a-rather-long-name-for-a-host.of-a-website.example.com",
+                        "https://a-rather-long-name-for-a-host.of-a-website.example.com/with/a/"
+                        "path?and=query", library.known_id(4)),
+                website("localhost", "http://localhost:8080/", library.known_id(5))]
+
+    def take_chooser(self, panel):
+        card = panel.open_settings()
+        card.find("Launcher 1", "panel").find("Choose App…", "push button").press()
+        chooser, = wait_for("a chooser", lambda: windows_named("Choose an Application"))
+        wait_for("its field", lambda: panel.focused_name() == "Search applications")
+        self.take(panel, "chooser", window=chooser)
+        type_text("z")
+        self.take(panel, "chooser-searching", window=chooser)
+        type_text("zz")
+        self.take(panel, "chooser-nothing-found", window=chooser)
+
     def take_color_menu(self, panel):
         panel.step_to("Node color")
         panel.menu_after(lambda: press_keys("Return"))
@@ -124,11 +170,13 @@ class Photographer:
 
         self.open([WRITING], follow)
 
-    def open(self, tabs, use):
+    def open(self, tabs, use, slots=None):
         self._session.clear_data()
         self._session.data_folder.mkdir(mode=0o700)
         file = self._session.data_folder / "prompts.json"
         file.write_bytes(library.encode(with_ids(tabs)))
+        if slots:
+            (self._session.data_folder / "launchers.json").write_text(launchers.encode(slots))
         panel = Panel(self._session, self._program, self._scale)
         try:
             move_pointer(Point(0, 0))
@@ -136,16 +184,17 @@ class Photographer:
         finally:
             panel.end()
 
-    def take(self, panel, state, width=None, height=None, seconds_to_settle=0.6):
-        frame = panel.window.frame()
+    def take(self, panel, state, width=None, height=None, seconds_to_settle=0.6, window=None):
+        window = window or panel.window
+        frame = window.frame()
         if width or height:
             size = (width * self._scale if width else frame.width,
                     height * self._scale if height else frame.height)
-            panel.window.ask_for_size(*size)
-            panel.window.ask_for_place(60 * self._scale, 60 * self._scale)
-            wait_for("the new size", lambda: panel.window.frame().size == size)
+            window.ask_for_size(*size)
+            window.ask_for_place(60 * self._scale, 60 * self._scale)
+            wait_for("the new size", lambda: window.frame().size == size)
         time.sleep(seconds_to_settle)  # for what moves or is still to be painted
-        self.save(panel.window.frame(), self._folder / f"{state}@{self._scale}x.png")
+        self.save(window.frame(), self._folder / f"{state}@{self._scale}x.png")
 
     def save(self, frame, file):
         around = POINTS_AROUND * self._scale

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fakes/FakeApplicationChooser.h"
+#include "launchers/LauncherStore.h"
 #include "preferences/WindowPreferences.h"
 #include "views/AboutCard.h"
 #include "views/EmptyState.h"
@@ -21,7 +23,7 @@ protected:
     void openView(const std::vector<PromptTab> &tabs)
     {
         open(tabs);
-        view.emplace(store(), preferences, machine.platform, 0, nullptr);
+        view.emplace(store(), launcherStore, preferences, machine.platform, 0, nullptr);
         Input::show(*view);
         view->setFocus();
         settle();
@@ -65,6 +67,8 @@ protected:
 
     void press(const std::string &name) { press(*view, name); }
 
+    FakeApplicationChooser applicationChooser;
+    LauncherStore launcherStore { applicationChooser, machine.platform };
     WindowPreferences preferences;
     std::optional<QuillsatchelView> view;
 };
