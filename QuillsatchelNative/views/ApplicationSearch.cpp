@@ -13,7 +13,7 @@ enum class Rank {
     Elsewhere
 };
 
-/// The letters whose stroke or missing dot Unicode does not take for an accent.
+/// The letters whose stroke Unicode does not take for an accent.
 QChar baseLetter(QChar letter)
 {
     switch (letter.unicode()) {
@@ -21,8 +21,6 @@ QChar baseLetter(QChar letter)
         return u'o';
     case u'\u0111':
         return u'd';
-    case u'\u0131':
-        return u'i';
     case u'\u0142':
         return u'l';
     default:
@@ -32,9 +30,11 @@ QChar baseLetter(QChar letter)
 
 QString madeAlike(const QString &text)
 {
+    // By way of the upper case, for what has but one there: sharp s and double s, two sigmas.
+    const QString folded = text.normalized(QString::NormalizationForm_KD).toUpper().toCaseFolded();
     QString plain;
-    plain.reserve(text.size());
-    for (const QChar letter : text.normalized(QString::NormalizationForm_KD).toCaseFolded()) {
+    plain.reserve(folded.size());
+    for (const QChar letter : folded) {
         if (letter.combiningClass() == 0)
             plain += baseLetter(letter);
     }

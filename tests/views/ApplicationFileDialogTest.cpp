@@ -1,0 +1,188 @@
+#include "views/ApplicationPanelFixture.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QListView>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace
+{
+
+/// A panel that hears nothing of its desktop's applications, and a home with some elsewhere.
+class ApplicationFileDialogTest : public ApplicationPanelFixture
+{
+protected:
+    ApplicationFileDialogTest()
+    {
+        qputenv("XDG_DATA_HOME", QFile::encodeName(home.filePath(QStringLiteral("data"))));
+        openEmpty();
+    }
+
+    ~ApplicationFileDialogTest() override { qunsetenv("XDG_DATA_HOME"); }
+
+    QString addFile(const QString &name) const
+    {
+        const QString path = home.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        EXPECT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+        return path;
+    }
+
+    ApplicationFileDialog &openDialog()
+    {
+        Input::click(button("Other\u2026"));
+        auto *const dialog = fileDialog();
+        EXPECT_TRUE(dialog);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        return *dialog;
+    }
+
+    static void choose(ApplicationFileDialog &dialog, const QString &path)
+    {
+        auto &name = *dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name.setFocus();
+        name.setText(path);
+        Input::key(dialog, Qt::Key_Return);
+    }
+
+    QTemporaryDir home;
+};
+
+TEST_F(ApplicationFileDialogTest, EndsThePanelWithThePathThatIsChosenThere)
+{
+    const QString path = addFile(QStringLiteral("\u00DCbung \u2603.desktop"));
+    choose(openDialog(), path);
+    settle();
+    EXPECT_FALSE(panel);
+    EXPECT_EQ(answers, Answers { path.toUtf8().toStdString() });
+}
+
+TEST_F(ApplicationFileDialogTest, HoldsUpNeitherProgramNorPanel)
+{
+    const auto &dialog = openDialog();
+    EXPECT_FALSE(dialog.isModal());
+    EXPECT_EQ(dialog.windowHandle()->transientParent(), panel->windowHandle());
+    workspace.finishListing();
+    panel->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel));
+    type("mail");
+    press(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
+}
+
+TEST_F(ApplicationFileDialogTest, GoesWithThePanel)
+{
+    const QPointer<ApplicationFileDialog> dialog = &openDialog();
+    panel->reject();
+    settle();
+    EXPECT_FALSE(dialog);
+}
+
+TEST_F(ApplicationFileDialogTest, LeavesThePanelOpenWhenItIsCancelled)
+{
+    Input::key(openDialog(), Qt::Key_Escape);
+    EXPECT_FALSE(fileDialog());
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_EQ(answers, Answers());
+    openDialog();
+}
+
+TEST_F(ApplicationFileDialogTest, IsOpenOnce)
+{
+    openDialog();
+    Input::click(button("Other\u2026"));
+    EXPECT_EQ(panel->findChildren<ApplicationFileDialog *>().size(), 1);
+}
+
+TEST_F(ApplicationFileDialogTest, StartsInTheUsersApplicationsOrAtHome)
+{
+    EXPECT_EQ(openDialog().directory().path(), QDir::homePath());
+    panel->reject();
+    settle();
+    openEmpty();
+    const QString own = addFile(QStringLiteral("data/applications/own.desktop"));
+    EXPECT_EQ(openDialog().directory().path(), QFileInfo(own).path());
+}
+
+TEST_F(ApplicationFileDialogTest, ShowsFoldersAndDesktopEntriesOnly)
+{
+    const auto folder = QFileInfo(addFile(QStringLiteral("here/one.desktop"))).path();
+    addFile(QStringLiteral("here/two.txt"));
+    addFile(QStringLiteral("here/below/three.desktop"));
+    auto &dialog = openDialog();
+    dialog.setDirectory(folder);
+    const auto &view = *dialog.findChild<QListView *>(QStringLiteral("listView"));
+    EXPECT_TRUE(view.isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&view] { return view.model()->rowCount(view.rootIndex()) == 2; }));
+    std::set<std::string> names; // in their order only once the disk has been read
+    for (int row = 0; row < 2; ++row) {
+        const QModelIndex index = view.model()->index(row, 0, view.rootIndex());
+        names.insert(index.data().toString().toStdString());
+    }
+    EXPECT_EQ(names, (std::set<std::string> { "below", "one.desktop" }));
+}
+
+TEST_F(ApplicationFileDialogTest, TakesNoOtherFileAndNoneThatIsMissing)
+{
+    const QString text = addFile(QStringLiteral("readme.txt"));
+    auto &dialog = openDialog();
+    for (const QString &path : { text, home.filePath(QStringLiteral("missing.desktop")) }) {
+        choose(dialog, path);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(QApplication::activeModalWidget());
+        EXPECT_EQ(answers, Answers());
+    }
+}
+
+TEST_F(ApplicationFileDialogTest, GoesIntoAFolderThatIsTyped)
+{
+    const auto folder = QFileInfo(addFile(QStringLiteral("here/one.desktop"))).path();
+    auto &dialog = openDialog();
+    choose(dialog, folder);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.directory().path(), folder);
+}
+
+TEST_F(ApplicationFileDialogTest, KeepsLinksThatOutlastWhatTheyLeadTo)
+{
+    const QString entry = addFile(QStringLiteral("store/1.0/app.desktop"));
+    const QString link = home.filePath(QStringLiteral("app.desktop"));
+    ASSERT_TRUE(QFile::link(entry, link));
+    choose(openDialog(), link);
+    settle();
+    EXPECT_EQ(answers, Answers { link.toStdString() });
+}
+
+TEST_F(ApplicationFileDialogTest, ChangesNothingOnDisk)
+{
+    EXPECT_TRUE(openDialog().testOption(QFileDialog::ReadOnly));
+}
+
+TEST_F(ApplicationFileDialogTest, SpeaksLikeThePanel)
+{
+    auto &dialog = openDialog();
+    EXPECT_EQ(dialog.windowTitle().toStdString(), "Choose an Application");
+    EXPECT_TRUE(Input::button(dialog, "Add Launcher"));
+    const auto &types = *dialog.findChild<QComboBox *>(QStringLiteral("fileTypeCombo"));
+    EXPECT_EQ(types.currentText().toStdString(), "Applications (*.desktop)");
+}
+
+TEST_F(ApplicationFileDialogTest, IsReadable)
+{
+    const auto contrast = [](const QColor &a, const QColor &b) {
+        return std::abs(a.lightness() - b.lightness());
+    };
+    auto &dialog = openDialog();
+    const auto &view = *dialog.findChild<QListView *>(QStringLiteral("listView"));
+    const QColor ground = view.palette().color(QPalette::Base);
+    EXPECT_EQ(ground.alpha(), 255);
+    EXPECT_GT(contrast(view.palette().color(QPalette::Text), ground), 180);
+    const QImage picture = dialog.grab().toImage();
+    EXPECT_LT(picture.pixelColor(2, 2).lightness(), 60);
+}
+
+} // namespace

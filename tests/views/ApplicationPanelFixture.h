@@ -1,0 +1,138 @@
+#pragma once
+
+#include "fakes/FakeWorkspace.h"
+#include "views/ApplicationFileDialog.h"
+#include "views/ApplicationList.h"
+#include "views/ApplicationPanel.h"
+#include "views/Input.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QLineEdit>
+#include <QPointer>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A panel, and what it answers.
+class ApplicationPanelFixture : public testing::Test
+{
+protected:
+    using Names = std::vector<std::string>;
+    using Answers = std::vector<std::optional<std::string>>;
+
+    ApplicationPanelFixture()
+    {
+        // Where Qt's file dialog keeps its own.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_settings.path());
+        workspace.icon = QImage(48, 48, QImage::Format_ARGB32_Premultiplied);
+        workspace.icon.fill(Qt::green);
+        workspace.applications = {
+            { "/apps/calc.desktop", "Calculator", "Do sums", "math;" },
+            { "/apps/cal.desktop", "Calendar", "Look at your days", "dates;" },
+            { "/apps/mail.desktop", "Mail", "Send messages", "" },
+            { "/apps/tables.desktop", "Tables", "Calculate in rows and columns", "" },
+            { "/apps/view.desktop", "Viewer", "", "pictures;" },
+        };
+    }
+
+    ~ApplicationPanelFixture() override { delete panel; }
+
+    /// Shows a panel that has not heard from the workspace yet.
+    void openEmpty()
+    {
+        panel = new ApplicationPanel(QStringLiteral("Choose an Application"),
+                                     QStringLiteral("Add Launcher"), workspace, nullptr);
+        panel->onFinish = [this](const auto &path) { answers.push_back(path); };
+        panel->show();
+        panel->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(panel));
+    }
+
+    void open()
+    {
+        openEmpty();
+        workspace.finishListing();
+        settle();
+    }
+
+    void install(int count)
+    {
+        workspace.applications.clear();
+        for (int number = 0; number < count; ++number) {
+            const std::string name = "Application " + std::to_string(number);
+            workspace.applications.push_back({ "/apps/" + name, name, "Comment", "" });
+        }
+    }
+
+    /// Lets everything happen that is to happen on the next turn.
+    static void settle()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+
+    QLineEdit &field() const { return *panel->findChild<QLineEdit *>(); }
+
+    ApplicationList &list() const { return *panel->findChild<ApplicationList *>(); }
+
+    QAbstractButton &button(const std::string &name) const { return *Input::button(*panel, name); }
+
+    ApplicationFileDialog *fileDialog() const
+    {
+        auto *const dialog = panel->findChild<ApplicationFileDialog *>();
+        return dialog && dialog->isVisible() ? dialog : nullptr;
+    }
+
+    Names shownNames() const
+    {
+        Names names;
+        const auto &model = *list().model();
+        for (int row = 0; row < model.rowCount(); ++row)
+            names.push_back(model.index(row, 0).data().toString().toStdString());
+        return names;
+    }
+
+    /// The name of the selected application, empty if none is.
+    std::string selectedName() const
+    {
+        const auto selected = list().selectionModel()->selectedIndexes();
+        return selected.isEmpty() ? "" : selected.front().data().toString().toStdString();
+    }
+
+    /// What the list shows in place of rows, as it is heard.
+    std::string note() const { return list().accessibleDescription().toStdString(); }
+
+    /// The middle of the row in the window.
+    QPoint placeOf(int row) const
+    {
+        const QModelIndex index = list().model()->index(row, 0);
+        return list().viewport()->mapTo(panel.data(), list().visualRect(index).center());
+    }
+
+    void clickRow(int row) const { Input::click(*panel, placeOf(row)); }
+
+    void doubleClickRow(int row) const
+    {
+        QTest::mouseDClick(panel->windowHandle(), Qt::LeftButton, {}, placeOf(row));
+    }
+
+    void type(const std::string &letters) const { Input::type(*panel, letters); }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        Input::key(*panel, key, modifiers);
+    }
+
+    FakeWorkspace workspace;
+    QPointer<ApplicationPanel> panel;
+    Answers answers;
+
+private:
+    QTemporaryDir m_settings;
+};

@@ -1,0 +1,451 @@
+#include "views/ApplicationPanelFixture.h"
+
+#include <QAccessible>
+#include <QScrollBar>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class ApplicationPanelTest : public ApplicationPanelFixture
+{
+protected:
+    /// That the panel gave this answer, no other, and is gone.
+    void expectToEndWith(const std::optional<std::string> &answer)
+    {
+        EXPECT_FALSE(panel && panel->isVisible());
+        settle();
+        EXPECT_FALSE(panel);
+        EXPECT_EQ(answers, Answers { answer });
+    }
+
+    void expectToGoOn() const
+    {
+        EXPECT_TRUE(panel->isVisible());
+        EXPECT_EQ(answers, Answers());
+    }
+
+    QWidget *focus() const { return panel->focusWidget(); }
+};
+
+TEST_F(ApplicationPanelTest, IsAnOrdinaryWindowUnderItsTitle)
+{
+    open();
+    EXPECT_EQ(panel->windowTitle().toStdString(), "Choose an Application");
+    EXPECT_EQ(panel->windowType(), Qt::Dialog);
+    EXPECT_FALSE(panel->isModal());
+    EXPECT_FALSE(panel->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(panel->size(), QSize(420, 480));
+    EXPECT_EQ(panel->minimumSize(), QSize(320, 300));
+    EXPECT_GT(panel->maximumHeight(), 2000);
+}
+
+TEST_F(ApplicationPanelTest, HasTheSearchAboveTheListAboveTheButtons)
+{
+    open();
+    const auto place = [this](const QWidget &widget) {
+        return QRect(widget.mapTo(panel.data(), QPoint()), widget.size());
+    };
+    const QRect other = place(button("Other\u2026"));
+    const QRect cancel = place(button("Cancel"));
+    const QRect add = place(button("Add Launcher"));
+    EXPECT_EQ(field().placeholderText().toStdString(), "Search");
+    EXPECT_LT(place(field()).bottom(), place(list()).top());
+    EXPECT_LT(place(list()).bottom(), other.top());
+    EXPECT_EQ(other.top(), cancel.top());
+    EXPECT_EQ(other.left(), place(list()).left());
+    EXPECT_LT(other.right(), cancel.left());
+    EXPECT_LT(cancel.right(), add.left());
+    EXPECT_EQ(add.right(), place(list()).right());
+}
+
+TEST_F(ApplicationPanelTest, GivesTheListAllTheRoomThereIs)
+{
+    open();
+    const QSize before = list().size();
+    panel->resize(500, 600);
+    settle();
+    EXPECT_EQ(list().size() - before, QSize(80, 120));
+    panel->resize(320, 300);
+    settle();
+    EXPECT_EQ(before - list().size(), QSize(100, 180));
+}
+
+TEST_F(ApplicationPanelTest, IsThereBeforeTheApplicationsAre)
+{
+    openEmpty();
+    EXPECT_EQ(workspace.listings.size(), 1U);
+    EXPECT_EQ(shownNames(), Names());
+    EXPECT_EQ(note(), "");
+    workspace.finishListing();
+    EXPECT_EQ(shownNames(), (Names { "Calculator", "Calendar", "Mail", "Tables", "Viewer" }));
+    EXPECT_EQ(note(), "");
+}
+
+TEST_F(ApplicationPanelTest, SaysThatItIsLoadingOnlyAfterAMoment)
+{
+    openEmpty();
+    EXPECT_EQ(note(), "");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return note() == "Loading\u2026"; }));
+    workspace.finishListing();
+    EXPECT_EQ(note(), "");
+}
+
+TEST_F(ApplicationPanelTest, SaysThatThereAreNone)
+{
+    workspace.applications.clear();
+    open();
+    EXPECT_EQ(note(), "No applications found");
+    QTest::qWait(600);
+    EXPECT_EQ(note(), "No applications found");
+}
+
+TEST_F(ApplicationPanelTest, SaysThatNoneIsFoundUntilOneIs)
+{
+    open();
+    type("calx");
+    EXPECT_EQ(shownNames(), Names());
+    EXPECT_EQ(note(), "No applications found");
+    EXPECT_EQ(selectedName(), "");
+    EXPECT_FALSE(button("Add Launcher").isEnabled());
+    press(Qt::Key_Return);
+    expectToGoOn();
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(note(), "");
+    EXPECT_EQ(selectedName(), "Calculator");
+}
+
+TEST_F(ApplicationPanelTest, SearchesFromTheFirstKeyOn)
+{
+    open();
+    EXPECT_TRUE(field().hasFocus());
+    type("c");
+    EXPECT_EQ(field().text().toStdString(), "c");
+    EXPECT_EQ(shownNames(), (Names { "Calculator", "Calendar", "Tables", "Viewer" }));
+    type("al");
+    EXPECT_EQ(shownNames(), (Names { "Calculator", "Calendar", "Tables" }));
+    type(" row");
+    EXPECT_EQ(shownNames(), Names { "Tables" });
+}
+
+TEST_F(ApplicationPanelTest, SearchesForWhatWasTypedBeforeTheListCame)
+{
+    openEmpty();
+    type("cal");
+    EXPECT_EQ(note(), "");
+    workspace.finishListing();
+    EXPECT_EQ(shownNames(), (Names { "Calculator", "Calendar", "Tables" }));
+    EXPECT_EQ(selectedName(), "Calculator");
+}
+
+TEST_F(ApplicationPanelTest, SelectsTheFirstMatchWhileSomethingIsTyped)
+{
+    open();
+    EXPECT_EQ(selectedName(), "");
+    type("ca");
+    EXPECT_EQ(selectedName(), "Calculator");
+    type("len");
+    EXPECT_EQ(selectedName(), "Calendar");
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(selectedName(), "");
+    type(" ");
+    EXPECT_EQ(selectedName(), "");
+}
+
+TEST_F(ApplicationPanelTest, ShowsTheBestMatchesFromTheTop)
+{
+    install(500);
+    open();
+    for (int count = 0; count < 20; ++count)
+        press(Qt::Key_PageDown);
+    EXPECT_GT(list().verticalScrollBar()->value(), 0);
+    type("application 1");
+    EXPECT_EQ(list().verticalScrollBar()->value(), 0);
+    EXPECT_EQ(selectedName(), "Application 1");
+    press(Qt::Key_PageDown);
+    press(Qt::Key_PageDown);
+    EXPECT_GT(list().verticalScrollBar()->value(), 0);
+    for (int count = 0; count < 13; ++count)
+        press(Qt::Key_Backspace);
+    EXPECT_EQ(list().verticalScrollBar()->value(), 0);
+}
+
+TEST_F(ApplicationPanelTest, AddsOnlyWhatIsSelected)
+{
+    open();
+    EXPECT_FALSE(button("Add Launcher").isEnabled());
+    Input::click(button("Add Launcher"));
+    press(Qt::Key_Return);
+    expectToGoOn();
+    clickRow(2);
+    EXPECT_TRUE(button("Add Launcher").isEnabled());
+    expectToGoOn();
+    Input::click(button("Add Launcher"));
+    expectToEndWith("/apps/mail.desktop");
+}
+
+TEST_F(ApplicationPanelTest, MovesTheSelectionWhileTheFieldKeepsTheKeyboard)
+{
+    open();
+    press(Qt::Key_Down);
+    EXPECT_EQ(selectedName(), "Calculator");
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(selectedName(), "Mail");
+    press(Qt::Key_Up);
+    EXPECT_EQ(selectedName(), "Calendar");
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_TRUE(button("Add Launcher").isEnabled());
+}
+
+TEST_F(ApplicationPanelTest, StaysAtTheEndsOfTheList)
+{
+    open();
+    for (int count = 0; count < 7; ++count)
+        press(Qt::Key_Down);
+    EXPECT_EQ(selectedName(), "Viewer");
+    for (int count = 0; count < 7; ++count)
+        press(Qt::Key_Up);
+    EXPECT_EQ(selectedName(), "Calculator");
+}
+
+TEST_F(ApplicationPanelTest, BearsItsKeysWhileTheListIsEmpty)
+{
+    openEmpty();
+    for (const auto key : { Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown })
+        press(key);
+    press(Qt::Key_Return);
+    EXPECT_EQ(selectedName(), "");
+    expectToGoOn();
+}
+
+TEST_F(ApplicationPanelTest, MovesByPages)
+{
+    install(500);
+    open();
+    press(Qt::Key_Down);
+    press(Qt::Key_PageDown);
+    const int page = list().currentIndex().row();
+    EXPECT_GE(page, 6);
+    EXPECT_LE(page, 10);
+    press(Qt::Key_PageDown);
+    EXPECT_GT(list().currentIndex().row(), page);
+    const QRect row = list().visualRect(list().currentIndex());
+    EXPECT_TRUE(list().viewport()->rect().contains(row));
+    press(Qt::Key_PageUp);
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(selectedName(), "Application 0");
+}
+
+TEST_F(ApplicationPanelTest, LeavesHomeAndEndToTheField)
+{
+    open();
+    type("cal");
+    press(Qt::Key_Down);
+    press(Qt::Key_Home);
+    EXPECT_EQ(field().cursorPosition(), 0);
+    EXPECT_EQ(selectedName(), "Calendar");
+    press(Qt::Key_End);
+    EXPECT_EQ(field().cursorPosition(), 3);
+    EXPECT_EQ(selectedName(), "Calendar");
+}
+
+TEST_F(ApplicationPanelTest, ChoosesOnReturn)
+{
+    open();
+    type("cal");
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    expectToEndWith("/apps/cal.desktop");
+}
+
+TEST_F(ApplicationPanelTest, ChoosesOnTheOtherReturn)
+{
+    open();
+    type("mail");
+    press(Qt::Key_Enter, Qt::KeypadModifier);
+    expectToEndWith("/apps/mail.desktop");
+}
+
+TEST_F(ApplicationPanelTest, ChoosesOnADoubleClick)
+{
+    open();
+    doubleClickRow(3);
+    expectToEndWith("/apps/tables.desktop");
+}
+
+TEST_F(ApplicationPanelTest, ChoosesNothingByADoubleClickBelowTheRows)
+{
+    open();
+    clickRow(1);
+    QTest::mouseDClick(panel->windowHandle(), Qt::LeftButton, {}, placeOf(4) + QPoint(0, 80));
+    expectToGoOn();
+}
+
+TEST_F(ApplicationPanelTest, KeepsTheKeyboardInTheFieldWhenARowIsClicked)
+{
+    open();
+    clickRow(1);
+    EXPECT_EQ(selectedName(), "Calendar");
+    EXPECT_TRUE(field().hasFocus());
+    type("mail");
+    EXPECT_EQ(selectedName(), "Mail");
+}
+
+TEST_F(ApplicationPanelTest, IsCancelledByEscape)
+{
+    open();
+    type("cal");
+    press(Qt::Key_Escape);
+    expectToEndWith(std::nullopt);
+}
+
+TEST_F(ApplicationPanelTest, IsCancelledByItsButton)
+{
+    open();
+    clickRow(1);
+    Input::click(button("Cancel"));
+    expectToEndWith(std::nullopt);
+}
+
+TEST_F(ApplicationPanelTest, IsCancelledByClosingTheWindow)
+{
+    open();
+    clickRow(1);
+    panel->close();
+    expectToEndWith(std::nullopt);
+}
+
+TEST_F(ApplicationPanelTest, AnswersAlsoWhenItIsDestroyed)
+{
+    open();
+    clickRow(1);
+    delete panel;
+    EXPECT_EQ(answers, Answers { std::nullopt });
+}
+
+TEST_F(ApplicationPanelTest, AnswersOnceHoweverOftenItIsEnded)
+{
+    open();
+    panel->reject();
+    panel->close();
+    panel->accept();
+    delete panel;
+    EXPECT_EQ(answers, Answers { std::nullopt });
+}
+
+TEST_F(ApplicationPanelTest, MayGoBeforeTheApplicationsCome)
+{
+    openEmpty();
+    press(Qt::Key_Escape);
+    expectToEndWith(std::nullopt);
+    workspace.finishListing();
+    EXPECT_EQ(answers.size(), 1U);
+}
+
+TEST_F(ApplicationPanelTest, HandsPathsOutAsTheyCame)
+{
+    workspace.applications = { { "/apps/\u00DCbung \u2603.desktop", "One", "", "" } };
+    open();
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    expectToEndWith("/apps/\u00DCbung \u2603.desktop");
+}
+
+TEST_F(ApplicationPanelTest, LeadsTheKeyboardAroundByTab)
+{
+    open();
+    press(Qt::Key_Down); // with nothing selected there is nothing to add
+    std::vector<QWidget *> visited;
+    for (int count = 0; count < 6; ++count) {
+        visited.push_back(focus());
+        press(Qt::Key_Tab);
+    }
+    const std::vector<QWidget *> expected {
+        &field(), &list(), &button("Other\u2026"), &button("Cancel"), &button("Add Launcher"),
+        &field()
+    };
+    EXPECT_EQ(visited, expected);
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(focus(), &field());
+}
+
+TEST_F(ApplicationPanelTest, ObeysTheListsKeysWhileThatHasTheKeyboard)
+{
+    open();
+    press(Qt::Key_Tab);
+    ASSERT_TRUE(list().hasFocus());
+    EXPECT_EQ(selectedName(), "");
+    press(Qt::Key_End);
+    EXPECT_EQ(selectedName(), "Viewer");
+    press(Qt::Key_Down);
+    EXPECT_EQ(selectedName(), "Viewer");
+    press(Qt::Key_Home);
+    press(Qt::Key_Down);
+    EXPECT_EQ(selectedName(), "Calendar");
+    EXPECT_TRUE(list().hasFocus());
+    press(Qt::Key_Return);
+    expectToEndWith("/apps/cal.desktop");
+}
+
+TEST_F(ApplicationPanelTest, GoesOnSearchingWhenLettersAreTypedIntoTheList)
+{
+    open();
+    type("ca");
+    press(Qt::Key_Home);
+    press(Qt::Key_Tab);
+    ASSERT_TRUE(list().hasFocus());
+    type("le m");
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_EQ(field().text().toStdString(), "cale m");
+}
+
+TEST_F(ApplicationPanelTest, LetsReturnPressTheButtonThatHasTheKeyboard)
+{
+    open();
+    type("cal");
+    button("Cancel").setFocus();
+    press(Qt::Key_Return);
+    expectToEndWith(std::nullopt);
+}
+
+TEST_F(ApplicationPanelTest, KeepsShortNotesOfEndlessTexts)
+{
+    const std::string endless(1'000'000, 'x');
+    workspace.applications = { { "/apps/x.desktop", "a\nb" + endless, endless, endless } };
+    open();
+    ASSERT_EQ(shownNames().size(), 1U);
+    EXPECT_TRUE(shownNames().front().starts_with("a bxxx"));
+    EXPECT_LT(shownNames().front().size(), 2000U);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    expectToEndWith("/apps/x.desktop");
+}
+
+TEST_F(ApplicationPanelTest, NamesItsPartsForThoseWhoCannotSee)
+{
+    open();
+    EXPECT_EQ(Input::role(*panel), QAccessible::Dialog);
+    EXPECT_EQ(Input::spokenName(*panel), "Choose an Application");
+    EXPECT_EQ(Input::spokenName(field()), "Search applications");
+    EXPECT_EQ(Input::role(field()), QAccessible::EditableText);
+    EXPECT_EQ(Input::spokenName(list()), "Applications");
+    EXPECT_EQ(Input::role(list()), QAccessible::List);
+    for (const auto *const name : { "Other\u2026", "Cancel", "Add Launcher" })
+        EXPECT_EQ(Input::role(button(name)), QAccessible::Button);
+}
+
+TEST_F(ApplicationPanelTest, SaysNameAndCommentOfEachRow)
+{
+    open();
+    auto *const rows = QAccessible::queryAccessibleInterface(&list());
+    ASSERT_EQ(rows->childCount(), 5);
+    const auto *const row = rows->child(1);
+    EXPECT_EQ(row->role(), QAccessible::ListItem);
+    EXPECT_EQ(row->text(QAccessible::Name).toStdString(), "Calendar");
+    EXPECT_EQ(row->text(QAccessible::Description).toStdString(), "Look at your days");
+    EXPECT_EQ(rows->child(4)->text(QAccessible::Description).toStdString(), "");
+}
+
+} // namespace

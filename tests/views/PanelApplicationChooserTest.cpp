@@ -1,0 +1,220 @@
+#include "views/PanelApplicationChooser.h"
+
+#include "fakes/FakeWorkspace.h"
+#include "views/ApplicationPanel.h"
+#include "views/Input.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace
+{
+
+class PanelApplicationChooserTest : public testing::Test
+{
+protected:
+    using Answers = std::vector<std::optional<std::string>>;
+
+    PanelApplicationChooserTest()
+    {
+        workspace.applications = { { "/apps/mail.desktop", "Mail", "", "" } };
+    }
+
+    /// Asks under this title and notes the answer.
+    Answers &ask(const QString &title = QStringLiteral("Choose an Application"))
+    {
+        auto &answers = *answersOfAll.emplace_back(std::make_unique<Answers>());
+        chooser->begin(title, QStringLiteral("Add Launcher"),
+                       [&answers](const auto &path) { answers.push_back(path); });
+        return answers;
+    }
+
+    static std::vector<ApplicationPanel *> openPanels()
+    {
+        std::vector<ApplicationPanel *> panels;
+        for (auto *const widget : QApplication::topLevelWidgets()) {
+            auto *const panel = qobject_cast<ApplicationPanel *>(widget);
+            if (panel && panel->isVisible())
+                panels.push_back(panel);
+        }
+        return panels;
+    }
+
+    static ApplicationPanel &panel()
+    {
+        EXPECT_EQ(openPanels().size(), 1U);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(openPanels().front()));
+        return *openPanels().front();
+    }
+
+    void chooseFirst()
+    {
+        workspace.finishListing();
+        Input::key(panel(), Qt::Key_Down);
+        Input::key(panel(), Qt::Key_Return);
+    }
+
+    static int panelCount()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        int count = 0;
+        for (auto *const widget : QApplication::topLevelWidgets())
+            count += qobject_cast<ApplicationPanel *>(widget) ? 1 : 0;
+        return count;
+    }
+
+    const Answers none { std::nullopt };
+    std::vector<std::unique_ptr<Answers>> answersOfAll; // a chooser that goes answers, too
+    FakeWorkspace workspace;
+    std::unique_ptr<PanelApplicationChooser> chooser =
+        std::make_unique<PanelApplicationChooser>(workspace);
+};
+
+TEST_F(PanelApplicationChooserTest, ShowsAPanelAndReturns)
+{
+    const auto &answers = ask(QStringLiteral("A title"));
+    EXPECT_EQ(panel().windowTitle().toStdString(), "A title");
+    EXPECT_TRUE(Input::button(panel(), "Add Launcher"));
+    EXPECT_EQ(answers, Answers());
+}
+
+TEST_F(PanelApplicationChooserTest, HandsOutWhatIsChosen)
+{
+    const auto &answers = ask();
+    chooseFirst();
+    EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
+    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(answers.size(), 1U);
+}
+
+TEST_F(PanelApplicationChooserTest, HandsOutNoneWhenTheUserCancels)
+{
+    const auto &answers = ask();
+    Input::key(panel(), Qt::Key_Escape);
+    EXPECT_EQ(answers, none);
+    EXPECT_EQ(panelCount(), 0);
+}
+
+TEST_F(PanelApplicationChooserTest, CanBeAskedAgain)
+{
+    ask();
+    Input::key(panel(), Qt::Key_Escape);
+    const auto &answers = ask();
+    chooseFirst();
+    EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
+}
+
+TEST_F(PanelApplicationChooserTest, CancelsTheEarlierRequestForANewOne)
+{
+    const auto &earlier = ask(QStringLiteral("Earlier"));
+    const auto &later = ask(QStringLiteral("Later"));
+    EXPECT_EQ(earlier, none);
+    EXPECT_EQ(panel().windowTitle().toStdString(), "Later");
+    EXPECT_EQ(panelCount(), 1);
+    chooseFirst();
+    EXPECT_EQ(later, Answers { "/apps/mail.desktop" });
+    EXPECT_EQ(earlier, none);
+}
+
+TEST_F(PanelApplicationChooserTest, CanBeAskedAgainByWhoeverIsCancelled)
+{
+    const Answers *again = nullptr;
+    chooser->begin({}, {}, [this, &again](const auto &path) {
+        EXPECT_FALSE(path);
+        again = &ask(QStringLiteral("Again"));
+    });
+    const auto &between = ask(QStringLiteral("Between"));
+    ASSERT_TRUE(again);
+    EXPECT_EQ(between, none);
+    EXPECT_EQ(panel().windowTitle().toStdString(), "Again");
+    EXPECT_EQ(panelCount(), 1);
+    chooseFirst();
+    EXPECT_EQ(*again, Answers { "/apps/mail.desktop" });
+}
+
+TEST_F(PanelApplicationChooserTest, StaysAboveTheWindowThatWasActive)
+{
+    QWidget window;
+    Input::show(window);
+    ask();
+    EXPECT_EQ(panel().windowHandle()->transientParent(), window.windowHandle());
+    ask();
+    EXPECT_EQ(panel().windowHandle()->transientParent(), window.windowHandle())
+        << "the panel that was active is gone";
+    EXPECT_EQ(panelCount(), 1);
+    chooser->cancel();
+}
+
+TEST_F(PanelApplicationChooserTest, StandsAloneWhereNoWindowIsActive)
+{
+    ASSERT_FALSE(QApplication::activeWindow());
+    ask();
+    EXPECT_FALSE(panel().windowHandle()->transientParent());
+}
+
+TEST_F(PanelApplicationChooserTest, CancelsWhenItIsTold)
+{
+    const auto &answers = ask();
+    chooser->cancel();
+    EXPECT_EQ(answers, none);
+    EXPECT_EQ(panelCount(), 0);
+    chooser->cancel();
+    EXPECT_EQ(answers, none);
+}
+
+TEST_F(PanelApplicationChooserTest, HasNothingToCancelOnceTheUserHasChosen)
+{
+    const auto &answers = ask();
+    chooseFirst();
+    chooser->cancel();
+    chooser.reset();
+    EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
+}
+
+TEST_F(PanelApplicationChooserTest, CancelsWhenItGoes)
+{
+    const auto &answers = ask();
+    chooser.reset();
+    EXPECT_EQ(answers, none);
+    EXPECT_EQ(openPanels().size(), 0U);
+    EXPECT_EQ(panelCount(), 0);
+    workspace.finishListing();
+    EXPECT_EQ(answers, none);
+}
+
+TEST_F(PanelApplicationChooserTest, MayGoWhileItAnswers)
+{
+    int answerCount = 0;
+    chooser->begin({}, {}, [this, &answerCount](const auto &) {
+        ++answerCount;
+        chooser.reset();
+    });
+    chooseFirst();
+    EXPECT_EQ(answerCount, 1);
+    EXPECT_EQ(panelCount(), 0);
+}
+
+TEST_F(PanelApplicationChooserTest, CancelsWhenTheWindowBelowGoes)
+{
+    auto window = std::make_unique<QWidget>();
+    Input::show(*window);
+    const auto &answers = ask();
+    window.reset();
+    EXPECT_EQ(answers, none);
+    EXPECT_EQ(panelCount(), 0);
+    chooser->cancel();
+    EXPECT_EQ(answers, none);
+}
+
+TEST_F(PanelApplicationChooserTest, CancelsWhenTheProgramClosesItsWindows)
+{
+    const auto &answers = ask();
+    QApplication::closeAllWindows();
+    EXPECT_EQ(answers, none);
+    EXPECT_EQ(panelCount(), 0);
+}
+
+} // namespace
