@@ -1,5 +1,8 @@
 #include "app/PanelFixture.h"
+#include "views/LauncherSettingsCard.h"
+#include "views/LauncherSlotEditor.h"
 
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
 namespace
@@ -93,6 +96,62 @@ TEST_F(AppDelegateTest, AsksForOneCardAtATime)
     writes.clear();
     delegate->showAbout();
     EXPECT_EQ(writes, Texts({ "settings off", "info on" }));
+}
+
+TEST_F(AppDelegateTest, AsksForTheSettingsCardAloneToo)
+{
+    start();
+    preferences().showsInfoCard.set(true);
+    std::vector<std::string> writes;
+    const auto settings = preferences().showsSettingsCard.sink(
+        [&writes](bool shows) { writes.emplace_back(shows ? "settings on" : "settings off"); });
+    const auto info = preferences().showsInfoCard.sink(
+        [&writes](bool shows) { writes.emplace_back(shows ? "info on" : "info off"); });
+    writes.clear();
+    delegate->showSettings();
+    EXPECT_EQ(writes, Texts({ "info off", "settings on" }));
+}
+
+TEST_F(AppDelegateTest, BringsThePanelBackForTheSettingsCard)
+{
+    start();
+    panel().close();
+    delegate->showSettings();
+    EXPECT_TRUE(panel().isVisible());
+    draw();
+    EXPECT_TRUE(panel().findChild<LauncherSettingsCard *>());
+}
+
+TEST_F(AppDelegateTest, ShowsTheSettingsByTheirKeyWhereverTheFocusIs)
+{
+    start({ tabOf("Prompts", { "a" }) });
+    Input::click(editor(0));
+    Input::key(editor(0), Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
+    draw();
+    EXPECT_TRUE(panel().findChild<LauncherSettingsCard *>());
+    Input::key(panel(), Qt::Key_Escape);
+    EXPECT_FALSE(preferences().showsSettingsCard.get());
+}
+
+TEST_F(AppDelegateTest, KeepsTheLaunchersForTheNextRun)
+{
+    start();
+    delegate->showSettings();
+    draw();
+    auto *const editor = panel().findChild<LauncherSlotEditor *>();
+    ASSERT_TRUE(editor);
+    ASSERT_TRUE(QTest::qWaitFor([editor] { return editor->isVisible(); })); // the card fades in
+    editor->findChild<QLineEdit *>()->setText(QStringLiteral("example.com"));
+    Input::click(*Input::button(*editor, "Set URL"));
+    delegate.reset();
+
+    start();
+    delegate->showSettings();
+    draw();
+    EXPECT_EQ(panel().findChild<LauncherSlotEditor *>()->findChild<QLineEdit *>()->text(),
+              QStringLiteral("https://example.com"));
 }
 
 TEST_F(AppDelegateTest, BringsThePanelBackForTheAboutCard)

@@ -5,6 +5,7 @@
 #include "preferences/WindowPreferences.h"
 #include "views/AboutCard.h"
 #include "views/EmptyState.h"
+#include "views/LauncherSettingsCard.h"
 #include "views/NodeEditor.h"
 #include "views/PromptCard.h"
 #include "views/QuillsatchelView.h"
@@ -56,6 +57,8 @@ protected:
     }
 
     AboutCard *aboutCard() const { return view->findChild<AboutCard *>(); }
+
+    LauncherSettingsCard *settingsCard() const { return view->findChild<LauncherSettingsCard *>(); }
 
     void press(const QWidget &widget, const std::string &name)
     {

@@ -1,4 +1,5 @@
 #include "views/DragHandle.h"
+#include "views/LauncherSettingsCard.h"
 #include "views/PanelContentFixture.h"
 
 #include <gtest/gtest.h>
@@ -205,6 +206,66 @@ TEST_F(QuillsatchelViewTest, SavesWhatCanBeReadAgainAfterHalfASurrogatePairWasTy
     advance(SaveDelay);
     EXPECT_EQ(savedDocument(), documentOf(store()));
     EXPECT_NE(savedDocument()->tabs[0].blocks[0].text.find('a'), std::string::npos);
+}
+
+TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardWhileItIsWanted)
+{
+    openView(Texts {});
+    preferences.showsSettingsCard.set(true);
+    settle();
+    ASSERT_TRUE(settingsCard());
+    EXPECT_EQ(Input::spokenName(*settingsCard()), "Quick Launchers");
+    advance(Milliseconds(1000));
+    QTest::qWait(300);
+    press(*settingsCard(), "Close");
+    EXPECT_FALSE(preferences.showsSettingsCard.get());
+    QTest::qWait(300);
+    settle();
+    EXPECT_FALSE(settingsCard());
+}
+
+TEST_F(QuillsatchelViewTest, LaysTheSettingsCardAboveTheAboutCardWhicheverCameFirst)
+{
+    openView(Texts {});
+    const auto isSettingsCardAbove = [this] {
+        const auto &all = view->children();
+        return all.indexOf(settingsCard()) > all.indexOf(aboutCard());
+    };
+    preferences.showsInfoCard.set(true);
+    preferences.showsSettingsCard.set(true);
+    settle();
+    ASSERT_TRUE(aboutCard() && settingsCard());
+    EXPECT_TRUE(isSettingsCardAbove());
+    EXPECT_TRUE(settingsCard()->isAncestorOf(QApplication::focusWidget()) ||
+                settingsCard()->hasFocus());
+
+    preferences.showsInfoCard.set(false);
+    settle();
+    QTest::qWait(300);
+    settle();
+    ASSERT_FALSE(aboutCard());
+    preferences.showsInfoCard.set(true);
+    settle();
+    ASSERT_TRUE(aboutCard() && settingsCard());
+    EXPECT_TRUE(isSettingsCardAbove());
+    EXPECT_TRUE(settingsCard()->isAncestorOf(QApplication::focusWidget()) ||
+                settingsCard()->hasFocus());
+}
+
+TEST_F(QuillsatchelViewTest, KeepsCardsClearOfTheTitleBarAndTheEdges)
+{
+    constexpr int TitleBarHeight = 28;
+    openView(Texts {});
+    view.emplace(store(), launcherStore, preferences, machine.platform, TitleBarHeight, nullptr);
+    view->resize(QuillsatchelView::MinimumSize);
+    Input::show(*view);
+    preferences.showsSettingsCard.set(true);
+    settle();
+    ASSERT_TRUE(settingsCard());
+    const QRect room = view->rect().adjusted(8, TitleBarHeight + 8, -8, -8);
+    EXPECT_TRUE(room.contains(settingsCard()->cardGeometry()));
+    EXPECT_EQ(settingsCard()->cardGeometry().height(), room.height());
+    EXPECT_EQ(settingsCard()->geometry(), view->rect()) << "the ground covers everything";
 }
 
 } // namespace
