@@ -1,0 +1,145 @@
+#include "platform/network/NetworkFixture.h"
+
+#include <string_view>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t Mebibyte = 1024 * 1024;
+constexpr std::size_t LongestBody = 8 * Mebibyte;
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr long MostMemory = 700; // what is freed is kept for a while, to be found when it is used
+#else
+constexpr long MostMemory = 64; // mebibytes; a body may be there twice while it grows
+#endif
+
+/// Servers that never stop. None may take long or much memory.
+class CurlHttpClientLimitsTest : public NetworkFixture
+{
+protected:
+    void expectNothingFrom(const std::function<void(Exchange &)> &answer)
+    {
+        const long before = peakMemory();
+        Heartbeat heartbeat;
+        const HttpServer server(answer);
+        EXPECT_EQ(fetch(server.address()), std::nullopt);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return server.connections() == 0; }));
+        EXPECT_LT(server.bytesSent(), 64 * Mebibyte);
+        EXPECT_LT(peakMemory() - before, MostMemory);
+        EXPECT_LT(heartbeat.longestPause(), NoPause);
+    }
+
+    /// `head`, then `rest` for as long as anybody listens.
+    void expectNothingFrom(const std::string &head, std::string_view rest)
+    {
+        SCOPED_TRACE(head);
+        expectNothingFrom([&](Exchange &exchange) {
+            exchange.send(head);
+            exchange.sendForever(rest);
+        });
+    }
+
+    static std::string repeated(std::string_view text)
+    {
+        constexpr std::size_t Enough = 64 * 1024;
+        std::string all;
+        while (all.size() < Enough)
+            all += text;
+        return all;
+    }
+
+    const std::string noise = repeated("x");
+};
+
+TEST_F(CurlHttpClientLimitsTest, ABodyMayHaveEightMebibytes)
+{
+    const std::string body(LongestBody, 'x');
+    EXPECT_EQ(receive([&](Exchange &exchange) { exchange.answer(200, body); }), body);
+    EXPECT_EQ(receive([&](Exchange &exchange) {
+                  exchange.send("HTTP/1.1 200 OK\r\n\r\n");
+                  exchange.send(body);
+              }),
+              body);
+}
+
+TEST_F(CurlHttpClientLimitsTest, ABodyMayNotHaveAByteMore)
+{
+    const std::string body(LongestBody + 1, 'x');
+    EXPECT_EQ(receive([&](Exchange &exchange) { exchange.answer(200, body); }), std::nullopt);
+    EXPECT_EQ(receive([&](Exchange &exchange) {
+                  exchange.send("HTTP/1.1 200 OK\r\n\r\n");
+                  exchange.send(body);
+              }),
+              std::nullopt);
+}
+
+TEST_F(CurlHttpClientLimitsTest, DoesNotWaitForABodyThatWillBeTooLong)
+{
+    for (const auto &length :
+         { std::to_string(LongestBody + 1), std::string("9223372036854775807") })
+        expectNothingFrom([&](Exchange &exchange) {
+            exchange.send("HTTP/1.1 200 OK\r\nContent-Length: " + length + "\r\n\r\n");
+            exchange.waitForHangUp();
+        });
+}
+
+TEST_F(CurlHttpClientLimitsTest, EndlessBodyIsCutOff)
+{
+    for (const std::string status : { "200 OK", "302 Found", "401 Unauthorized", "404 Not Found",
+                                      "407 Proxy Authentication Required" })
+        expectNothingFrom("HTTP/1.1 " + status +
+                              "\r\nWWW-Authenticate: Basic realm=\"x\"\r\n"
+                              "Proxy-Authenticate: Basic realm=\"x\"\r\n\r\n",
+                          noise);
+}
+
+TEST_F(CurlHttpClientLimitsTest, EndlessBodyOfARedirectIsCutOff)
+{
+    expectNothingFrom("HTTP/1.1 302 Found\r\nLocation: /there\r\n\r\n", noise);
+}
+
+TEST_F(CurlHttpClientLimitsTest, EndlessChunksAreCutOff)
+{
+    const std::string head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    expectNothingFrom(head, "1\r\nx\r\n" + repeated("1\r\nx\r\n"));
+    expectNothingFrom(head, "10000\r\n" + std::string(0x10000, 'x') + "\r\n");
+    expectNothingFrom(head + "7fffffff\r\n", noise);
+}
+
+TEST_F(CurlHttpClientLimitsTest, EndlessChunkSizeIsCutOff)
+{
+    const std::string head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    expectNothingFrom(head, repeated("1"));
+    expectNothingFrom(head, repeated("0"));
+}
+
+TEST_F(CurlHttpClientLimitsTest, EndlessHeadIsCutOff)
+{
+    expectNothingFrom("", noise);
+    expectNothingFrom("HTTP/1.1 ", noise);
+    expectNothingFrom("HTTP/1.1 200 OK\r\nField: ", noise);
+    expectNothingFrom("HTTP/1.1 200 OK\r\n", repeated("Field: value\r\n"));
+    expectNothingFrom("", repeated("HTTP/1.1 100 Continue\r\n\r\n"));
+}
+
+TEST_F(CurlHttpClientLimitsTest, LongHeadIsNoTrouble)
+{
+    const std::string fields = repeated("Field: value\r\n");
+    EXPECT_EQ(receive([&](Exchange &exchange) { exchange.answer(200, "body", fields); }), "body");
+}
+
+TEST_F(CurlHttpClientLimitsTest, BodyThatIsTooLongWhenUnpackedIsCutOff)
+{
+    constexpr int LengthField = 4; // which Qt puts before the stream
+    const auto bomb = qCompress(QByteArray(64 * int(Mebibyte), 'x')).mid(LengthField);
+    ASSERT_LT(bomb.size(), Mebibyte);
+    expectNothingFrom([&](Exchange &exchange) {
+        exchange.answer(200, { bomb.data(), std::size_t(bomb.size()) },
+                        "Content-Encoding: deflate\r\n");
+    });
+}
+
+} // namespace

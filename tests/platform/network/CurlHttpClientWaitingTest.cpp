@@ -1,0 +1,306 @@
+#include "platform/network/NetworkFixture.h"
+
+#include <arpa/inet.h>
+#include <array>
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+/// Slow servers and silent ones, and who waits for them.
+class CurlHttpClientWaitingTest : public NetworkFixture
+{
+protected:
+    static void sayNothing(Exchange &exchange) { exchange.waitForHangUp(); }
+
+    static void trickle(Exchange &exchange)
+    {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
+        while (exchange.send("x") && exchange.pause(20ms)) {
+        }
+    }
+
+    /// How many threads of the client's there are.
+    static int networkThreads()
+    {
+        int count = 0;
+        for (const auto &task : std::filesystem::directory_iterator("/proc/self/task")) {
+            std::string name;
+            std::getline(std::ifstream(task.path() / "comm"), name);
+            count += name == "network";
+        }
+        return count;
+    }
+
+    /// Waits until `server` has been asked `count` times.
+    static bool waitForRequests(const HttpServer &server, std::size_t count)
+    {
+        return QTest::qWaitFor([&] { return server.requests().size() >= count; });
+    }
+};
+
+TEST_F(CurlHttpClientWaitingTest, ReceivesOnAnotherThread)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    std::atomic<std::thread::id> receivedOn;
+    client.get(*WebAddress::parse(server.address()),
+               [&](const QByteArray &) { receivedOn = std::this_thread::get_id(); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return receivedOn.load() != std::thread::id(); }));
+    EXPECT_NE(receivedOn.load(), std::this_thread::get_id());
+}
+
+TEST_F(CurlHttpClientWaitingTest, ReceivesWithoutTheMainThread)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    const Request request(client, server.address());
+    const auto end = std::chrono::steady_clock::now() + 20s;
+    while (!request.isOver() && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(5ms);
+    EXPECT_TRUE(request.isOver());
+}
+
+TEST_F(CurlHttpClientWaitingTest, HasNoThreadAtRest)
+{
+    const HttpServer server(sayNothing);
+    EXPECT_EQ(networkThreads(), 0);
+    {
+        CurlHttpClient shortLived({ .silence = 100ms });
+        const Request first(shortLived, server.address());
+        const Request second(shortLived, server.address());
+        EXPECT_TRUE(QTest::qWaitFor([] { return networkThreads() >= 2; }));
+        EXPECT_TRUE(first.waitUntilOver());
+        EXPECT_TRUE(second.waitUntilOver());
+        EXPECT_TRUE(QTest::qWaitFor([] { return networkThreads() == 0; }));
+        const Request third(shortLived, server.address());
+        EXPECT_TRUE(QTest::qWaitFor([] { return networkThreads() >= 1; }));
+        EXPECT_TRUE(third.waitUntilOver());
+    }
+    EXPECT_EQ(networkThreads(), 0);
+}
+
+TEST_F(CurlHttpClientWaitingTest, SilentServersHoldUpNoOther)
+{
+    const HttpServer silent(sayNothing);
+    std::vector<Request> waiting;
+    for (int i = 0; i < 20; ++i)
+        waiting.emplace_back(client, silent.address());
+    EXPECT_TRUE(waitForRequests(silent, 20));
+    EXPECT_EQ(receive([](Exchange &exchange) { exchange.answer(200, "body"); }), "body");
+    for (const auto &request : waiting)
+        EXPECT_FALSE(request.isOver());
+}
+
+TEST_F(CurlHttpClientWaitingTest, TricklingBytesHoldUpNeitherTheMainThreadNorOthers)
+{
+    const HttpServer slow(trickle);
+    Heartbeat heartbeat;
+    const Request waiting(client, slow.address());
+    EXPECT_TRUE(waitForRequests(slow, 1));
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EQ(receive([](Exchange &exchange) { exchange.answer(200, "body"); }), "body");
+    EXPECT_FALSE(waiting.isOver());
+    EXPECT_LT(heartbeat.longestPause(), NoPause);
+}
+
+TEST_F(CurlHttpClientWaitingTest, SlowReceiverHoldsUpNoOther)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    std::promise<void> done;
+    std::atomic<bool> isReceiving = false;
+    client.get(*WebAddress::parse(server.address()), [&](const QByteArray &) {
+        isReceiving = true;
+        done.get_future().wait();
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isReceiving.load(); }));
+    EXPECT_EQ(fetch(server.address()), "body");
+    done.set_value();
+}
+
+class SilenceTest : public CurlHttpClientWaitingTest
+{
+protected:
+    static constexpr auto Silence = 1500ms;
+
+    SilenceTest() { impatient.emplace(Transfer::Options { .silence = Silence }); }
+
+    void expectSilenceToEnd(const std::string &address)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_EQ(Request(*impatient, address).body(), std::nullopt);
+        EXPECT_GE(timer.elapsed(), Silence.count());
+    }
+
+    std::optional<CurlHttpClient> impatient;
+};
+
+TEST_F(SilenceTest, EndsARequestThatIsNotAnswered)
+{
+    const HttpServer server(sayNothing);
+    expectSilenceToEnd(server.address());
+}
+
+TEST_F(SilenceTest, EndsABodyThatDoesNotGoOn)
+{
+    const HttpServer server([](Exchange &exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nbody");
+        exchange.waitForHangUp();
+    });
+    expectSilenceToEnd(server.address());
+}
+
+TEST_F(SilenceTest, EndsARequestThatDoesNotGetThrough)
+{
+    // Nobody accepts, and as many wait already as may.
+    const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    auto *const general = reinterpret_cast<sockaddr *>(&address);
+    socklen_t size = sizeof address;
+    ASSERT_EQ(bind(listener, general, size), 0);
+    ASSERT_EQ(listen(listener, 0), 0);
+    ASSERT_EQ(getsockname(listener, general, &size), 0);
+    std::array<int, 3> waiting {};
+    for (auto &socket : waiting) {
+        socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+        connect(socket, general, size);
+    }
+    expectSilenceToEnd("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/");
+    for (const int socket : waiting)
+        close(socket);
+    close(listener);
+}
+
+TEST_F(SilenceTest, IsNotWhereBytesTrickle)
+{
+    const HttpServer server([](Exchange &exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 15\r\n\r\n");
+        for (int i = 0; i < 15; ++i) {
+            exchange.pause(150ms);
+            exchange.send("x");
+        }
+    });
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(Request(*impatient, server.address()).body(), std::string(15, 'x'));
+    EXPECT_GT(timer.elapsed(), Silence.count());
+}
+
+TEST_F(SilenceTest, BeginsAnewWithEachRedirect)
+{
+    const HttpServer server([](Exchange &exchange) {
+        exchange.pause(600ms);
+        if (exchange.target().size() > 3)
+            exchange.answer(200, "there");
+        else
+            exchange.answer(302, "moved", "Location: " + exchange.target() + "x\r\n");
+    });
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(Request(*impatient, server.address()).body(), "there");
+    EXPECT_GT(timer.elapsed(), Silence.count());
+}
+
+/// What happens to requests when their client goes.
+class DestroyingTest : public CurlHttpClientWaitingTest
+{
+protected:
+    /// Begins a request, destroys the client when it is answered, and expects that to end it.
+    void expectToEnd(const std::function<void(Exchange &)> &answer)
+    {
+        const HttpServer server(answer);
+        auto doomed = std::make_unique<CurlHttpClient>();
+        Request request(*doomed, server.address());
+        EXPECT_TRUE(waitForRequests(server, 1));
+        QTest::qWait(20);
+        EXPECT_FALSE(request.isOver());
+        QElapsedTimer timer;
+        timer.start();
+        doomed.reset();
+        EXPECT_LT(timer.elapsed(), NoPause.count());
+        EXPECT_TRUE(request.isOver());
+        EXPECT_EQ(request.body(), std::nullopt);
+        EXPECT_EQ(networkThreads(), 0);
+    }
+};
+
+TEST_F(DestroyingTest, EndsARequestThatIsNotAnswered)
+{
+    expectToEnd(sayNothing);
+}
+
+TEST_F(DestroyingTest, EndsABodyThatTrickles)
+{
+    expectToEnd(trickle);
+}
+
+TEST_F(DestroyingTest, EndsManyRequests)
+{
+    const HttpServer server(sayNothing);
+    auto doomed = std::make_unique<CurlHttpClient>();
+    std::vector<Request> requests;
+    for (int i = 0; i < 20; ++i)
+        requests.emplace_back(*doomed, server.address());
+    QElapsedTimer timer;
+    timer.start();
+    doomed.reset();
+    EXPECT_LT(timer.elapsed(), NoPause.count());
+    for (const auto &request : requests)
+        EXPECT_TRUE(request.isOver());
+}
+
+TEST_F(DestroyingTest, WaitsForAReceiverThatRuns)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    auto doomed = std::make_unique<CurlHttpClient>();
+    std::atomic<bool> isReceiving = false;
+    std::atomic<bool> hasReceived = false;
+    doomed->get(*WebAddress::parse(server.address()), [&](const QByteArray &) {
+        isReceiving = true;
+        std::this_thread::sleep_for(100ms);
+        hasReceived = true;
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isReceiving.load(); }));
+    doomed.reset();
+    EXPECT_TRUE(hasReceived);
+}
+
+TEST_F(DestroyingTest, AtAnyMomentReceivesNothingLater)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    for (int i = 0; i < 200; ++i) {
+        auto doomed = std::make_unique<CurlHttpClient>();
+        const auto isThere = std::make_shared<std::atomic<bool>>(true);
+        doomed->get(*WebAddress::parse(server.address()),
+                    [isThere](const QByteArray &) { EXPECT_TRUE(*isThere); });
+        std::this_thread::sleep_for(20us * i);
+        doomed.reset();
+        *isThere = false;
+        EXPECT_EQ(isThere.use_count(), 1); // nobody is left to call the function
+    }
+}
+
+TEST_F(DestroyingTest, WithMessagesStillUnderWayIsHarmless)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    auto doomed = std::make_unique<CurlHttpClient>();
+    const Request request(*doomed, server.address());
+    while (!request.isOver())
+        std::this_thread::sleep_for(1ms);
+    std::this_thread::sleep_for(
+        20ms); // the end has been told to the main thread, which has not turned
+    doomed.reset();
+    QCoreApplication::processEvents();
+}
+
+} // namespace

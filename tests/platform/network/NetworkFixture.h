@@ -1,0 +1,120 @@
+#pragma once
+
+#include "platform/network/CurlHttpClient.h"
+#include "platform/network/HttpServer.h"
+#include "support/WebAddress.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <sys/resource.h>
+
+/// One request and what comes of it.
+class Request
+{
+public:
+    Request(HttpClient &client, const std::string &address)
+    {
+        const auto promise = std::make_shared<std::promise<std::string>>();
+        m_body = promise->get_future();
+        // When the client lets the function go uncalled, the promise is broken.
+        client.get(*WebAddress::parse(address),
+                   [promise](const QByteArray &body) { promise->set_value(body.toStdString()); });
+    }
+
+    bool isOver() const
+    {
+        return m_body.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    }
+
+    /// Lets the main thread turn until the request is over. Far sooner than the client would take
+    /// 60 seconds of silence for an end.
+    bool waitUntilOver() const
+    {
+        constexpr int Patience = 20'000;
+        return QTest::qWaitFor([this] { return isOver(); }, Patience);
+    }
+
+    /// What was received, once; none if nothing was.
+    std::optional<std::string> body()
+    {
+        EXPECT_TRUE(waitUntilOver());
+        if (!isOver())
+            return std::nullopt;
+        try {
+            return m_body.get();
+        } catch (const std::future_error &) {
+            return std::nullopt;
+        }
+    }
+
+private:
+    std::future<std::string> m_body;
+};
+
+/// Watches how long the main thread is kept from its events.
+class Heartbeat
+{
+public:
+    Heartbeat()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { beat(); });
+        m_clock.start();
+        m_timer.start(1);
+    }
+
+    Heartbeat(const Heartbeat &) = delete;
+    Heartbeat &operator=(const Heartbeat &) = delete;
+
+    std::chrono::milliseconds longestPause()
+    {
+        beat();
+        return m_longest;
+    }
+
+private:
+    void beat() { m_longest = std::max(m_longest, std::chrono::milliseconds(m_clock.restart())); }
+
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    std::chrono::milliseconds m_longest {};
+};
+
+class NetworkFixture : public testing::Test
+{
+protected:
+    using Exchange = HttpServer::Exchange;
+
+    /// A machine with much else to do pauses us too, but not for that long.
+    static constexpr std::chrono::milliseconds NoPause = std::chrono::seconds(3);
+
+    /// What the client gets of a server that answers in this way.
+    std::optional<std::string> receive(std::function<void(Exchange &)> answer)
+    {
+        const HttpServer server(std::move(answer));
+        return fetch(server.address());
+    }
+
+    std::optional<std::string> fetch(const std::string &address)
+    {
+        return Request(client, address).body();
+    }
+
+    /// The most memory that the process had so far, in mebibytes.
+    static long peakMemory()
+    {
+        rusage usage {};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss / 1024;
+    }
+
+    CurlHttpClient client;
+};

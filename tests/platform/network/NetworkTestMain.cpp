@@ -1,0 +1,16 @@
+#include "platform/network/WebPort.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char *argv[])
+{
+    // The servers are on this machine, whatever is between its user and others.
+    for (const auto *const variable : { "http_proxy", "https_proxy", "all_proxy", "no_proxy",
+                                        "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY", "NO_PROXY" })
+        qunsetenv(variable);
+    WebPort::prepare();
+    testing::InitGoogleTest(&argc, argv);
+    const QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
