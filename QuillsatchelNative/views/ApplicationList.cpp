@@ -19,7 +19,7 @@ constexpr int BarInset = 2;
 ApplicationList::ApplicationList(QWidget *parent)
     : QListView(parent)
 {
-    setFrameShape(Box); // which is not drawn, but keeps the scroll bar off the well's edge
+    setFrameStyle(Box | Plain); // which is not drawn, but keeps the scroll bar off the well's edge
     setLineWidth(BarInset);
     setVerticalScrollBar(new OverlayScrollBar(Qt::Vertical, this));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -118,7 +118,7 @@ void ApplicationList::currentChanged(const QModelIndex &current, const QModelInd
     QListView::currentChanged(current, previous);
     if (hasFocus() || !current.isValid())
         return;
-    // With the focus Qt says it; without, the row moved to would not be heard.
+    // Newer releases of Qt tell of the row only while the list has the keyboard.
     QAccessibleEvent event(this, QAccessible::Focus);
     event.setChild(current.row());
     QAccessible::updateAccessibility(&event);

@@ -82,7 +82,8 @@ void ApplicationRowDelegate::paintIcon(QPainter &painter, const QRect &frame,
     if (icon->isNull())
         Symbol::paint(painter, u"app"_s, frame, SatchelTheme::secondary);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(frame, *icon);
+    painter.drawImage(QRectF(Painting::onWholePixels(painter, frame.topLeft()), frame.size()),
+                      *icon);
 }
 
 void ApplicationRowDelegate::paintTexts(QPainter &painter, const QRect &frame,

@@ -15,6 +15,13 @@ QColor qColor(const SrgbColor &color)
                             static_cast<float>(color.blue), static_cast<float>(color.opacity));
 }
 
+QPointF onWholePixels(const QPainter &painter, const QPointF &place)
+{
+    const QPointF exact = painter.deviceTransform().map(place);
+    const QPointF whole(qRound(exact.x()), qRound(exact.y()));
+    return painter.deviceTransform().inverted().map(whole);
+}
+
 QFont systemFont(int points, QFont::Weight weight)
 {
     QFont font = QGuiApplication::font();

@@ -15,6 +15,10 @@ namespace Painting
 /// The colour as Qt's painters take it.
 QColor qColor(const SrgbColor &color);
 
+/// The place nearest to `place` that lies on whole device pixels: a picture between two of them
+/// would be soft.
+QPointF onWholePixels(const QPainter &painter, const QPointF &place);
+
 /// The desktop's font at `points`, which are logical pixels.
 QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
 

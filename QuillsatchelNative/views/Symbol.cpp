@@ -72,10 +72,7 @@ void paint(QPainter &painter, const QString &name, const QRectF &frame,
         return;
     QRectF place(QPointF(), pixmap.deviceIndependentSize());
     place.moveCenter(frame.center());
-    // Whole device pixels: a drawing between two of them would be soft.
-    const QPointF corner = painter.deviceTransform().map(place.topLeft());
-    const QPointF whole(qRound(corner.x()), qRound(corner.y()));
-    painter.drawPixmap(painter.deviceTransform().inverted().map(whole), pixmap);
+    painter.drawPixmap(Painting::onWholePixels(painter, place.topLeft()), pixmap);
 }
 
 QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint)

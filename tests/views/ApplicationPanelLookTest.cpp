@@ -1,0 +1,222 @@
+#include "views/ApplicationPanelFixture.h"
+#include "views/Picture.h"
+
+#include <QScrollBar>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+constexpr SrgbColor Accent { 0.91, 0.16, 0.17, 0.75 };
+constexpr int IconSize = 24;
+
+class ApplicationPanelLookTest : public ApplicationPanelFixture
+{
+protected:
+    QColor ground() const { return panel->palette().color(QPalette::Window); }
+
+    QColor well() const { return over(SrgbColor::black(0.3), ground()); }
+
+    /// The panel as it is once every icon has come.
+    Picture take() const
+    {
+        settle();
+        settle();
+        return Picture(*panel, ground());
+    }
+
+    QRect rowFrame(int row) const
+    {
+        const QRect frame = list().visualRect(list().model()->index(row, 0));
+        return { list().viewport()->mapTo(panel.data(), frame.topLeft()), frame.size() };
+    }
+
+    /// Where the row's texts may stand.
+    QRectF textFrame(int row) const { return rowFrame(row).adjusted(9 + IconSize + 4, 3, -3, -3); }
+
+    /// Where the name may stand, in a row that has a comment.
+    QRectF nameFrame(int row) const
+    {
+        QRectF frame = textFrame(row);
+        frame.setHeight(frame.height() / 2);
+        return frame;
+    }
+
+    QRectF commentFrame(int row) const
+    {
+        return nameFrame(row).translated(0, nameFrame(row).height());
+    }
+
+    /// As it is measured for readers, from 1 to 21.
+    static double contrast(const QColor &a, const QColor &b)
+    {
+        const auto [dark, light] = std::minmax(luminance(a), luminance(b));
+        return (light + 0.05) / (dark + 0.05);
+    }
+
+private:
+    static double luminance(const QColor &color)
+    {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    }
+};
+
+TEST_F(ApplicationPanelLookTest, ShowsIconNameAndComment)
+{
+    open();
+    const Picture picture = take();
+    const QRect frame = rowFrame(1);
+    const QRectF icon =
+        picture.inkIn(QRectF(frame.topLeft(), QSizeF(9 + IconSize + 3, frame.height())), well());
+    EXPECT_EQ(icon.size(), QSizeF(IconSize, IconSize));
+    EXPECT_NEAR(icon.left(), frame.left() + 9, 0.5);
+    EXPECT_NEAR(icon.center().y(), QRectF(frame).center().y(), 0.5);
+    EXPECT_TRUE(isColor(picture.at(icon.center().x(), icon.center().y()), Qt::green));
+    const QRectF name = picture.inkIn(nameFrame(1), well());
+    const QRectF comment = picture.inkIn(commentFrame(1), well());
+    EXPECT_NEAR(name.left(), comment.left(), 1.5);
+    EXPECT_GT(name.left(), icon.right() + 8);
+    EXPECT_GT(picture.strongestInkIn(name, well()).lightness(),
+              picture.strongestInkIn(comment, well()).lightness() + 50);
+}
+
+TEST_F(ApplicationPanelLookTest, PutsALoneNameInTheMiddle)
+{
+    open();
+    const QRectF name = take().inkIn(textFrame(4), well());
+    EXPECT_NEAR(name.center().y(), QRectF(rowFrame(4)).center().y(), 2);
+}
+
+TEST_F(ApplicationPanelLookTest, CutsLongTextsOffWithinTheirLines)
+{
+    const std::string longText = "A long text that does not fit\ninto a row of any list at all, "
+                                 "however wide its window may be made by those who like that";
+    workspace.applications = { { "/a", longText, longText, "" }, { "/b", "Short", "Short", "" } };
+    open();
+    const Picture picture = take();
+    EXPECT_LE(picture.inkIn(rowFrame(0), well()).right(), rowFrame(0).right() - 8);
+    EXPECT_NEAR(picture.inkIn(nameFrame(0), well()).top() - rowFrame(0).top(),
+                picture.inkIn(nameFrame(1), well()).top() - rowFrame(1).top(), 2);
+    EXPECT_NEAR(picture.inkIn(commentFrame(0), well()).bottom() - rowFrame(0).bottom(),
+                picture.inkIn(commentFrame(1), well()).bottom() - rowFrame(1).bottom(), 3);
+}
+
+TEST_F(ApplicationPanelLookTest, GivesAllRowsOneHeight)
+{
+    install(100);
+    open();
+    for (int row = 1; row < 6; ++row) {
+        EXPECT_EQ(rowFrame(row).top() - rowFrame(row - 1).top(), rowFrame(0).height());
+        EXPECT_EQ(rowFrame(row).width(), rowFrame(0).width());
+    }
+}
+
+TEST_F(ApplicationPanelLookTest, ShowsTheSelectedRowInTheAccentColor)
+{
+    open();
+    press(Qt::Key_Down);
+    const Picture picture = take();
+    const QRect selected = rowFrame(0);
+    EXPECT_TRUE(
+        isColor(picture.at(selected.left() + 4, selected.center().y()), over(Accent, well())));
+    EXPECT_TRUE(
+        isColor(picture.at(selected.right() - 4, selected.center().y()), over(Accent, well())));
+    EXPECT_TRUE(isColor(picture.at(rowFrame(1).left() + 4, rowFrame(1).center().y()), well()));
+}
+
+TEST_F(ApplicationPanelLookTest, LightsTheRowUnderThePointer)
+{
+    open();
+    Input::moveTo(*panel, placeOf(2));
+    const Picture picture = take();
+    const auto edge = [this, &picture](int row) {
+        return picture.at(rowFrame(row).left() + 4, rowFrame(row).center().y());
+    };
+    EXPECT_GT(edge(2).lightness(), well().lightness() + 8);
+    EXPECT_TRUE(isGrey(edge(2)));
+    EXPECT_TRUE(isColor(edge(1), well()));
+}
+
+TEST_F(ApplicationPanelLookTest, IsReadableWhereverItHasText)
+{
+    open();
+    press(Qt::Key_Down);
+    const Picture picture = take();
+    for (const int row : { 0, 1 }) {
+        const QColor fill = picture.at(rowFrame(row).left() + 4, rowFrame(row).center().y());
+        for (const QRectF &line : { nameFrame(row), commentFrame(row) })
+            EXPECT_GT(contrast(picture.strongestInkIn(line, fill), fill), 4.5) << row;
+    }
+    type("nothing");
+    const QRectF middle = QRectF(list().geometry()).adjusted(20, 20, -20, -20);
+    EXPECT_GT(contrast(take().strongestInkIn(middle, well()), well()), 4.5);
+}
+
+TEST_F(ApplicationPanelLookTest, ShowsItsNoteInTheMiddleOfTheEmptyList)
+{
+    workspace.applications.clear();
+    open();
+    const QRectF inside = QRectF(list().geometry()).adjusted(4, 4, -4, -4);
+    const QRectF note = take().inkIn(inside, well());
+    EXPECT_NEAR(note.center().x(), inside.center().x(), 2);
+    EXPECT_NEAR(note.center().y(), inside.center().y(), 3);
+    EXPECT_GT(note.width(), 80);
+}
+
+TEST_F(ApplicationPanelLookTest, KeepsRowsAndScrollBarApart)
+{
+    open();
+    EXPECT_EQ(list().verticalScrollBar()->maximum(), 0);
+    const QRect frame = list().geometry();
+    EXPECT_EQ(rowFrame(0).left() - frame.left(), 4);
+    EXPECT_EQ(frame.right() - rowFrame(0).right(), 4);
+    panel->reject();
+    settle();
+    install(100);
+    open();
+    const auto &bar = *list().verticalScrollBar();
+    const int barLeft = bar.mapTo(panel.data(), QPoint()).x();
+    EXPECT_GT(bar.maximum(), 0);
+    EXPECT_LE(rowFrame(0).right(), barLeft);
+    EXPECT_LE(barLeft + bar.width(), list().geometry().right());
+    const QRectF barFrame(barLeft, list().y() + 3, bar.width(), list().height() - 6);
+    EXPECT_LT(take().inkIn(barFrame, well()).height(), list().height() / 2.0);
+}
+
+TEST_F(ApplicationPanelLookTest, ShowsWhereTheKeyboardIs)
+{
+    open();
+    press(Qt::Key_Down);
+    const auto changesIn = [this](const QRect &frame, Qt::Key key) {
+        const Picture before = take();
+        press(key);
+        return !take().differenceFrom(before, frame).isEmpty();
+    };
+    const QRect row = rowFrame(0);
+    EXPECT_TRUE(changesIn(row, Qt::Key_Tab));
+    const QRect other = button("Other\u2026").geometry();
+    EXPECT_TRUE(changesIn(row, Qt::Key_Tab));
+    EXPECT_TRUE(changesIn(other, Qt::Key_Tab));
+    const QRect edge(list().geometry().left(), list().geometry().top(), list().width(), 2);
+    field().setFocus();
+    type("nothing");
+    EXPECT_TRUE(changesIn(edge, Qt::Key_Tab));
+}
+
+TEST_F(ApplicationPanelLookTest, HasAMagnifyingGlassBeforeWhatIsTyped)
+{
+    open();
+    const QRectF before(field().x() + 4, field().y() + 4, 20, field().height() - 8);
+    const QColor fill = over(SrgbColor::black(0.3), ground());
+    const QRectF glass = take().inkIn(before, fill);
+    EXPECT_NEAR(glass.width(), glass.height(), 1);
+    EXPECT_NEAR(glass.center().y(), QRectF(field().geometry()).center().y(), 1);
+    type("mmmm");
+    EXPECT_EQ(take().inkIn(before, fill), glass);
+}
+
+} // namespace
