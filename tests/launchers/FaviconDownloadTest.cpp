@@ -206,6 +206,9 @@ private:
     Answer m_answer; // under the mutex
 
 protected:
+    // An answer still runs when its test is over already, so what it uses is here or its own.
+    std::atomic<int> asked = 0;
+    std::atomic<bool> mayAnswer = false;
     std::optional<HttpServer> server; // last: it uses all of the above
 };
 
@@ -244,7 +247,7 @@ TEST_F(FaviconDownloadTest, TypeAndStatusAreNotLookedAt)
 TEST_F(FaviconDownloadTest, FollowsRedirects)
 {
     const auto icon = encoded(redSquare(), "ico");
-    serve([&](Exchange &exchange) {
+    serve([icon](Exchange &exchange) {
         if (exchange.target() == "/favicon.ico")
             exchange.answer(301, "<html>", "Location: /images/icon\r\n");
         else
@@ -275,11 +278,11 @@ TEST_F(FaviconDownloadTest, SurvivesEndlessAnswers)
 {
     const std::string noise(64 * 1024, 'x');
     const std::string icon = encoded(redSquare(), "png");
-    expectHarmless([&](Exchange &exchange) {
+    expectHarmless([=](Exchange &exchange) {
         exchange.send("HTTP/1.1 200 OK\r\n\r\n" + icon);
         exchange.sendForever(noise);
     });
-    expectHarmless([&](Exchange &exchange) {
+    expectHarmless([noise](Exchange &exchange) {
         exchange.send("HTTP/1.1 200 OK\r\nField: ");
         exchange.sendForever(noise);
     });
@@ -289,7 +292,7 @@ TEST_F(FaviconDownloadTest, SurvivesAnswersThatAreTooLong)
 {
     const std::string icon = encoded(redSquare(), "png") + std::string(8 * 1024 * 1024, 'x');
     expectHarmless(icon);
-    expectHarmless([&](Exchange &exchange) { exchange.send("HTTP/1.1 200 OK\r\n\r\n" + icon); });
+    expectHarmless([icon](Exchange &exchange) { exchange.send("HTTP/1.1 200 OK\r\n\r\n" + icon); });
 }
 
 TEST_F(FaviconDownloadTest, SurvivesRedirectsToNowhere)
@@ -302,7 +305,7 @@ TEST_F(FaviconDownloadTest, SurvivesRedirectsToNowhere)
     for (const auto &location : std::vector<std::string> {
              "/favicon.ico", "file://" + file.fileName().toStdString(),
              "data:image/png;base64," + data.toStdString(), "ftp://127.0.0.1/icon.png" })
-        expectHarmless([&](Exchange &exchange) {
+        expectHarmless([location](Exchange &exchange) {
             exchange.answer(302, "moved", "Location: " + location + "\r\n");
         });
 }
@@ -344,8 +347,7 @@ TEST_F(FaviconDownloadTest, SurvivesIconsFullOfWrongSizesAndPlaces)
 TEST_F(FaviconDownloadTest, TricklingIconHoldsNobodyUp)
 {
     const auto icon = encoded(redSquare(), "png");
-    std::atomic<int> asked = 0;
-    serve([&](Exchange &exchange) {
+    serve([this, icon](Exchange &exchange) {
         if (++asked > 1)
             return exchange.answer(200, icon);
         exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
@@ -354,9 +356,9 @@ TEST_F(FaviconDownloadTest, TricklingIconHoldsNobodyUp)
     });
     Heartbeat heartbeat;
     EXPECT_TRUE(store->setWebsite("http://127.0.0.1/slow", 0));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return asked == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return asked == 1; }));
     EXPECT_TRUE(store->setWebsite("http://127.0.0.1/quick", 1));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return showsIcon(1); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return showsIcon(1); }));
     EXPECT_EQ(cachedBytes(1), icon);
     EXPECT_EQ(http.underWay(), 1);
     EXPECT_FALSE(showsIcon(0));
@@ -376,9 +378,8 @@ TEST_F(FaviconDownloadTest, FivePicturesComeAtOnce)
 
 TEST_F(FaviconDownloadTest, StoreMayGoWhileAnIconComes)
 {
-    std::atomic<bool> mayAnswer = false;
     const auto icon = encoded(redSquare(), "png");
-    serve([&](Exchange &exchange) {
+    serve([this, icon](Exchange &exchange) {
         while (!mayAnswer && exchange.pause(5ms)) {
         }
         exchange.answer(200, icon);
