@@ -12,10 +12,6 @@
 
 GioWorkspace::GioWorkspace()
 {
-    // Those that wait for an answer must not keep others from being started.
-    constexpr int MostAtOnce = 8;
-    m_threads.setMaxThreadCount(MostAtOnce);
-    m_threads.setExpiryTimeout(0);
     // Where no desktop environment says which theme it is, what applications count on.
     if (QIcon::fallbackThemeName().isEmpty())
         QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
@@ -23,20 +19,20 @@ GioWorkspace::GioWorkspace()
 
 GioWorkspace::~GioWorkspace()
 {
-    constexpr int LongEnoughToBeSent = 1000; // milliseconds
-    m_threads.waitForDone(LongEnoughToBeSent);
+    constexpr std::chrono::seconds LongEnoughToBeSent(1);
+    m_tasks.waitFor(LongEnoughToBeSent);
     m_stop.request_stop();
 }
 
 void GioWorkspace::open(const WebAddress &address)
 {
-    m_threads.start([text = address.absoluteString(), scheme = std::string(address.scheme()),
-                     stop = m_stop.get_token()] { Launch::address(text, scheme, stop); });
+    m_tasks.start([text = address.absoluteString(), scheme = std::string(address.scheme()),
+                   stop = m_stop.get_token()] { Launch::address(text, scheme, stop); });
 }
 
 void GioWorkspace::openApplication(const std::string &path)
 {
-    m_threads.start([path, stop = m_stop.get_token()] { Launch::application(path, stop); });
+    m_tasks.start([path, stop = m_stop.get_token()] { Launch::application(path, stop); });
 }
 
 std::optional<ApplicationNames> GioWorkspace::applicationNames(const std::string &path)
@@ -53,7 +49,7 @@ QImage GioWorkspace::applicationIcon(const std::string &path, double size, doubl
 
 void GioWorkspace::listApplications(std::function<void(const std::vector<Application> &)> receive)
 {
-    m_threads.start([this, receive = std::move(receive)] {
+    m_tasks.start([this, receive = std::move(receive)] {
         auto applications =
             InstalledApplications::list(InstalledApplications::folders(), m_stop.get_token());
         const auto handOver = [receive, applications = std::move(applications)] {

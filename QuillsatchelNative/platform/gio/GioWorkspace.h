@@ -1,14 +1,14 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/gio/BackgroundTasks.h"
 
 #include <QObject>
-#include <QThreadPool>
 
 #include <stop_token>
 
-/// The desktop through GIO. What may have to wait, for a disk or for another program, is done on
-/// threads of its own, which are there only while something is done.
+/// The desktop through GIO. What may have to wait, for a disk or for another program, is done in
+/// the background.
 class GioWorkspace final : public Workspace
 {
 public:
@@ -28,6 +28,6 @@ public:
 
 private:
     std::stop_source m_stop;
-    QObject m_mainThread; // where the threads' messages arrive, which go when this does
-    QThreadPool m_threads;
+    QObject m_mainThread; // where messages from the background arrive, which go when this does
+    BackgroundTasks m_tasks;
 };

@@ -21,15 +21,10 @@ void leaveOurSession(gpointer /*data*/)
     setsid();
 }
 
-bool hasFlag(GDesktopAppInfo *application, const char *key)
-{
-    return g_desktop_app_info_get_boolean(application, key);
-}
-
 bool isActivatable(GDesktopAppInfo *application)
 {
     const std::filesystem::path entry = g_desktop_app_info_get_filename(application);
-    return hasFlag(application, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE) &&
+    return g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE) &&
            entry.extension() == ".desktop" && g_dbus_is_name(entry.stem().c_str());
 }
 
@@ -44,10 +39,12 @@ GObjectPointer<GDBusConnection> sessionBus()
 
 void spawn(GDesktopAppInfo *application, GList *addresses)
 {
-    const LaunchContext context;
-    g_desktop_app_info_launch_uris_as_manager(application, addresses, context.get(),
-                                              G_SPAWN_SEARCH_PATH, &leaveOurSession, nullptr,
-                                              nullptr, nullptr, nullptr);
+    LaunchContext context(application);
+    const bool isStarted = g_desktop_app_info_launch_uris_as_manager(
+        application, addresses, context.get(), G_SPAWN_SEARCH_PATH, &leaveOurSession, nullptr,
+        nullptr, nullptr, nullptr);
+    if (!isStarted)
+        context.withdraw();
 }
 
 /// A turn of GLib's events on this thread alone.
@@ -70,20 +67,23 @@ private:
 void activate(GDesktopAppInfo *application, GList *addresses, const std::stop_token &stop)
 {
     const EventLoop eventLoop;
-    const LaunchContext context;
+    LaunchContext context(application);
     const GObjectPointer<GCancellable> cancellable(g_cancellable_new());
     const std::stop_callback cancel(stop, [&] { g_cancellable_cancel(cancellable.get()); });
-    bool isAnswered = false;
-    const auto receive = [](GObject *, GAsyncResult *, gpointer answered) {
-        *static_cast<bool *>(answered) = true;
+    GObjectPointer<GAsyncResult> answer;
+    const auto receive = [](GObject *, GAsyncResult *result, gpointer toWhom) {
+        static_cast<GObjectPointer<GAsyncResult> *>(toWhom)->reset(g_object_ref(result));
     };
-    // GIO complains of a failure without announcement, if it has whom to tell of it.
-    const bool isAnnounced = hasFlag(application, G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY);
+    // GIO complains of a failure that it can tell to somebody, but not by which announcement.
     g_app_info_launch_uris_async(G_APP_INFO(application), addresses,
-                                 isAnnounced ? context.get() : nullptr, cancellable.get(), receive,
-                                 &isAnswered);
-    while (!isAnswered)
+                                 context.isAnnounced() ? context.get() : nullptr, cancellable.get(),
+                                 receive, &answer);
+    while (!answer)
         eventLoop.turn();
+    const bool isStarted =
+        g_app_info_launch_uris_finish(G_APP_INFO(application), answer.get(), nullptr);
+    if (!isStarted && !stop.stop_requested())
+        context.withdraw();
 }
 
 void launch(GDesktopAppInfo *application, GList *addresses, const std::stop_token &stop)

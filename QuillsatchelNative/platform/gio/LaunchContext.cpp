@@ -1,11 +1,9 @@
 #include "platform/gio/LaunchContext.h"
 
-#include <gio/gdesktopappinfo.h>
-
 /// What GIO knows us by.
 struct LaunchContext::Object {
     GAppLaunchContext parent;
-    LaunchContext *owner;
+    const LaunchContext *owner;
 };
 
 LaunchContext::LaunchContext()
@@ -17,28 +15,34 @@ LaunchContext::LaunchContext()
         g_app_launch_context_unsetenv(get(), variable);
 }
 
+LaunchContext::LaunchContext(GDesktopAppInfo *application)
+    : LaunchContext()
+{
+    if (g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY))
+        m_notification = StartupNotification::begin(application);
+}
+
+void LaunchContext::withdraw()
+{
+    if (m_notification)
+        m_notification->withdraw();
+}
+
 GType LaunchContext::type()
 {
     static const GType type = g_type_register_static_simple(
         G_TYPE_APP_LAUNCH_CONTEXT, "QuillsatchelLaunchContext", sizeof(GAppLaunchContextClass),
         [](gpointer classOfObjects, gpointer /*data*/) {
-            auto *const functions = static_cast<GAppLaunchContextClass *>(classOfObjects);
-            functions->get_startup_notify_id = &LaunchContext::begin;
-            functions->launch_failed = &LaunchContext::fail;
+            static_cast<GAppLaunchContextClass *>(classOfObjects)->get_startup_notify_id =
+                &LaunchContext::announcement;
         },
         sizeof(Object), nullptr, G_TYPE_FLAG_NONE);
     return type;
 }
 
-char *LaunchContext::begin(GAppLaunchContext *context, GAppInfo *application, GList * /*files*/)
+char *LaunchContext::announcement(GAppLaunchContext *context, GAppInfo * /*application*/,
+                                  GList * /*files*/)
 {
-    auto &notification = reinterpret_cast<Object *>(context)->owner->m_notification;
-    notification = StartupNotification::begin(G_DESKTOP_APP_INFO(application));
+    const auto &notification = reinterpret_cast<Object *>(context)->owner->m_notification;
     return notification ? g_strdup(notification->id().c_str()) : nullptr;
-}
-
-void LaunchContext::fail(GAppLaunchContext *context, const char * /*id*/)
-{
-    if (auto &notification = reinterpret_cast<Object *>(context)->owner->m_notification)
-        notification->withdraw();
 }

@@ -53,39 +53,83 @@ xcb_timestamp_t displayTime(xcb_connection_t *connection, int screen)
     return XCB_CURRENT_TIME;
 }
 
-const char *orEmpty(const char *text)
+/// What was sent before may be lost if the connection ends before the display has read it.
+void waitUntilRead(xcb_connection_t *connection)
 {
-    return text ? text : "";
+    const CPointer<xcb_get_input_focus_reply_t, &std::free> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 
 } // namespace
 
-/// One announcement. What is declared first goes last.
-struct StartupNotification::Sequence {
-    Connection connection;
-    CPointer<SnDisplay, &sn_display_unref> display;
-    CPointer<SnLauncherContext, &sn_launcher_context_unref> launcher;
+/// One announcement.
+class StartupNotification::Sequence
+{
+public:
+    Sequence(Connection connection, int screen, GDesktopAppInfo *application);
+    ~Sequence();
 
-    void describe(GDesktopAppInfo *application) const
-    {
-        GAppInfo *const info = G_APP_INFO(application);
-        sn_launcher_context_set_name(launcher.get(), g_app_info_get_display_name(info));
-        sn_launcher_context_set_binary_name(launcher.get(),
-                                            orEmpty(g_app_info_get_executable(info)));
-        sn_launcher_context_set_extra_property(
-            launcher.get(), "APPLICATION_ID",
-            orEmpty(g_desktop_app_info_get_filename(application)));
-        const GText icon(g_desktop_app_info_get_locale_string(application, "Icon"));
-        sn_launcher_context_set_icon_name(launcher.get(), orEmpty(icon.get()));
-        if (const auto *const windowClass = g_desktop_app_info_get_startup_wm_class(application))
-            sn_launcher_context_set_wmclass(launcher.get(), windowClass);
-    }
+    Sequence(const Sequence &) = delete;
+    Sequence &operator=(const Sequence &) = delete;
+
+    std::string id() const { return sn_launcher_context_get_startup_id(m_launcher.get()); }
+
+    void end();
+
+private:
+    using Setter = void (*)(SnLauncherContext *launcher, const char *value);
+
+    void describe(GDesktopAppInfo *application) const;
+    void say(Setter set, const char *value) const;
+
+    Connection m_connection;
+    CPointer<SnDisplay, &sn_display_unref> m_display;
+    CPointer<SnLauncherContext, &sn_launcher_context_unref> m_launcher;
 };
 
-void StartupNotification::Delete::operator()(Sequence *sequence) const
+StartupNotification::Sequence::Sequence(Connection connection, int screen,
+                                        GDesktopAppInfo *application)
+    : m_connection(std::move(connection))
+{
+    const auto time = displayTime(m_connection.get(), screen);
+    const auto *const program = g_app_info_get_executable(G_APP_INFO(application));
+    const std::scoped_lock lock(libraryLock());
+    m_display.reset(sn_xcb_display_new(m_connection.get(), nullptr, nullptr));
+    m_launcher.reset(sn_launcher_context_new(m_display.get(), screen));
+    describe(application);
+    sn_launcher_context_initiate(m_launcher.get(), "Quillsatchel",
+                                 program ? program : "application", time);
+    waitUntilRead(m_connection.get());
+}
+
+StartupNotification::Sequence::~Sequence()
 {
     const std::scoped_lock lock(libraryLock());
-    std::default_delete<Sequence>()(sequence);
+    m_launcher.reset();
+    m_display.reset();
+}
+
+void StartupNotification::Sequence::describe(GDesktopAppInfo *application) const
+{
+    GAppInfo *const info = G_APP_INFO(application);
+    const GText icon(g_desktop_app_info_get_locale_string(application, "Icon"));
+    say(&sn_launcher_context_set_name, g_app_info_get_display_name(info));
+    say(&sn_launcher_context_set_binary_name, g_app_info_get_executable(info));
+    say(&sn_launcher_context_set_icon_name, icon.get());
+    say(&sn_launcher_context_set_wmclass, g_desktop_app_info_get_startup_wm_class(application));
+}
+
+void StartupNotification::Sequence::say(Setter set, const char *value) const
+{
+    if (value)
+        set(m_launcher.get(), value);
+}
+
+void StartupNotification::Sequence::end()
+{
+    const std::scoped_lock lock(libraryLock());
+    sn_launcher_context_complete(m_launcher.get());
+    waitUntilRead(m_connection.get());
 }
 
 std::optional<StartupNotification> StartupNotification::begin(GDesktopAppInfo *application)
@@ -94,26 +138,25 @@ std::optional<StartupNotification> StartupNotification::begin(GDesktopAppInfo *a
     Connection connection(xcb_connect(nullptr, &screen));
     if (xcb_connection_has_error(connection.get()))
         return std::nullopt;
-    const auto time = displayTime(connection.get(), screen);
-    std::unique_ptr<Sequence, Delete> sequence(
-        std::make_unique<Sequence>(Sequence { std::move(connection), {}, {} }).release());
-    const std::scoped_lock lock(libraryLock());
-    sequence->display.reset(sn_xcb_display_new(sequence->connection.get(), nullptr, nullptr));
-    sequence->launcher.reset(sn_launcher_context_new(sequence->display.get(), screen));
-    sequence->describe(application);
-    sn_launcher_context_initiate(sequence->launcher.get(), "Quillsatchel",
-                                 g_app_info_get_executable(G_APP_INFO(application)), time);
-    return StartupNotification(std::move(sequence));
+    return StartupNotification(
+        std::make_unique<Sequence>(std::move(connection), screen, application));
 }
 
-StartupNotification::StartupNotification(std::unique_ptr<Sequence, Delete> sequence)
+StartupNotification::StartupNotification(std::unique_ptr<Sequence> sequence)
     : m_sequence(std::move(sequence))
-    , m_id(sn_launcher_context_get_startup_id(m_sequence->launcher.get()))
 {
+}
+
+StartupNotification::StartupNotification(StartupNotification &&) noexcept = default;
+StartupNotification &StartupNotification::operator=(StartupNotification &&) noexcept = default;
+StartupNotification::~StartupNotification() = default;
+
+std::string StartupNotification::id() const
+{
+    return m_sequence->id();
 }
 
 void StartupNotification::withdraw()
 {
-    const std::scoped_lock lock(libraryLock());
-    sn_launcher_context_complete(m_sequence->launcher.get());
+    m_sequence->end();
 }

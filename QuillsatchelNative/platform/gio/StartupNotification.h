@@ -15,21 +15,20 @@ public:
     /// Announces `application`; none where there is no X display.
     static std::optional<StartupNotification> begin(GDesktopAppInfo *application);
 
+    StartupNotification(StartupNotification &&) noexcept;
+    StartupNotification &operator=(StartupNotification &&) noexcept;
+    ~StartupNotification();
+
     /// What the application must be given so that the desktop knows it by its announcement.
-    const std::string &id() const { return m_id; }
+    std::string id() const;
 
     /// Withdraws the announcement: the application does not come.
     void withdraw();
 
 private:
-    struct Sequence;
+    class Sequence;
 
-    struct Delete {
-        void operator()(Sequence *sequence) const;
-    };
+    explicit StartupNotification(std::unique_ptr<Sequence> sequence);
 
-    explicit StartupNotification(std::unique_ptr<Sequence, Delete> sequence);
-
-    std::unique_ptr<Sequence, Delete> m_sequence;
-    std::string m_id;
+    std::unique_ptr<Sequence> m_sequence;
 };
