@@ -1,0 +1,131 @@
+#include "fakes/TestFiles.h"
+#include "platform/PrivateBus.h"
+#include "platform/TestDesktop.h"
+#include "platform/gio/GioWorkspace.h"
+#include "support/WebAddress.h"
+
+#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <unistd.h>
+
+namespace
+{
+
+using TestDesktop::addEntry;
+using TestDesktop::entryText;
+using Texts = std::vector<std::string>;
+
+class BusActivationTest : public testing::Test
+{
+protected:
+    static constexpr auto Name = "org.example.My-App";
+
+    static void SetUpTestSuite()
+    {
+        TestDesktop::addProgram("program");
+        addEntry("org.example.Browser.desktop", "[Desktop Entry]\nType=Application\nName=Name\n"
+                                                "DBusActivatable=true\n");
+        TestFiles::write(TestDesktop::path("config/mimeapps.list"),
+                         "[Default Applications]\n"
+                         "x-scheme-handler/https=org.example.Browser.desktop\n");
+    }
+
+    static std::string addActivatable(const std::string &id, const std::string &more = {})
+    {
+        return addEntry(id, entryText("program", "DBusActivatable=true\n" + more));
+    }
+
+    PrivateBus bus;
+    GioWorkspace workspace;
+};
+
+TEST_F(BusActivationTest, ActivatesTheApplicationInsteadOfStartingIt)
+{
+    const BusApplication application(Name);
+    workspace.openApplication(addActivatable("org.example.My-App.desktop"));
+    ASSERT_TRUE(TestDesktop::waitUntil([&] { return !application.calls().empty(); }));
+    EXPECT_EQ(application.calls(),
+              Texts { "/org/example/My_App org.freedesktop.Application.Activate({},)" });
+    EXPECT_EQ(TestDesktop::startedPrograms(), Texts());
+}
+
+TEST_F(BusActivationTest, ActivatesItEachTime)
+{
+    const BusApplication application(Name);
+    const auto entry = addActivatable("org.example.My-App.desktop");
+    for (int count = 0; count < 20; ++count)
+        workspace.openApplication(entry);
+    EXPECT_TRUE(TestDesktop::waitUntil([&] { return application.calls().size() == 20; }));
+}
+
+TEST_F(BusActivationTest, GivesABrowserOnTheBusTheAddressToTheLetter)
+{
+    const BusApplication browser("org.example.Browser");
+    workspace.open(*WebAddress::parse("HTTPS://Example.COM/%7e?a=$(x)"));
+    ASSERT_TRUE(TestDesktop::waitUntil([&] { return !browser.calls().empty(); }));
+    EXPECT_EQ(browser.calls(), Texts { "/org/example/Browser org.freedesktop.Application.Open"
+                                       "(['HTTPS://Example.COM/%7e?a=$(x)'], {})" });
+}
+
+TEST_F(BusActivationTest, StartsWhatSaysNothingOfTheBus)
+{
+    const BusApplication application(Name);
+    workspace.openApplication(addEntry("org.example.My-App.desktop", entryText("program")));
+    EXPECT_TRUE(TestDesktop::waitForStart("program"));
+    EXPECT_EQ(application.calls(), Texts());
+}
+
+TEST_F(BusActivationTest, StartsWhatHasNoNameForTheBus)
+{
+    workspace.openApplication(addActivatable("plain.desktop"));
+    const auto start = TestDesktop::waitForStart("program");
+    ASSERT_TRUE(start);
+    EXPECT_NE(start->session, getsid(0));
+}
+
+TEST_F(BusActivationTest, SaysNothingOfAnApplicationThatDoesNotCome)
+{
+    workspace.openApplication(addActivatable("org.example.Missing.desktop"));
+    workspace.openApplication(
+        addActivatable("org.example.Missing2.desktop", "StartupNotify=true\n"));
+    const BusApplication application(Name);
+    workspace.openApplication(addActivatable("org.example.My-App.desktop"));
+    EXPECT_TRUE(TestDesktop::waitUntil([&] { return !application.calls().empty(); }));
+}
+
+TEST_F(BusActivationTest, DoesNotHoldUpOthersWhileItWaitsForAnAnswer)
+{
+    const BusApplication silent(Name, BusApplication::Answers::never);
+    workspace.openApplication(addActivatable("org.example.My-App.desktop"));
+    ASSERT_TRUE(TestDesktop::waitUntil([&] { return !silent.calls().empty(); }));
+    workspace.openApplication(addEntry("plain.desktop", entryText("program")));
+    EXPECT_TRUE(TestDesktop::waitForStart("program"));
+}
+
+TEST_F(BusActivationTest, DoesNotHoldUpTheEndForLong)
+{
+    const BusApplication silent(Name, BusApplication::Answers::never);
+    QElapsedTimer timer;
+    {
+        GioWorkspace ending;
+        ending.openApplication(addActivatable("org.example.My-App.desktop"));
+        timer.start();
+    }
+    EXPECT_EQ(silent.calls().size(), 1U);
+    EXPECT_LT(timer.elapsed(), 15'000) << "of the 25 seconds that the bus itself would wait";
+}
+
+TEST_F(BusActivationTest, OutlivesTheBus)
+{
+    std::optional<PrivateBus> ending(std::in_place);
+    const BusApplication silent(Name, BusApplication::Answers::never);
+    workspace.openApplication(addActivatable("org.example.My-App.desktop"));
+    ASSERT_TRUE(TestDesktop::waitUntil([&] { return !silent.calls().empty(); }));
+    ending.reset();
+    workspace.openApplication(addEntry("plain.desktop", entryText("program")));
+    EXPECT_TRUE(TestDesktop::waitForStart("program"));
+}
+
+} // namespace

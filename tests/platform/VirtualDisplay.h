@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/gio/CPointer.h"
+
+#include <QProcess>
+#include <xcb/xcb.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// An X display of the test's own, which programs find by the environment while it exists.
+class VirtualDisplay
+{
+public:
+    VirtualDisplay();
+
+    VirtualDisplay(const VirtualDisplay &) = delete;
+    VirtualDisplay &operator=(const VirtualDisplay &) = delete;
+
+    ~VirtualDisplay();
+
+    /// What programs have told the desktop of the start of others so far, in order.
+    const std::vector<std::string> &startupMessages();
+
+private:
+    void listen();
+    void receive(const xcb_client_message_event_t &message);
+
+    QProcess m_server;
+    CPointer<xcb_connection_t, &xcb_disconnect> m_connection;
+    xcb_atom_t m_begin = XCB_ATOM_NONE;
+    xcb_atom_t m_more = XCB_ATOM_NONE;
+    std::map<xcb_window_t, std::string> m_parts; // by who sends them
+    std::vector<std::string> m_messages;
+};
