@@ -1,0 +1,41 @@
+#include "platform/desktop/DesktopHttpClient.h"
+
+#include "platform/network/HttpServer.h"
+#include "support/WebAddress.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <future>
+#include <optional>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+TEST(DesktopHttpClientTest, FetchesThroughTheModule)
+{
+    const HttpServer server([](auto &exchange) { exchange.answer(200, "body"); });
+    std::promise<QByteArray> promise;
+    auto body = promise.get_future();
+    DesktopHttpClient client;
+    client.get(*WebAddress::parse(server.address()),
+               [&promise](const QByteArray &received) { promise.set_value(received); });
+    EXPECT_TRUE(QTest::qWaitFor([&body] { return body.wait_for(0s) == std::future_status::ready; },
+                                20'000));
+    EXPECT_EQ(body.get(), "body");
+}
+
+TEST(DesktopHttpClientTest, MayGoWhileARequestIsUnderWay)
+{
+    const HttpServer server([](auto &exchange) { exchange.waitForHangUp(); });
+    std::optional<DesktopHttpClient> client { std::in_place };
+    const auto isThere = std::make_shared<int>();
+    client->get(*WebAddress::parse(server.address()), [isThere](const QByteArray &) {});
+    EXPECT_TRUE(QTest::qWaitFor([&server] { return !server.requests().empty(); }));
+    client.reset();
+    EXPECT_EQ(isThere.use_count(), 1);
+}
+
+} // namespace
