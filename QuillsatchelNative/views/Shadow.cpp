@@ -2,35 +2,99 @@
 
 #include "views/Painting.h"
 
-#include <QGraphicsDropShadowEffect>
-#include <QGraphicsPixmapItem>
-#include <QGraphicsScene>
+#include <QImage>
 #include <QPainter>
 
-#include <memory>
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <vector>
+
+namespace
+{
+
+constexpr int Step = 4; // points between samples: a wide blur has nothing finer to show
+
+/// One opacity a sample, from 0 to 255.
+struct Plane {
+    int width;
+    int height;
+    std::vector<float> samples;
+};
+
+Plane rectangle(const Shadow &shadow, const QSize &size, int cornerRadius)
+{
+    const int margin = shadow.margin();
+    const QSize area = (size + QSize(2 * margin + Step - 1, 2 * margin + Step - 1)) / Step;
+    QImage image(area, QImage::Format_Grayscale8);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.scale(1.0 / Step, 1.0 / Step);
+    Painting::fillRoundedRect(painter, { QPointF(margin, margin + shadow.offset), size },
+                              cornerRadius, SrgbColor::white(shadow.opacity));
+    painter.end();
+    Plane plane { image.width(), image.height(), {} };
+    for (int y = 0; y < plane.height; ++y)
+        plane.samples.insert(plane.samples.end(), image.constScanLine(y),
+                             image.constScanLine(y) + plane.width);
+    return plane;
+}
+
+/// The weights on one side of the middle one, which is the first.
+std::vector<float> bellCurve(float deviation)
+{
+    std::vector<float> weights(static_cast<std::size_t>(std::ceil(3 * deviation)) + 1);
+    for (std::size_t distance = 0; distance < weights.size(); ++distance)
+        weights[distance] = std::exp(-std::pow(static_cast<float>(distance) / deviation, 2.F) / 2);
+    const float sum = 2 * std::accumulate(weights.begin(), weights.end(), 0.F) - weights.front();
+    for (float &weight : weights)
+        weight /= sum;
+    return weights;
+}
+
+/// Blurs along the rows and turns the plane over its diagonal, so that twice blurs both ways.
+Plane blurredAndTurned(const Plane &plane, const std::vector<float> &weights)
+{
+    Plane turned { plane.height, plane.width, std::vector<float>(plane.samples.size()) };
+    const int reach = static_cast<int>(weights.size()) - 1;
+    for (int y = 0; y < plane.height; ++y) {
+        const float *const row = plane.samples.data() + y * plane.width;
+        for (int x = 0; x < plane.width; ++x) {
+            float sum = 0;
+            const int last = std::min(x + reach, plane.width - 1);
+            for (int place = std::max(x - reach, 0); place <= last; ++place)
+                sum += row[place] * weights[static_cast<std::size_t>(std::abs(place - x))];
+            turned.samples[static_cast<std::size_t>(x * plane.height + y)] = sum;
+        }
+    }
+    return turned;
+}
+
+QImage blackOf(const Plane &plane)
+{
+    QImage image(plane.width, plane.height, QImage::Format_ARGB32_Premultiplied);
+    const float *sample = plane.samples.data();
+    for (int y = 0; y < plane.height; ++y) {
+        for (int x = 0; x < plane.width; ++x)
+            image.setPixel(x, y, qRgba(0, 0, 0, static_cast<int>(std::lround(*sample++))));
+    }
+    return image;
+}
+
+} // namespace
 
 QPixmap Shadow::render(const QSize &size, int cornerRadius, qreal scale) const
 {
-    QPixmap shape(size);
-    shape.fill(Qt::transparent);
-    QPainter shapePainter(&shape);
-    Painting::fillRoundedRect(shapePainter, shape.rect(), cornerRadius, SrgbColor::black());
-    shapePainter.end();
+    const auto weights = bellCurve(static_cast<float>(blurRadius) / 2 / Step);
+    const Plane plane = rectangle(*this, size, cornerRadius);
+    const QImage blurred = blackOf(blurredAndTurned(blurredAndTurned(plane, weights), weights));
 
-    QGraphicsScene scene;
-    auto *const item = scene.addPixmap(shape);
-    auto effect = std::make_unique<QGraphicsDropShadowEffect>();
-    effect->setColor(Painting::qColor(SrgbColor::black(opacity)));
-    effect->setBlurRadius(blurRadius);
-    effect->setOffset(0, offset);
-    item->setGraphicsEffect(effect.release());
-
-    const QRectF area = QRectF(shape.rect()).adjusted(-margin(), -margin(), margin(), margin());
-    QPixmap pixmap((area.size() * scale).toSize());
+    QPixmap pixmap((QSizeF(size + QSize(2 * margin(), 2 * margin())) * scale).toSize());
     pixmap.setDevicePixelRatio(scale);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    scene.render(&painter, QRectF(QPointF(), area.size()), area);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRectF(QPointF(), QSizeF(blurred.size()) * Step), blurred);
     // Only what falls beside the rectangle, which need not be opaque.
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     Painting::fillRoundedRect(painter, QRectF(QPointF(margin(), margin()), size), cornerRadius,
