@@ -183,6 +183,7 @@ void LauncherSlotEditor::makeMessage()
 {
     m_message =
         new ElidedLabel(Qt::ElideRight, Painting::systemFont(9), SatchelTheme::accent, this);
+    setAccessibleRole(*m_message, QAccessible::AlertMessage);
     m_message->setText(tr("Enter a valid http or https website."));
     layOut();
 }

@@ -64,7 +64,6 @@ OverlayCard::OverlayCard(const QString &name, const Look &look, QWidget *parent)
 {
     setAccessibleRole(*this, QAccessible::Dialog);
     setAccessibleName(name);
-    setFocusPolicy(Qt::ClickFocus);
     m_card->installEventFilter(this);
     m_closeButton->setLabel(tr("Close"));
     m_closeButton->resize(CloseButtonSize);

@@ -42,6 +42,7 @@ ScrollView::ScrollView(QWidget *parent)
     , m_content(new QWidget(this))
     , m_scrollBar(new OverlayScrollBar(Qt::Vertical, this))
 {
+    m_content->installEventFilter(this);
     m_scrollBar->setSingleStep(Step);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &ScrollView::placeContent);
     connect(m_scrollBar, &QScrollBar::actionTriggered, this, [this] { m_row.clear(); });
@@ -54,13 +55,15 @@ QSize ScrollView::sizeHint() const
     return m_content->sizeHint();
 }
 
-bool ScrollView::event(QEvent *event)
+bool ScrollView::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() == QEvent::LayoutRequest) {
+    if (object == m_content && event->type() == QEvent::LayoutRequest) {
         layOut();
         updateGeometry();
+        // At once: the next frame would come before it, with a view of the former height.
+        QCoreApplication::sendPostedEvents(parent(), QEvent::LayoutRequest);
     }
-    return QWidget::event(event);
+    return QWidget::eventFilter(object, event);
 }
 
 void ScrollView::resizeEvent(QResizeEvent * /*event*/)

@@ -27,7 +27,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    bool event(QEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
