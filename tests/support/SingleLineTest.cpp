@@ -1,0 +1,73 @@
+#include "support/SingleLine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace
+{
+
+std::string beginning(std::string_view text)
+{
+    return SingleLine::beginning(text).toStdString();
+}
+
+std::string ends(std::string_view text)
+{
+    return SingleLine::ends(text).toStdString();
+}
+
+TEST(SingleLineTest, LeavesTextsOfOneLineAlone)
+{
+    for (const auto *const text :
+         { "", "a", "Ünïcödé 漢字 👩‍🚀", "עברית", "a <b>b</b> & c" }) {
+        EXPECT_EQ(beginning(text), text);
+        EXPECT_EQ(ends(text), text);
+    }
+}
+
+TEST(SingleLineTest, MakesBlanksOfLineBreaks)
+{
+    for (const auto *const text :
+         { "a\nb", "a\r\nb", "a\vb", "a\fb", "a\u0085b", "a\u2028b", "a\u2029b", "\na\n\n\nb\n" }) {
+        EXPECT_EQ(beginning(text), "a b");
+        EXPECT_EQ(ends(text), "a b");
+    }
+}
+
+TEST(SingleLineTest, MakesBlanksOfControlCharacters)
+{
+    EXPECT_EQ(beginning(std::string_view("a\0b", 3)), "a b");
+    EXPECT_EQ(beginning("a\x1b\x07\x7f"
+                        "b"),
+              "a b");
+    EXPECT_EQ(beginning("a\u0090b"), "a b");
+    EXPECT_EQ(beginning("\x01"), "");
+}
+
+TEST(SingleLineTest, KeepsTheDirectionThatLettersHave)
+{
+    EXPECT_EQ(beginning("a\u202etxt.exe"), "a txt.exe");
+    for (const auto *const text : { "a\u202ab", "a\u202bb", "a\u202cb", "a\u202db", "a\u2066b",
+                                    "a\u2067b", "a\u2068b", "a\u2069b" })
+        EXPECT_EQ(ends(text), "a b");
+}
+
+TEST(SingleLineTest, LooksAtNoMoreThanALineHolds)
+{
+    const std::string filling(1'000'000, 'x');
+    EXPECT_TRUE(beginning("begin" + filling).starts_with("beginx"));
+    EXPECT_LE(beginning("begin" + filling).size(), 2048U);
+    EXPECT_TRUE(ends("begin" + filling + "end").starts_with("beginx"));
+    EXPECT_TRUE(ends("begin" + filling + "end").ends_with("xend"));
+    EXPECT_NE(ends("begin" + filling + "end").find("…"), std::string::npos);
+    EXPECT_LE(ends("begin" + filling + "end").size(), 4096U);
+}
+
+TEST(SingleLineTest, ShowsATextThatIsNotTooLongWhole)
+{
+    const std::string text = "begin" + std::string(1000, 'x') + "middle" + std::string(900, 'x');
+    EXPECT_EQ(ends(text), text);
+}
+
+} // namespace

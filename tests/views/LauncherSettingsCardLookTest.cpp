@@ -1,0 +1,425 @@
+#include "fakes/PictureBytes.h"
+#include "views/LauncherCardFixture.h"
+#include "views/Painting.h"
+#include "views/Picture.h"
+#include "views/PushButton.h"
+#include "views/Symbol.h"
+#include "views/SymbolView.h"
+
+#include <QLabel>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace
+{
+
+const QColor Ground(120, 160, 200);
+constexpr SrgbColor Fill { 0.035, 0.035, 0.045, 0.98 };
+constexpr SrgbColor Accent { 0.91, 0.16, 0.17 };
+constexpr auto Secondary = SrgbColor::white(0.56);
+
+QColor qColor(const SrgbColor &color)
+{
+    return Painting::qColor(color);
+}
+
+class LauncherSettingsCardLookTest : public LauncherCardFixture
+{
+protected:
+    QRect body() const { return card->cardGeometry(); }
+
+    Picture picture(const QColor &ground = Qt::black) const { return Picture(*card, ground); }
+
+    QColor dimmed() const { return over(SrgbColor::black(0.62), Ground); }
+
+    QColor cardFill() const { return over(Fill, Qt::black); }
+
+    QColor editorFill() const { return over(SrgbColor::white(0.055), cardFill()); }
+
+    QList<QLabel *> texts() const { return card->findChildren<QLabel *>(); }
+
+    /// In the editor's coordinates.
+    static QRect placeIn(const LauncherSlotEditor &editor, const QWidget &widget)
+    {
+        return { widget.mapTo(&editor, QPoint()), widget.size() };
+    }
+
+    /// Where the first row's square of `size` at `left` lies in an editor.
+    static QRect square(const LauncherSlotEditor &editor, int left, int size)
+    {
+        const EditorParts shown(const_cast<LauncherSlotEditor &>(editor));
+        const int rowBottom = placeIn(editor, shown.chooseButton()).top() - 7;
+        return { left, 9 + (rowBottom - 9 - size) / 2, size, size };
+    }
+};
+
+TEST_F(LauncherSettingsCardLookTest, DimsTheWholePanel)
+{
+    openCard();
+    EXPECT_EQ(card->geometry(), panel.rect());
+    const Picture seen = picture(Ground);
+    for (const QPointF place :
+         { QPointF(0.3, 0.3), QPointF(429.5, 0.3), QPointF(0.3, 649.5), QPointF(429.5, 649.5) })
+        EXPECT_TRUE(isColor(seen.at(place.x(), place.y()), dimmed()));
+}
+
+TEST_F(LauncherSettingsCardLookTest, IsAtMostThreeHundredAndSixtyWideInTheMiddle)
+{
+    for (const QSize size : { QSize(430, 650), QSize(390, 420), QSize(900, 900) }) {
+        panel.resize(size);
+        openCard();
+        EXPECT_EQ(body().width(), 360);
+        EXPECT_LE(body().height(), std::min(560, size.height()));
+        EXPECT_NEAR(QRectF(body()).center().x(), size.width() / 2.0, 0.5);
+        EXPECT_NEAR(QRectF(body()).center().y(), size.height() / 2.0, 0.5);
+        delete card;
+    }
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShrinksInASmallerPanelWithItsListOnly)
+{
+    openCard();
+    const int listTop = placeOf(list()).top() - body().top();
+    const int whole = body().height();
+    panel.resize(390, 420);
+    card->setGeometry(panel.rect());
+    settle();
+    EXPECT_EQ(body().height(), 420);
+    EXPECT_EQ(placeOf(list()).top() - body().top(), listTop);
+    EXPECT_EQ(placeOf(list()).height(), 420 - listTop - 16);
+    EXPECT_EQ(list().content()->height(), whole - listTop - 16);
+}
+
+TEST_F(LauncherSettingsCardLookTest, KeepsWithinTheMarginsOfItsPanel)
+{
+    panel.resize(390, 420);
+    openCard();
+    card->setContentsMargins(0, 28, 0, 0);
+    card->setGeometry(0, 0, 390, 421);
+    settle();
+    EXPECT_EQ(body().top(), 28);
+    EXPECT_EQ(body().height(), 421 - 28);
+}
+
+TEST_F(LauncherSettingsCardLookTest, IsFilledAndStroked)
+{
+    openCard();
+    const Picture seen = picture();
+    const qreal middle = body().center().y();
+    const QColor stroke = over(SrgbColor::white(0.14), cardFill());
+    EXPECT_TRUE(isColor(seen.at(body().left() + 8, middle), cardFill(), 1));
+    EXPECT_TRUE(isColor(seen.at(body().left() + 0.4, middle), stroke));
+    EXPECT_TRUE(isColor(seen.at(body().left() + 1.4, middle), cardFill()));
+    EXPECT_TRUE(isColor(seen.at(body().center().x(), body().top() + 0.4), stroke));
+    // What lies under the card shines through by two hundredths.
+    const Picture onGround = picture(Ground);
+    EXPECT_TRUE(isColor(onGround.at(body().left() + 8, middle), over(Fill, dimmed()), 1));
+}
+
+TEST_F(LauncherSettingsCardLookTest, HasCornersOfRadiusTwenty)
+{
+    openCard();
+    const Picture seen = picture();
+    const Picture shape(
+        panel.size(), panel.devicePixelRatio(), Qt::black, [this](QPainter &painter) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(qColor(Fill));
+            painter.drawRoundedRect(QRectF(body()), 20, 20);
+            painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.14F), 1));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(QRectF(body()).adjusted(0.5, 0.5, -0.5, -0.5), 19.5, 19.5);
+        });
+    for (const QPoint corner : { body().topLeft(), QPoint(body().left(), body().bottom() - 13),
+                                 QPoint(body().right() - 13, body().bottom() - 13) })
+        EXPECT_EQ(seen.differenceFrom(shape, QRectF(corner, QSizeF(14, 14))), QRectF());
+}
+
+TEST_F(LauncherSettingsCardLookTest, CastsAShadowDownwards)
+{
+    openCard();
+    const Picture seen = picture(Ground);
+    const auto darknessAt = [this, &seen](qreal x, qreal y) {
+        return dimmed().red() - seen.at(x, y).red();
+    };
+    const qreal middle = body().center().x();
+    EXPECT_GT(darknessAt(middle, body().bottom() + 6), darknessAt(middle, body().top() - 6) + 8);
+    EXPECT_GT(darknessAt(middle, body().bottom() + 6), darknessAt(middle, body().bottom() + 26));
+    EXPECT_GT(darknessAt(middle, body().bottom() + 24), 0);
+    EXPECT_NEAR(darknessAt(body().left() - 10, body().center().y()),
+                darknessAt(body().right() + 10, body().center().y()), 3);
+    // At the edge of a large shape half of the shadow's strength is left, offset aside.
+    const int atEdge = darknessAt(middle, body().bottom() + 16);
+    EXPECT_NEAR(atEdge, dimmed().red() * 0.6 / 2, 5);
+}
+
+TEST_F(LauncherSettingsCardLookTest, HasTheCloseButtonEightFromItsTopRightCorner)
+{
+    openCard();
+    const QRect place = placeOf(closeButton());
+    EXPECT_EQ(place.size(), QSize(28, 28));
+    EXPECT_EQ(body().right() - place.right(), 8);
+    EXPECT_EQ(place.top() - body().top(), 8);
+    Input::click(closeButton(), QPoint(1, 1));
+    Input::click(closeButton(), QPoint(26, 26));
+    EXPECT_EQ(closings, 2);
+
+    parts(0).field().setFocus();
+    const Picture seen = picture();
+    const QRectF ink = seen.inkIn(place, cardFill());
+    EXPECT_NEAR(ink.center().x(), QRectF(place).center().x(), 0.75);
+    EXPECT_NEAR(ink.center().y(), QRectF(place).center().y(), 0.75);
+    EXPECT_NEAR(ink.width(), 8, 1);
+    EXPECT_TRUE(isColor(seen.strongestInkIn(place, cardFill()), over(Secondary, cardFill()), 16));
+}
+
+TEST_F(LauncherSettingsCardLookTest, HasAHeaderOfASymbolAndTwoTexts)
+{
+    openCard();
+    const auto &symbol = *card->findChild<SymbolView *>();
+    const QRect place = placeOf(symbol);
+    EXPECT_EQ(place.top(), body().top() + 16);
+    EXPECT_EQ(place.size(), QSize(24, 24));
+    EXPECT_NEAR(QRectF(place).center().x(), QRectF(body()).center().x(), 0.5);
+    const Picture drawn(
+        symbol.size(), symbol.devicePixelRatio(), cardFill(), [](QPainter &painter) {
+            Symbol::paint(painter, QStringLiteral("square.grid.2x2"), { 0, 0, 24, 24 }, Accent);
+        });
+    EXPECT_EQ(Picture(const_cast<SymbolView &>(symbol), cardFill()).differenceFrom(drawn),
+              QRectF());
+
+    ASSERT_EQ(texts().size(), 2);
+    const auto &title = *texts()[0];
+    const auto &note = *texts()[1];
+    EXPECT_EQ(title.text().toStdString(), "Quick Launchers");
+    EXPECT_EQ(title.font().pixelSize(), 16);
+    EXPECT_EQ(title.font().weight(), QFont::DemiBold);
+    EXPECT_TRUE(
+        isColor(title.palette().color(QPalette::WindowText), qColor(SrgbColor::white(0.92))));
+    EXPECT_EQ(note.text().toStdString(),
+              "Add up to five applications or websites to the Quillsatchel menu-bar menu.");
+    EXPECT_EQ(note.font().pixelSize(), 10);
+    EXPECT_EQ(note.font().weight(), QFont::Normal);
+    EXPECT_TRUE(isColor(note.palette().color(QPalette::WindowText), qColor(Secondary)));
+    for (const auto *const text : texts()) {
+        EXPECT_EQ(text->alignment(), Qt::AlignCenter);
+        EXPECT_GE(placeOf(*text).left(), body().left() + 14);
+        EXPECT_LE(placeOf(*text).right(), body().right() - 14);
+    }
+    EXPECT_EQ(placeOf(title).top() - place.bottom() - 1, 3);
+    EXPECT_EQ(placeOf(note).top() - placeOf(title).bottom() - 1, 3);
+    EXPECT_EQ(placeOf(list()).top() - placeOf(note).bottom() - 1, 12);
+}
+
+TEST_F(LauncherSettingsCardLookTest, SpacesItsEditorsByEight)
+{
+    openCard();
+    int bottom = placeOf(list()).top() - 8 - 1;
+    for (int slot = 0; slot < 5; ++slot) {
+        const QRect place = placeOf(editor(slot));
+        EXPECT_EQ(place.left(), body().left() + 14) << slot;
+        EXPECT_EQ(place.right(), body().right() - 14) << slot;
+        EXPECT_EQ(place.top() - bottom - 1, 8) << slot;
+        bottom = place.bottom();
+    }
+    EXPECT_EQ(bottom, body().bottom() - 16);
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShowsHowFarItIsScrolled)
+{
+    panel.resize(390, 420);
+    openCard();
+    const QRectF strip(body().right() - 12, placeOf(list()).top(), 11, placeOf(list()).height());
+    const QRectF atTop = picture().inkIn(strip, cardFill());
+    EXPECT_GE(atTop.height(), 60);
+    EXPECT_LE(atTop.width(), 6);
+    EXPECT_LE(atTop.top(), strip.top() + 3);
+    Input::key(panel, Qt::Key_End);
+    EXPECT_GE(picture().inkIn(strip, cardFill()).bottom(), strip.bottom() - 3);
+    panel.resize(430, 650);
+    card->setGeometry(panel.rect());
+    settle();
+    const QRectF wider(body().right() - 12, placeOf(list()).top(), 11, placeOf(list()).height());
+    EXPECT_EQ(picture().inkIn(wider, cardFill()), QRectF());
+}
+
+TEST_F(LauncherSettingsCardLookTest, FillsAndStrokesItsEditors)
+{
+    openCard();
+    const Picture seen = picture();
+    const QRect place = placeOf(editor(1));
+    const Picture shape(
+        panel.size(), panel.devicePixelRatio(), cardFill(), [&place](QPainter &painter) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.055F));
+            painter.drawRoundedRect(QRectF(place), 10, 10);
+            painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.09F), 1));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), 9.5, 9.5);
+        });
+    for (const QPoint corner :
+         { place.topLeft(), place.topRight() - QPoint(7, 0), place.bottomLeft() - QPoint(0, 7),
+           place.bottomRight() - QPoint(7, 7) })
+        EXPECT_EQ(seen.differenceFrom(shape, QRectF(corner, QSizeF(8, 8)), 2), QRectF());
+    EXPECT_TRUE(isColor(seen.at(place.center().x(), place.top() + 4), editorFill(), 1));
+    EXPECT_TRUE(isColor(seen.at(place.left() + 0.4, place.center().y()),
+                        over(SrgbColor::white(0.09), editorFill()), 1));
+}
+
+TEST_F(LauncherSettingsCardLookTest, LaysAnEditorOutInTwoRows)
+{
+    store().setWebsite("example.com", 0);
+    openCard();
+    auto &first = editor(0);
+    const auto shown = parts(0);
+    const QRect title = placeIn(first, shown.label(0));
+    const QRect subtitle = placeIn(first, shown.label(1));
+    const QRect clear = placeIn(first, *shown.clearButton());
+    const QRect choose = placeIn(first, shown.chooseButton());
+    const QRect field = placeIn(first, shown.field());
+    const QRect set = placeIn(first, shown.setButton());
+
+    EXPECT_EQ(title.left(), 9 + 17 + 8 + 22 + 8);
+    EXPECT_EQ(subtitle.left(), title.left());
+    EXPECT_EQ(subtitle.top() - title.bottom() - 1, 1);
+    EXPECT_EQ(title.top(), 9);
+    EXPECT_EQ(clear.right(), first.width() - 9 - 1);
+    EXPECT_EQ(clear.left() - title.right() - 1, 8);
+    EXPECT_NEAR(QRectF(clear).center().y(), (title.top() + subtitle.bottom() + 1) / 2.0, 0.5);
+
+    EXPECT_EQ(choose.topLeft(), QPoint(9, subtitle.bottom() + 1 + 7));
+    EXPECT_EQ(field.left() - choose.right() - 1, 6);
+    EXPECT_EQ(set.left() - field.right() - 1, 6);
+    EXPECT_EQ(set.right(), first.width() - 9 - 1);
+    for (const QRect &control : { choose, field, set }) {
+        EXPECT_EQ(control.height(), PushButton::Height);
+        EXPECT_EQ(control.top(), choose.top());
+        EXPECT_EQ(control.bottom(), first.height() - 9 - 1);
+    }
+    // Without the clear button, there is more room for the texts.
+    EXPECT_EQ(placeIn(editor(1), parts(1).label(0)).right(), first.width() - 9 - 1);
+}
+
+TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfAnEditorInTheirSizesAndColors)
+{
+    openCard();
+    parts(0).submit("ftp://example.com");
+    settle();
+    closeButton().setFocus();
+
+    struct Style {
+        int size;
+        QFont::Weight weight;
+        SrgbColor color;
+    };
+
+    const std::vector<Style> styles { { 11, QFont::DemiBold, SrgbColor::white(0.92) },
+                                      { 9, QFont::Normal, Secondary },
+                                      { 9, QFont::Normal, Accent } };
+    for (qsizetype index = 0; index < 3; ++index) {
+        auto &label = parts(0).label(index);
+        const auto &style = styles[static_cast<std::size_t>(index)];
+        EXPECT_EQ(label.font().pixelSize(), style.size) << index;
+        EXPECT_EQ(label.font().weight(), style.weight) << index;
+        const Picture seen(label, editorFill());
+        EXPECT_TRUE(isColor(seen.strongestInkIn(seen.rect(), editorFill()),
+                            over(style.color, editorFill()), 40))
+            << index;
+    }
+    const QRect message = placeIn(editor(0), parts(0).label(2));
+    EXPECT_EQ(message.left(), 9);
+    EXPECT_EQ(message.right(), editor(0).width() - 9 - 1);
+    EXPECT_EQ(message.top() - placeIn(editor(0), parts(0).field()).bottom() - 1, 7);
+    EXPECT_EQ(message.bottom(), editor(0).height() - 9 - 1);
+    const Picture seen(parts(0).label(2), Qt::black);
+    EXPECT_LE(seen.inkIn(seen.rect(), Qt::black).left(), 2);
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotsNumberOnACircle)
+{
+    openCard();
+    for (const int slot : { 0, 4 }) {
+        auto &shown = editor(slot);
+        const QRect badge = square(shown, 9, 17);
+        const Picture expected(
+            shown.size(), shown.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
+                painter.setPen(Qt::NoPen);
+                painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.07F));
+                painter.drawEllipse(QRectF(badge));
+                painter.setFont(Painting::systemFont(10, QFont::Bold));
+                painter.setPen(qColor(Secondary));
+                painter.drawText(badge, Qt::AlignCenter, QString::number(slot + 1));
+            });
+        const Picture seen(shown, cardFill());
+        EXPECT_EQ(seen.differenceFrom(expected, badge, 4), QRectF()) << slot;
+    }
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShowsASymbolWhereThereIsNoPicture)
+{
+    store().setWebsite("example.com", 0);
+    fillWithApplication(1);
+    openCard();
+    const std::vector<QString> symbols { QStringLiteral("globe"), QStringLiteral("app"),
+                                         QStringLiteral("plus.square.dashed") };
+    for (int slot = 0; slot < 3; ++slot) {
+        auto &shown = editor(slot);
+        const QRect frame = square(shown, 9 + 17 + 8, 22);
+        const Picture expected(
+            shown.size(), shown.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
+                Symbol::paint(painter, symbols[static_cast<std::size_t>(slot)], frame, Secondary);
+            });
+        EXPECT_EQ(Picture(shown, cardFill()).differenceFrom(expected, frame, 4), QRectF()) << slot;
+    }
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShowsAPictureInTheWholeOfItsFrame)
+{
+    machine.workspace.icon = PictureBytes::filled(256, 256, Qt::green);
+    fillWithApplication(0);
+    openCard();
+    auto &shown = editor(0);
+    const Picture seen(shown, cardFill());
+    const QRect frame = square(shown, 9 + 17 + 8, 22);
+    const QRectF around = QRectF(frame).adjusted(-6, -6, 6, 6);
+    for (const QPointF inside : { QPointF(frame.left() + 0.3, frame.top() + 0.3),
+                                  QPointF(frame.right() + 0.7, frame.bottom() + 0.7) })
+        EXPECT_TRUE(isColor(seen.at(inside.x(), inside.y()), Qt::green));
+    EXPECT_EQ(seen.inkIn(around, editorFill()), QRectF(frame));
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShowsPicturesInTheScreensFullDetail)
+{
+    // Fine stripes: only as many points as the screen has in the frame can show them.
+    const int side = 22 * static_cast<int>(panel.devicePixelRatio());
+    QImage stripes(side, side, QImage::Format_ARGB32);
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x)
+            stripes.setPixelColor(x, y, x % 2 ? Qt::white : Qt::black);
+    }
+    machine.workspace.icon = stripes;
+    fillWithApplication(0);
+    openCard();
+    auto &shown = editor(0);
+    const Picture seen(shown, cardFill());
+    const QRect frame = square(shown, 9 + 17 + 8, 22);
+    for (int x = 0; x < side; ++x) {
+        const qreal place = frame.left() + (x + 0.5) / seen.scale();
+        EXPECT_TRUE(isColor(seen.at(place, frame.center().y()), x % 2 ? Qt::white : Qt::black));
+    }
+}
+
+TEST_F(LauncherSettingsCardLookTest, ShowsTheClearButtonInTheSecondaryColor)
+{
+    store().setWebsite("example.com", 0);
+    openCard();
+    auto &clear = *parts(0).clearButton();
+    const Picture seen(clear, editorFill());
+    const QRectF ink = seen.inkIn(seen.rect(), editorFill());
+    EXPECT_NEAR(ink.width(), 15, 1);
+    EXPECT_NEAR(ink.center().x(), clear.width() / 2.0, 0.75);
+    EXPECT_TRUE(
+        isColor(seen.strongestInkIn(seen.rect(), editorFill()), over(Secondary, editorFill()), 4));
+}
+
+} // namespace
