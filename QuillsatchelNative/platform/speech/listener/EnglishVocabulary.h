@@ -10,6 +10,7 @@ namespace EnglishVocabulary
 struct Word {
     const char *spelling;
     const char *phones; ///< in the model's own notation
+    const char *like;   ///< a word of the model that stands in sentences as this one does
 };
 
 /// Words that people say to chat assistants and to programmers, and that the model does not have.

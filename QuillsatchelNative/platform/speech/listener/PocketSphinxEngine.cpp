@@ -10,6 +10,7 @@
 #include <iterator>
 #include <optional>
 #include <sphinxbase/err.h>
+#include <sphinxbase/ngram_model.h>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -75,30 +76,53 @@ bool isAdded(std::string_view word)
     });
 }
 
-/// A dictionary without the words that are left out, nor those that `addWords` adds: some of them
+/// The dictionary without the words that are left out, and with those that are added: a few of them
 /// are in it, but not in the language model, and could never be recognised.
 std::string ownDictionary(const Path &path)
 {
     std::ifstream file(path, std::ios::binary);
     const std::string text { std::istreambuf_iterator(file), {} };
-    std::string kept;
-    kept.reserve(text.size());
+    std::string own;
+    own.reserve(text.size());
     for (std::size_t begin = 0; begin < text.size();) {
         const auto end = std::min(text.find('\n', begin), text.size() - 1) + 1;
         const auto line = std::string_view(text).substr(begin, end - begin);
         const auto word = wordOf(line);
         if (!EnglishVocabulary::isLeftOut(word) && !isAdded(word))
-            kept += line;
+            own += line;
         begin = end;
     }
-    return kept;
+    for (const auto &word : EnglishVocabulary::addedWords())
+        (((own += '\n') += word.spelling) += ' ') += word.phones;
+    return own;
 }
 
-void addWords(ps_decoder_t *decoder)
+/// Each added word gets a class of its own, which stands where the word it is like stands. To add
+/// it as a word is no way: the library then reads past the end of the model.
+void addWords(ngram_model_t *model)
 {
-    const auto words = EnglishVocabulary::addedWords();
-    for (const auto &word : words)
-        ps_add_word(decoder, word.spelling, word.phones, &word == &words.back());
+    for (const auto &word : EnglishVocabulary::addedWords()) {
+        if (ngram_wid(model, word.like) == ngram_unknown_wid(model))
+            continue;
+        std::string spelling = word.spelling;
+        auto *spellings = spelling.data();
+        constexpr float Weight = 0.99F; // of one, the library thinks that it is none
+        ngram_model_add_class(model, word.like, Weight, &spellings, &Weight, 1);
+    }
+}
+
+bool loadLanguageModel(ps_decoder_t *decoder, cmd_ln_t *config, const SpeechModel &model)
+{
+    const auto path = model.folder / (model.tag + ".lm.bin");
+    auto *const language =
+        ngram_model_read(config, path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder));
+    if (!language)
+        return false;
+    if (isEnglish(model))
+        addWords(language);
+    const bool isSet = ps_set_lm(decoder, "dictation", language) == 0;
+    ngram_model_free(language);
+    return isSet && ps_set_search(decoder, "dictation") == 0;
 }
 
 bool isWord(std::string_view segment)
@@ -154,28 +178,20 @@ std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &m
 {
     err_set_logfp(nullptr);
     const auto acoustic = model.folder / model.tag;
-    const auto language = model.folder / (model.tag + ".lm.bin");
     auto dictionary = dictionaryIn(model.folder).value_or(Path());
     std::optional<MemoryFile> own;
     if (isEnglish(model))
         own.emplace(ownDictionary(dictionary));
-    const bool isOurs = own && own->isWhole();
-    if (isOurs)
+    if (own && own->isWhole())
         dictionary = own->path();
     // The beams are wider than usual and the pause that ends an utterance is shorter: with both,
     // fewer words are misunderstood.
-    auto *const config =
-        cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", acoustic.c_str(), "-lm", language.c_str(),
-                    "-dict", dictionary.c_str(), "-beam", "1e-60", "-wbeam", "1e-40", "-pbeam",
-                    "1e-60", "-vad_postspeech", "30", nullptr);
-    if (!config)
+    const Config config(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", acoustic.c_str(), "-dict",
+                                    dictionary.c_str(), "-beam", "1e-60", "-wbeam", "1e-40",
+                                    "-pbeam", "1e-60", "-vad_postspeech", "30", nullptr));
+    Decoder decoder(config ? ps_init(config.get()) : nullptr);
+    if (!decoder || !loadLanguageModel(decoder.get(), config.get(), model))
         return nullptr;
-    Decoder decoder(ps_init(config));
-    cmd_ln_free_r(config);
-    if (!decoder)
-        return nullptr;
-    if (isOurs)
-        addWords(decoder.get());
     return std::unique_ptr<RecognitionEngine>(new PocketSphinxEngine(std::move(decoder)));
 }
 

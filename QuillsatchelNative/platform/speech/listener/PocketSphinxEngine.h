@@ -35,6 +35,7 @@ private:
         }
     };
 
+    using Config = std::unique_ptr<cmd_ln_t, Freed<cmd_ln_free_r>>;
     using Decoder = std::unique_ptr<ps_decoder_t, Freed<ps_free>>;
 
     explicit PocketSphinxEngine(Decoder decoder);
