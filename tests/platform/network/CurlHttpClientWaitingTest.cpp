@@ -87,6 +87,22 @@ TEST_F(CurlHttpClientWaitingTest, HasNoThreadAtRest)
     EXPECT_EQ(networkThreads(), 0);
 }
 
+TEST_F(CurlHttpClientWaitingTest, KeepsNothingOfRequestsThatAreOver)
+{
+    // A thread that has ended keeps its stack, of some mebibytes, until somebody has noticed.
+    const auto addressSpace = [] {
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024 / 1024;
+    };
+    const auto answer = [](Exchange &exchange) { exchange.answer(200, "body"); };
+    receive(answer);
+    const auto before = addressSpace();
+    for (int i = 0; i < 100; ++i)
+        EXPECT_EQ(receive(answer), "body");
+    EXPECT_LT(addressSpace(), before + 400);
+}
+
 TEST_F(CurlHttpClientWaitingTest, SilentServersHoldUpNoOther)
 {
     const HttpServer silent(sayNothing);

@@ -70,7 +70,7 @@ void HttpServer::Exchange::answer(int status, std::string_view body, const std::
 
 void HttpServer::Exchange::sendForever(std::string_view bytes)
 {
-    constexpr std::uint64_t Most = 1024 * 1024 * 1024;
+    constexpr std::uint64_t Most = 256 * 1024 * 1024;
     std::uint64_t sent = 0;
     while (sent < Most && send(bytes))
         sent += bytes.size();

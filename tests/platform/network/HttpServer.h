@@ -35,7 +35,7 @@ public:
         /// body. The connection is not kept.
         void answer(int status, std::string_view body, const std::string &fields = {});
 
-        /// Sends `bytes` until nobody listens, but no more than a gibibyte.
+        /// Sends `bytes` until nobody listens, but no more than 256 MiB.
         void sendForever(std::string_view bytes);
 
         /// False if the client hung up before the time was over.
