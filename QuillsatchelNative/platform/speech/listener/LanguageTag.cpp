@@ -41,3 +41,8 @@ std::string userLanguageTag()
     }
     return languageTag({});
 }
+
+bool isEnglish(std::string_view tag)
+{
+    return tag == "en" || tag.starts_with("en-");
+}

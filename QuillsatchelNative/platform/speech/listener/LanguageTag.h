@@ -9,3 +9,5 @@ std::string languageTag(std::string_view localeName);
 
 /// That of the user's locale, which the environment names.
 std::string userLanguageTag();
+
+bool isEnglish(std::string_view tag);

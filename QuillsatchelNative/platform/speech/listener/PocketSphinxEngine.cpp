@@ -1,17 +1,18 @@
 #include "platform/speech/listener/PocketSphinxEngine.h"
 
 #include "platform/speech/listener/EnglishVocabulary.h"
+#include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/MemoryFile.h"
+#include "platform/speech/listener/OwnDictionary.h"
+#include "platform/speech/listener/UtteranceCut.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <optional>
 #include <sphinxbase/err.h>
 #include <sphinxbase/ngram_model.h>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -27,9 +28,7 @@ constexpr std::size_t BeforeSpeech = SampleRate / 2; // more than it takes to no
 constexpr std::size_t EnoughToKnowMicrophone = BeforeSpeech + 2 * SampleRate; // less does harm
 // The last step of an utterance takes a time that grows with it, and cannot be interrupted.
 constexpr std::size_t LongestUtterance = BeforeSpeech + 15 * SampleRate;
-constexpr int MostAfterCut = 500;  // frames, where the speaker pauses
-constexpr int LeastAfterCut = 100; // frames: the latest words may yet change
-constexpr int ShortestPause = 5;   // frames
+constexpr int MostHeardAgain = 500; // frames
 
 /// For what cannot go on: the program begins anew with another process.
 void require(bool isDone)
@@ -57,46 +56,6 @@ std::optional<Path> dictionaryIn(const Path &folder)
     return std::nullopt;
 }
 
-bool isEnglish(const SpeechModel &model)
-{
-    return model.tag == "en" || model.tag.starts_with("en-");
-}
-
-/// The word of a line "WORD PHONES" or, for its further pronunciations, "WORD(2) PHONES".
-std::string_view wordOf(std::string_view line)
-{
-    return line.substr(0, line.find_first_of("( \t"));
-}
-
-bool isAdded(std::string_view word)
-{
-    const auto added = EnglishVocabulary::addedWords();
-    return std::any_of(added.begin(), added.end(), [word](const EnglishVocabulary::Word &other) {
-        return other.spelling == word;
-    });
-}
-
-/// The dictionary without the words that are left out, and with those that are added: a few of them
-/// are in it, but not in the language model, and could never be recognised.
-std::string ownDictionary(const Path &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    const std::string text { std::istreambuf_iterator(file), {} };
-    std::string own;
-    own.reserve(text.size());
-    for (std::size_t begin = 0; begin < text.size();) {
-        const auto end = std::min(text.find('\n', begin), text.size() - 1) + 1;
-        const auto line = std::string_view(text).substr(begin, end - begin);
-        const auto word = wordOf(line);
-        if (!EnglishVocabulary::isLeftOut(word) && !isAdded(word))
-            own += line;
-        begin = end;
-    }
-    for (const auto &word : EnglishVocabulary::addedWords())
-        (((own += '\n') += word.spelling) += ' ') += word.phones;
-    return own;
-}
-
 /// Each added word gets a class of its own, which stands where the word it is like stands. To add
 /// it as a word is no way: the library then reads past the end of the model.
 void addWords(ngram_model_t *model)
@@ -118,48 +77,11 @@ bool loadLanguageModel(ps_decoder_t *decoder, cmd_ln_t *config, const SpeechMode
         ngram_model_read(config, path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder));
     if (!language)
         return false;
-    if (isEnglish(model))
+    if (isEnglish(model.tag))
         addWords(language);
     const bool isSet = ps_set_lm(decoder, "dictation", language) == 0;
     ngram_model_free(language);
     return isSet && ps_set_search(decoder, "dictation") == 0;
-}
-
-bool isWord(std::string_view segment)
-{
-    return !segment.empty() &&
-           std::string_view("<[+").find(segment.front()) == std::string_view::npos;
-}
-
-/// What precedes a place in an utterance where it can be cut in two.
-struct Cut {
-    std::string words;
-    int frame = 0;
-    bool isPause = false;
-};
-
-/// In the latest pause, if there is one not long ago, or else between two words.
-Cut findCut(ps_decoder_t *decoder, int frameCount)
-{
-    Cut best;
-    std::string words;
-    for (auto *segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
-        int begin = 0;
-        int end = 0;
-        ps_seg_frames(segment, &begin, &end);
-        const std::string_view text = ps_seg_word(segment);
-        const bool isPause = !isWord(text) && end - begin >= ShortestPause;
-        if (isWord(text))
-            (words += words.empty() ? "" : " ") += wordOf(text);
-        const int frame = isPause ? (begin + end) / 2 : end + 1;
-        if (frame > frameCount - LeastAfterCut) {
-            ps_seg_free(segment);
-            break;
-        }
-        if (isPause ? frame >= frameCount - MostAfterCut : !best.isPause)
-            best = { .words = words, .frame = frame, .isPause = isPause };
-    }
-    return best;
 }
 
 } // namespace
@@ -180,7 +102,7 @@ std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &m
     const auto acoustic = model.folder / model.tag;
     auto dictionary = dictionaryIn(model.folder).value_or(Path());
     std::optional<MemoryFile> own;
-    if (isEnglish(model))
+    if (isEnglish(model.tag))
         own.emplace(ownDictionary(dictionary));
     if (own && own->isWhole())
         dictionary = own->path();
@@ -256,8 +178,8 @@ Hypothesis PocketSphinxEngine::cutUtterance()
 {
     endUtterance();
     const int frameCount = ps_get_n_frames(m_decoder.get());
-    const auto cut = findCut(m_decoder.get(), frameCount);
-    const int rest = std::min(frameCount - cut.frame, MostAfterCut) * FrameSize;
+    const auto cut = UtteranceCut::find(m_decoder.get(), frameCount);
+    const int rest = std::min(frameCount - cut.frame, MostHeardAgain) * FrameSize;
     std::vector<std::int16_t> audio(std::prev(m_audio.end(), rest), m_audio.end());
     startUtterance();
     decode(audio);

@@ -1,12 +1,13 @@
 #include "platform/speech/listener/Transcript.h"
 
 #include "platform/speech/listener/EnglishSpelling.h"
+#include "platform/speech/listener/LanguageTag.h"
 
 #include <sstream>
 #include <utility>
 
 Transcript::Transcript(std::string_view tag)
-    : m_isEnglish(tag == "en" || tag.starts_with("en-"))
+    : m_isEnglish(isEnglish(tag))
 {
 }
 

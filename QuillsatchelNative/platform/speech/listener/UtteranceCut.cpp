@@ -1,0 +1,47 @@
+#include "platform/speech/listener/UtteranceCut.h"
+
+#include <string_view>
+
+namespace
+{
+
+constexpr int MostAfterPause = 500; // frames
+constexpr int LeastAfterCut = 100;  // frames: the latest words may yet change
+constexpr int ShortestPause = 5;    // frames
+
+/// Not silence or a noise.
+bool isWord(std::string_view segment)
+{
+    return segment.find_first_of("<[+") != 0;
+}
+
+/// Without the number that a further pronunciation has, as in "read(2)".
+std::string_view spelling(std::string_view segment)
+{
+    return segment.substr(0, segment.find('('));
+}
+
+} // namespace
+
+UtteranceCut UtteranceCut::find(ps_decoder_t *decoder, int frameCount)
+{
+    UtteranceCut best;
+    std::string words;
+    for (auto *segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
+        int begin = 0;
+        int end = 0;
+        ps_seg_frames(segment, &begin, &end);
+        const std::string_view text = ps_seg_word(segment);
+        const bool isPause = !isWord(text) && end - begin >= ShortestPause;
+        if (isWord(text))
+            (words += words.empty() ? "" : " ") += spelling(text);
+        const int frame = isPause ? (begin + end) / 2 : end + 1;
+        if (frame > frameCount - LeastAfterCut) {
+            ps_seg_free(segment);
+            break;
+        }
+        if (isPause ? frame >= frameCount - MostAfterPause : !best.isPause)
+            best = { .words = words, .frame = frame, .isPause = isPause };
+    }
+    return best;
+}
