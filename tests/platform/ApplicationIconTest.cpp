@@ -31,7 +31,7 @@ protected:
         QIcon::setFallbackThemeName(u"None"_s);
     }
 
-    ~ApplicationIconTest() override
+    void TearDown() override
     {
         std::filesystem::remove_all(TestDesktop::path("icons"));
         QIcon::setThemeName(u"None"_s);
@@ -173,13 +173,15 @@ TEST_F(ApplicationIconTest, IsThePictureAtThePathThatTheEntryNames)
 
 TEST_F(ApplicationIconTest, KeepsTheShapeOfAPictureInTheMiddle)
 {
-    addPicture("wide.png", { 64, 32 }, Qt::red);
-    const auto icon = iconOf(TestDesktop::path("wide.png"), 16, 2);
-    EXPECT_EQ(icon.size(), QSize(32, 32));
-    EXPECT_EQ(icon.pixelColor(16, 7).alpha(), 0);
-    EXPECT_EQ(icon.pixelColor(0, 8), QColor(Qt::red));
-    EXPECT_EQ(icon.pixelColor(31, 23), QColor(Qt::red));
-    EXPECT_EQ(icon.pixelColor(16, 24).alpha(), 0);
+    for (const int width : { 128, 32, 16 }) {
+        addPicture("wide.png", { width, width / 2 }, Qt::red);
+        const auto icon = iconOf(TestDesktop::path("wide.png"), 16, 2);
+        EXPECT_EQ(icon.size(), QSize(32, 32));
+        EXPECT_EQ(icon.pixelColor(16, 7).alpha(), 0);
+        EXPECT_EQ(icon.pixelColor(0, 8), QColor(Qt::red));
+        EXPECT_EQ(icon.pixelColor(31, 23), QColor(Qt::red));
+        EXPECT_EQ(icon.pixelColor(16, 24).alpha(), 0);
+    }
 }
 
 TEST_F(ApplicationIconTest, IsTheGenericOneWhereTheEntryHasNoneThatCanBeUsed)

@@ -36,7 +36,7 @@ protected:
         TestDesktop::addProgram("last");
         workspace.openApplication(addEntry("last.desktop", entryText("last")));
         TestDesktop::waitUntil([] { return has(TestDesktop::startedPrograms(), "last"); });
-        const auto programs = TestDesktop::startedPrograms();
+        auto programs = TestDesktop::startedPrograms();
         for (const auto &program : programs)
             TestDesktop::waitForStart(program);
         return programs;
