@@ -35,15 +35,15 @@ bool isPng(const QByteArray &bytes)
     return bytes.startsWith("\x89PNG\r\n\x1A\n");
 }
 
-bool isText(const QByteArray &chunk)
+bool mayBePackedText(const QByteArray &chunk)
 {
     const auto type = chunk.mid(4, 4);
-    return type == "tEXt" || type == "zTXt" || type == "iTXt";
+    return type == "zTXt" || type == "iTXt";
 }
 
 /// The PNG without what is written beside the picture: readers unpack all of it, and a few
 /// kilobytes can be packed so as to fill any memory.
-QByteArray withoutTexts(const QByteArray &png)
+QByteArray withoutPackedTexts(const QByteArray &png)
 {
     constexpr qsizetype SignatureSize = 8;
     constexpr qsizetype FrameSize = 12; // length, type and checksum
@@ -53,7 +53,7 @@ QByteArray withoutTexts(const QByteArray &png)
     while (png.size() - place >= FrameSize) {
         const auto length = qFromBigEndian<quint32>(png.constData() + place);
         const auto chunk = png.mid(place, FrameSize + qsizetype(length));
-        if (!isText(chunk))
+        if (!mayBePackedText(chunk))
             lean += chunk;
         place += chunk.size();
     }
@@ -63,7 +63,7 @@ QByteArray withoutTexts(const QByteArray &png)
 QImage readPlain(const QByteArray &bytes)
 {
     QBuffer buffer;
-    buffer.setData(isPng(bytes) ? withoutTexts(bytes) : bytes);
+    buffer.setData(isPng(bytes) ? withoutPackedTexts(bytes) : bytes);
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);

@@ -12,6 +12,7 @@
 #include <array>
 #include <filesystem>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -47,7 +48,7 @@ protected:
     LauncherStore &store()
     {
         if (!m_store)
-            m_store.emplace(chooser, machine.platform);
+            m_store = std::make_unique<LauncherStore>(chooser, machine.platform);
         return *m_store;
     }
 
@@ -105,5 +106,5 @@ protected:
     std::filesystem::path favicons = folder / "Favicons";
 
 private:
-    std::optional<LauncherStore> m_store;
+    std::unique_ptr<LauncherStore> m_store; // apart: whoever uses it after its end is found out
 };

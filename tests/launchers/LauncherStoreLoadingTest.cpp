@@ -57,6 +57,15 @@ TEST_F(LauncherStoreLoadingTest, ReadsTheSlots)
     EXPECT_EQ(store().slots().get(), ExampleLaunchers::slots());
 }
 
+TEST_F(LauncherStoreLoadingTest, ReadsEverySlot)
+{
+    LauncherSlots slots;
+    for (auto &slot : slots)
+        slot = LauncherItem { .name = "name", .target = "target" };
+    writeFile(ExampleLaunchers::encode(slots));
+    EXPECT_EQ(store().slots().get(), slots);
+}
+
 TEST_F(LauncherStoreLoadingTest, ReadsFewerAndMoreThanFiveSlots)
 {
     writeFile("[]");

@@ -293,7 +293,7 @@ TEST_F(LauncherStoreWebsitesTest, AnswersTextsOfAMegabyteInNoTime)
     EXPECT_EQ(item(0)->target.size(), 1'000'020U);
     EXPECT_TRUE(store().setWebsite(std::string(1'000'000, ' ') + "example.com\n", 0));
     EXPECT_EQ(item(0)->target, "https://example.com");
-    for (const char character : { ' ', '/', ':', '@', '[', '%', '?', '#', '\0', '\xFF' }) {
+    for (const char character : { ' ', '/', ':', '%', '\xFF' }) {
         const std::string text(1'000'000, character);
         EXPECT_EQ(store().setWebsite(text, 1), character == '\xFF') << character;
         EXPECT_TRUE(store().setWebsite("example.com/" + text, 2)) << character;

@@ -224,7 +224,7 @@ TEST(RasterImageTest, ReadsAnIconOfManyPicturesInNoTime)
         0xFFFF, { 16, PictureBytes::bitmapHeader(16, 32, 32).first(1) });
     const auto start = std::chrono::steady_clock::now();
     read(PictureBytes::icon(pictures));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
 }
 
 TEST(RasterImageTest, ReadsPicturesOf2048PointsSquareButNoLargerOnes)
@@ -298,7 +298,7 @@ TEST(RasterImageTest, LeavesPackedTextsInPicturesPacked)
         const auto icon = PictureBytes::icon({ { 16, png } });
         EXPECT_TRUE(isFrugal(icon)) << type.constData() << " in an icon";
         EXPECT_EQ(read(icon), read(PictureBytes::png(6, 4))) << type.constData() << " in an icon";
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 2s) << type.constData();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 10s) << type.constData();
     }
 }
 
