@@ -31,5 +31,5 @@ public:
 private:
     Transfer::Options m_options;
     QObject m_mainThread;            // takes with it what the downloads still have to say here
-    std::list<Download> m_downloads; // those that run, and those that said so when they ended
+    std::list<Download> m_downloads; // each until the main thread has heard of its end
 };

@@ -81,8 +81,7 @@ bool Transfer::waitForMore()
 }
 
 // A number other than `size` ends the exchange, here and below.
-std::size_t Transfer::takeHead(const char * /*line*/, std::size_t /*one*/, std::size_t size,
-                               void *self)
+std::size_t Transfer::takeHead(char * /*line*/, std::size_t /*one*/, std::size_t size, void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
     transfer.m_lastSign = Clock::now();
@@ -90,7 +89,7 @@ std::size_t Transfer::takeHead(const char * /*line*/, std::size_t /*one*/, std::
     return transfer.m_headSize <= LongestHead ? size : 0;
 }
 
-std::size_t Transfer::takeBody(const char *bytes, std::size_t /*one*/, std::size_t size, void *self)
+std::size_t Transfer::takeBody(char *bytes, std::size_t /*one*/, std::size_t size, void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
     transfer.m_lastSign = Clock::now();

@@ -44,8 +44,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    static std::size_t takeHead(const char *line, std::size_t one, std::size_t size, void *self);
-    static std::size_t takeBody(const char *bytes, std::size_t one, std::size_t size, void *self);
+    static std::size_t takeHead(char *line, std::size_t one, std::size_t size, void *self);
+    static std::size_t takeBody(char *bytes, std::size_t one, std::size_t size, void *self);
 
     void setUp(const std::string &authorities);
     bool perform();

@@ -5,8 +5,6 @@
 namespace
 {
 
-using namespace std::chrono_literals;
-
 constexpr std::size_t Mebibyte = 1024 * 1024;
 constexpr std::size_t LongestBody = 8 * Mebibyte;
 

@@ -2,14 +2,8 @@
 
 #include <QTemporaryFile>
 
-#include <set>
-#include <thread>
-
 namespace
 {
-
-using namespace std::chrono_literals;
-using testing::Test;
 
 class CurlHttpClientTest : public NetworkFixture
 {
@@ -235,9 +229,9 @@ TEST_F(CurlHttpClientTest, KeepsNoCookies)
 class ProxyOfTheEnvironmentTest : public CurlHttpClientTest
 {
 protected:
-    ProxyOfTheEnvironmentTest() { qputenv("http_proxy", proxy.address().c_str()); }
+    void SetUp() override { qputenv("http_proxy", proxy.address().c_str()); }
 
-    ~ProxyOfTheEnvironmentTest() override { qunsetenv("http_proxy"); }
+    void TearDown() override { qunsetenv("http_proxy"); }
 
     HttpServer proxy { [](Exchange &exchange) { exchange.answer(200, "by proxy"); } };
 };

@@ -11,11 +11,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <future>
 #include <memory>
 #include <optional>
 #include <string>
 #include <sys/resource.h>
+#include <utility>
 
 /// One request and what comes of it.
 class Request

@@ -26,7 +26,7 @@ protected:
 
     static std::string proxyWhereDesktopNames(const std::vector<std::string> &proxies)
     {
-        desktop = [&](auto &&...) { return proxies; };
+        desktop = [proxies](auto &&...) { return proxies; };
         return SystemProxy::of("http://example.com/", {});
     }
 };
@@ -67,9 +67,9 @@ TEST_F(SystemProxyTest, IsAskedForAtEveryRedirect)
             exchange.answer(200, "by proxy");
     });
     const auto asked = std::make_shared<std::vector<std::string>>();
-    desktop = [&proxy, asked](const std::string &address, GCancellable *) {
+    desktop = [named = proxy.address(), asked](const std::string &address, GCancellable *) {
         asked->push_back(address);
-        return std::vector { proxy.address() };
+        return std::vector { named };
     };
     EXPECT_EQ(fetch("http://example.com/"), "by proxy");
     const std::vector<std::string> expected { "http://example.com/", "http://example.org/there" };
@@ -79,9 +79,9 @@ TEST_F(SystemProxyTest, IsAskedForAtEveryRedirect)
 
 TEST_F(SystemProxyTest, ThatIsLongToFindHoldsNobodyUp)
 {
-    std::atomic<bool> isSearching = false;
-    desktop = [&](const std::string &, GCancellable *cancellable) {
-        isSearching = true;
+    const auto isSearching = std::make_shared<std::atomic<bool>>(false);
+    desktop = [isSearching](const std::string &, GCancellable *cancellable) {
+        *isSearching = true;
         while (!g_cancellable_is_cancelled(cancellable))
             std::this_thread::sleep_for(1ms);
         return std::vector<std::string>();
@@ -89,7 +89,7 @@ TEST_F(SystemProxyTest, ThatIsLongToFindHoldsNobodyUp)
     Heartbeat heartbeat;
     auto doomed = std::make_unique<CurlHttpClient>();
     Request request(*doomed, "http://example.com/");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return isSearching.load(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isSearching->load(); }));
     doomed.reset();
     EXPECT_EQ(request.body(), std::nullopt);
     EXPECT_LT(heartbeat.longestPause(), NoPause);

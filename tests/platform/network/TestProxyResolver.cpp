@@ -23,26 +23,20 @@ char **lookUp(GProxyResolver * /*resolver*/, const char *address, GCancellable *
     return result;
 }
 
-struct Resolver {
-    GObject parent;
-};
-
-struct ResolverClass {
-    GObjectClass parent;
-};
-
-void fillInterface(GProxyResolverInterface *interface)
+GType resolverType()
 {
-    interface->is_supported = [](GProxyResolver * /*resolver*/) -> gboolean { return TRUE; };
-    interface->lookup = lookUp;
+    const GType type =
+        g_type_register_static_simple(G_TYPE_OBJECT, "TestProxyResolver", sizeof(GObjectClass),
+                                      nullptr, sizeof(GObject), nullptr, GTypeFlags(0));
+    const auto fill = [](void *memory, void * /*data*/) {
+        auto *const interface = static_cast<GProxyResolverInterface *>(memory);
+        interface->is_supported = [](GProxyResolver * /*resolver*/) -> gboolean { return TRUE; };
+        interface->lookup = lookUp;
+    };
+    const GInterfaceInfo info { fill, nullptr, nullptr };
+    g_type_add_interface_static(type, G_TYPE_PROXY_RESOLVER, &info);
+    return type;
 }
-
-G_DEFINE_TYPE_WITH_CODE(Resolver, resolver, G_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(G_TYPE_PROXY_RESOLVER, fillInterface))
-
-void resolver_init(Resolver * /*resolver*/) {}
-
-void resolver_class_init(ResolverClass * /*type*/) {}
 
 } // namespace
 
@@ -53,6 +47,5 @@ void TestProxyResolver::install(
     constexpr const char *Name = "test";
     g_setenv("GIO_USE_PROXY_RESOLVER", Name, TRUE);
     g_io_extension_point_register(G_PROXY_RESOLVER_EXTENSION_POINT_NAME);
-    g_io_extension_point_implement(G_PROXY_RESOLVER_EXTENSION_POINT_NAME, resolver_get_type(), Name,
-                                   0);
+    g_io_extension_point_implement(G_PROXY_RESOLVER_EXTENSION_POINT_NAME, resolverType(), Name, 0);
 }

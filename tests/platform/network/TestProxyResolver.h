@@ -11,7 +11,7 @@ namespace TestProxyResolver
 {
 
 /// Makes GIO ask `lookUp` for the proxies of every address from now on, on the thread of who asks.
-/// None of them is an error. Before anything else has asked.
+/// None of them is an error. Call it once, before anything has asked.
 void install(
     std::function<std::vector<std::string>(const std::string &address, GCancellable *)> lookUp);
 
