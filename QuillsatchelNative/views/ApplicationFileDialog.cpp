@@ -43,9 +43,8 @@ ApplicationFileDialog::ApplicationFileDialog(const QString &title, const QString
                                              QWidget *parent)
     : QFileDialog(parent, title, startingFolder())
 {
-    // The desktop's own would not be dark, nor sure to be there. Links stay links: what they lead
-    // to is replaced when the application is updated.
-    setOptions(DontUseNativeDialog | DontResolveSymlinks | ReadOnly);
+    // The desktop's own is not sure to be there, nor to be dark.
+    setOptions(DontUseNativeDialog | ReadOnly);
     setFileMode(ExistingFile);
     setViewMode(List);
     setNameFilter(tr("Applications (*.desktop)"));

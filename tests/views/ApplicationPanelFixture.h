@@ -40,7 +40,7 @@ protected:
         };
     }
 
-    ~ApplicationPanelFixture() override { delete panel; }
+    void TearDown() override { delete panel; }
 
     /// Shows a panel that has not heard from the workspace yet.
     void openEmpty()

@@ -50,7 +50,7 @@ protected:
     /// As it is measured for readers, from 1 to 21.
     static double contrast(const QColor &a, const QColor &b)
     {
-        const auto [dark, light] = std::minmax(luminance(a), luminance(b));
+        const auto [dark, light] = std::minmax({ luminance(a), luminance(b) });
         return (light + 0.05) / (dark + 0.05);
     }
 
@@ -103,6 +103,19 @@ TEST_F(ApplicationPanelLookTest, CutsLongTextsOffWithinTheirLines)
                 picture.inkIn(nameFrame(1), well()).top() - rowFrame(1).top(), 2);
     EXPECT_NEAR(picture.inkIn(commentFrame(0), well()).bottom() - rowFrame(0).bottom(),
                 picture.inkIn(commentFrame(1), well()).bottom() - rowFrame(1).bottom(), 3);
+}
+
+TEST_F(ApplicationPanelLookTest, EndsTextsThatAreCutOffWithDots)
+{
+    const std::string tall(200, 'l');
+    workspace.applications = { { "/a", tall, tall, "" } };
+    open();
+    const Picture picture = take();
+    for (const QRectF &line : { nameFrame(0), commentFrame(0) }) {
+        const QRectF ink = picture.inkIn(line, well());
+        const QRectF end(ink.right() - 4, ink.top(), 4, ink.height());
+        EXPECT_GT(picture.inkIn(end, well()).top(), ink.center().y());
+    }
 }
 
 TEST_F(ApplicationPanelLookTest, GivesAllRowsOneHeight)

@@ -5,6 +5,7 @@
 #include "views/Input.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -19,6 +20,7 @@ protected:
 
     PanelApplicationChooserTest()
     {
+        workspace.icon = QImage(24, 24, QImage::Format_RGB32);
         workspace.applications = { { "/apps/mail.desktop", "Mail", "", "" } };
     }
 
@@ -31,22 +33,30 @@ protected:
         return answers;
     }
 
-    static std::vector<ApplicationPanel *> openPanels()
+    static std::vector<ApplicationPanel *> allPanels()
     {
         std::vector<ApplicationPanel *> panels;
         for (auto *const widget : QApplication::topLevelWidgets()) {
-            auto *const panel = qobject_cast<ApplicationPanel *>(widget);
-            if (panel && panel->isVisible())
+            if (auto *const panel = qobject_cast<ApplicationPanel *>(widget))
                 panels.push_back(panel);
         }
+        return panels;
+    }
+
+    static std::vector<ApplicationPanel *> openPanels()
+    {
+        auto panels = allPanels();
+        std::erase_if(panels, [](const auto *panel) { return !panel->isVisible(); });
         return panels;
     }
 
     static ApplicationPanel &panel()
     {
         EXPECT_EQ(openPanels().size(), 1U);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(openPanels().front()));
-        return *openPanels().front();
+        auto *const panel = openPanels().front();
+        // Qt takes a window for active while the one it belongs to is.
+        EXPECT_TRUE(QTest::qWaitFor([panel] { return QApplication::activeWindow() == panel; }));
+        return *panel;
     }
 
     void chooseFirst()
@@ -56,14 +66,11 @@ protected:
         Input::key(panel(), Qt::Key_Return);
     }
 
-    static int panelCount()
+    static std::size_t panelCount()
     {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        int count = 0;
-        for (auto *const widget : QApplication::topLevelWidgets())
-            count += qobject_cast<ApplicationPanel *>(widget) ? 1 : 0;
-        return count;
+        return allPanels().size();
     }
 
     const Answers none { std::nullopt };
@@ -86,7 +93,7 @@ TEST_F(PanelApplicationChooserTest, HandsOutWhatIsChosen)
     const auto &answers = ask();
     chooseFirst();
     EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
     EXPECT_EQ(answers.size(), 1U);
 }
 
@@ -95,7 +102,7 @@ TEST_F(PanelApplicationChooserTest, HandsOutNoneWhenTheUserCancels)
     const auto &answers = ask();
     Input::key(panel(), Qt::Key_Escape);
     EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
 }
 
 TEST_F(PanelApplicationChooserTest, CanBeAskedAgain)
@@ -113,7 +120,7 @@ TEST_F(PanelApplicationChooserTest, CancelsTheEarlierRequestForANewOne)
     const auto &later = ask(QStringLiteral("Later"));
     EXPECT_EQ(earlier, none);
     EXPECT_EQ(panel().windowTitle().toStdString(), "Later");
-    EXPECT_EQ(panelCount(), 1);
+    EXPECT_EQ(panelCount(), 1U);
     chooseFirst();
     EXPECT_EQ(later, Answers { "/apps/mail.desktop" });
     EXPECT_EQ(earlier, none);
@@ -130,7 +137,7 @@ TEST_F(PanelApplicationChooserTest, CanBeAskedAgainByWhoeverIsCancelled)
     ASSERT_TRUE(again);
     EXPECT_EQ(between, none);
     EXPECT_EQ(panel().windowTitle().toStdString(), "Again");
-    EXPECT_EQ(panelCount(), 1);
+    EXPECT_EQ(panelCount(), 1U);
     chooseFirst();
     EXPECT_EQ(*again, Answers { "/apps/mail.desktop" });
 }
@@ -144,7 +151,7 @@ TEST_F(PanelApplicationChooserTest, StaysAboveTheWindowThatWasActive)
     ask();
     EXPECT_EQ(panel().windowHandle()->transientParent(), window.windowHandle())
         << "the panel that was active is gone";
-    EXPECT_EQ(panelCount(), 1);
+    EXPECT_EQ(panelCount(), 1U);
     chooser->cancel();
 }
 
@@ -160,7 +167,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenItIsTold)
     const auto &answers = ask();
     chooser->cancel();
     EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
     chooser->cancel();
     EXPECT_EQ(answers, none);
 }
@@ -180,7 +187,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenItGoes)
     chooser.reset();
     EXPECT_EQ(answers, none);
     EXPECT_EQ(openPanels().size(), 0U);
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
     workspace.finishListing();
     EXPECT_EQ(answers, none);
 }
@@ -190,11 +197,13 @@ TEST_F(PanelApplicationChooserTest, MayGoWhileItAnswers)
     int answerCount = 0;
     chooser->begin({}, {}, [this, &answerCount](const auto &) {
         ++answerCount;
+        const QPointer answering(allPanels().front());
         chooser.reset();
+        EXPECT_TRUE(answering) << "it goes on when we return";
     });
     chooseFirst();
     EXPECT_EQ(answerCount, 1);
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
 }
 
 TEST_F(PanelApplicationChooserTest, CancelsWhenTheWindowBelowGoes)
@@ -204,7 +213,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenTheWindowBelowGoes)
     const auto &answers = ask();
     window.reset();
     EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
     chooser->cancel();
     EXPECT_EQ(answers, none);
 }
@@ -214,7 +223,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenTheProgramClosesItsWindows)
     const auto &answers = ask();
     QApplication::closeAllWindows();
     EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0);
+    EXPECT_EQ(panelCount(), 0U);
 }
 
 } // namespace
