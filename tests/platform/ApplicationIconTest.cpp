@@ -226,6 +226,25 @@ TEST_F(ApplicationIconTest, IsNoneOfASizeThatMakesNoSense)
     EXPECT_TRUE(iconOf("tool", -16, -1).isNull());
 }
 
+TEST_F(ApplicationIconTest, IsTheOneThatApplicationsCountOnWhereTheUserHasNoTheme)
+{
+    TestFiles::write(TestDesktop::path("icons/Adwaita/index.theme"),
+                     "[Icon Theme]\nName=Adwaita\nDirectories=32x32/apps\n"
+                     "\n[32x32/apps]\nSize=32\nType=Threshold\n");
+    addPicture("icons/Adwaita/32x32/apps/tool.png", { 32, 32 }, Qt::cyan);
+    QIcon::setFallbackThemeName(u"hicolor"_s);
+    const GioWorkspace other;
+    EXPECT_EQ(middle(iconOf("tool", 32, 1)), QColor(Qt::cyan));
+}
+
+TEST_F(ApplicationIconTest, LeavesTheUsersThemeAlone)
+{
+    QIcon::setFallbackThemeName(u"Breeze"_s);
+    const GioWorkspace other;
+    EXPECT_EQ(QIcon::fallbackThemeName(), u"Breeze"_s);
+    EXPECT_EQ(QIcon::themeName(), u"hicolor"_s);
+}
+
 TEST_F(ApplicationIconTest, FollowsTheEntryWhenItChanges)
 {
     addThemed("16x16", "tool", 16, Qt::red);

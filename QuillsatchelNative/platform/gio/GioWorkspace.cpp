@@ -10,11 +10,23 @@
 
 #include <utility>
 
+namespace
+{
+
+// Where no desktop environment says which theme it is. Every icon is looked for in hicolor anyway,
+// which has only what applications bring along.
+void prepareIconTheme()
+{
+    const auto theme = QIcon::fallbackThemeName();
+    if (theme.isEmpty() || theme == QLatin1String("hicolor"))
+        QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+}
+
+} // namespace
+
 GioWorkspace::GioWorkspace()
 {
-    // Where no desktop environment says which theme it is, what applications count on.
-    if (QIcon::fallbackThemeName().isEmpty())
-        QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+    prepareIconTheme();
 }
 
 GioWorkspace::~GioWorkspace()
