@@ -254,7 +254,7 @@ void LauncherSlotEditor::paintEvent(QPaintEvent * /*event*/)
 
     const QRect icon = square(Padding + BadgeSize + SummarySpacing, IconSize, summaryHeight());
     if (m_icon.image.isNull()) {
-        const auto symbol = QString::fromUtf8(m_icon.symbol.data(), m_icon.symbol.size());
+        const QString symbol = stringFromUtf8(m_icon.symbol);
         Symbol::paint(painter, symbol, icon, SatchelTheme::secondary);
         return;
     }

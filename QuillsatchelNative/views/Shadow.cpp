@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdlib>
 #include <numeric>
 #include <vector>
 
@@ -20,6 +22,14 @@ struct Plane {
     int width;
     int height;
     std::vector<float> samples;
+
+    /// The first sample of a row.
+    float *row(int y) { return samples.data() + static_cast<std::ptrdiff_t>(y) * width; }
+
+    const float *row(int y) const
+    {
+        return samples.data() + static_cast<std::ptrdiff_t>(y) * width;
+    }
 };
 
 Plane rectangle(const Shadow &shadow, const QSize &size, int cornerRadius)
@@ -58,13 +68,13 @@ Plane blurredAndTurned(const Plane &plane, const std::vector<float> &weights)
     Plane turned { plane.height, plane.width, std::vector<float>(plane.samples.size()) };
     const int reach = static_cast<int>(weights.size()) - 1;
     for (int y = 0; y < plane.height; ++y) {
-        const float *const row = plane.samples.data() + y * plane.width;
+        const float *const row = plane.row(y);
         for (int x = 0; x < plane.width; ++x) {
             float sum = 0;
             const int last = std::min(x + reach, plane.width - 1);
             for (int place = std::max(x - reach, 0); place <= last; ++place)
                 sum += row[place] * weights[static_cast<std::size_t>(std::abs(place - x))];
-            turned.samples[static_cast<std::size_t>(x * plane.height + y)] = sum;
+            turned.row(x)[y] = sum;
         }
     }
     return turned;
@@ -73,10 +83,9 @@ Plane blurredAndTurned(const Plane &plane, const std::vector<float> &weights)
 QImage blackOf(const Plane &plane)
 {
     QImage image(plane.width, plane.height, QImage::Format_ARGB32_Premultiplied);
-    const float *sample = plane.samples.data();
     for (int y = 0; y < plane.height; ++y) {
         for (int x = 0; x < plane.width; ++x)
-            image.setPixel(x, y, qRgba(0, 0, 0, static_cast<int>(std::lround(*sample++))));
+            image.setPixel(x, y, qRgba(0, 0, 0, static_cast<int>(std::lround(plane.row(y)[x]))));
     }
     return image;
 }

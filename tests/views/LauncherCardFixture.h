@@ -82,8 +82,6 @@ protected:
         Input::show(panel);
     }
 
-    ~LauncherCardFixture() override { delete card; } // before the store
-
     /// Returns when the card has come to rest.
     void openCard()
     {
