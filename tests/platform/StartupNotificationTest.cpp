@@ -105,15 +105,17 @@ TEST_F(StartupNotificationTest, WithdrawsWhatCannotBeStarted)
 
 TEST_F(StartupNotificationTest, GivesEachStartAnIdOfItsOwn)
 {
-    std::set<std::string> ids;
+    Texts programs;
     for (int number = 0; number < 20; ++number) {
-        const auto program = "many" + std::to_string(number);
-        TestDesktop::addProgram(program);
+        programs.push_back("many" + std::to_string(number));
+        TestDesktop::addProgram(programs.back());
+    }
+    for (const auto &program : programs)
         workspace.openApplication(
             addEntry(program + ".desktop", entryText(program, "StartupNotify=true\n")));
-    }
-    for (int number = 0; number < 20; ++number) {
-        const auto start = TestDesktop::waitForStart("many" + std::to_string(number));
+    std::set<std::string> ids;
+    for (const auto &program : programs) {
+        const auto start = TestDesktop::waitForStart(program);
         ASSERT_TRUE(start);
         ids.insert(idOf(*start));
     }
