@@ -17,7 +17,7 @@ namespace
 using Kind = ListenerMessage::Kind;
 
 constexpr std::size_t PieceSize = 1024; // samples: 64 ms
-constexpr int MaxUnanswered = 8;        // half a second
+constexpr std::size_t MaxQuestions = 8; // half a second
 
 int millisecondsUntil(std::chrono::steady_clock::time_point time)
 {
@@ -86,7 +86,7 @@ bool ListenerConversation::passAudio()
     const auto state = request.state(); // before the audio is looked at: none comes after its end
     if (state == ListenerRequest::State::overflowed)
         return false;
-    while (m_unanswered < MaxUnanswered && !request.isEmpty())
+    while (m_questions.size() < MaxQuestions && !request.isEmpty())
         say(ListenerMessage::audio(m_task, request.take(PieceSize)));
     const bool isAll = state != ListenerRequest::State::open && request.isEmpty();
     if (isAll && !std::exchange(m_hasSaidEnd, true))
@@ -94,13 +94,14 @@ bool ListenerConversation::passAudio()
     return true;
 }
 
-void ListenerConversation::say(ListenerMessage message)
+void ListenerConversation::say(const ListenerMessage &message)
 {
     message.appendTo(m_outgoing);
     if (message.kind != Kind::audio && message.kind != Kind::end)
         return;
-    if (m_unanswered++ == 0)
+    if (m_questions.empty())
         m_lastProgress = Clock::now();
+    m_questions.push_back({ .task = message.task, .kind = message.kind });
 }
 
 void ListenerConversation::dropJob()
@@ -123,7 +124,7 @@ bool ListenerConversation::send()
 
 std::optional<ListenerConversation::Clock::time_point> ListenerConversation::deadline() const
 {
-    if (m_unanswered > 0)
+    if (!m_questions.empty())
         return m_lastProgress + m_limits.answer;
     if (!m_job)
         return m_idleSince + m_limits.idle;
@@ -160,20 +161,26 @@ bool ListenerConversation::receive()
 bool ListenerConversation::accept(const ListenerMessage &answer)
 {
     const bool isFinal = answer.kind == Kind::final;
-    if (m_unanswered == 0 ||
-        (!isFinal && answer.kind != Kind::partial && answer.kind != Kind::heard))
+    const bool isAnswer = isFinal || answer.kind == Kind::partial || answer.kind == Kind::heard;
+    if (!isAnswer || m_questions.empty())
         return false;
-    --m_unanswered;
+    const auto question = m_questions.front();
+    m_questions.pop_front();
+    if (answer.task != question.task || isFinal != (question.kind == Kind::end))
+        return false;
     m_lastProgress = Clock::now();
-    if (!m_job || answer.task != m_task)
-        return true;
-    if (isFinal && !m_hasSaidEnd)
-        return false;
+    if (m_job && answer.task == m_task)
+        tell(answer);
+    return true;
+}
+
+void ListenerConversation::tell(const ListenerMessage &answer)
+{
     if (answer.kind == Kind::partial)
         m_job->tell(textOf(answer));
-    if (isFinal) {
-        m_job->finish(textOf(answer), m_job->request().state() == ListenerRequest::State::failed);
-        dropJob();
-    }
-    return true;
+    if (answer.kind != Kind::final)
+        return;
+    const bool hasFailed = m_job->request().state() == ListenerRequest::State::failed;
+    m_job->finish(textOf(answer), hasFailed);
+    dropJob();
 }

@@ -7,10 +7,10 @@
 
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 /// What the I/O thread does: passes the audio of one job after the other to a listener, and its
 /// results back. Little audio is on its way at a time, so that a cancelled job is soon forgotten.
@@ -31,6 +31,12 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    /// A message that is answered in its turn.
+    struct Question {
+        std::uint32_t task = 0;
+        ListenerMessage::Kind kind = ListenerMessage::Kind::audio;
+    };
+
     // Each of these is false where the conversation is over.
     bool takeJobs();
     bool send();
@@ -40,7 +46,8 @@ private:
 
     void begin(std::shared_ptr<ListenerJob> job);
     bool passAudio();
-    void say(ListenerMessage message);
+    void say(const ListenerMessage &message);
+    void tell(const ListenerMessage &answer);
     void dropJob();
     std::optional<Clock::time_point> deadline() const;
 
@@ -51,7 +58,7 @@ private:
     std::string m_outgoing;
     std::shared_ptr<ListenerJob> m_job;
     std::uint32_t m_task = 0; // the number of the latest job
-    int m_unanswered = 0;     // messages
+    std::deque<Question> m_questions; // that are not answered yet
     bool m_hasSaidEnd = false;
     Clock::time_point m_lastProgress = Clock::now(); // of an answer, or of a first question
     Clock::time_point m_idleSince = Clock::now();

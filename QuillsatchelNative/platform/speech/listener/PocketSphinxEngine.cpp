@@ -137,7 +137,7 @@ Hypothesis PocketSphinxEngine::hear(std::span<const std::int16_t> samples)
     m_hasSpeech = true;
     if (m_audio.size() >= LongestUtterance)
         return cutUtterance();
-    if (!m_knowsMicrophone && m_audio.size() >= EnoughToKnowMicrophone)
+    if (m_audio.size() >= EnoughToKnowMicrophone)
         getToKnowMicrophone();
     return { .words = words() };
 }
@@ -158,17 +158,20 @@ Hypothesis PocketSphinxEngine::afterSpeech()
 
 std::string PocketSphinxEngine::finish()
 {
-    if (m_hasSpeech && !m_knowsMicrophone)
+    if (m_hasSpeech)
         getToKnowMicrophone();
     endUtterance();
-    return m_hasSpeech ? words() : std::string();
+    auto understood = m_hasSpeech ? words() : std::string();
+    m_knowsMicrophone = m_knowsMicrophone || !understood.empty(); // noise teaches nothing
+    return understood;
 }
 
 /// How a microphone sounds is learnt at the end of an utterance, so the very first one is heard
 /// twice: one word in three that would be misunderstood in it is not.
 void PocketSphinxEngine::getToKnowMicrophone()
 {
-    m_knowsMicrophone = true;
+    if (m_knowsMicrophone || std::exchange(m_isHeardAgain, true))
+        return;
     endUtterance();
     require(ps_start_utt(m_decoder.get()) == 0);
     decode(m_audio);
@@ -193,6 +196,7 @@ void PocketSphinxEngine::startUtterance()
     require(ps_start_utt(m_decoder.get()) == 0);
     m_audio.clear();
     m_hasSpeech = false;
+    m_isHeardAgain = false;
 }
 
 void PocketSphinxEngine::decode(std::span<const std::int16_t> samples)
