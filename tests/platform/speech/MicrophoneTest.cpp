@@ -1,0 +1,248 @@
+// The engine with the virtual microphone that the script virtual_microphone makes.
+
+#include "fakes/TestFiles.h"
+#include "platform/speech/ListenerInquiry.h"
+#include "platform/speech/ListenerRecognizer.h"
+#include "platform/speech/PulseAudioEngine.h"
+#include "platform/speech/Recognition.h"
+#include "platform/speech/Voice.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+std::string outputOf(const std::string &command)
+{
+    std::string output;
+    auto *const stream = popen(command.c_str(), "r");
+    std::array<char, 4096> bytes {};
+    for (std::size_t count = 0; (count = fread(bytes.data(), 1, bytes.size(), stream)) > 0;)
+        output.append(bytes.data(), count);
+    EXPECT_EQ(pclose(stream), 0) << command;
+    return output;
+}
+
+bool waitUntil(const std::function<bool()> &isMet)
+{
+    const auto end = Clock::now() + 20s;
+    while (!isMet() && Clock::now() < end)
+        std::this_thread::sleep_for(10ms);
+    return isMet();
+}
+
+/// How often this program hears the microphone, as the server has it.
+int listenerCount()
+{
+    const auto list = outputOf("pactl list source-outputs");
+    int count = 0;
+    constexpr std::string_view Ours = "application.name = \"Quillsatchel\"";
+    for (auto found = list.find(Ours); found != std::string::npos;
+         found = list.find(Ours, found + 1))
+        ++count;
+    return count;
+}
+
+class MicrophoneTest : public testing::Test
+{
+protected:
+    void installTap()
+    {
+        engine.installTap(1024, { .append =
+                                      [this](std::span<const std::int16_t> samples) {
+                                          ++buffers;
+                                          total += samples.size();
+                                          loudest = std::max<int>(
+                                              loudest,
+                                              *std::max_element(samples.begin(), samples.end()));
+                                          isOfOneSize = isOfOneSize && samples.size() == 1024;
+                                      },
+                                  .fail = [this] { ++failures; } });
+    }
+
+    /// Plays through the loudspeaker; returns when it is over.
+    void play(const std::vector<std::int16_t> &samples) const
+    {
+        const auto path = folder.filePath(QStringLiteral("sound")).toStdString();
+        TestFiles::write(path, { reinterpret_cast<const char *>(samples.data()),
+                                 samples.size() * sizeof(std::int16_t) });
+        outputOf("pacat --playback --raw --rate=16000 --channels=1 --format=s16le "
+                 "--latency-msec=40 " +
+                 path);
+    }
+
+    QTemporaryDir folder;
+    std::atomic<std::size_t> buffers = 0;
+    std::atomic<std::size_t> total = 0;
+    std::atomic<int> loudest = 0;
+    std::atomic<bool> isOfOneSize = true;
+    std::atomic<int> failures = 0;
+    PulseAudioEngine engine;
+};
+
+TEST_F(MicrophoneTest, DeliversBuffersOfTheTapsSizeAsTimePasses)
+{
+    installTap();
+    ASSERT_TRUE(engine.start());
+    EXPECT_TRUE(engine.isRunning());
+    EXPECT_TRUE(waitUntil([this] { return buffers > 0; }));
+    const auto begin = Clock::now();
+    const auto before = total.load();
+    EXPECT_TRUE(waitUntil([this, before] { return total >= before + 32'000; }));
+    const auto seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+    EXPECT_GT(seconds, 1.0); // of two
+    EXPECT_TRUE(isOfOneSize);
+    EXPECT_EQ(failures, 0);
+}
+
+TEST_F(MicrophoneTest, HearsWhatIsPlayed)
+{
+    installTap();
+    ASSERT_TRUE(engine.start());
+    std::vector<std::int16_t> beep(16'000);
+    for (std::size_t index = 0; index < beep.size(); ++index)
+        beep[index] = index % 32 < 16 ? 12'000 : -12'000;
+    play(beep);
+    EXPECT_TRUE(waitUntil([this] { return loudest > 8'000; }));
+}
+
+TEST_F(MicrophoneTest, IsOpenOnlyBetweenStartAndStop)
+{
+    EXPECT_EQ(listenerCount(), 0);
+    for (int round = 0; round < 5; ++round) {
+        installTap();
+        ASSERT_TRUE(engine.start());
+        EXPECT_EQ(listenerCount(), 1);
+        EXPECT_TRUE(engine.start()); // runs already
+        EXPECT_EQ(listenerCount(), 1);
+        engine.stop();
+        EXPECT_FALSE(engine.isRunning());
+        EXPECT_TRUE(waitUntil([] { return listenerCount() == 0; }));
+        engine.removeTap();
+    }
+    EXPECT_EQ(failures, 0);
+}
+
+TEST_F(MicrophoneTest, StopsWhenItIsDestroyed)
+{
+    {
+        PulseAudioEngine other;
+        ASSERT_TRUE(other.start());
+        EXPECT_EQ(listenerCount(), 1);
+    }
+    EXPECT_TRUE(waitUntil([] { return listenerCount() == 0; }));
+}
+
+TEST_F(MicrophoneTest, IsQuietOnceTheTapIsRemoved)
+{
+    installTap();
+    ASSERT_TRUE(engine.start());
+    EXPECT_TRUE(waitUntil([this] { return buffers > 2; }));
+    engine.removeTap();
+    const auto before = buffers.load();
+    std::this_thread::sleep_for(300ms);
+    EXPECT_EQ(buffers, before);
+    installTap();
+    EXPECT_TRUE(waitUntil([this, before] { return buffers > before; }));
+}
+
+TEST_F(MicrophoneTest, SaysOnceThatTheMicrophoneWasUnplugged)
+{
+    installTap();
+    ASSERT_TRUE(engine.start());
+    EXPECT_TRUE(waitUntil([this] { return buffers > 0; }));
+    const auto module = outputOf("pactl load-module module-remap-source source_name=other "
+                                 "master=speaker.monitor channels=1 master_channel_map=front-left "
+                                 "channel_map=mono remix=no");
+    outputOf("pactl set-default-source other");
+    engine.stop();
+    ASSERT_TRUE(engine.start());
+    outputOf("pactl unload-module " + module);
+    EXPECT_TRUE(waitUntil([this] { return failures == 1; }));
+    EXPECT_TRUE(engine.isRunning()); // until it is stopped
+    const auto before = buffers.load();
+    std::this_thread::sleep_for(200ms);
+    EXPECT_EQ(buffers, before);
+    EXPECT_EQ(failures, 1);
+    engine.stop();
+    EXPECT_EQ(failures, 1);
+    outputOf("pactl set-default-source microphone");
+}
+
+TEST_F(MicrophoneTest, DoesNotTakeTheLoudspeakerForAMicrophone)
+{
+    outputOf("pactl set-default-source speaker.monitor");
+    EXPECT_TRUE(
+        waitUntil([] { return outputOf("pactl get-default-source") == "speaker.monitor\n"; }));
+    installTap();
+    EXPECT_FALSE(engine.start());
+    EXPECT_EQ(listenerCount(), 0);
+    outputOf("pactl set-default-source microphone");
+    EXPECT_TRUE(waitUntil([this] { return engine.start(); }));
+}
+
+TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
+{
+    const auto sentence = Voice::say("summarize the following text");
+    if (!sentence)
+        GTEST_SKIP() << "flite, the voice, is not installed";
+    if (!listenerHasModel(LISTENER))
+        GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
+    ListenerRecognizer recognizer({ LISTENER });
+    const Recognition recognition(recognizer);
+    engine.installTap(
+        1024, { .append = [request = recognition.request](
+                              std::span<const std::int16_t> samples) { request->append(samples); },
+                .fail = [request = recognition.request] { request->fail(); } });
+    ASSERT_TRUE(engine.start());
+    play(*sentence);
+    // A busy machine swallows a sound now and then.
+    constexpr std::string_view End = "following text";
+    EXPECT_TRUE(waitUntil([&recognition, End] {
+        const auto texts = recognition.texts();
+        return !texts.empty() && texts.back().ends_with(End);
+    }));
+    engine.stop();
+    engine.removeTap();
+    recognition.request->endAudio();
+    EXPECT_TRUE(recognition.waitForEnd());
+    EXPECT_TRUE(recognition.finalText().value_or("").ends_with(End));
+    EXPECT_EQ(recognition.errors(), 0);
+}
+
+/// The last one: it takes the server away.
+TEST_F(MicrophoneTest, SaysOnceThatTheServerHasGone)
+{
+    installTap();
+    ASSERT_TRUE(engine.start());
+    EXPECT_TRUE(waitUntil([this] { return buffers > 0; }));
+    const auto *const server = std::getenv("VIRTUAL_PULSE_PID");
+    ASSERT_NE(server, nullptr) << "not run by the script virtual_microphone";
+    kill(std::stoi(server), SIGKILL);
+    EXPECT_TRUE(waitUntil([this] { return failures == 1; }));
+    engine.stop();
+    EXPECT_FALSE(engine.start());
+    EXPECT_EQ(failures, 1);
+}
+
+} // namespace

@@ -1,0 +1,66 @@
+#include "platform/speech/listener/OwnDictionary.h"
+
+#include "fakes/TestFiles.h"
+#include "platform/speech/listener/EnglishVocabulary.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace
+{
+
+class OwnDictionaryTest : public testing::Test
+{
+protected:
+    std::set<std::string> linesOf(const std::string &text)
+    {
+        TestFiles::write(path, text);
+        std::istringstream stream(ownDictionary(path));
+        std::set<std::string> lines;
+        for (std::string line; std::getline(stream, line);)
+            lines.insert(line);
+        return lines;
+    }
+
+    QTemporaryDir folder;
+    std::filesystem::path path = folder.filePath(QStringLiteral("words.dict")).toStdString();
+};
+
+TEST_F(OwnDictionaryTest, KeepsTheModelsWordsAndTheirFurtherPronunciations)
+{
+    const auto lines = linesOf("read R EH D\nread(2) R IY D\nreader R IY D ER");
+    EXPECT_TRUE(lines.contains("read R EH D"));
+    EXPECT_TRUE(lines.contains("read(2) R IY D"));
+    EXPECT_TRUE(lines.contains("reader R IY D ER"));
+}
+
+TEST_F(OwnDictionaryTest, LacksWhatIsLeftOut)
+{
+    const auto lines = linesOf("shift SH IH F T\nshit SH IH T\nshit(2) SH IY T\n");
+    EXPECT_TRUE(lines.contains("shift SH IH F T"));
+    EXPECT_EQ(lines.count("shit SH IH T") + lines.count("shit(2) SH IY T"), 0U);
+}
+
+TEST_F(OwnDictionaryTest, HasTheAddedWordsOnlyAsWePronounceThem)
+{
+    const auto lines = linesOf("git JH IH T\ngit(2) G EH T\ngift G IH F T\n");
+    EXPECT_TRUE(lines.contains("git G IH T"));
+    EXPECT_TRUE(lines.contains("json JH EY S AH N"));
+    EXPECT_TRUE(lines.contains("gift G IH F T"));
+    EXPECT_EQ(lines.count("git JH IH T") + lines.count("git(2) G EH T"), 0U);
+}
+
+TEST_F(OwnDictionaryTest, CopesWithEmptyAndMissingFiles)
+{
+    const auto count = EnglishVocabulary::addedWords().size();
+    EXPECT_EQ(linesOf("").size(), count + 1); // and an empty line
+    EXPECT_EQ(linesOf("\n\n").size(), count + 1);
+    EXPECT_FALSE(ownDictionary("/nonexistent").empty());
+}
+
+} // namespace

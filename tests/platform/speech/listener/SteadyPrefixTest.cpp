@@ -1,0 +1,74 @@
+#include "platform/speech/listener/SteadyPrefix.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using Words = SteadyPrefix::Words;
+
+class SteadyPrefixTest : public testing::Test
+{
+protected:
+    /// What is let through after the last of these.
+    Words after(const std::vector<Words> &hypotheses)
+    {
+        Words words;
+        for (const auto &hypothesis : hypotheses)
+            words = steady.update(hypothesis);
+        return words;
+    }
+
+    SteadyPrefix steady;
+};
+
+TEST_F(SteadyPrefixTest, LetsAWordThroughOnceFourInARowHaveIt)
+{
+    EXPECT_EQ(steady.update({ "buy" }), Words());
+    EXPECT_EQ(steady.update({ "buy" }), Words());
+    EXPECT_EQ(steady.update({ "buy" }), Words());
+    EXPECT_EQ(steady.update({ "buy" }), Words { "buy" });
+    EXPECT_EQ(steady.update({ "buy", "milk" }), Words { "buy" });
+}
+
+TEST_F(SteadyPrefixTest, CountsEachWordByItself)
+{
+    EXPECT_EQ(after({ { "buy" },
+                      { "buy", "mill" },
+                      { "buy", "milk" },
+                      { "buy", "milk", "and" },
+                      { "buy", "milk", "end" } }),
+              Words { "buy" });
+    EXPECT_EQ(after({ { "buy", "milk", "and", "bread" } }), (Words { "buy", "milk" }));
+}
+
+TEST_F(SteadyPrefixTest, BeginsToCountAgainWhenAWordChanges)
+{
+    EXPECT_EQ(after({ { "by" }, { "by" }, { "by" }, { "buy" } }), Words());
+    EXPECT_EQ(after({ { "buy" }, { "buy" } }), Words());
+    EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
+}
+
+TEST_F(SteadyPrefixTest, HidesWhatComesAfterAWordThatChanged)
+{
+    EXPECT_EQ(after({ { "by", "milk" }, { "buy", "milk" }, { "buy", "milk" }, { "buy", "milk" } }),
+              Words());
+}
+
+TEST_F(SteadyPrefixTest, TakesWordsBackThatTheEngineTakesBack)
+{
+    const Words both { "buy", "milk" };
+    EXPECT_EQ(after({ both, both, both, both }), both);
+    EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
+    EXPECT_EQ(after({ {} }), Words());
+}
+
+TEST_F(SteadyPrefixTest, ForgetsWhatWasWhenItIsCleared)
+{
+    after({ { "buy" }, { "buy" }, { "buy" }, { "buy" } });
+    steady.clear();
+    EXPECT_EQ(after({ { "buy" }, { "buy" }, { "buy" } }), Words());
+    EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
+}
+
+} // namespace
