@@ -1,0 +1,228 @@
+#!/usr/bin/env python3
+"""How well and how fast the listener understands: synthetic voices, and recordings of people.
+
+usage: dictation_bench.py LISTENER [--all]
+
+LISTENER is the program, such as build/bench/modules/listener; --all takes every voice and
+sentence. The voices are flite's, the recordings those of Debian's package pocketsphinx-testdata;
+what is not installed is left out.
+Buffers are answered one by one as fast as they can be; delays are those of a microphone that
+delivers them as it hears them: of the first words after the first sound, and of all after the last,
+in the median and at most.
+"""
+
+import array
+import pathlib
+import random
+import re
+import shutil
+import statistics
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import wave
+
+RATE = 16_000
+BUFFER = 1024  # samples
+HEADER = struct.Struct("=IIBBH")  # payload size, task, version, kind, zero
+VERSION = 1
+BEGIN, AUDIO, END, CANCEL, HEARD, PARTIAL, FINAL = range(7)
+
+RECORDINGS = pathlib.Path("/usr/share/pocketsphinx/test/data")
+VOICES = ("slt", "rms", "awb", "kal16")
+NOISE = 18  # at most, of 32,768: about 40 dB below the voice
+
+SENTENCES = """
+summarize the following text in three bullet points
+write a short and friendly answer to this email
+what are the advantages and disadvantages of this approach
+explain this error message and tell me how to fix it
+translate the text below into simple english
+plan a three day trip to paris with a small budget
+correct the spelling and the grammar but keep my style
+give me ten ideas for a birthday present under fifty dollars
+compare these two offers and tell me which one is better
+rewrite this paragraph so that a child can understand it
+make a shopping list for a dinner with six guests
+write a function that sorts a list of names by their length
+what questions should i ask at the end of a job interview
+find the mistakes in my argument and be honest about them
+turn these notes into a clear agenda for the meeting
+suggest a better title for this article
+describe the picture in one sentence for people who cannot see it
+i'm looking for a recipe with rice tomatoes and chicken
+how can i learn to play the piano without a teacher
+write a polite reminder about the unpaid invoice
+remove everything from the table that is older than one year
+tell me a story about a dog who wanted to fly
+what happened in the world on the day that i was born
+thank you for your message i will call you back tomorrow morning
+""".strip().splitlines()
+
+
+class Listener:
+    """One listener process, which hears one dictation after the other."""
+
+    def __init__(self, program):
+        self.process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.task = 0
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.stdin.close()
+        self.process.stdout.close()
+        self.process.wait()
+
+    def say(self, kind, payload=b""):
+        self.process.stdin.write(HEADER.pack(len(payload), self.task, VERSION, kind, 0) + payload)
+        self.process.stdin.flush()
+
+    def answer(self):
+        size, _, _, kind, _ = HEADER.unpack(self.process.stdout.read(HEADER.size))
+        return kind, self.process.stdout.read(size).decode()
+
+    def hear(self, samples):
+        """The text, and how long after each other what happened."""
+        self.task += 1
+        self.say(BEGIN)
+        free = first_partial = last_partial = cost = 0.0
+        for begin in range(0, len(samples), BUFFER):
+            started = time.monotonic()
+            self.say(AUDIO, samples[begin:begin + BUFFER].tobytes())
+            kind, text = self.answer()
+            took = time.monotonic() - started
+            captured = (begin + BUFFER) / RATE
+            free = max(free, captured) + took
+            cost += took
+            if kind == PARTIAL and text:
+                first_partial = first_partial or free
+                last_partial = free
+        started = time.monotonic()
+        self.say(END)
+        _, text = self.answer()
+        cost += time.monotonic() - started
+        return {"text": text, "first_partial": first_partial, "last_partial": last_partial,
+                "cost": cost}
+
+    def peak_megabytes(self):
+        with open(f"/proc/{self.process.pid}/status", encoding="ascii") as status:
+            return int(re.search(r"VmHWM:\s+(\d+)", status.read())[1]) / 1024
+
+
+def samples_of(path):
+    """Of a sound file with 16 bits, one channel and RATE samples a second."""
+    if path.suffix == ".raw":
+        return array.array("h", path.read_bytes())
+    with wave.open(str(path)) as sound:
+        assert (sound.getnchannels(), sound.getsampwidth(), sound.getframerate()) == (1, 2, RATE)
+        return array.array("h", sound.readframes(sound.getnframes()))
+
+
+def in_quiet_room(samples, loudness):
+    """The samples, with a pause before and after them and a soft noise all the time."""
+    pause = [0] * (RATE // 2)
+    noise = random.Random(1)
+    return array.array("h", (int(sample * loudness) + noise.randint(-NOISE, NOISE)
+                             for sample in (*pause, *samples, *pause, *pause)))
+
+
+def speak(sentence, voice, folder):
+    """The sentence in a quiet room, and when its first and its last sound are heard."""
+    path = folder / "voice.wav"
+    subprocess.run(["flite", "-voice", voice, "-t", sentence, "-o", path], check=True)
+    voice_samples = samples_of(path)
+    loud = max(map(abs, voice_samples)) / 20
+    sounds = [index / RATE + 0.5 for index, value in enumerate(voice_samples) if abs(value) > loud]
+    return in_quiet_room(voice_samples, 0.5), (sounds[0], sounds[-1])
+
+
+def word_errors(expected, understood):
+    """The least number of words to change, add or drop."""
+    before = list(range(len(understood) + 1))
+    for row, word in enumerate(expected, 1):
+        after = [row]
+        for column, other in enumerate(understood, 1):
+            after.append(min(before[column] + 1, after[-1] + 1,
+                             before[column - 1] + (word != other)))
+        before = after
+    return before[-1]
+
+
+class Score:
+    def __init__(self, name):
+        self.name = name
+        self.words = self.errors = 0
+        self.seconds = self.cost = self.memory = 0.0
+        self.first_partials = []
+        self.last_partials = []
+
+    def add(self, sentence, samples, sounds, result, is_talkative):
+        expected, understood = sentence.lower().split(), result["text"].lower().split()
+        errors = word_errors(expected, understood)
+        self.words += len(expected)
+        self.errors += errors
+        self.seconds += len(samples) / RATE
+        self.cost += result["cost"]
+        if sounds and result["first_partial"]:
+            self.first_partials.append(result["first_partial"] - sounds[0])
+            self.last_partials.append(result["last_partial"] - sounds[1])
+        if is_talkative and errors:
+            print(f"    {sentence}\n  > {result['text']}")
+
+    def report(self):
+        line = (f"{self.name:10} {self.words:4} words, {self.errors / self.words:5.1%} wrong, "
+                f"real-time factor {self.cost / self.seconds:4.2f}")
+        for what, delays in (("first words", self.first_partials), ("all", self.last_partials)):
+            if delays:
+                line += f", {what} {statistics.median(delays):4.2f} s ({max(delays):4.2f})"
+        print(line, flush=True)
+
+
+def recordings():
+    for folder in ("librivox", "cards"):
+        transcription = next(RECORDINGS.glob(f"{folder}/*transcription"), None)
+        for line in transcription.read_text().splitlines() if transcription else ():
+            words, name = re.fullmatch(r"<s>(.*)</s>\s*\((.*)\)", line.strip()).groups()
+            yield " ".join(words.split()), RECORDINGS / folder / f"{name}.wav"
+    for name, words in (("goforward", "go forward ten meters"), ("something", "go somewhere and do something")):
+        if (RECORDINGS / f"{name}.raw").exists():
+            yield words, RECORDINGS / f"{name}.raw"
+
+
+def hear_all(name, program, takes, total, is_whole):
+    """Lets a listener hear each of the takes: words, samples, when it is heard."""
+    score = Score(name)
+    with Listener(program) as listener:  # a new one: this voice is a stranger to it
+        for words, samples, sounds in takes:
+            result = listener.hear(samples)
+            score.add(words, samples, sounds, result, is_whole)
+            total.add(words, samples, sounds, result, False)
+        total.memory = max(total.memory, listener.peak_megabytes())
+    if score.words:
+        score.report()
+
+
+def main():
+    program, is_whole = sys.argv[1], "--all" in sys.argv
+    voices = VOICES if is_whole else VOICES[:2]
+    sentences = SENTENCES if is_whole else SENTENCES[::3]
+    total = Score("all")
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        for voice in voices if shutil.which("flite") else ():
+            takes = ((words, *speak(words, voice, folder)) for words in sentences)
+            hear_all(f"voice {voice}", program, takes, total, is_whole)
+    takes = ((words, in_quiet_room(samples_of(path), 0.9), None) for words, path in recordings())
+    hear_all("recordings", program, takes, total, is_whole)
+    if not total.words:
+        sys.exit("dictation_bench: neither flite nor pocketsphinx-testdata is installed")
+    total.report()
+    print(f"memory of the listener, at most {total.memory:.0f} MB")
+
+
+if __name__ == "__main__":
+    main()
