@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <string_view>
 #include <utility>
@@ -34,7 +35,9 @@ FaviconCache::FaviconCache(const QString &faviconFolder, Platform &platform)
     : m_platform(platform)
     , m_faviconFolder(std::make_shared<const QString>(faviconFolder))
 {
-    QDir().mkpath(faviconFolder);
+    QDir().mkpath(QFileInfo(faviconFolder).path());
+    QDir().mkdir(faviconFolder,
+                 QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 void FaviconCache::fetchFavicon(const QUuid &id, const WebAddress &website,

@@ -14,7 +14,8 @@
 class FaviconCache
 {
 public:
-    /// Makes the folder if it can. What is being fetched when the cache goes is dropped.
+    /// Makes the folder if it can, for its owner only. What is being fetched when the cache goes is
+    /// dropped.
     FaviconCache(const QString &faviconFolder, Platform &platform);
 
     /// Fetches "/favicon.ico" from the website's host, on its standard port, and keeps it if it is

@@ -15,12 +15,14 @@ class StartupTest(DesktopTest):
     def test_nothing_is_written_before_the_first_change_and_then_for_the_owner_alone(self):
         panel = self.open_panel()
         self.expect_default_library(panel)
-        self.assertEqual(list(self.session.data_folder.iterdir()), [])
+        self.assertEqual([file.name for file in self.session.data_folder.iterdir()],
+                         ["Favicons"])
 
         panel.find("New Node").click()
 
         self.expect_saved(tab("Prompts", node()))
         self.assertEqual(mode_of(self.session.data_folder), 0o700)
+        self.assertEqual(mode_of(self.session.data_folder / "Favicons"), 0o700)
         self.assertEqual(mode_of(self.library_file), 0o600)
 
     def test_an_unreadable_library_is_set_aside_at_the_first_change(self):
