@@ -39,13 +39,6 @@ QRect square(int left, int size, int rowHeight)
     return { left, Padding + (rowHeight - size) / 2, size, size };
 }
 
-/// Hands the keyboard on before a widget goes, which would send it who knows where.
-void passFocus(const QWidget &from, QWidget &to)
-{
-    if (from.window()->focusWidget() == &from)
-        to.setFocus(Qt::OtherFocusReason);
-}
-
 } // namespace
 
 LauncherSlotEditor::LauncherSlotEditor(LauncherStore &store, int slot, QWidget *parent)
@@ -107,7 +100,7 @@ void LauncherSlotEditor::followItem()
     if (m_item)
         showURL(m_item->kind == LauncherKind::website ? m_item->target : std::string());
     renderTexts();
-    renderClearButton();
+    m_clearButton->setVisible(m_item.has_value());
     renderSetButton();
     layOut();
 }
@@ -134,18 +127,12 @@ void LauncherSlotEditor::renderTexts()
     setAccessibleDescription(m_title->text());
 }
 
-void LauncherSlotEditor::renderClearButton()
-{
-    if (!m_item)
-        passFocus(*m_clearButton, *m_chooseButton);
-    m_clearButton->setVisible(m_item.has_value());
-}
-
 void LauncherSlotEditor::renderSetButton()
 {
     const bool hasText = !trimmed(m_urlField->text().toStdString()).empty();
-    if (!hasText)
-        passFocus(*m_setButton, *m_urlField);
+    // Disabled, the button would send the keyboard on to the next editor.
+    if (!hasText && window()->focusWidget() == m_setButton)
+        m_urlField->setFocus(Qt::OtherFocusReason);
     m_setButton->setEnabled(hasText);
 }
 

@@ -48,7 +48,6 @@ private:
     void makeMessage();
     void renderIcon();
     void renderTexts();
-    void renderClearButton();
     void renderSetButton();
     void followItem();
     void showURL(const std::string &url);
