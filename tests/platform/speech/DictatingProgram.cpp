@@ -1,0 +1,34 @@
+// Dictates, through the listener it is given, until it is killed:
+//     dictating_program LISTENER (busy | idle)
+
+#include "platform/speech/ListenerRecognizer.h"
+#include "platform/speech/Recognition.h"
+
+#include <chrono>
+#include <cstdio>
+#include <string_view>
+#include <thread>
+
+int main(int argc, char *argv[])
+{
+    if (argc != 3)
+        return 1;
+    ListenerRecognizer recognizer({ argv[1] });
+    Recognition recognition(recognizer);
+    recognition.append(1024);
+    const bool isBusy = std::string_view(argv[2]) == "busy";
+    if (isBusy) {
+        // Rough enough to be taken for speech, and to be thought about for long.
+        Recognition::Samples noise(30 * 16'000);
+        for (std::size_t index = 0; index < noise.size(); ++index)
+            noise[index] = static_cast<std::int16_t>((index * index * 7'919) >> 3);
+        recognition.request->append(noise);
+    } else {
+        recognition.request->endAudio();
+        recognition.waitForEnd();
+    }
+    std::puts("dictating");
+    std::fflush(stdout);
+    std::this_thread::sleep_for(std::chrono::hours(1));
+    return 0;
+}
