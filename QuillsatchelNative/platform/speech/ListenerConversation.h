@@ -57,7 +57,7 @@ private:
     ListenerMessageReader m_reader;
     std::string m_outgoing;
     std::shared_ptr<ListenerJob> m_job;
-    std::uint32_t m_task = 0; // the number of the latest job
+    std::uint32_t m_task = 0;         // the number of the latest job
     std::deque<Question> m_questions; // that are not answered yet
     bool m_hasSaidEnd = false;
     Clock::time_point m_lastProgress = Clock::now(); // of an answer, or of a first question

@@ -52,7 +52,7 @@ private:
 
     const Decoder m_decoder;
     std::vector<std::int16_t> m_audio; // of the utterance, from a little before it began
-    bool m_hasSpeech = false; // the utterance, by now
+    bool m_hasSpeech = false;          // the utterance, by now
     bool m_isHeardAgain = false;
     bool m_knowsMicrophone = false;
 };
