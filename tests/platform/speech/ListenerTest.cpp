@@ -148,12 +148,12 @@ TEST_F(ListenerTest, CutsASentenceThatNeverEndsWithoutLosingItsWords)
                               "was afraid of the water and about a bird who lived in the forest "
                               "and about an old man who read the newspaper every morning and "
                               "about a young woman who opened a small shop in the city";
-    auto samples = *Voice::say(Sentence);
-    const auto again = samples;
-    samples.erase(samples.end() - 16'000, samples.end()); // no pause between the two
-    samples.insert(samples.end(), again.begin() + 8'000, again.end());
-    ASSERT_GT(samples.size(), 25U * 16'000);
-    EXPECT_NEAR(static_cast<double>(wordsIn(hear(samples)).size()), 104, 12);
+    const auto spoken = *Voice::say(Sentence);
+    std::vector<std::int16_t> samples;
+    for (int round = 0; round < 3; ++round) // without a pause between them
+        samples.insert(samples.end(), spoken.begin() + 8'000, spoken.end() - 16'000);
+    ASSERT_GT(samples.size(), 40U * 16'000);
+    EXPECT_NEAR(static_cast<double>(wordsIn(hear(samples)).size()), 3 * 54, 15);
 }
 
 TEST_F(ListenerTest, IsReadyForTheNextTaskSoonAfterACancel)

@@ -1,5 +1,6 @@
 #include "platform/speech/listener/UtteranceCut.h"
 
+#include <optional>
 #include <string_view>
 
 namespace
@@ -27,15 +28,17 @@ UtteranceCut UtteranceCut::find(ps_decoder_t *decoder, int frameCount)
 {
     UtteranceCut best;
     std::string words;
+    std::optional<int> first; // frames are counted from the beginning of the dictation
     for (auto *segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
         int begin = 0;
         int end = 0;
         ps_seg_frames(segment, &begin, &end);
+        first = first.value_or(begin);
         const std::string_view text = ps_seg_word(segment);
         const bool isPause = !isWord(text) && end - begin >= ShortestPause;
         if (isWord(text))
             (words += words.empty() ? "" : " ") += spelling(text);
-        const int frame = isPause ? (begin + end) / 2 : end + 1;
+        const int frame = (isPause ? (begin + end) / 2 : end + 1) - *first;
         if (frame > frameCount - LeastAfterCut) {
             ps_seg_free(segment);
             break;
