@@ -138,19 +138,21 @@ TEST_F(LauncherSettingsCardLookTest, HasCornersOfRadiusTwenty)
 TEST_F(LauncherSettingsCardLookTest, CastsAShadowDownwards)
 {
     openCard();
-    const Picture seen = picture(Ground);
-    const auto darknessAt = [this, &seen](qreal x, qreal y) {
-        return dimmed().red() - seen.at(x, y).red();
+    const Picture seen = picture(Qt::white);
+    const int dimmedWhite = over(SrgbColor::black(0.62), Qt::white).red();
+    const auto darknessAt = [dimmedWhite, &seen](qreal x, qreal y) {
+        return dimmedWhite - seen.at(x, y).red();
     };
     const qreal middle = body().center().x();
-    EXPECT_GT(darknessAt(middle, body().bottom() + 6), darknessAt(middle, body().top() - 6) + 8);
+    EXPECT_GT(darknessAt(middle, body().bottom() + 6), darknessAt(middle, body().top() - 6) + 16);
     EXPECT_GT(darknessAt(middle, body().bottom() + 6), darknessAt(middle, body().bottom() + 26));
-    EXPECT_GT(darknessAt(middle, body().bottom() + 24), 0);
+    EXPECT_GT(darknessAt(middle, body().bottom() + 30), 2);
     EXPECT_NEAR(darknessAt(body().left() - 10, body().center().y()),
                 darknessAt(body().right() + 10, body().center().y()), 3);
-    // At the edge of a large shape half of the shadow's strength is left, offset aside.
-    const int atEdge = darknessAt(middle, body().bottom() + 16);
-    EXPECT_NEAR(atEdge, dimmed().red() * 0.6 / 2, 5);
+    // At the edge of what casts it, offset aside, half of the shadow's strength is left.
+    EXPECT_NEAR(darknessAt(middle, body().bottom() + 1 + 16), dimmedWhite * 0.6 / 2, 3);
+    // A standard deviation, half of the blur's radius, further out a sixth.
+    EXPECT_NEAR(darknessAt(middle, body().bottom() + 1 + 16 + 15), dimmedWhite * 0.6 * 0.159, 3);
 }
 
 TEST_F(LauncherSettingsCardLookTest, HasTheCloseButtonEightFromItsTopRightCorner)
@@ -333,6 +335,27 @@ TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfAnEditorInTheirSizesAndColo
     EXPECT_EQ(message.bottom(), editor(0).height() - 9 - 1);
     const Picture seen(parts(0).label(2), Qt::black);
     EXPECT_LE(seen.inkIn(seen.rect(), Qt::black).left(), 2);
+}
+
+TEST_F(LauncherSettingsCardLookTest, CutsNamesAtTheirEndAndAddressesInTheMiddle)
+{
+    const std::string host = "a-very-long-name-of-a-host-that-no-row-has-room-for.example.com";
+    store().setWebsite(host + "/a/path", 0);
+    openCard();
+    const std::vector<std::string> texts { host, "https://" + host + "/a/path" };
+    for (qsizetype index = 0; index < 2; ++index) {
+        auto &label = parts(0).label(index);
+        const auto text = QString::fromStdString(texts[static_cast<std::size_t>(index)]);
+        const auto mode = index == 0 ? Qt::ElideRight : Qt::ElideMiddle;
+        const Picture expected(
+            label.size(), label.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
+                painter.setFont(label.font());
+                painter.setPen(qColor(index == 0 ? SrgbColor::white(0.92) : Secondary));
+                painter.drawText(label.rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                                 label.fontMetrics().elidedText(text, mode, label.width()));
+            });
+        EXPECT_EQ(Picture(label, editorFill()).differenceFrom(expected), QRectF()) << index;
+    }
 }
 
 TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotsNumberOnACircle)

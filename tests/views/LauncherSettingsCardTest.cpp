@@ -4,10 +4,34 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace
 {
+
+/// Calls back whenever a widget is about to be painted.
+class FrameWatch final : public QObject
+{
+public:
+    FrameWatch(QWidget &widget, std::function<void()> onPaint)
+        : m_onPaint(std::move(onPaint))
+    {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject * /*object*/, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            m_onPaint();
+        return false;
+    }
+
+private:
+    std::function<void()> m_onPaint;
+};
 
 class LauncherSettingsCardTest : public LauncherCardFixture
 {
@@ -311,6 +335,18 @@ TEST_F(LauncherSettingsCardTest, GrowsByTheMessageWhereThereIsRoom)
     parts(1).submit("example.com");
     settle();
     EXPECT_EQ(card->cardGeometry(), before);
+}
+
+TEST_F(LauncherSettingsCardTest, GrowsWithinTheFrameThatShowsTheMessage)
+{
+    openCard();
+    int frames = 0;
+    const FrameWatch watch(list(), [this, &frames] {
+        frames += parts(1).message().empty() ? 0 : 1;
+        EXPECT_EQ(list().height(), list().content()->sizeHint().height());
+    });
+    parts(1).submit("ftp://example.com");
+    EXPECT_TRUE(QTest::qWaitFor([&frames] { return frames > 0; }));
 }
 
 TEST_F(LauncherSettingsCardTest, ScrollsOnceItIsAsTallAsItMayBe)

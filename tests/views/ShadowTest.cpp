@@ -40,7 +40,7 @@ TEST(ShadowTest, FallsDownwardsAndFades)
         return shadow.at(Margin + 150, Margin + 200 + distance).lightness();
     };
     // Half of its strength at the edge of what casts it, offset aside.
-    EXPECT_NEAR(brightnessBelow(10), 255 * (1 - 0.6 / 2), 6);
+    EXPECT_NEAR(brightnessBelow(10), 255 * (1 - 0.6 / 2), 3);
     EXPECT_LT(brightnessBelow(1), brightnessBelow(10));
     EXPECT_LT(brightnessBelow(10), brightnessBelow(20));
     EXPECT_LT(brightnessBelow(1), shadow.at(Margin + 150, Margin - 2).lightness() - 60);
