@@ -57,9 +57,7 @@ LauncherItem makeApplication(const QDir &folder, int number)
 LauncherItem makeWebsite(const QDir &favicons, int number)
 {
     const std::string host = "website-" + std::to_string(number) + ".example.com";
-    const LauncherItem item { .kind = LauncherKind::website,
-                              .name = host,
-                              .target = "https://" + host };
+    LauncherItem item { .kind = LauncherKind::website, .name = host, .target = "https://" + host };
     const auto id = uuidText(item.id);
     writeIcon(favicons.filePath(QString::fromLatin1(id.data(), qsizetype(id.size())) +
                                 QStringLiteral(".png")));

@@ -173,11 +173,11 @@ private:
         {
         }
 
-        void installTap(int bufferSize, Tap tap) override
+        void installTap(int bufferSize, Tap installed) override
         {
             m_speech.note("install tap");
             m_speech.tapBufferSize = bufferSize;
-            m_speech.tap = std::move(tap);
+            m_speech.tap = std::move(installed);
         }
 
         void removeTap() override
