@@ -125,10 +125,18 @@ std::optional<WebAddress> WebAddress::parse(std::string_view text)
     auto encoded = encodeWhatMayNotStand(text);
     if (!encoded)
         return std::nullopt;
-    const char *const begin = encoded->data();
+    const auto parts = findParts(*encoded);
+    if (!parts)
+        return std::nullopt;
+    return WebAddress(std::move(*encoded), *parts);
+}
+
+std::optional<WebAddress::Parts> WebAddress::findParts(std::string_view encoded)
+{
+    const char *const begin = encoded.data();
     UriUriA uri {};
     const char *errorAt = nullptr;
-    if (uriParseSingleUriExA(&uri, begin, begin + encoded->size(), &errorAt) != URI_SUCCESS)
+    if (uriParseSingleUriExA(&uri, begin, begin + encoded.size(), &errorAt) != URI_SUCCESS)
         return std::nullopt;
     const auto rangeOf = [begin](const UriTextRangeA &range) {
         if (range.first == range.afterLast)
@@ -136,15 +144,14 @@ std::optional<WebAddress> WebAddress::parse(std::string_view text)
         return Range { static_cast<std::size_t>(range.first - begin),
                        static_cast<std::size_t>(range.afterLast - range.first) };
     };
-    const auto scheme = rangeOf(uri.scheme);
-    const auto host = rangeOf(uri.hostText);
+    const Parts parts { rangeOf(uri.scheme), rangeOf(uri.hostText) };
     uriFreeUriMembersA(&uri);
-    return WebAddress(std::move(*encoded), scheme, host);
+    return parts;
 }
 
 std::string WebAddress::host() const
 {
-    const auto typed = part(m_host);
+    const auto typed = part(m_parts.host);
     auto decoded = withLettersDecoded(typed);
     const bool isText = QUtf8StringView(decoded.data(), qsizetype(decoded.size())).isValidUtf8();
     return isText ? decoded : std::string(typed);
@@ -152,12 +159,12 @@ std::string WebAddress::host() const
 
 std::optional<WebAddress> WebAddress::onSameHost(std::string_view path) const
 {
-    if (m_host.length == 0)
+    if (m_parts.host.length == 0)
         return std::nullopt;
-    const bool isBracketed = m_text[m_host.begin - 1] == '[';
+    const bool isBracketed = m_text[m_parts.host.begin - 1] == '[';
     std::string text(scheme().empty() ? "https" : scheme());
     text += isBracketed ? "://[" : "://";
-    text += part(m_host);
+    text += part(m_parts.host);
     text += isBracketed ? "]" : "";
     text += path;
     return parse(text);

@@ -18,7 +18,7 @@ public:
     const std::string &absoluteString() const { return m_text; }
 
     /// As typed, empty where the address has none.
-    std::string_view scheme() const { return part(m_scheme); }
+    std::string_view scheme() const { return part(m_parts.scheme); }
 
     /// Whether the scheme is http or https, in letters of either case.
     bool isHttp() const;
@@ -38,10 +38,16 @@ private:
         std::size_t length = 0;
     };
 
-    WebAddress(std::string text, const Range &scheme, const Range &host)
+    struct Parts {
+        Range scheme;
+        Range host; // without brackets
+    };
+
+    static std::optional<Parts> findParts(std::string_view encoded);
+
+    WebAddress(std::string text, const Parts &parts)
         : m_text(std::move(text))
-        , m_scheme(scheme)
-        , m_host(host)
+        , m_parts(parts)
     {
     }
 
@@ -51,6 +57,5 @@ private:
     }
 
     std::string m_text;
-    Range m_scheme;
-    Range m_host; // without brackets
+    Parts m_parts;
 };

@@ -50,6 +50,12 @@ ScrollView::ScrollView(QWidget *parent)
             [this](QWidget * /*earlier*/, QWidget *focus) { revealFocus(focus); });
 }
 
+ScrollView::~ScrollView()
+{
+    // The content goes after this, and takes the focus from its rows as it does.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 QSize ScrollView::sizeHint() const
 {
     return m_content->sizeHint();

@@ -13,6 +13,7 @@ class ScrollView final : public QWidget
 
 public:
     explicit ScrollView(QWidget *parent);
+    ~ScrollView() override;
 
     /// What scrolls: give it a layout. Its rows come into sight whole.
     QWidget *content() const { return m_content; }
