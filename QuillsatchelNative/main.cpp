@@ -10,6 +10,7 @@ int main(int argc, char *argv[])
     const FontPreload fontPreload;
     QApplication application(arguments.count(), arguments.values());
     QApplication::setApplicationName(QStringLiteral("Quillsatchel"));
+    QApplication::setDesktopFileName(QStringLiteral("example.quillsatchel.Quillsatchel"));
     AppDelegate delegate;
     delegate.applicationDidFinishLaunching();
     return QApplication::exec();
