@@ -4,14 +4,21 @@
 #include <QFileInfo>
 #include <QLibrary>
 
+QString Module::file(const QString &programFolder, const char *name)
+{
+    // Where they are installed, and where they are built. Test programs and benchmarks lie in
+    // folders below the program's.
+    for (const auto *const folder : { "/" QUILLSATCHEL_MODULES "/", "/modules/", "/../modules/" }) {
+        const QString path =
+            programFolder + QLatin1String(folder) + QLatin1String(name) + QStringLiteral(".so");
+        if (QFileInfo::exists(path))
+            return path;
+    }
+    return {};
+}
+
 Module::AnyFunction Module::findMake(const char *name)
 {
-    // Test programs and benchmarks lie in folders below the program's.
-    for (const auto *const folder : { "/modules/", "/../modules/" }) {
-        const QString path = QCoreApplication::applicationDirPath() + QLatin1String(folder) +
-                             QLatin1String(name) + QStringLiteral(".so");
-        if (QFileInfo::exists(path))
-            return QLibrary::resolve(path, "make");
-    }
-    return nullptr;
+    const QString path = file(QCoreApplication::applicationDirPath(), name);
+    return path.isEmpty() ? nullptr : QLibrary::resolve(path, "make");
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QString>
+
 #include <memory>
 
 /// Parts of the program that pull in large libraries and that not every run needs are modules:
-/// files of their own in the folder "modules" beside the program, opened when they are first
-/// used. A module exports one function, `make`, which gives a new object of its interface.
+/// files of their own, opened when they are first used. A module exports one function, `make`,
+/// which gives a new object of its interface.
 class Module
 {
 public:
@@ -20,6 +22,10 @@ public:
         const auto function = reinterpret_cast<Make<Interface>>(findMake(name));
         return std::unique_ptr<Interface>(function ? function() : nullptr);
     }
+
+    /// The file of the module `name` for a program in `programFolder`, installed or as it was
+    /// built; empty where there is none.
+    static QString file(const QString &programFolder, const char *name);
 
 private:
     using AnyFunction = void (*)();

@@ -1,0 +1,40 @@
+# The Debian package, made by cpack. Its version is that of the newest entry in its changelog.
+file(STRINGS changelog newest_entry LIMIT_COUNT 1)
+string(REGEX MATCH "\\((.+)-(.+)\\)" version "${newest_entry}")
+if(NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
+    message(FATAL_ERROR "The package's changelog begins with another version: ${newest_entry}")
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_SOURCE_GENERATOR "")
+set(CPACK_PACKAGE_NAME quillsatchel)
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_PACKAGE_CONTACT "Quillsatchel developers <developers@quillsatchel.example>")
+set(CPACK_PACKAGE_HOMEPAGE_URL ${QUILLSATCHEL_WEBSITE})
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "floating panel for texts you paste again and again")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"Quillsatchel keeps blocks of text in the tabs of a small panel that stays
+above the other windows: prompts for chat assistants, boilerplate, links.
+One click copies a block, fills an empty one from the clipboard, or opens
+one that is a web address. Up to five applications or websites can be set
+up as quick launchers.
+.
+Dictation is recognised on this machine. Everything stays there.")
+
+# Libraries are found in what the programs link. The rest is opened or started by name: the English
+# model for dictation, proxies and TLS for downloads, the browser, and Wayland without XWayland.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS hicolor-icon-theme)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+    "glib-networking, pocketsphinx-en-us, qt6-wayland, xdg-utils")
+
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_CMAKE_PROJECTS
+    "${PROJECT_BINARY_DIR};Quillsatchel;ALL;/" "${PROJECT_BINARY_DIR};Quillsatchel;debian;/")
+include(CPack)
