@@ -30,7 +30,7 @@ int main(int argc, char *argv[])
         return EXIT_FAILURE;
     }
     QSvgRenderer drawing(QString::fromLocal8Bit(argv[1]));
-    const int side = std::atoi(argv[2]);
+    const int side = QString::fromLocal8Bit(argv[2]).toInt();
     if (!drawing.isValid() || side <= 0 ||
         !draw(drawing, side).save(QString::fromLocal8Bit(argv[3]), "PNG")) {
         std::cerr << "draw_icon: " << argv[1] << " does not become " << argv[3] << '\n';

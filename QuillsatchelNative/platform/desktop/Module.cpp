@@ -9,7 +9,7 @@ QString Module::file(const QString &programFolder, const char *name)
     // Where they are installed, and where they are built. Test programs and benchmarks lie in
     // folders below the program's.
     for (const auto *const folder : { "/" QUILLSATCHEL_MODULES "/", "/modules/", "/../modules/" }) {
-        const QString path =
+        QString path =
             programFolder + QLatin1String(folder) + QLatin1String(name) + QStringLiteral(".so");
         if (QFileInfo::exists(path))
             return path;
