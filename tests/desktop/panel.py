@@ -11,8 +11,9 @@ MOST_STOPS = 80  # more presses of Tab than that lead round and round
 class Panel:
     """The program, started on a session's desktop."""
 
-    def __init__(self, session, program, scale=1):
-        self._process = session.start(program, environment={"QT_SCALE_FACTOR": str(scale)})
+    def __init__(self, session, program, scale=1, environment=None):
+        self._process = session.start(
+            program, environment={"QT_SCALE_FACTOR": str(scale)} | (environment or {}))
         self.window, = wait_for("a panel", lambda: windows_named("Quillsatchel"))
         self._application = find_application(self._process)
         self._menus = MenuEar()
@@ -21,6 +22,10 @@ class Panel:
     def end(self):
         """Ends the program as a session does, and tells what it answered."""
         return end(self._process)
+
+    @property
+    def process_id(self):
+        return self._process.pid
 
     def is_running(self):
         return self._process.poll() is None

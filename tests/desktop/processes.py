@@ -23,7 +23,8 @@ class Processes:
 
     def start(self, *command, environment=None, **options):
         return subprocess.Popen(
-            command, env=self.environment | (environment or {}), stdin=subprocess.DEVNULL,
+            command, env=self.environment | (environment or {}),
+            stdin=options.pop("stdin", subprocess.DEVNULL),
             stdout=options.pop("stdout", self._log), stderr=self._log,
             preexec_fn=_end_with_parent, **options)
 

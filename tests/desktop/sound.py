@@ -1,0 +1,60 @@
+"""A loudspeaker, a microphone that hears it, and a voice."""
+
+import os
+import pathlib
+import subprocess
+import unittest
+
+VIRTUAL_MICROPHONE = pathlib.Path(__file__).parent.parent / "platform/speech/virtual_microphone"
+NOT_INSTALLED = 77
+# Says where its server is, and keeps that running as long as its input is open.
+TELL_AND_WAIT = 'echo "$XDG_RUNTIME_DIR" && read -r _'
+
+
+class VirtualSound:
+    """A sound server with nothing but a virtual microphone. Skips the tests where none can run."""
+
+    def __init__(self, session):
+        self._session = session
+        self._process = session.start(
+            VIRTUAL_MICROPHONE, "sh", "-c", TELL_AND_WAIT, environment={"TMPDIR": session.folder},
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        folder = self._process.stdout.readline().strip()
+        if not folder:
+            self._explain()
+        self.server = f"unix:{folder}/pulse/native"
+        self._environment = os.environ | {"PULSE_SERVER": self.server}
+
+    def end(self):
+        self._process.communicate()
+
+    def say(self, sentence):
+        """Begins to play what a synthetic voice says; gives the program that plays it."""
+        file = self._session.folder / "voice.wav"
+        subprocess.run(["flite", "-voice", "rms", "-t", sentence, "-o", file], check=True)
+        return self._session.start("paplay", "--latency-msec=200", file,
+                                   environment={"PULSE_SERVER": self.server})
+
+    def recording_programs(self):
+        """The names of those that have the microphone open, as the server has it."""
+        lines = self.control("list", "source-outputs").splitlines()
+        return [line.split('"')[1] for line in lines if "application.name = " in line]
+
+    def choose_microphone(self, name):
+        self.control("set-default-source", name)
+
+    def plug_in(self, name):
+        """Another microphone, for the user to choose; gives what unplugs it."""
+        module = self.control("load-module", "module-remap-source", f"source_name={name}",
+                              "master=speaker.monitor", "channels=1", "channel_map=mono",
+                              "master_channel_map=front-left", "remix=no").strip()
+        return lambda: self.control("unload-module", module)
+
+    def control(self, *command):
+        return subprocess.run(["pactl", *command], env=self._environment, check=True,
+                              stdout=subprocess.PIPE, text=True).stdout
+
+    def _explain(self):
+        if self._process.wait() == NOT_INSTALLED:
+            raise unittest.SkipTest("PipeWire, the sound server, is not installed")
+        raise RuntimeError(f"There is no sound:\n{self._session.log()}")

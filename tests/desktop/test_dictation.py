@@ -1,0 +1,228 @@
+"""Speaking into a node: from the microphone to the file, and what is said where that cannot be."""
+
+import json
+import os
+import pathlib
+import shutil
+import signal
+import socket
+
+from desktop_test import DesktopTest
+from library import known_id, node, tab
+from sound import VirtualSound
+from waiting import wait_for, wait_for_value
+from x11 import type_text
+
+SENTENCE = "suggest a better title for this article and summarize the following text"
+LAST_WORDS = "following text"
+TITLE = "A synthetic voice:"
+NO_MICROPHONE = "The microphone could not be started."
+NO_RECOGNIZER = "Speech recognition is temporarily unavailable."
+SPEAKING_SECONDS = 40  # loading the model on a busy machine counts
+
+
+class SpeakingTest(DesktopTest):
+    """Two nodes, and whatever microphone there is."""
+
+    def start(self, **environment):
+        return self.open_panel([tab("Prompts", node(TITLE, id=known_id(2)),
+                                    node("other", id=known_id(3)), id=known_id(1))],
+                               environment=environment)
+
+    def press(self, name, number=1):
+        self.panel.node(number, 2).find(name, "push button").press()
+
+    def saved_text(self):
+        return json.loads(self.library_file.read_text())["tabs"][0]["blocks"][0]["text"]
+
+    def expect_message(self, message):
+        """And a panel that goes on as ever."""
+        self.panel.find(message, "alert")
+        self.assertTrue(self.panel.node(1, 2).has_any("Dictate"))
+        self.assertFalse(self.panel.has_any("Stop"))
+        self.panel.editor(1, 2).click()
+        type_text("typed")
+        wait_for("the typing in the file", lambda: "typed" in self.saved_text())
+
+
+class DictationTest(SpeakingTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.sound = VirtualSound(cls.session)
+        cls.addClassCleanup(cls.sound.end)
+
+    def setUp(self):
+        self.panel = self.start(PULSE_SERVER=self.sound.server)
+        self.expect_closed_microphone()
+
+    def dictate(self, number=1):
+        self.press("Dictate", number)
+        self.panel.node(number, 2).find("Stop", "push button")
+        self.assertEqual(self.sound.recording_programs(), ["Quillsatchel"])
+
+    def expect_closed_microphone(self):
+        wait_for_value("who hears the microphone", [], self.sound.recording_programs)
+
+    def texts_until(self, last_words):
+        """All that the first node shows, one after the other, until it ends so."""
+        editor = self.panel.editor(1, 2)
+        texts = [editor.text]
+
+        def ends_so():
+            text = editor.text
+            if text != texts[-1]:
+                texts.append(text)
+            return text.endswith(last_words)
+
+        wait_for(f"a node that ends with \"{last_words}\"", ends_so, SPEAKING_SECONDS)
+        return texts
+
+    def expect_said(self, sentence):
+        self.sound.say(sentence)
+        self.texts_until(sentence)
+
+    def test_the_words_grow_in_the_node_while_they_are_said_and_are_saved(self):
+        self.dictate()
+        self.sound.say(SENTENCE)
+        texts = self.texts_until(LAST_WORDS)
+        self.press("Stop")
+
+        self.expect_closed_microphone()
+        self.panel.node(1, 2).find("Dictate", "push button")
+        self.assertEqual(texts[0], TITLE)
+        self.assertTrue(all(text.startswith(f"{TITLE} ") for text in texts[1:]), texts)
+        lengths = [len(text.split()) for text in texts]
+        self.assertGreaterEqual(len(set(lengths)), 4, texts)
+        self.assertLess(lengths[1], lengths[-1] - 3, texts)
+        self.assertEqual(self.panel.node_texts(), [texts[-1], "other"])
+        wait_for_value("the text in the file", texts[-1], self.saved_text)
+
+    def test_another_node_takes_the_microphone_over(self):
+        self.dictate(1)
+        self.expect_said(LAST_WORDS)
+
+        self.press("Dictate", 2)
+
+        self.panel.node(2, 2).find("Stop", "push button")
+        self.panel.node(1, 2).find("Dictate", "push button")
+        self.assertEqual(self.sound.recording_programs(), ["Quillsatchel"])
+        self.assertTrue(self.panel.editor(1, 2).text.endswith(LAST_WORDS))
+
+    def test_nothing_of_it_is_loaded_before_it_is_used(self):
+        self.assertFalse(self.has_loaded("speech.so"))
+        self.assertEqual(self.helpers(), [])
+
+        self.dictate()
+
+        self.assertTrue(self.has_loaded("speech.so"))
+        self.assertEqual(len(self.helpers()), 1)
+
+    def test_hiding_the_panel_closes_the_microphone(self):
+        self.dictate()
+        self.panel.find("Close", "push button").press()
+        self.expect_closed_microphone()
+        self.assertTrue(self.panel.is_running())
+
+    def test_minimizing_the_panel_closes_the_microphone(self):
+        self.dictate()
+        self.panel.find("Minimize", "push button").press()
+        self.expect_closed_microphone()
+
+    def test_ending_the_program_closes_the_microphone(self):
+        self.dictate()
+        helper, = self.helpers()
+        self.assertIn(self.panel.end(), (0, -signal.SIGTERM))
+        self.expect_closed_microphone()
+        self.expect_end_of(helper)
+
+    def test_a_program_that_dies_leaves_no_open_microphone(self):
+        self.dictate()
+        helper, = self.helpers()
+        os.kill(self.panel.process_id, signal.SIGKILL)
+        self.expect_closed_microphone()
+        self.expect_end_of(helper)
+
+    def test_a_helper_that_dies_ends_the_dictation_and_the_next_has_another(self):
+        self.dictate()
+        helper, = self.helpers()
+        self.expect_said(LAST_WORDS)
+
+        os.kill(helper, signal.SIGKILL)
+
+        self.panel.node(1, 2).find("Dictate", "push button")
+        self.expect_closed_microphone()
+        self.assertFalse(self.panel.has_any(role="alert"))
+        self.assertTrue(self.panel.editor(1, 2).text.endswith(LAST_WORDS))
+        self.dictate()
+        self.assertNotEqual(self.helpers(), [helper])
+        self.expect_said(f"{LAST_WORDS} {LAST_WORDS}")
+
+    def test_an_unplugged_microphone_ends_the_dictation(self):
+        unplug = self.sound.plug_in("other")
+        self.addCleanup(self.sound.choose_microphone, "microphone")
+        self.sound.choose_microphone("other")
+        self.dictate()
+        self.expect_said(LAST_WORDS)
+
+        unplug()
+
+        self.panel.node(1, 2).find("Dictate", "push button")
+        self.expect_closed_microphone()
+        self.assertFalse(self.panel.has_any(role="alert"))
+        wait_for("the words in the file", lambda: self.saved_text().endswith(LAST_WORDS))
+
+    def test_a_loudspeaker_is_no_microphone(self):
+        self.addCleanup(self.sound.choose_microphone, "microphone")
+        self.sound.choose_microphone("speaker.monitor")
+        self.press("Dictate")
+        self.expect_message(NO_MICROPHONE)
+        self.expect_closed_microphone()
+
+        self.sound.choose_microphone("microphone")
+        self.dictate()
+        self.assertFalse(self.panel.has_any(NO_MICROPHONE))
+
+    def expect_end_of(self, process):
+        # One that has ended but that nobody has buried yet has no program any more.
+        wait_for("the helper gone", lambda: not os.path.exists(f"/proc/{process}/exe"))
+
+    def has_loaded(self, library):
+        return library in pathlib.Path(f"/proc/{self.panel.process_id}/maps").read_text()
+
+    def helpers(self):
+        """The processes that the panel has started and that are there."""
+        threads = pathlib.Path(f"/proc/{self.panel.process_id}/task")
+        return [int(number) for thread in threads.iterdir()
+                for number in (thread / "children").read_text().split()]
+
+
+class NoDictationTest(SpeakingTest):
+    """The panel starts as ever, and says what is wrong once it is asked to listen."""
+
+    def expect_dictation_to_end_with(self, message, **environment):
+        self.start(**environment)
+        self.press("Dictate")
+        self.expect_message(message)
+
+    def test_there_is_no_sound_server(self):
+        self.expect_dictation_to_end_with(NO_MICROPHONE, PULSE_SERVER="unix:/nonexistent")
+
+    def test_the_sound_server_never_answers(self):
+        address = str(self.session.folder / "silent")
+        with socket.socket(socket.AF_UNIX) as server:
+            server.bind(address)
+            server.listen()
+            self.expect_dictation_to_end_with(NO_MICROPHONE, PULSE_SERVER=f"unix:{address}")
+
+    def test_there_is_no_model(self):
+        self.expect_dictation_to_end_with(NO_RECOGNIZER, XDG_DATA_DIRS="/nonexistent")
+
+    def test_there_is_no_model_for_the_language(self):
+        self.expect_dictation_to_end_with(NO_RECOGNIZER, LC_ALL="", LC_CTYPE="C.UTF-8",
+                                          LC_MESSAGES="eo")
+
+    def test_there_is_no_module(self):
+        folder = self.session.folder / "incomplete"
+        folder.mkdir()
+        self.program = shutil.copy(self.program, folder)
+        self.expect_dictation_to_end_with(NO_RECOGNIZER)
