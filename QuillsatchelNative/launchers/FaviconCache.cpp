@@ -22,9 +22,9 @@ QString pathOf(const QString &folder, const QUuid &id)
            QStringLiteral(".png");
 }
 
-bool store(const QString &path, const QByteArray &bytes)
+void store(const QString &path, const QByteArray &bytes)
 {
-    return WholeFile::replace(path, [&bytes](const ByteSink &sink) {
+    WholeFile::replace(path, [&bytes](const ByteSink &sink) {
         sink({ bytes.constData(), static_cast<std::size_t>(bytes.size()) });
     });
 }
@@ -46,12 +46,12 @@ void FaviconCache::fetchFavicon(const QUuid &id, const WebAddress &website,
     const auto address = website.onSameHost("/favicon.ico");
     if (!address)
         return;
-    const auto receive = [id, onStored = std::move(onStored), &mainQueue = m_platform.mainQueue,
+    const auto receive = [path = pathOf(*m_faviconFolder, id), onStored = std::move(onStored),
+                          &mainQueue = m_platform.mainQueue,
                           cache = std::weak_ptr(m_faviconFolder)](const QByteArray &body) {
-        const auto folder = cache.lock();
-        if (!folder || RasterImage::read(body, 1).isNull())
+        if (cache.expired() || RasterImage::read(body, 1).isNull())
             return;
-        store(pathOf(*folder, id), body);
+        store(path, body);
         mainQueue.async([onStored, cache] {
             if (!cache.expired())
                 onStored();

@@ -30,6 +30,7 @@ public:
 
 private:
     Platform &m_platform;
-    // Shared with what is being fetched, on other threads: it sees in this whether the cache lives.
+    // What is being fetched, on other threads, looks at this to see whether the cache lives. It
+    // never locks it: the cache would seem to live on for as long.
     std::shared_ptr<const QString> m_faviconFolder;
 };

@@ -10,7 +10,11 @@
 class ManualMainQueue final : public MainQueue
 {
 public:
-    void async(std::function<void()> work) override { asyncAfter({}, std::move(work)); }
+    void async(std::function<void()> work) override
+    {
+        asyncAfter({}, std::move(work));
+        onAsync();
+    }
 
     WorkItem asyncAfter(std::chrono::milliseconds delay, std::function<void()> work) override
     {
@@ -30,6 +34,9 @@ public:
 
     /// Runs what is due already.
     void runPending() { advance({}); }
+
+    /// `async` has taken work, on whatever thread, and is about to return.
+    std::function<void()> onAsync = [] {};
 
 private:
     /// What falls due next, the clock moved to then; none, and the clock at `end`, if that is

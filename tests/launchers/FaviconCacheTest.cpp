@@ -12,6 +12,7 @@
 #include <array>
 #include <chrono>
 #include <filesystem>
+#include <future>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -259,6 +260,24 @@ TEST_F(FaviconCacheTest, CallsNobodyBackOnceItIsGone)
     machine.mainQueue.runPending();
     EXPECT_EQ(TestFiles::read(file), picture(1).toStdString()) << "it was there before the end";
     EXPECT_EQ(calls, 0);
+}
+
+TEST_F(FaviconCacheTest, CallsNobodyBackOnceItIsGoneThoughAnAnswerIsStillAtWork)
+{
+    std::promise<void> isHandedOver;
+    std::promise<void> isEnded;
+    machine.mainQueue.onAsync = [&] {
+        isHandedOver.set_value();
+        isEnded.get_future().wait();
+    };
+    fetch(id);
+    std::thread answering([this] { machine.httpClient.requests.front().receive(picture(1)); });
+    isHandedOver.get_future().wait();
+    endCache();
+    machine.mainQueue.runPending();
+    EXPECT_EQ(calls, 0);
+    isEnded.set_value();
+    answering.join();
 }
 
 TEST_F(FaviconCacheTest, CallsBackAlsoWhereTheIconCannotBeKept)
