@@ -1,7 +1,9 @@
 #include "fakes/TestFiles.h"
+#include "fakes/ThreadlessScope.h"
 #include "platform/TestDesktop.h"
 #include "platform/gio/GioWorkspace.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -163,6 +165,17 @@ TEST_F(LaunchApplicationTest, StartsWhatWasOpenedJustBeforeTheEnd)
         ending.openApplication(addEntry("a.desktop", entryText("program")));
     }
     EXPECT_TRUE(TestDesktop::waitForStart("program"));
+}
+
+TEST_F(LaunchApplicationTest, StartsNothingWhereNoThreadCanBeHad)
+{
+    const auto entry = addEntry("a.desktop", entryText("program"));
+    const QTemporaryDir folder;
+    {
+        const ThreadlessScope scope(folder.path().toStdString());
+        workspace.openApplication(entry);
+    }
+    EXPECT_EQ(startedPrograms(), Texts { "last" });
 }
 
 TEST_F(LaunchApplicationTest, StartsNothingFromABrokenEntry)

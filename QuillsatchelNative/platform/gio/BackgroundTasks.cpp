@@ -1,5 +1,6 @@
 #include "platform/gio/BackgroundTasks.h"
 
+#include <system_error>
 #include <utility>
 
 void BackgroundTasks::start(std::function<void()> task)
@@ -7,7 +8,11 @@ void BackgroundTasks::start(std::function<void()> task)
     std::erase_if(m_tasks, [](const std::future<void> &earlier) {
         return earlier.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     });
-    m_tasks.push_back(std::async(std::launch::async, std::move(task)));
+    try {
+        m_tasks.push_back(std::async(std::launch::async, std::move(task)));
+    } catch (const std::system_error &) {
+        return; // no thread can be had
+    }
 }
 
 void BackgroundTasks::waitFor(std::chrono::milliseconds duration) const

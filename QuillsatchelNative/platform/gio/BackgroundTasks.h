@@ -18,7 +18,7 @@ public:
     /// Waits for all that was started.
     ~BackgroundTasks() = default;
 
-    /// Returns at once.
+    /// Returns at once. Nothing is done where no thread can be had.
     void start(std::function<void()> task);
 
     /// Waits for all that was started, but not for longer than this.

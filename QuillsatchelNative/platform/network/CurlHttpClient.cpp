@@ -4,6 +4,7 @@
 
 #include <QUrl>
 
+#include <system_error>
 #include <utility>
 
 CurlHttpClient::CurlHttpClient(Transfer::Options options)
@@ -18,8 +19,13 @@ void CurlHttpClient::get(const WebAddress &address,
 {
     const auto url = QUrl::fromEncoded(QByteArray::fromStdString(address.absoluteString()));
     const auto place = m_downloads.emplace(m_downloads.end());
-    place->start(url, m_options, std::move(receive), [this, place] {
+    const auto onEnd = [this, place] {
         QMetaObject::invokeMethod(
             &m_mainThread, [this, place] { m_downloads.erase(place); }, Qt::QueuedConnection);
-    });
+    };
+    try {
+        place->start(url, m_options, std::move(receive), onEnd);
+    } catch (const std::system_error &) {
+        m_downloads.erase(place);
+    }
 }

@@ -14,7 +14,8 @@ class Download
 {
 public:
     /// Call it once. On the download's thread, `receive` gets the body if it arrives whole, is not
-    /// empty and not too long; `onEnd` is called in any case, last of all.
+    /// empty and not too long; `onEnd` is called in any case, last of all. Throws
+    /// `std::system_error`, and calls neither, where no thread can be had.
     void start(const QUrl &url, const Transfer::Options &options,
                std::function<void(const QByteArray &body)> receive, std::function<void()> onEnd);
 

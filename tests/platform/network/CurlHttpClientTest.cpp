@@ -1,5 +1,7 @@
+#include "fakes/ThreadlessScope.h"
 #include "platform/network/NetworkFixture.h"
 
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 
 namespace
@@ -145,6 +147,17 @@ TEST_F(CurlHttpClientTest, ReceivesNothingWhereNobodyAnswers)
     EXPECT_EQ(fetch("http://127.0.0.1:99999/"), std::nullopt);
     EXPECT_EQ(fetch("http:///favicon.ico"), std::nullopt);
     EXPECT_EQ(fetch("http://no-such-host.invalid/"), std::nullopt);
+}
+
+TEST_F(CurlHttpClientTest, ReceivesNothingWhereNoThreadCanBeHad)
+{
+    const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
+    const QTemporaryDir folder;
+    {
+        const ThreadlessScope scope(folder.path().toStdString());
+        EXPECT_FALSE(fetch(server.address()));
+    }
+    EXPECT_EQ(fetch(server.address()), "body");
 }
 
 TEST_F(CurlHttpClientTest, FollowsRedirects)
