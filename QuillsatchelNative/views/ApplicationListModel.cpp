@@ -1,16 +1,6 @@
 #include "views/ApplicationListModel.h"
 
-namespace
-{
-
-/// As much of a text as any row could show, on one line.
-QString singleLine(const std::string &text)
-{
-    constexpr std::size_t MoreThanFits = 1024;
-    return QString::fromStdString(text.substr(0, MoreThanFits)).simplified();
-}
-
-} // namespace
+#include "support/SingleLine.h"
 
 ApplicationListModel::ApplicationListModel(QObject *parent)
     : QAbstractListModel(parent)
@@ -46,10 +36,10 @@ QVariant ApplicationListModel::data(const QModelIndex &index, int role) const
     const auto &application = m_applications[m_found[static_cast<std::size_t>(index.row())]];
     switch (role) {
     case Qt::DisplayRole:
-        return singleLine(application.name);
+        return SingleLine::beginning(application.name);
     case Qt::AccessibleDescriptionRole:
     case CommentRole:
-        return singleLine(application.comment);
+        return SingleLine::beginning(application.comment);
     case PathRole:
         return QVariant::fromValue(application.path);
     default:

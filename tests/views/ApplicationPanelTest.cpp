@@ -423,6 +423,15 @@ TEST_F(ApplicationPanelTest, KeepsShortNotesOfEndlessTexts)
     expectToEndWith("/apps/x.desktop");
 }
 
+TEST_F(ApplicationPanelTest, KeepsTheDirectionOfTexts)
+{
+    workspace.applications = { { "/apps/x.desktop", "a\u202eb", "c\u2066d\x1b", "" } };
+    open();
+    EXPECT_EQ(shownNames(), Names { "a b" });
+    const auto comment = list().model()->index(0, 0).data(Qt::AccessibleDescriptionRole);
+    EXPECT_EQ(comment.toString().toStdString(), "c d");
+}
+
 TEST_F(ApplicationPanelTest, NamesItsPartsForThoseWhoCannotSee)
 {
     open();
