@@ -3,8 +3,10 @@
 #include <QBuffer>
 #include <QByteArrayList>
 #include <QImageReader>
+#include <QLoggingCategory>
 #include <QtEndian>
 
+#include <mutex>
 #include <optional>
 
 namespace RasterImage
@@ -58,6 +60,13 @@ QByteArray withoutPackedTexts(const QByteArray &png)
         place += chunk.size();
     }
     return lean;
+}
+
+/// For the whole process. That a picture is broken is no news for whoever reads our log.
+void prepareReaders()
+{
+    QImageReader::setAllocationLimit(LargestImage);
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
 }
 
 QImage readPlain(const QByteArray &bytes)
@@ -134,11 +143,8 @@ QImage readIcon(QImageReader &reader, const QByteArray &bytes, int side)
 
 QImage read(const QByteArray &bytes, int side)
 {
-    static const bool isLimited = [] {
-        QImageReader::setAllocationLimit(LargestImage);
-        return true;
-    }();
-    Q_UNUSED(isLimited)
+    static std::once_flag prepared;
+    std::call_once(prepared, &prepareReaders);
     QBuffer buffer;
     buffer.setData(bytes);
     QImageReader icon(&buffer, "ico");

@@ -145,6 +145,24 @@ TEST(RasterImageTest, StandsBytesChangedAnywhere)
     }
 }
 
+TEST(RasterImageTest, LogsNothingAboutBrokenPictures)
+{
+    static int messages = 0;
+    const auto former = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &) { ++messages; });
+    const QImage image = PictureBytes::filled(16, 16);
+    auto png = PictureBytes::encoded(image, "png");
+    const auto resolution = png.indexOf("pHYs");
+    const auto jpeg = PictureBytes::encoded(image, "jpeg");
+    ASSERT_GE(resolution, 0);
+    png[resolution + 4] = '\x7F'; // not as its checksum has it
+    read(png);
+    read(jpeg.first(jpeg.size() / 2));
+    read(PictureBytes::png(3000, 3000));
+    qInstallMessageHandler(former);
+    EXPECT_EQ(messages, 0);
+}
+
 TEST(RasterImageTest, TurnsPicturesTheWayTheyWereTaken)
 {
     // A quarter turn to the right, as cameras note it.
