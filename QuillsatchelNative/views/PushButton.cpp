@@ -43,5 +43,7 @@ void PushButton::paintContent(QPainter &painter)
     Painting::fillRoundedRect(painter, rect(), Radius, m_isDefault ? accent : plain);
     Painting::strokeRoundedRect(painter, rect(), Radius, SatchelTheme::border);
     painter.setPen(Painting::qColor(SrgbColor::white(0.92)));
-    painter.drawText(rect(), Qt::AlignCenter, text());
+    // On a whole point, where fields have theirs.
+    const int top = (height() - fontMetrics().height()) / 2;
+    painter.drawText(rect().adjusted(0, top, 0, 0), Qt::AlignHCenter | Qt::AlignTop, text());
 }

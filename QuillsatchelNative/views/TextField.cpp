@@ -13,6 +13,7 @@ namespace
 
 constexpr int Radius = 5;
 constexpr int HorizontalPadding = 4;
+constexpr int BottomPadding = 1; // Qt's own middle is half a point too low
 constexpr int Width = 120;
 
 } // namespace
@@ -22,7 +23,7 @@ TextField::TextField(QWidget *parent)
 {
     setFont(Painting::systemFont(11));
     setFrame(false);
-    setTextMargins(HorizontalPadding, 0, HorizontalPadding, 0);
+    setTextMargins(HorizontalPadding, 0, HorizontalPadding, BottomPadding);
     setMaxLength(INT_MAX);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

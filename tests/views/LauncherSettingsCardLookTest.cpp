@@ -302,6 +302,24 @@ TEST_F(LauncherSettingsCardLookTest, LaysAnEditorOutInTwoRows)
     EXPECT_EQ(placeIn(editor(1), parts(1).label(0)).right(), first.width() - 9 - 1);
 }
 
+TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfFieldAndButtonsAtOneHeight)
+{
+    openCard();
+    const auto shown = parts(0);
+    shown.enter("SURL"); // of capitals only, as the tallest and lowest of "Set URL" are
+    closeButton().setFocus();
+    const Picture seen(editor(0), cardFill());
+    const auto inkOf = [&](const QWidget &control) {
+        const QRectF inside = QRectF(placeIn(editor(0), control)).adjusted(2, 2, -2, -2);
+        return seen.inkIn(inside, seen.at(inside.left(), inside.center().y()));
+    };
+    const QRectF field = inkOf(shown.field());
+    const QRectF button = inkOf(shown.setButton());
+    ASSERT_GT(field.height(), 5);
+    EXPECT_EQ(field.top(), button.top());
+    EXPECT_EQ(field.bottom(), button.bottom());
+}
+
 TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfAnEditorInTheirSizesAndColors)
 {
     openCard();
