@@ -1,0 +1,60 @@
+#include "views/TextField.h"
+
+#include "views/Input.h"
+#include "views/Picture.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class TextFieldTest : public testing::Test
+{
+protected:
+    TextFieldTest()
+    {
+        window.resize(200, 60);
+        field.setGeometry({ QPoint(20, 20), field.sizeHint() });
+        Input::show(window);
+    }
+
+    QColor borderColor() { return Picture(field).at(field.width() / 2.0, 0.5); }
+
+    QWidget window;
+    TextField field { &window };
+};
+
+TEST_F(TextFieldTest, ShowsByItsBorderWhetherItHasTheKeyboard)
+{
+    const QColor ground = over(SrgbColor::black(0.3), Qt::black);
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.16), ground)));
+    Input::click(field);
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.75), ground)));
+    field.clearFocus();
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.16), ground)));
+}
+
+TEST_F(TextFieldTest, DarkensWhatItLiesOn)
+{
+    const Picture seen(field, Qt::white);
+    EXPECT_TRUE(isColor(seen.at(3, 3), over(SrgbColor::black(0.3), Qt::white)));
+    EXPECT_TRUE(isColor(seen.at(0, 0), Qt::white, 40)) << "the corner is round";
+}
+
+TEST_F(TextFieldTest, KeepsItsTextOffItsBorder)
+{
+    field.setText(QString(100, u'\u2588')); // blocks, as high as a line
+    const Picture seen(field);
+    const QRectF inside = QRectF(field.rect()).adjusted(2, 2, -2, -2);
+    EXPECT_GE(seen.inkIn(inside, Qt::black).left(), 4);
+    EXPECT_LE(seen.inkIn(inside, Qt::black).right(), field.width() - 4);
+}
+
+TEST_F(TextFieldTest, TakesTextsOfAnyLength)
+{
+    const QString text(100'000, u'x');
+    field.setText(text);
+    EXPECT_EQ(field.text(), text);
+}
+
+} // namespace
