@@ -1,4 +1,5 @@
 # The Debian package, made by cpack. Its version is that of the newest entry in its changelog.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS changelog)
 file(STRINGS changelog newest_entry LIMIT_COUNT 1)
 string(REGEX MATCH "\\((.+)-(.+)\\)" version "${newest_entry}")
 if(NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
