@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/speech/FileDescriptor.h"
+#include "support/FileDescriptor.h"
 
 /// Lets any thread wake one that waits in `poll`; never blocks.
 class Wakeup

@@ -2,7 +2,7 @@
 
 #include "platform/speech/PulseAudioEngine.h"
 
-#include "platform/speech/FileDescriptor.h"
+#include "support/FileDescriptor.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

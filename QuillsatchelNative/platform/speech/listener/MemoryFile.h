@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/speech/FileDescriptor.h"
+#include "support/FileDescriptor.h"
 
 #include <string>
 #include <string_view>

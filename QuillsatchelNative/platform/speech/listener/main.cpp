@@ -1,9 +1,9 @@
-#include "platform/speech/FileDescriptor.h"
 #include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/ListenerService.h"
 #include "platform/speech/listener/RecognitionEngines.h"
 #include "platform/speech/listener/SpeechModels.h"
 #include "platform/speech/listener/WriteAll.h"
+#include "support/FileDescriptor.h"
 
 #include <csignal>
 #include <cstdlib>
