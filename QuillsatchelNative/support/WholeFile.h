@@ -21,6 +21,10 @@ std::optional<QByteArray> read(const QString &path);
 /// link stays a link. False, with the old file untouched, if it cannot be done.
 bool replace(const QString &path, const std::function<void(const ByteSink &)> &write);
 
+/// Removes the temporary files that `replace` left where it was killed: those in the folder, and
+/// those of the files that links in it lead to. Nobody may be about to replace a file there.
+void removeUnfinished(const QString &folder);
+
 /// Keeps what is at `path`, byte for byte, as `keptPath` too, replacing what was there. True also
 /// where nothing is at `path`; false if it could not be kept.
 bool keep(const QString &path, const QString &keptPath);

@@ -80,6 +80,8 @@ protected:
         return WholeFile::keep(QString::fromStdString(file), QString::fromStdString(kept));
     }
 
+    void removeUnfinished() const { WholeFile::removeUnfinished(QString::fromStdString(folder)); }
+
     /// How many entries there are, so that temporary files show.
     std::ptrdiff_t entries() const
     {
@@ -249,6 +251,64 @@ TEST_F(WholeFileTest, LeavesTheOldFileWhereOnePieceFindsNoRoom)
     EXPECT_FALSE(replaceInPieces(file, { half, half, half }));
     EXPECT_EQ(TestFiles::read(file), "old");
     EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(WholeFileTest, GivesUpOnLinksThatLeadRoundInACircle)
+{
+    fs::create_symlink("other", file);
+    fs::create_symlink("file", folder / "other");
+    EXPECT_FALSE(replace(file, "new"));
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(entries(), 2);
+}
+
+TEST_F(WholeFileTest, RemovesWhatAKilledSaveLeft)
+{
+    TestFiles::write(folder / "prompts.json.saving-aBcXyZ", "half");
+    TestFiles::write(folder / "prompts.json.unreadable.saving-AAAAAA", "");
+    removeUnfinished();
+    EXPECT_EQ(entries(), 0);
+}
+
+TEST_F(WholeFileTest, RemovesWhatIsLeftWhereALinkLeads)
+{
+    TestFiles::write(folder / "own" / "elsewhere", "");
+    TestFiles::write(folder / "target.saving-abcdef", "half");
+    TestFiles::write(folder / "bystander.saving-abcdef", "another program's");
+    fs::create_symlink("../target", folder / "own" / "link");
+    WholeFile::removeUnfinished(QString::fromStdString(folder / "own"));
+    EXPECT_FALSE(fs::exists(folder / "target.saving-abcdef"));
+    EXPECT_TRUE(fs::exists(folder / "bystander.saving-abcdef"));
+    EXPECT_TRUE(fs::is_symlink(folder / "own" / "link"));
+}
+
+TEST_F(WholeFileTest, RemovesNothingThatSomebodyElseMayHavePutThere)
+{
+    const std::vector<std::string> names {
+        "prompts.json",
+        "prompts.json.backup",
+        "prompts.json.aBcXyZ",
+        "prompts.json.saving",
+        "prompts.json.saving-",
+        "prompts.json.saving-abcde",
+        "prompts.json.saving-abcdefg",
+        "prompts.json.saving-abcde1",
+        "prompts.json.saving-abc.ef",
+        "prompts.json.saving-abcdef.txt",
+        ".saving-abcdef",
+    };
+    for (const auto &name : names)
+        TestFiles::write(folder / name, "mine");
+    fs::create_directory(folder / "folder.saving-abcdef");
+    fs::create_symlink("prompts.json", folder / "link.saving-abcdef");
+    removeUnfinished();
+    EXPECT_EQ(entries(), std::ssize(names) + 2);
+}
+
+TEST_F(WholeFileTest, HasNothingToRemoveWhereThereIsNoFolder)
+{
+    WholeFile::removeUnfinished(QString::fromStdString(folder / "missing"));
+    EXPECT_EQ(entries(), 0);
 }
 
 TEST_F(WholeFileTest, KeepsAFileByteForByte)
