@@ -26,6 +26,9 @@ public:
     /// Builds the panel and shows it.
     void applicationDidFinishLaunching();
 
+    /// Writes what is still to be written. The program may go on all the same.
+    void applicationWillTerminate() { m_store.savePendingChanges(); }
+
     /// Brings the panel forward.
     void showPanel();
     /// Brings the panel forward with the about card over it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/StartupToken.h"
 #include "support/Published.h"
 
 class QWindow;
@@ -17,4 +18,9 @@ public:
     /// Shows a window that is on the screen on every desktop. Window managers forget it when the
     /// window is hidden: ask again after each showing. Nothing happens where it is not offered.
     virtual void showOnAllDesktops(QWindow &window) = 0;
+
+    /// Brings a window that is on the screen forward and gives it the keyboard on behalf of a start
+    /// that `token` is of, and tells the desktop that this start is over. Without a token it was
+    /// the user's own doing all the same, by hand.
+    virtual void activate(QWindow &window, const StartupToken &token) = 0;
 };

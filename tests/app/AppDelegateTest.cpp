@@ -3,7 +3,10 @@
 #include "views/LauncherSlotEditor.h"
 
 #include <QLineEdit>
+#include <QTimer>
 #include <gtest/gtest.h>
+
+#include <chrono>
 
 namespace
 {
@@ -22,6 +25,28 @@ TEST_F(AppDelegateTest, ShowsThePanelWithTheLibrary)
     ASSERT_EQ(chips().size(), 2U);
     EXPECT_EQ(chips()[0]->text().toStdString(), "One");
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
+}
+
+TEST_F(AppDelegateTest, WritesWhatIsPendingBeforeItEnds)
+{
+    start({ tabOf("One", { "a" }) });
+    editor(0).insertPlainText(QStringLiteral("typed "));
+    EXPECT_EQ(fileText().find("typed "), std::string::npos);
+    delegate->applicationWillTerminate();
+    EXPECT_NE(fileText().find("typed "), std::string::npos);
+}
+
+TEST_F(AppDelegateTest, LetsTheSessionEndTheApplication)
+{
+    start();
+    bool isOverdue = false;
+    QTimer::singleShot(0, [] { QCoreApplication::quit(); });
+    QTimer::singleShot(std::chrono::seconds(5), qApp, [&isOverdue] {
+        isOverdue = true;
+        QCoreApplication::exit();
+    });
+    QApplication::exec();
+    EXPECT_FALSE(isOverdue) << "the panel does not close, but must not be in the way";
 }
 
 TEST_F(AppDelegateTest, StartsWithAnEmptyTabWhereThereIsNoLibrary)

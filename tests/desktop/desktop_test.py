@@ -49,7 +49,7 @@ class DesktopTest(unittest.TestCase):
         except AssertionError:
             self.assertEqual(saved.decode(), expected().decode())
         self.assertEqual({file.name for file in self.session.data_folder.iterdir()},
-                         {"prompts.json", "Favicons", *beside})
+                         {"prompts.json", "Favicons", ".instance", *beside})
 
 
 class PictureTakingResult(unittest.TextTestResult):

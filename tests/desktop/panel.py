@@ -24,6 +24,10 @@ class Panel:
         return end(self._process)
 
     @property
+    def process(self):
+        return self._process
+
+    @property
     def process_id(self):
         return self._process.pid
 

@@ -15,8 +15,8 @@ class StartupTest(DesktopTest):
     def test_nothing_is_written_before_the_first_change_and_then_for_the_owner_alone(self):
         panel = self.open_panel()
         self.expect_default_library(panel)
-        self.assertEqual([file.name for file in self.session.data_folder.iterdir()],
-                         ["Favicons"])
+        self.assertEqual({file.name for file in self.session.data_folder.iterdir()},
+                         {"Favicons", ".instance"})
 
         panel.find("New Node").click()
 
@@ -24,6 +24,7 @@ class StartupTest(DesktopTest):
         self.assertEqual(mode_of(self.session.data_folder), 0o700)
         self.assertEqual(mode_of(self.session.data_folder / "Favicons"), 0o700)
         self.assertEqual(mode_of(self.library_file), 0o600)
+        self.assertEqual(mode_of(self.session.data_folder / ".instance"), 0o600)
 
     def test_an_unreadable_library_is_set_aside_at_the_first_change(self):
         unreadable = b'{"tabs" : [{"name" : "half a libr'

@@ -10,5 +10,8 @@ class FakeWindowSystem final : public WindowSystem
 public:
     void showOnAllDesktops(QWindow & /*window*/) override { ++showings; }
 
+    void activate(QWindow & /*window*/, const StartupToken & /*token*/) override { ++activations; }
+
     int showings = 0;
+    int activations = 0;
 };

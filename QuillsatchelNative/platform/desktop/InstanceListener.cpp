@@ -1,0 +1,28 @@
+#include "platform/desktop/InstanceListener.h"
+
+#include "platform/desktop/SingleInstance.h"
+#include "platform/desktop/StartupRequest.h"
+
+#include <utility>
+
+InstanceListener::InstanceListener(const SingleInstance &instance,
+                                   std::function<void(const StartupToken &)> onStart)
+    : m_instance(instance)
+    , m_onStart(std::move(onStart))
+{
+    if (!instance.socket() || instance.socket()->descriptor() < 0)
+        return;
+    m_notifier.emplace(instance.socket()->descriptor(), QSocketNotifier::Read);
+    QObject::connect(&*m_notifier, &QSocketNotifier::activated, &*m_notifier, [this] { hear(); });
+}
+
+// One message a turn: others have theirs in between, however many there are.
+void InstanceListener::hear() const
+{
+    const auto message = m_instance.socket()->receive();
+    const auto token = message ? StartupRequest::decode(message->text) : std::nullopt;
+    if (!token)
+        return;
+    m_onStart(*token);
+    m_instance.socket()->answer(message->sender, std::string(StartupRequest::Answer));
+}

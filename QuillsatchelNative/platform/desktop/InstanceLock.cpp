@@ -1,0 +1,51 @@
+#include "platform/desktop/InstanceLock.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+
+InstanceLock::InstanceLock(const std::string &folder)
+    : m_file(open((folder + "/.instance").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600))
+{
+    if (!m_file.isOpen())
+        unavailable();
+}
+
+InstanceLock::State InstanceLock::take()
+{
+    if (!m_file.isOpen())
+        return State::unavailable;
+    while (flock(m_file.number(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno == EWOULDBLOCK)
+            return State::heldByAnother;
+        if (errno != EINTR)
+            return unavailable();
+    }
+    write({}); // what an earlier process left
+    return State::held;
+}
+
+// Whoever reads in between sees nothing, or a beginning that leads nowhere, and reads again.
+void InstanceLock::write(const std::string &note)
+{
+    const auto line = note.empty() ? note : note + '\n';
+    if (ftruncate(m_file.number(), 0) == 0 && !line.empty()) [[maybe_unused]]
+        const auto count = pwrite(m_file.number(), line.data(), line.size(), 0);
+}
+
+std::string InstanceLock::read() const
+{
+    std::array<char, 64> bytes {};
+    const auto count = pread(m_file.number(), bytes.data(), bytes.size(), 0);
+    const std::string text(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    const auto end = text.find('\n');
+    return end == std::string::npos ? std::string() : text.substr(0, end);
+}
+
+InstanceLock::State InstanceLock::unavailable()
+{
+    m_problem = std::strerror(errno); // NOLINT(concurrency-mt-unsafe)
+    return State::unavailable;
+}

@@ -1,0 +1,82 @@
+#include "platform/desktop/SingleInstance.h"
+
+#include "platform/desktop/StartupRequest.h"
+
+#include <iostream>
+#include <poll.h>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+// How soon it is looked again whether the first one has ended, or has said where it hears.
+constexpr auto Turn = 5ms;
+
+/// A second start's talk with the first.
+class Inquiry
+{
+public:
+    explicit Inquiry(const StartupToken &token)
+        : m_request(StartupRequest::encode(token))
+    {
+    }
+
+    /// Asks whoever hears under `name`, if it was not asked yet, and waits a turn for the answer.
+    bool isAnsweredBy(const std::string &name)
+    {
+        if (name != m_asked && m_socket.connectTo(name) && m_socket.send(m_request))
+            m_asked = name;
+        pollfd answer { .fd = m_socket.descriptor(), .events = POLLIN, .revents = 0 };
+        poll(&answer, 1, static_cast<int>(Turn.count()));
+        const auto message = m_socket.receive();
+        return message && message->text == StartupRequest::Answer;
+    }
+
+private:
+    std::string m_request;
+    std::string m_asked; // who has the request
+    InstanceSocket m_socket;
+};
+
+} // namespace
+
+SingleInstance::SingleInstance(const std::string &folder, std::chrono::milliseconds patience)
+    : m_patience(patience)
+    , m_folder(folder)
+    , m_lock(folder)
+{
+}
+
+SingleInstance::Outcome SingleInstance::start(const StartupToken &token)
+{
+    const auto end = Clock::now() + m_patience;
+    auto state = m_lock.take();
+    std::optional<Inquiry> inquiry;
+    while (state == InstanceLock::State::heldByAnother && Clock::now() < end) {
+        if (!inquiry)
+            inquiry.emplace(token);
+        if (inquiry->isAnsweredBy(m_lock.read()))
+            return Outcome::handedOver;
+        state = m_lock.take();
+    }
+    if (state == InstanceLock::State::held) {
+        own();
+        return Outcome::first;
+    }
+    if (state == InstanceLock::State::unavailable) {
+        std::cerr << "Quillsatchel cannot lock " << m_folder << " (" << m_lock.problem()
+                  << "). It starts, but does not know whether it is running already.\n";
+        return Outcome::first;
+    }
+    std::cerr << "Quillsatchel is running already, but does not answer.\n";
+    return Outcome::noAnswer;
+}
+
+void SingleInstance::own()
+{
+    m_ownsFolder = true;
+    m_socket.emplace();
+    m_lock.write(m_socket->name());
+}

@@ -1,0 +1,54 @@
+#include "platform/desktop/StartupRequest.h"
+
+#include <algorithm>
+
+namespace StartupRequest
+{
+
+namespace
+{
+
+constexpr std::string_view Greeting = "Quillsatchel, come forward\n";
+constexpr std::size_t LongestToken = 512; // in bytes; desktops make some dozens
+
+bool isToken(std::string_view text)
+{
+    const auto isControl = [](char each) {
+        return static_cast<unsigned char>(each) < ' ' || each == '\x7F';
+    };
+    return text.size() <= LongestToken && std::ranges::none_of(text, isControl);
+}
+
+std::string tokenOrNothing(std::string_view text)
+{
+    return std::string(isToken(text) ? text : std::string_view());
+}
+
+/// The line that `text` begins with, which is taken from it.
+std::string_view takeLine(std::string_view &text)
+{
+    const auto line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
+}
+
+} // namespace
+
+std::string encode(const StartupToken &token)
+{
+    return std::string(Greeting) + tokenOrNothing(token.activationToken) + '\n' +
+           tokenOrNothing(token.startupID) + '\n';
+}
+
+std::optional<StartupToken> decode(std::string_view text)
+{
+    if (!text.starts_with(Greeting))
+        return std::nullopt;
+    text.remove_prefix(Greeting.size());
+    const auto activationToken = takeLine(text);
+    const auto startupID = takeLine(text);
+    return StartupToken { .activationToken = tokenOrNothing(activationToken),
+                          .startupID = tokenOrNothing(startupID) };
+}
+
+} // namespace StartupRequest

@@ -1,0 +1,28 @@
+#include "platform/desktop/TerminalDetachment.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace
+{
+
+void doNothing(int /*signal*/) {}
+
+void openMissingStreams()
+{
+    // A new file takes the lowest number that is free.
+    int file = open("/dev/null", O_RDWR); // NOLINT(*-cloexec): for the programs we start too
+    while (file >= 0 && file <= STDERR_FILENO)
+        file = dup(file);
+    if (file >= 0)
+        close(file);
+}
+
+} // namespace
+
+TerminalDetachment::TerminalDetachment()
+    : m_hangUp(SIGHUP, &doNothing)
+    , m_brokenPipe(SIGPIPE, &doNothing)
+{
+    openMissingStreams();
+}

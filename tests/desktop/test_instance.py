@@ -1,0 +1,225 @@
+"""A second start beside the first, and the ways in which the program ends."""
+
+import itertools
+import os
+import signal
+
+from desktop_test import DesktopTest
+from library import known_id, node, tab
+from waiting import wait_for, wait_for_value
+from x11 import (Rect, active_window, open_colored_window, press_keys, run, show_desktop,
+                 type_text, windows_named)
+
+ALL_DESKTOPS = 0xFFFFFFFF
+NO_ANSWER = 1
+PAIRS = 100
+
+
+class InstanceTest(DesktopTest):
+    titles = itertools.count()
+
+    def setUp(self):
+        self.panel = self.open_panel([tab("Prompts", node("kept", id=known_id(2)),
+                                          id=known_id(1))])
+        self.window = self.panel.window
+
+    def start_again(self, environment=None):
+        """Tells how the second start ended."""
+        second = self.session.start(self.program, environment=environment)
+        self.addCleanup(second.kill)
+        return second.wait(10)
+
+    def await_panel_in_front(self):
+        wait_for("the panel in sight", self.window.is_in_sight)
+        wait_for_value("the active window", self.window, active_window)
+        self.assertEqual(windows_named("Quillsatchel"), [self.window])
+
+    def hide(self):
+        self.panel.find("Close", "push button").press()
+        wait_for("the panel out of sight", lambda: not self.window.is_in_sight())
+
+    def minimize(self):
+        self.panel.find("Minimize", "push button").press()
+        wait_for("an iconic panel", self.window.is_iconic)
+
+    def open_other(self):
+        """Another program, which its user is busy with."""
+        title = f"other {next(self.titles)}"
+        other = open_colored_window(self.session, title, "#1E8C4B", Rect(20, 20, 300, 300),
+                                    self.addCleanup)
+        type_text("busy")
+        return other
+
+
+class SecondStartTest(InstanceTest):
+    def test_it_brings_back_a_hidden_panel(self):
+        self.hide()
+        self.open_other()
+        self.assertEqual(self.start_again(), 0)
+        self.await_panel_in_front()
+
+    def test_it_brings_back_a_minimized_panel_on_another_desktop(self):
+        self.minimize()
+        self.addCleanup(show_desktop, 0)
+        show_desktop(1)
+        self.assertEqual(self.start_again(), 0)
+        self.await_panel_in_front()
+        wait_for_value("the panel's desktop", ALL_DESKTOPS, self.window.desktop)
+
+    def test_it_takes_the_keyboard_to_a_panel_in_sight(self):
+        self.open_other()
+        self.assertEqual(self.start_again(), 0)
+        self.await_panel_in_front()
+
+    def test_it_comes_forward_with_the_time_of_the_click_that_started_it(self):
+        for prepare in (self.hide, self.minimize, lambda: None):
+            prepare()
+            self.open_other()
+            click = {"DESKTOP_STARTUP_ID": f"launcher-1_TIME{self.time_now()}"}
+            self.assertEqual(self.start_again(click), 0)
+            self.await_panel_in_front()
+
+    def test_it_ends_the_announcement_of_its_start(self):
+        with open(self.session.folder / "announcements", "w") as log:
+            ear = self.session.start("xev", "-root", "-event", "property", stdout=log)
+        self.addCleanup(ear.kill)
+        announced = self.session.folder / "announcements"
+
+        def heard():
+            run("xprop", "-root", "-f", "_NUDGE", "8s", "-set", "_NUDGE", "x")
+            return "_NUDGE" in announced.read_text()
+
+        wait_for("an ear for announcements", heard)
+
+        self.assertEqual(self.start_again({"DESKTOP_STARTUP_ID": "launcher-1_TIME1"}), 0)
+
+        wait_for("the end of the announcement",
+                 lambda: "_NET_STARTUP_INFO_BEGIN" in announced.read_text())
+
+    def test_it_does_not_touch_the_library(self):
+        before = self.library_file.stat()
+        names = sorted(os.listdir(self.session.data_folder))
+        self.assertEqual(self.start_again(), 0)
+        self.assertEqual(self.library_file.stat(), before)
+        self.assertEqual(sorted(os.listdir(self.session.data_folder)), names)
+
+    def test_it_needs_no_display(self):
+        self.hide()
+        self.assertEqual(self.start_again({"DISPLAY": "", "QT_QPA_PLATFORM": "none"}), 0)
+        self.await_panel_in_front()
+
+    def test_it_gives_up_on_a_first_one_that_is_stopped(self):
+        process = self.panel.process
+        process.send_signal(signal.SIGSTOP)
+        self.addCleanup(process.send_signal, signal.SIGCONT)
+        self.assertEqual(self.start_again(), NO_ANSWER)
+        self.assertIn("does not answer", self.session.log())
+
+    def test_another_data_folder_has_a_program_of_its_own(self):
+        elsewhere = self.session.folder / "elsewhere"
+        elsewhere.mkdir(exist_ok=True)
+        other = self.session.start(self.program, environment={"XDG_DATA_HOME": str(elsewhere)})
+        self.addCleanup(other.wait)
+        self.addCleanup(other.terminate)
+        wait_for("two panels", lambda: len(windows_named("Quillsatchel")) == 2)
+
+    def time_now(self):
+        """The display's time, which the window manager has as that of the last input."""
+        with open(self.session.folder / "time", "w") as log:
+            ear = self.session.start("xev", "-root", "-event", "property", stdout=log)
+        self.addCleanup(ear.kill)
+
+        def times():
+            run("xprop", "-root", "-f", "_NUDGE", "8s", "-set", "_NUDGE", "x")
+            words = (self.session.folder / "time").read_text().replace(",", " ").split()
+            return [words[place + 1] for place, word in enumerate(words[:-1]) if word == "time"]
+
+        return wait_for("the display's time", times)[-1]
+
+
+class SimultaneousStartsTest(DesktopTest):
+    def test_one_of_two_starts_at_once_stays(self):
+        library = [tab("Prompts", node("kept", id=known_id(2)), id=known_id(1))]
+        first = self.open_panel(library)
+        first.end()
+        saved = self.library_file.read_bytes()
+        for pair in range(PAIRS):
+            starts = [self.session.start(self.program) for _ in range(2)]
+            for start in starts:
+                self.addCleanup(start.kill)
+            wait_for("one that ended",
+                     lambda: any(start.poll() is not None for start in starts))
+            ended, = (start for start in starts if start.poll() is not None)
+            stayed, = (start for start in starts if start.poll() is None)
+            self.assertEqual(ended.returncode, 0)
+            wait_for("one panel", lambda: len(windows_named("Quillsatchel")) == 1)
+            stayed.terminate() if pair % 2 else stayed.kill()
+            self.assertEqual(stayed.wait(), 0 if pair % 2 else -signal.SIGKILL)
+            self.assertEqual(self.library_file.read_bytes(), saved)
+        self.assertEqual(set(os.listdir(self.session.data_folder)),
+                         {"prompts.json", "Favicons", ".instance"})
+
+
+class EndTest(InstanceTest):
+    def test_what_was_typed_just_before_the_end_is_kept(self):
+        for ending in (signal.SIGTERM, signal.SIGINT):
+            with self.subTest(ending):
+                self.type_and(lambda: self.panel.process.send_signal(ending))
+                self.assertEqual(self.panel.process.wait(10), 0)
+                self.assert_typed_and_restart()
+
+    def test_what_was_typed_just_before_the_display_is_lost_is_kept(self):
+        self.type_and(lambda: run("xkill", "-id", self.window.number))
+        self.assertNotEqual(self.panel.process.wait(10), 0)
+        self.assert_typed_and_restart()
+
+    def test_it_starts_again_after_it_was_killed(self):
+        self.panel.process.kill()
+        self.panel.process.wait()
+        leftover = self.session.data_folder / "prompts.json.saving-AbCdEf"
+        leftover.write_text("half a libr")
+        mine = self.session.data_folder / "prompts.json.backup"
+        mine.write_text("mine")
+
+        panel = self.open_panel()
+
+        self.assertEqual(panel.node_texts(), ["kept"])
+        self.assertFalse(leftover.exists())
+        self.assertEqual(mine.read_text(), "mine")
+
+    def test_the_end_of_its_terminal_does_not_end_it(self):
+        self.panel.process.send_signal(signal.SIGHUP)
+        self.panel.process.send_signal(signal.SIGPIPE)
+        self.begin_typing()
+        type_text("still here ")
+        self.expect_saved(tab("Prompts", node("still here kept", id=known_id(2)),
+                              id=known_id(1)))
+
+    def test_programs_it_starts_have_their_signals(self):
+        opener = self.session.folder / "bin" / "xdg-open"
+        recording = opener.read_text()
+        self.addCleanup(opener.write_text, recording)
+        record = self.session.folder / "signals"
+        opener.write_text(f"#!/bin/sh\ngrep -E '^Sig(Blk|Ign)' /proc/self/status >{record}.part\n"
+                          f"mv {record}.part {record}\n")
+        self.panel.end()
+        panel = self.open_panel([tab("Prompts", node("https://127.0.0.1/", id=known_id(2)),
+                                     id=known_id(1))])
+        panel.find("Launch", "push button").press()
+        wait_for("the program started", record.exists)
+        for line in record.read_text().splitlines():
+            self.assertEqual(int(line.split()[1], 16) & 0x1FFFFFFF, 0, line)
+
+    def type_and(self, end):
+        self.begin_typing()
+        type_text("x")
+        wait_for("the letter", lambda: "x" in self.panel.editor(1, 1).text)
+        end()
+
+    def begin_typing(self):
+        self.panel.editor(1, 1).click()
+        press_keys("ctrl+Home")
+
+    def assert_typed_and_restart(self):
+        self.assertIn(b'"text" : "xkept"', self.library_file.read_bytes())
+        self.setUp()
