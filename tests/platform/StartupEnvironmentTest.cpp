@@ -1,0 +1,37 @@
+#include "platform/desktop/StartupEnvironment.h"
+
+#include <QByteArray>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class StartupEnvironmentTest : public testing::Test
+{
+protected:
+    void TearDown() override { StartupEnvironment::clear(); }
+};
+
+TEST_F(StartupEnvironmentTest, HasNoTokenWhereTheDesktopGivesNone)
+{
+    StartupEnvironment::clear();
+    EXPECT_EQ(StartupEnvironment::token(), StartupToken());
+}
+
+TEST_F(StartupEnvironmentTest, HasTheTokensTheDesktopGives)
+{
+    qputenv("XDG_ACTIVATION_TOKEN", "token");
+    qputenv("DESKTOP_STARTUP_ID", "id_TIME1");
+    EXPECT_EQ(StartupEnvironment::token(), (StartupToken { "token", "id_TIME1" }));
+}
+
+TEST_F(StartupEnvironmentTest, LeavesNothingForTheProgramsWeStart)
+{
+    qputenv("XDG_ACTIVATION_TOKEN", "token");
+    qputenv("DESKTOP_STARTUP_ID", "id_TIME1");
+    StartupEnvironment::clear();
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
+}
+
+} // namespace
