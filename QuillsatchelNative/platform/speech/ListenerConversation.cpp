@@ -43,7 +43,7 @@ ListenerConversation::ListenerConversation(Subprocess listener, ListenerMailbox 
                                            const ListenerLimits &limits)
     : m_listener(std::move(listener))
     , m_mailbox(mailbox)
-    , m_limits(limits)
+    , m_patience(limits, Clock::now())
 {
 }
 
@@ -77,6 +77,7 @@ void ListenerConversation::begin(std::shared_ptr<ListenerJob> job)
         older->fail();
     ++m_task;
     m_hasSaidEnd = false;
+    m_patience.beginTask();
     say({ .kind = Kind::begin, .task = m_task, .payload = {} });
 }
 
@@ -99,15 +100,14 @@ void ListenerConversation::say(const ListenerMessage &message)
     message.appendTo(m_outgoing);
     if (message.kind != Kind::audio && message.kind != Kind::end)
         return;
-    if (m_questions.empty())
-        m_lastProgress = Clock::now();
+    m_patience.ask(Clock::now());
     m_questions.push_back({ .task = message.task, .kind = message.kind });
 }
 
 void ListenerConversation::dropJob()
 {
     m_job.reset();
-    m_idleSince = Clock::now();
+    m_patience.endTask(Clock::now());
 }
 
 bool ListenerConversation::send()
@@ -122,18 +122,9 @@ bool ListenerConversation::send()
     return true;
 }
 
-std::optional<ListenerConversation::Clock::time_point> ListenerConversation::deadline() const
-{
-    if (!m_questions.empty())
-        return m_lastProgress + m_limits.answer;
-    if (!m_job)
-        return m_idleSince + m_limits.idle;
-    return std::nullopt;
-}
-
 bool ListenerConversation::wait()
 {
-    const auto end = deadline();
+    const auto end = m_patience.deadline();
     std::array<pollfd, 2> files {};
     files[0] = { .fd = m_mailbox.wakeup()->descriptor(), .events = POLLIN, .revents = 0 };
     files[1] = { .fd = m_listener.stream(), .events = POLLIN, .revents = 0 };
@@ -168,7 +159,7 @@ bool ListenerConversation::accept(const ListenerMessage &answer)
     m_questions.pop_front();
     if (answer.task != question.task || isFinal != (question.kind == Kind::end))
         return false;
-    m_lastProgress = Clock::now();
+    m_patience.receiveAnswer(Clock::now());
     if (m_job && answer.task == m_task)
         tell(answer);
     return true;

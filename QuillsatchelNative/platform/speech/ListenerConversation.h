@@ -1,15 +1,14 @@
 #pragma once
 
-#include "platform/speech/ListenerLimits.h"
 #include "platform/speech/ListenerMailbox.h"
 #include "platform/speech/ListenerMessageReader.h"
+#include "platform/speech/ListenerPatience.h"
 #include "platform/speech/Subprocess.h"
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <optional>
 #include <string>
 
 /// What the I/O thread does: passes the audio of one job after the other to a listener, and its
@@ -49,17 +48,14 @@ private:
     void say(const ListenerMessage &message);
     void tell(const ListenerMessage &answer);
     void dropJob();
-    std::optional<Clock::time_point> deadline() const;
 
     Subprocess m_listener;
     ListenerMailbox &m_mailbox;
-    const ListenerLimits m_limits;
+    ListenerPatience m_patience;
     ListenerMessageReader m_reader;
     std::string m_outgoing;
     std::shared_ptr<ListenerJob> m_job;
     std::uint32_t m_task = 0;         // the number of the latest job
     std::deque<Question> m_questions; // that are not answered yet
     bool m_hasSaidEnd = false;
-    Clock::time_point m_lastProgress = Clock::now(); // of an answer, or of a first question
-    Clock::time_point m_idleSince = Clock::now();
 };
