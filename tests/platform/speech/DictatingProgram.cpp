@@ -18,7 +18,7 @@ int main(int argc, char *argv[])
     recognition.append(1024);
     const bool isBusy = std::string_view(argv[2]) == "busy";
     if (isBusy) {
-        // Rough enough to be taken for speech, and to be thought about for long.
+        // To be thought about for a while, once the model is loaded.
         Recognition::Samples noise(30 * 16'000);
         for (std::size_t index = 0; index < noise.size(); ++index)
             noise[index] = static_cast<std::int16_t>((index * index * 7'919) >> 3);

@@ -42,12 +42,13 @@ bool isThere(pid_t process)
     return file >> number >> name >> state && state != 'Z';
 }
 
-bool isGoneSoon(pid_t process)
+template <typename Condition>
+bool waitUntil(Condition isMet)
 {
-    const auto end = std::chrono::steady_clock::now() + 10s;
-    while (isThere(process) && std::chrono::steady_clock::now() < end)
+    const auto end = std::chrono::steady_clock::now() + 30s;
+    while (!isMet() && std::chrono::steady_clock::now() < end)
         std::this_thread::sleep_for(5ms);
-    return !isThere(process);
+    return isMet();
 }
 
 class ListenerLifeTest : public testing::TestWithParam<const char *>
@@ -55,7 +56,7 @@ class ListenerLifeTest : public testing::TestWithParam<const char *>
 protected:
     void SetUp() override
     {
-        if (!listenerHasModel(LISTENER))
+        if (!listenerHasModel(LISTENER, 30s))
             GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
     }
 };
@@ -66,11 +67,11 @@ TEST_P(ListenerLifeTest, EndsWithAProgramThatIsKilled)
     ASSERT_TRUE(program);
     std::array<char, 64> word {};
     ASSERT_GT(recv(program->stream(), word.data(), word.size(), 0), 0);
+    ASSERT_TRUE(waitUntil([&program] { return childOf(program->id()) > 0; }));
     const auto listener = childOf(program->id());
-    ASSERT_GT(listener, 0);
     EXPECT_TRUE(isThere(listener));
     kill(program->id(), SIGKILL);
-    EXPECT_TRUE(isGoneSoon(listener));
+    EXPECT_TRUE(waitUntil([listener] { return !isThere(listener); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Occupations, ListenerLifeTest, testing::Values("busy", "idle"));

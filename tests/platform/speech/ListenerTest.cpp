@@ -38,7 +38,7 @@ protected:
     {
         if (!Voice::say("test"))
             GTEST_SKIP() << "flite, the voice, is not installed";
-        if (!listenerHasModel(LISTENER))
+        if (!listenerHasModel(LISTENER, 30s))
             GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
     }
 
@@ -180,7 +180,7 @@ TEST(ListenerInquiryTest, IsAnsweredByTheModelsThereAre)
     setenv("LANG", "xx_XX", 1);
     EXPECT_FALSE(listenerHasModel(LISTENER));
     setenv("LANG", "en_GB.UTF-8", 1);
-    EXPECT_EQ(listenerHasModel(LISTENER),
+    EXPECT_EQ(listenerHasModel(LISTENER, 30s),
               std::filesystem::exists("/usr/share/pocketsphinx/model/en-us/en-us.lm.bin"));
 }
 

@@ -206,7 +206,7 @@ TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
     const auto sentence = Voice::say("summarize the following text");
     if (!sentence)
         GTEST_SKIP() << "flite, the voice, is not installed";
-    if (!listenerHasModel(LISTENER))
+    if (!listenerHasModel(LISTENER, 30s))
         GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
     ListenerRecognizer recognizer({ LISTENER });
     const Recognition recognition(recognizer);

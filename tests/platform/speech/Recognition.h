@@ -75,7 +75,7 @@ private:
         bool waitFor(Condition condition)
         {
             std::unique_lock lock(mutex);
-            return changed.wait_for(lock, std::chrono::seconds(60),
+            return changed.wait_for(lock, std::chrono::seconds(150),
                                     [this, &condition] { return condition(*this); });
         }
 
