@@ -5,6 +5,8 @@ import pathlib
 import subprocess
 import unittest
 
+from waiting import wait_for_value
+
 VIRTUAL_MICROPHONE = pathlib.Path(__file__).parent.parent / "platform/speech/virtual_microphone"
 NOT_INSTALLED = 77
 # Says where its server is, and keeps that running as long as its input is open.
@@ -42,6 +44,8 @@ class VirtualSound:
 
     def choose_microphone(self, name):
         self.control("set-default-source", name)
+        wait_for_value("the microphone to hear", name,
+                       lambda: self.control("get-default-source").strip())
 
     def plug_in(self, name):
         """Another microphone, for the user to choose; gives what unplugs it."""

@@ -47,7 +47,7 @@ protected:
     /// How a dictation ends; the test fails if it does not.
     bool endsWithError() const
     {
-        ListenerRecognizer recognizer(command, { .answer = std::chrono::seconds(20) });
+        ListenerRecognizer recognizer(command, { .answer = std::chrono::seconds(60) });
         Recognition recognition(recognizer);
         recognition.request->append(speech);
         recognition.request->endAudio();
@@ -73,7 +73,7 @@ TEST_F(DamagedModelTest, IsHeardWithWhileItIsWhole)
 TEST_P(DamagedModelTest, EndsTheTaskWithAnErrorWhenLittleIsLeftOfAFile)
 {
     const auto bytes = TestFiles::read(InstalledModel / GetParam());
-    for (const std::size_t size : { 100, 1 }) {
+    for (const std::size_t size : { 100U, 1U }) {
         replace(GetParam(), bytes.substr(0, size));
         EXPECT_TRUE(endsWithError()) << size;
     }

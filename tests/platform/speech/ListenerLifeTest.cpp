@@ -45,7 +45,7 @@ bool isThere(pid_t process)
 template <typename Condition>
 bool waitUntil(Condition isMet)
 {
-    const auto end = std::chrono::steady_clock::now() + 30s;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!isMet() && std::chrono::steady_clock::now() < end)
         std::this_thread::sleep_for(5ms);
     return isMet();
@@ -56,7 +56,7 @@ class ListenerLifeTest : public testing::TestWithParam<const char *>
 protected:
     void SetUp() override
     {
-        if (!listenerHasModel(LISTENER, 30s))
+        if (!listenerHasModel(LISTENER, std::chrono::seconds(30)))
             GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
     }
 };

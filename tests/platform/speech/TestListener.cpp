@@ -97,6 +97,8 @@ private:
             std::abort();
         if (is("hang at audio"))
             hang();
+        if (is("hang at more audio") && m_samples > 0)
+            hang();
         if (is("answer late"))
             std::this_thread::sleep_for(30ms);
         m_samples += message.samples().size();
