@@ -59,9 +59,9 @@ void ListenerRequest::close()
 std::vector<std::int16_t> ListenerRequest::take(std::size_t count)
 {
     const std::lock_guard lock(m_mutex);
-    const auto end = std::next(m_samples.begin(),
-                               static_cast<std::ptrdiff_t>(std::min(count, m_samples.size())));
-    const std::vector<std::int16_t> taken(m_samples.begin(), end);
+    std::vector<std::int16_t> taken(std::min(count, m_samples.size()));
+    const auto end = std::next(m_samples.begin(), static_cast<std::ptrdiff_t>(taken.size()));
+    std::copy(m_samples.begin(), end, taken.begin());
     m_samples.erase(m_samples.begin(), end);
     return taken;
 }

@@ -75,6 +75,7 @@ std::optional<Subprocess> Subprocess::start(const std::vector<std::string> &comm
         return std::nullopt;
 
     std::vector<char *> arguments;
+    arguments.reserve(command.size() + 1);
     for (const auto &argument : command)
         arguments.push_back(const_cast<char *>(argument.c_str()));
     arguments.push_back(nullptr);

@@ -183,7 +183,8 @@ Hypothesis PocketSphinxEngine::cutUtterance()
     const int frameCount = ps_get_n_frames(m_decoder.get());
     const auto cut = UtteranceCut::find(m_decoder.get(), frameCount);
     const int rest = std::min(frameCount - cut.frame, MostHeardAgain) * FrameSize;
-    std::vector<std::int16_t> audio(std::prev(m_audio.end(), rest), m_audio.end());
+    m_audio.erase(m_audio.begin(), std::prev(m_audio.end(), rest));
+    auto audio = std::exchange(m_audio, {});
     startUtterance();
     decode(audio);
     m_audio = std::move(audio);

@@ -4,7 +4,6 @@
 #include "platform/speech/listener/LanguageTag.h"
 
 #include <sstream>
-#include <utility>
 
 Transcript::Transcript(std::string_view tag)
     : m_isEnglish(isEnglish(tag))
@@ -16,7 +15,7 @@ SteadyPrefix::Words Transcript::wordsIn(const std::string &text) const
     SteadyPrefix::Words words;
     std::istringstream stream(text);
     for (std::string word; stream >> word;)
-        words.push_back(m_isEnglish ? englishSpelling(std::move(word)) : std::move(word));
+        words.push_back(m_isEnglish ? englishSpelling(word) : word);
     return words;
 }
 
