@@ -2,12 +2,15 @@
 
 #include "app/DarkAppearance.h"
 #include "app/FloatingPanel.h"
+#include "app/PanelMenus.h"
+#include "app/StatusItem.h"
+#include "app/StatusMenu.h"
 #include "app/TitleBar.h"
 #include "views/QuillsatchelView.h"
 #include "views/Symbol.h"
 
+#include <QAction>
 #include <QApplication>
-#include <QShortcut>
 
 #include <chrono>
 #include <optional>
@@ -16,7 +19,7 @@
 namespace
 {
 
-constexpr std::chrono::milliseconds IconDelay(100); // the first frame stands by then
+constexpr std::chrono::milliseconds DesktopDelay(100); // the first frame stands by then
 
 } // namespace
 
@@ -28,19 +31,20 @@ AppDelegate::AppDelegate(Platform &platform)
 {
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate()
+{
+    m_showingOnDesktop.cancel();
+}
 
 void AppDelegate::applicationDidFinishLaunching()
 {
     QApplication::setQuitOnLastWindowClosed(false);
     DarkAppearance::apply();
     makePanel();
+    makeMenus();
     observeWindowPreferences();
     showPanel();
-    // Drawing the icon takes longer than anything in the panel; nobody waits for it.
-    m_platform.mainQueue.asyncAfter(IconDelay, [] {
-        QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
-    });
+    m_showingOnDesktop = m_platform.mainQueue.asyncAfter(DesktopDelay, [this] { showOnDesktop(); });
 }
 
 void AppDelegate::makePanel()
@@ -51,24 +55,88 @@ void AppDelegate::makePanel()
     auto *const titleBar = new TitleBar(m_windowPreferences, m_panel.get());
     titleBar->onShowAbout = [this] { showAbout(); };
     m_panel->setContent(view, titleBar);
-    auto *const settingsKey = new QShortcut(Qt::CTRL | Qt::Key_Comma, m_panel.get());
-    QObject::connect(settingsKey, &QShortcut::activated, m_panel.get(), [this] { showSettings(); });
     m_panel->center();
     m_panel->setFocus(); // else the first button would look chosen
+}
+
+void AppDelegate::makeMenus()
+{
+    m_menus = new PanelMenus(*m_panel, [this](const MenuItem &item) { perform(item); });
+    m_panel->onShowMenu = [this](const QPoint &place) { m_menus->popUp(place); };
+}
+
+// Drawing the icon takes longer than anything in the panel, and the desktop is asked over D-Bus;
+// nobody waits for either.
+void AppDelegate::showOnDesktop()
+{
+    QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
+    configureStatusItem();
+    m_menus->offerToDesktop();
+}
+
+void AppDelegate::configureStatusItem()
+{
+    m_statusItem = std::make_unique<StatusItem>(
+        m_platform.statusBar, [this](const MenuItem &item) { perform(item); },
+        [this] {
+            m_launcherCancellable = m_launcherStore.slots().sink(
+                [this](const LauncherSlots & /*slots*/) { rebuildStatusMenu(); });
+        });
+    m_panel->canBeBroughtBack = [this] { return m_statusItem->isShown(); };
+    m_statusItem->begin();
+}
+
+void AppDelegate::rebuildStatusMenu()
+{
+    m_statusItem->setMenu(StatusMenu::make(m_windowPreferences.alwaysOnTop.get(), m_launcherStore,
+                                           qApp->devicePixelRatio()));
+    m_alwaysOnTopMenuItem =
+        MenuMirror::entryFor(m_statusItem->menu(), MenuItem::Action::ToggleFloating);
 }
 
 void AppDelegate::observeWindowPreferences()
 {
     m_preferencesCancellable = m_windowPreferences.alwaysOnTop.sink(
         [this, earlier = std::optional<bool>()](bool isOnTop) mutable {
-            if (std::exchange(earlier, isOnTop) != isOnTop)
-                m_panel->setFloating(isOnTop);
+            if (std::exchange(earlier, isOnTop) == isOnTop)
+                return;
+            m_panel->setFloating(isOnTop);
+            if (m_alwaysOnTopMenuItem)
+                m_alwaysOnTopMenuItem->setChecked(isOnTop);
         });
+}
+
+void AppDelegate::perform(const MenuItem &item)
+{
+    using Action = MenuItem::Action;
+    switch (item.action) {
+    case Action::ShowPanel:
+        return showPanel();
+    case Action::ToggleFloating:
+        return toggleFloating();
+    case Action::ShowAbout:
+        return showAbout();
+    case Action::ShowSettings:
+        return showSettings();
+    case Action::Hide:
+        return hide();
+    case Action::LaunchConfiguredItem:
+        return launchConfiguredItem(item);
+    case Action::Quit:
+        return quitApp();
+    default:
+        return;
+    }
 }
 
 void AppDelegate::showPanel()
 {
     m_panel->makeKeyAndOrderFront();
+}
+
+void AppDelegate::toggleFloating()
+{
+    m_windowPreferences.alwaysOnTop.set(!m_windowPreferences.alwaysOnTop.get());
 }
 
 void AppDelegate::showAbout()
@@ -87,4 +155,22 @@ void AppDelegate::showCard(Published<bool> &other, Published<bool> &card)
     other.set(false);
     card.set(true);
     showPanel();
+}
+
+void AppDelegate::hide()
+{
+    m_applicationChooser.cancel();
+    m_panel->orderOut();
+}
+
+void AppDelegate::launchConfiguredItem(const MenuItem &sender)
+{
+    if (sender.representedSlot)
+        m_launcherStore.launch(*sender.representedSlot);
+}
+
+// Qt's own way would ask every window to close first, and some trays keep theirs open.
+void AppDelegate::quitApp()
+{
+    QCoreApplication::exit(0);
 }

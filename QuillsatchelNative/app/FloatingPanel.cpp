@@ -8,6 +8,8 @@
 #include "views/QuillsatchelView.h"
 
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
@@ -70,7 +72,40 @@ void FloatingPanel::setVisible(bool visible)
 void FloatingPanel::closeEvent(QCloseEvent *event)
 {
     event->ignore();
-    hide();
+    orderOut();
+}
+
+void FloatingPanel::orderOut()
+{
+    if (canBeBroughtBack())
+        hide();
+    else
+        showMinimized();
+}
+
+// The content has menus of its own under the pointer; the menu key is the panel's where what has
+// the focus does not want it.
+void FloatingPanel::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        onShowMenu(placeBelowTitleBar());
+    else if (event->y() < TitleBar::Height)
+        onShowMenu(event->globalPos());
+    else
+        event->ignore();
+}
+
+void FloatingPanel::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier)
+        onShowMenu(placeBelowTitleBar());
+    else
+        QWidget::keyPressEvent(event);
+}
+
+QPoint FloatingPanel::placeBelowTitleBar() const
+{
+    return mapToGlobal(QPoint(0, TitleBar::Height));
 }
 
 void FloatingPanel::resizeEvent(QResizeEvent * /*event*/)

@@ -5,13 +5,15 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class PanelFrame;
 class QuillsatchelView;
 class TitleBar;
 
 /// The program's one window: frameless, translucent with round corners where there is a
 /// compositor, on all desktops, dark whatever the system's setting. It takes the keyboard like
-/// any window. Closing it hides it; the program goes on.
+/// any window. Closing it takes it off the screen; the program goes on.
 class FloatingPanel final : public QWidget
 {
     Q_OBJECT
@@ -29,6 +31,13 @@ public:
     void center();
     /// Shows the panel in front and gives it the keyboard.
     void makeKeyAndOrderFront();
+    /// Hides the panel; minimises it where a hidden panel could not be brought back.
+    void orderOut();
+
+    /// Whether the desktop shows something that brings a hidden panel back.
+    std::function<bool()> canBeBroughtBack = [] { return false; };
+    /// The user asks for the menu of the panel, at a place on the screen.
+    std::function<void(const QPoint &)> onShowMenu = [](const QPoint &) {};
 
     void setVisible(bool visible) override;
 
@@ -37,6 +46,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -44,6 +55,7 @@ protected:
 
 private:
     int cornerRadius() const;
+    QPoint placeBelowTitleBar() const;
     void renderEdge();
 
     WindowSystem &m_windowSystem;

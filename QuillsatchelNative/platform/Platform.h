@@ -5,6 +5,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Pasteboard.h"
 #include "platform/Speech.h"
+#include "platform/StatusBar.h"
 #include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 
@@ -16,6 +17,7 @@ struct Platform {
     Workspace &workspace;
     FileLocations &fileLocations;
     WindowSystem &windowSystem;
+    StatusBar &statusBar;
     HttpClient &httpClient;
     Speech &speech;
 };

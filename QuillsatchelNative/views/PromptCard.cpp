@@ -22,6 +22,7 @@ namespace
 
 using namespace Qt::StringLiterals;
 
+constexpr int MenuIconSize = 12;
 constexpr int Padding = 10;
 constexpr int Spacing = 8;
 constexpr int HeaderHeight = 24;
@@ -175,7 +176,7 @@ void PromptCard::showColorMenu()
         const bool isCurrent = color == m_color;
         const auto tint = color.swiftUIColor().value_or(SatchelTheme::secondary);
         auto *const action = menu.addAction(
-            Symbol::menuIcon(isCurrent ? u"checkmark"_s : u"circle.fill"_s, tint),
+            Symbol::menuIcon(isCurrent ? u"checkmark"_s : u"circle.fill"_s, tint, MenuIconSize),
             QString::fromStdString(color.title()), this, [choose, color] { choose(color); });
         if (isCurrent)
             menu.setActiveAction(action);

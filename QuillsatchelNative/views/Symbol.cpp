@@ -75,12 +75,11 @@ void paint(QPainter &painter, const QString &name, const QRectF &frame,
     painter.drawPixmap(Painting::onWholePixels(painter, place.topLeft()), pixmap);
 }
 
-QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint)
+QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int side)
 {
-    constexpr QSizeF Size(12, 12);
     QIcon icon;
     for (const qreal scale : { 1.0, 2.0 })
-        icon.addPixmap(cachedPixmap(name, Size, scale, colorOf(tint)));
+        icon.addPixmap(cachedPixmap(name, QSizeF(side, side), scale, colorOf(tint)));
     return icon;
 }
 
@@ -88,7 +87,7 @@ QIcon applicationIcon(const QString &name)
 {
     QSvgRenderer drawing(fileOf(name));
     QIcon icon;
-    for (const int side : { 16, 24, 32, 48, 64, 128 })
+    for (const int side : { 16, 22, 24, 32, 48, 64, 128 })
         icon.addPixmap(render(drawing, QSize(side, side), std::nullopt));
     return icon;
 }

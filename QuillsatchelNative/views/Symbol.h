@@ -20,8 +20,8 @@ namespace Symbol
 void paint(QPainter &painter, const QString &name, const QRectF &frame,
            const std::optional<SrgbColor> &tint);
 
-/// The symbol as menus show it.
-QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint);
+/// The symbol as menus show it, `side` points square.
+QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int side);
 
 /// The symbol in the sizes that window managers and docks ask for.
 QIcon applicationIcon(const QString &name);

@@ -1,7 +1,10 @@
 #include "app/PanelFixture.h"
+#include "app/StatusItem.h"
+#include "views/ApplicationPanel.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/LauncherSlotEditor.h"
 
+#include <QAction>
 #include <QLineEdit>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -15,6 +18,31 @@ class AppDelegateTest : public PanelFixture
 {
 protected:
     WindowPreferences &preferences() { return delegate->windowPreferences(); }
+
+    void startWithStatusBar()
+    {
+        start();
+        machine.statusBar.kind.set(StatusBar::Kind::Notifier);
+    }
+
+    Texts statusMenu()
+    {
+        Texts titles;
+        for (const auto *const action : delegate->statusItem().menu().actions())
+            titles.push_back(action->isSeparator() ? "-" : action->text().toStdString());
+        return titles;
+    }
+
+    QAction *statusMenuEntry(const std::string &title)
+    {
+        const auto actions = delegate->statusItem().menu().actions();
+        return *std::ranges::find(actions, QString::fromStdString(title), &QAction::text);
+    }
+
+    void fillSlotWithWebsite(const std::string &address)
+    {
+        EXPECT_TRUE(delegate->launcherStore().setWebsite(address, 0));
+    }
 };
 
 TEST_F(AppDelegateTest, ShowsThePanelWithTheLibrary)
@@ -214,6 +242,146 @@ TEST_F(AppDelegateTest, GivesTheApplicationItsIconALittleLater)
     start();
     advance(Milliseconds(1000));
     EXPECT_FALSE(QApplication::windowIcon().isNull());
+}
+
+TEST_F(AppDelegateTest, LooksForAStatusBarOnceThePanelStands)
+{
+    start();
+    EXPECT_EQ(machine.statusBar.beginnings, 1);
+}
+
+TEST_F(AppDelegateTest, ListsTheLaunchersInTheStatusMenuAsTheyAreNow)
+{
+    startWithStatusBar();
+    EXPECT_EQ(statusMenu(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
+                                    "Quit Quillsatchel" }));
+    fillSlotWithWebsite("example.com");
+    EXPECT_EQ(statusMenu(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
+                                    "example.com", "-", "Quit Quillsatchel" }));
+}
+
+TEST_F(AppDelegateTest, LaunchesFromTheStatusMenu)
+{
+    startWithStatusBar();
+    fillSlotWithWebsite("example.com/docs");
+    statusMenuEntry("example.com")->trigger();
+    EXPECT_EQ(machine.workspace.opened, Texts({ "https://example.com/docs" }));
+}
+
+TEST_F(AppDelegateTest, LaunchesNothingForAnEntryWithoutASlot)
+{
+    startWithStatusBar();
+    fillSlotWithWebsite("example.com");
+    delegate->launchConfiguredItem({ .action = MenuItem::Action::LaunchConfiguredItem });
+    EXPECT_EQ(machine.workspace.opened, Texts());
+}
+
+TEST_F(AppDelegateTest, MarksInTheStatusMenuWhetherThePanelIsOnTop)
+{
+    startWithStatusBar();
+    EXPECT_TRUE(statusMenuEntry("Always on Top")->isChecked());
+    statusMenuEntry("Always on Top")->trigger();
+    EXPECT_FALSE(preferences().alwaysOnTop.get());
+    EXPECT_FALSE(isFloating());
+    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
+    fillSlotWithWebsite("example.com"); // makes another menu
+    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
+    statusMenuEntry("Always on Top")->trigger();
+    EXPECT_TRUE(preferences().alwaysOnTop.get());
+    EXPECT_TRUE(isFloating());
+    EXPECT_TRUE(statusMenuEntry("Always on Top")->isChecked());
+    press("Always on Top");
+    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
+}
+
+TEST_F(AppDelegateTest, MarksWhatChangedBeforeThereWasAStatusBar)
+{
+    start();
+    press("Always on Top");
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier);
+    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
+}
+
+TEST_F(AppDelegateTest, ShowsThePanelAndTheSettingsFromTheStatusMenu)
+{
+    startWithStatusBar();
+    panel().close();
+    statusMenuEntry("Show Quillsatchel")->trigger();
+    EXPECT_TRUE(panel().isVisible());
+    statusMenuEntry("Show Quillsatchel")->trigger();
+    EXPECT_TRUE(panel().isVisible());
+    panel().close();
+    statusMenuEntry("Settings\u2026")->trigger();
+    EXPECT_TRUE(panel().isVisible());
+    EXPECT_TRUE(preferences().showsSettingsCard.get());
+}
+
+TEST_F(AppDelegateTest, BringsTheSamePanelBackAsItWas)
+{
+    startWithStatusBar();
+    press("New Node");
+    Input::click(editor(0));
+    Input::type(panel(), "abc");
+    const auto *const before = &panel();
+    const auto place = panel().geometry();
+    panel().close();
+    EXPECT_FALSE(panel().isVisible());
+    delegate->showPanel();
+    EXPECT_EQ(&panel(), before);
+    EXPECT_TRUE(panel().isVisible());
+    EXPECT_EQ(panel().geometry(), place);
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "abc");
+}
+
+TEST_F(AppDelegateTest, HidesThePanelOnlyWhereTheStatusBarBringsItBack)
+{
+    start();
+    panel().close();
+    EXPECT_TRUE(panel().isVisible());
+    EXPECT_TRUE(panel().isMinimized());
+    delegate->showPanel();
+    EXPECT_FALSE(panel().isMinimized());
+
+    machine.statusBar.kind.set(StatusBar::Kind::Embedded);
+    panel().close();
+    EXPECT_FALSE(panel().isVisible());
+    delegate->showPanel();
+
+    machine.statusBar.kind.set(StatusBar::Kind::None);
+    panel().close();
+    EXPECT_TRUE(panel().isMinimized());
+}
+
+TEST_F(AppDelegateTest, HidesThePanelByItsKey)
+{
+    startWithStatusBar();
+    Input::key(panel(), Qt::Key_H, Qt::ControlModifier);
+    EXPECT_FALSE(panel().isVisible());
+}
+
+TEST_F(AppDelegateTest, HidesTheApplicationChooserWithThePanel)
+{
+    startWithStatusBar();
+    delegate->showSettings();
+    draw();
+    auto *const slot = panel().findChild<LauncherSlotEditor *>();
+    ASSERT_TRUE(QTest::qWaitFor([slot] { return slot->isVisible(); }));
+    Input::click(*Input::button(*slot, "Choose App\u2026"));
+    settle();
+    ASSERT_TRUE(panel().findChild<ApplicationPanel *>());
+    Input::key(*panel().findChild<ApplicationPanel *>(), Qt::Key_H, Qt::ControlModifier);
+    settle();
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_FALSE(panel().findChild<ApplicationPanel *>());
+}
+
+TEST_F(AppDelegateTest, EndsByItsKey)
+{
+    start({ tabOf("Prompts", { "a" }) });
+    Input::click(editor(0));
+    QTimer::singleShot(0, qApp, [this] { Input::key(panel(), Qt::Key_Q, Qt::ControlModifier); });
+    QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(1); });
+    EXPECT_EQ(QApplication::exec(), 0);
 }
 
 } // namespace

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-/// The whole program but its tray and menus, on a machine of its own.
+/// The whole program on a machine of its own.
 class PanelFixture : public ViewFixture
 {
 protected:

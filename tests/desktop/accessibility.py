@@ -95,28 +95,32 @@ class MenuEar:
     themselves, and that is how a screen reader knows them."""
 
     def __init__(self):
-        self._opened = []
+        self._shown = []
         self._listener = Atspi.EventListener.new(self._hear)
         self._listener.register("object:state-changed:showing")
 
     def menu_after(self, action):
         """The menu that `action` opens."""
-        self._opened.clear()
+        self._shown.clear()
         action()
-        wait_for("an open menu", self._opened_menus)
-        return self._opened[0]
+        return wait_for("an open menu", self._opened_menu)
 
-    def _opened_menus(self):
+    def _opened_menu(self):
         while GLib.MainContext.default().iteration(False):
             pass
-        return self._opened
+        return next((Control(shown) for shown in self._shown if _is_menu(shown)), None)
 
+    # Asks nothing: it may be called in the middle of another question, which never ends then.
     def _hear(self, event):
-        try:
-            if event.detail1 and event.source.get_role() == Atspi.Role.POPUP_MENU:
-                self._opened.append(Control(event.source))
-        except GLib.Error:
-            pass  # what was shown is gone already
+        if event.detail1:
+            self._shown.append(event.source)
+
+
+def _is_menu(accessible):
+    try:
+        return accessible.get_role() == Atspi.Role.POPUP_MENU
+    except GLib.Error:
+        return False  # what was shown is gone already
 
 
 def find_application(process):

@@ -31,6 +31,10 @@ class Panel:
     def process_id(self):
         return self._process.pid
 
+    def wait_for_end(self, seconds=10):
+        """What the program answers when it ends by itself."""
+        return self._process.wait(seconds)
+
     def is_running(self):
         return self._process.poll() is None
 

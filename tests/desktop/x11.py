@@ -96,6 +96,12 @@ def windows_named(name):
     return [Window(int(number)) for number in found.split()]
 
 
+def windows_of_class(name):
+    search = ["xdotool", "search", "--onlyvisible", "--class", f"^{name}$"]
+    found = subprocess.run(search, capture_output=True, text=True).stdout
+    return [Window(int(number)) for number in found.split()]
+
+
 def managed_windows():
     listed = run("xprop", "-root", "_NET_CLIENT_LIST")
     return [Window(int(number, 16)) for number in re.findall(r"0x[0-9a-f]+", listed)]

@@ -4,6 +4,7 @@
 #include "fakes/FakeHttpClient.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeSpeech.h"
+#include "fakes/FakeStatusBar.h"
 #include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
@@ -23,8 +24,9 @@ public:
     FakeWorkspace workspace;
     FakeFileLocations fileLocations;
     FakeWindowSystem windowSystem;
+    FakeStatusBar statusBar;
     FakeHttpClient httpClient;
     FakeSpeech speech;
-    Platform platform { mainQueue,    pasteboard, workspace, fileLocations,
-                        windowSystem, httpClient, speech };
+    Platform platform { mainQueue,    pasteboard, workspace,  fileLocations,
+                        windowSystem, statusBar,  httpClient, speech };
 };

@@ -188,8 +188,8 @@ protected:
     QtMainQueue mainQueue;
     CountingHttpClient http;
     Platform platform { mainQueue,           fakes.pasteboard,   fakes.workspace,
-                        fakes.fileLocations, fakes.windowSystem, http,
-                        fakes.speech };
+                        fakes.fileLocations, fakes.windowSystem, fakes.statusBar,
+                        http,                fakes.speech };
     FakeApplicationChooser applicationChooser;
     std::optional<LauncherStore> store;
     int announcements = 0;

@@ -83,7 +83,7 @@ TEST(SymbolTest, DrawsNothingForAnUnknownName)
 {
     EXPECT_EQ(pictureOf(u"no.such.symbol"_s, SrgbColor::white(), 1).inkIn({ 0, 0, 40, 40 }, Ground),
               QRectF());
-    EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white()).isNull());
+    EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white(), 12).isNull());
 }
 
 TEST(SymbolTest, ShowsTheArtworkInItsOwnColors)

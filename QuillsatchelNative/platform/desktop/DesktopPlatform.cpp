@@ -1,6 +1,7 @@
 #include "platform/Platform.h"
 #include "platform/desktop/DesktopHttpClient.h"
 #include "platform/desktop/DesktopSpeech.h"
+#include "platform/desktop/DesktopStatusBar.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/QtPasteboard.h"
@@ -24,10 +25,11 @@ struct Desktop final : QObject {
     DesktopWorkspace workspace;
     StandardFileLocations fileLocations;
     X11WindowSystem windowSystem;
+    DesktopStatusBar statusBar;
     DesktopHttpClient httpClient;
     DesktopSpeech speech;
-    Platform platform { mainQueue,    pasteboard, workspace, fileLocations,
-                        windowSystem, httpClient, speech };
+    Platform platform { mainQueue,    pasteboard, workspace,  fileLocations,
+                        windowSystem, statusBar,  httpClient, speech };
 };
 
 } // namespace

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/WindowSystem.h"
-
-#include <QAbstractNativeEventFilter>
+#include "platform/desktop/X11Selection.h"
+#include "support/Cancellable.h"
 
 #include <cstdint>
 #include <string>
@@ -13,7 +13,7 @@ struct xcb_connection_t;
 /// The X server's window manager (EWMH) and compositor. On another window system, such as pure
 /// Wayland, it does no more than hand Qt the tokens of starts, and takes translucency for granted.
 /// Needs the QGuiApplication.
-class X11WindowSystem final : public WindowSystem, private QAbstractNativeEventFilter
+class X11WindowSystem final : public WindowSystem
 {
     Q_OBJECT
 
@@ -24,16 +24,12 @@ public:
     void activate(QWindow &window, const StartupToken &token) override;
 
 private:
-    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
-    void watchCompositor();
-    bool hasCompositor() const;
     void requestActivation(QWindow &window, const std::string &startupID);
     void endStartup(const QWindow &window, const std::string &startupID);
     void sendToRoot(const xcb_client_message_event_t &message, std::uint32_t eventMask);
 
-    xcb_connection_t *m_connection = nullptr; // Qt's own; none when Qt does not run on X11
-    std::uint32_t m_root = 0;
-    std::uint32_t m_compositorSelection = 0; // owned by the compositor as long as one runs
+    xcb_connection_t *m_connection; // Qt's own; none when Qt does not run on X11
     std::uint32_t m_desktopAtom = 0;
-    std::uint8_t m_selectionEvent = 0; // 0: the server does not tell of compositors
+    X11Selection m_compositor { "_NET_WM_CM_S0" };
+    Cancellable m_compositorCancellable;
 };

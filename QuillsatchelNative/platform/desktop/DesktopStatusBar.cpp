@@ -1,0 +1,82 @@
+#include "platform/desktop/DesktopStatusBar.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QTimer>
+
+#include <chrono>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr std::chrono::seconds HostDelay(3);
+
+QString watcherName()
+{
+    return u"org.kde.StatusNotifierWatcher"_s;
+}
+
+QString watcherPath()
+{
+    return u"/StatusNotifierWatcher"_s;
+}
+
+} // namespace
+
+void DesktopStatusBar::begin()
+{
+    watchBus();
+    m_tray.emplace("_NET_SYSTEM_TRAY_S0");
+    m_trayCancellable = m_tray->isOwned.sink([this](bool) { render(); });
+    QTimer::singleShot(HostDelay, this, [this] {
+        m_waitsForHost = false;
+        render();
+    });
+}
+
+void DesktopStatusBar::watchBus()
+{
+    auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return;
+    auto *const watcher =
+        new QDBusServiceWatcher(watcherName(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            &DesktopStatusBar::askForHost);
+    for (const auto &signal :
+         { u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s }) {
+        bus.connect(watcherName(), watcherPath(), watcherName(), signal, this, SLOT(askForHost()));
+    }
+    askForHost();
+}
+
+// Without a host the watcher takes icons, and nobody shows them.
+void DesktopStatusBar::askForHost()
+{
+    auto question = QDBusMessage::createMethodCall(watcherName(), watcherPath(),
+                                                   u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question.setAutoStartService(false);
+    question << watcherName() << u"IsStatusNotifierHostRegistered"_s;
+    auto *const call =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        const QDBusPendingReply<QDBusVariant> reply = *call;
+        m_hasHost = reply.isValid() && reply.value().variant().toBool();
+        call->deleteLater();
+        render();
+    });
+}
+
+void DesktopStatusBar::render()
+{
+    const bool isEmbedding = !m_waitsForHost && m_tray && m_tray->isOwned.get();
+    const auto now = m_hasHost ? Kind::Notifier : isEmbedding ? Kind::Embedded : Kind::None;
+    if (now != kind.get())
+        kind.set(now);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/StatusBar.h"
+#include "platform/desktop/X11Selection.h"
+
+#include <QObject>
+
+#include <optional>
+
+/// The desktop's tray: a StatusNotifier host on the session bus, or else what embeds windows as the
+/// system tray of X11. Main thread only.
+class DesktopStatusBar final : public StatusBar
+{
+    Q_OBJECT
+
+public:
+    void begin() override;
+
+private Q_SLOTS:
+    void askForHost();
+
+private:
+    void watchBus();
+    void render();
+
+    std::optional<X11Selection> m_tray;
+    Cancellable m_trayCancellable;
+    bool m_hasHost = false;
+    bool m_waitsForHost = true; // a panel that has both offers the tray first
+};

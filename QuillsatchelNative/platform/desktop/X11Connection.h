@@ -1,0 +1,28 @@
+#pragma once
+
+#include <xcb/xproto.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+/// The program's connection to the X server, which is Qt's.
+namespace X11Connection
+{
+
+/// None when Qt does not run on X11. Needs the QGuiApplication.
+xcb_connection_t *current();
+
+xcb_window_t root(xcb_connection_t *connection);
+
+/// The server's number for a name.
+xcb_atom_t atom(xcb_connection_t *connection, std::string_view name);
+
+struct FreeReply {
+    void operator()(void *reply) const { std::free(reply); } // NOLINT(*-no-malloc)
+};
+
+template <typename Reply>
+using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
+
+} // namespace X11Connection

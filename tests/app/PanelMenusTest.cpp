@@ -1,0 +1,153 @@
+#include "app/PanelFixture.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+class PanelMenusTest : public PanelFixture
+{
+protected:
+    void TearDown() override
+    {
+        if (auto *const open = menu())
+            open->close();
+    }
+
+    static QMenu *menu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
+
+    static Texts titlesOf(const QMenu &menu)
+    {
+        Texts titles;
+        for (const auto *const action : menu.actions())
+            titles.push_back(action->isSeparator() ? "-" : action->text().toStdString());
+        return titles;
+    }
+
+    /// The entry of the open menu or of the Edit menu in it.
+    static QAction &entry(const QString &title)
+    {
+        for (auto *const action : menu()->actions()) {
+            if (action->text() == title)
+                return *action;
+            if (!action->menu())
+                continue;
+            Q_EMIT action->menu()->aboutToShow();
+            for (auto *const inner : action->menu()->actions()) {
+                if (inner->text() == title)
+                    return *inner;
+            }
+        }
+        throw std::runtime_error("no entry " + title.toStdString());
+    }
+
+    void openByKey() { Input::key(panel(), Qt::Key_F10); }
+
+    /// As the window system tells of a menu key or a right click.
+    void askForMenu(QWidget &widget, QContextMenuEvent::Reason reason)
+    {
+        QContextMenuEvent event(reason, widget.rect().center(),
+                                widget.mapToGlobal(widget.rect().center()));
+        QApplication::sendEvent(&widget, &event);
+    }
+};
+
+TEST_F(PanelMenusTest, ShowsAllEntriesByF10)
+{
+    start({ tabOf("Prompts", { "a" }) });
+    Input::click(editor(0));
+    openByKey();
+    ASSERT_TRUE(menu());
+    EXPECT_EQ(titlesOf(*menu()), Texts({ "About Quillsatchel", "Settings\u2026", "-",
+                                         "Hide Quillsatchel", "Quit Quillsatchel", "-", "Edit" }));
+    EXPECT_EQ(titlesOf(*menu()->actions().back()->menu()),
+              Texts({ "Undo", "Redo", "-", "Cut", "Copy", "Paste", "Select All" }));
+    EXPECT_EQ(menu()->pos(), panel().mapToGlobal(QPoint(0, TitleBar::Height)));
+}
+
+TEST_F(PanelMenusTest, OpensByARightClickOnTheTitleBar)
+{
+    start();
+    auto *const titleBar = panel().findChild<TitleBar *>();
+    askForMenu(*titleBar, QContextMenuEvent::Mouse);
+    ASSERT_TRUE(menu());
+    EXPECT_EQ(menu()->pos(), titleBar->mapToGlobal(titleBar->rect().center()));
+}
+
+TEST_F(PanelMenusTest, OpensByARightClickOnANameInTheTitleBar)
+{
+    start();
+    askForMenu(button("About Quillsatchel"), QContextMenuEvent::Mouse);
+    EXPECT_TRUE(menu());
+}
+
+TEST_F(PanelMenusTest, StaysClosedByARightClickBelowTheTitleBar)
+{
+    start();
+    askForMenu(button("New Node"), QContextMenuEvent::Mouse);
+    EXPECT_FALSE(menu());
+}
+
+TEST_F(PanelMenusTest, OpensByTheMenuKeyWhereTheFocusHasNoMenuOfItsOwn)
+{
+    start();
+    askForMenu(button("New Node"), QContextMenuEvent::Keyboard);
+    ASSERT_TRUE(menu());
+    EXPECT_EQ(menu()->pos(), panel().mapToGlobal(QPoint(0, TitleBar::Height)));
+}
+
+TEST_F(PanelMenusTest, OffersWhatCanBeDoneWithTheFocusedText)
+{
+    QGuiApplication::clipboard()->clear();
+    start({ tabOf("Prompts", { "abc" }) });
+    Input::click(editor(0));
+    openByKey();
+    EXPECT_FALSE(entry(u"Undo"_s).isEnabled());
+    EXPECT_FALSE(entry(u"Copy"_s).isEnabled());
+    EXPECT_FALSE(entry(u"Paste"_s).isEnabled());
+    EXPECT_TRUE(entry(u"Select All"_s).isEnabled());
+    entry(u"Select All"_s).trigger();
+    EXPECT_EQ(editor(0).textCursor().selectedText().toStdString(), "abc");
+    EXPECT_TRUE(entry(u"Cut"_s).isEnabled());
+    entry(u"Cut"_s).trigger();
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "abc");
+    entry(u"Undo"_s).trigger();
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "abc");
+    EXPECT_TRUE(entry(u"Redo"_s).isEnabled());
+}
+
+TEST_F(PanelMenusTest, OffersNothingWithoutAFocusedText)
+{
+    start({ tabOf("Prompts", { "abc" }) });
+    button("New Node").setFocus();
+    openByKey();
+    for (const auto *const title : { "Undo", "Redo", "Cut", "Copy", "Paste", "Select All" })
+        EXPECT_FALSE(entry(QString::fromLatin1(title)).isEnabled()) << title;
+}
+
+TEST_F(PanelMenusTest, LeavesTheEditKeysToTheText)
+{
+    start({ tabOf("Prompts", { "abc" }) });
+    Input::click(editor(0));
+    button("New Node").setFocus();
+    openByKey();
+    EXPECT_FALSE(entry(u"Select All"_s).isEnabled());
+    menu()->close();
+    panel().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel()));
+    Input::click(editor(0));
+    Input::key(panel(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(editor(0).textCursor().selectedText().toStdString(), "abc");
+    Input::key(panel(), Qt::Key_X, Qt::ControlModifier);
+    Input::key(panel(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "abc");
+    Input::key(panel(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "");
+}
+
+} // namespace

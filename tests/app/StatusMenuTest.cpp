@@ -1,0 +1,111 @@
+#include "app/StatusMenu.h"
+
+#include "fakes/PictureBytes.h"
+#include "launchers/LauncherStoreFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using Action = MenuItem::Action;
+using Texts = std::vector<std::string>;
+
+class StatusMenuTest : public LauncherStoreFixture
+{
+protected:
+    Menu make(bool isAlwaysOnTop = true) { return StatusMenu::make(isAlwaysOnTop, store(), 2); }
+
+    static Texts titlesOf(const Menu &menu)
+    {
+        Texts titles;
+        for (const auto &item : menu.items)
+            titles.push_back(item.isSeparator() ? "-" : item.title.toStdString());
+        return titles;
+    }
+
+    void fillSlots(std::initializer_list<int> slots)
+    {
+        for (const int slot : slots)
+            ASSERT_TRUE(store().setWebsite("site" + std::to_string(slot) + ".example", slot));
+    }
+};
+
+TEST_F(StatusMenuTest, HasFiveEntriesWithoutLaunchers)
+{
+    const auto menu = make();
+    EXPECT_EQ(titlesOf(menu), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
+                                      "Quit Quillsatchel" }));
+    EXPECT_EQ(menu.items[0].action, Action::ShowPanel);
+    EXPECT_EQ(menu.items[1].action, Action::ToggleFloating);
+    EXPECT_EQ(menu.items[2].action, Action::ShowSettings);
+    EXPECT_EQ(menu.items[4].action, Action::Quit);
+}
+
+TEST_F(StatusMenuTest, HasKeysForSettingsAndQuitAlone)
+{
+    fillSlots({ 0 });
+    Texts keys;
+    for (const auto &item : make().items)
+        keys.push_back(item.keyEquivalent.toString(QKeySequence::PortableText).toStdString());
+    EXPECT_EQ(keys, Texts({ "", "", "Ctrl+,", "", "", "", "Ctrl+Q" }));
+}
+
+TEST_F(StatusMenuTest, ListsTheLaunchersBetweenTwoSeparators)
+{
+    fillSlots({ 4, 0, 2 });
+    const auto menu = make();
+    EXPECT_EQ(titlesOf(menu),
+              Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-", "site0.example",
+                      "site2.example", "site4.example", "-", "Quit Quillsatchel" }));
+    for (const std::size_t index : { 0, 1, 2 }) {
+        const auto &item = menu.items[4 + index];
+        EXPECT_EQ(item.action, Action::LaunchConfiguredItem);
+        EXPECT_EQ(item.representedSlot, static_cast<int>(2 * index));
+    }
+    EXPECT_FALSE(menu.items[0].representedSlot);
+}
+
+TEST_F(StatusMenuTest, MarksWhetherThePanelIsOnTop)
+{
+    EXPECT_EQ(make(true).items[1].state, true);
+    EXPECT_EQ(make(false).items[1].state, false);
+    EXPECT_FALSE(make().items[0].state);
+    EXPECT_FALSE(make().items[2].state);
+}
+
+TEST_F(StatusMenuTest, ShowsAGearBesideTheSettings)
+{
+    const auto image = make().items[2].image;
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->symbol, "gearshape");
+    EXPECT_EQ(image->description, "Settings");
+    EXPECT_FALSE(make().items[0].image);
+    EXPECT_FALSE(make().items[1].image);
+}
+
+TEST_F(StatusMenuTest, ShowsTheIconsOfTheLaunchers)
+{
+    machine.workspace.icon = PictureBytes::filled(64, 64, Qt::green);
+    fillWithApplication(3);
+    const auto image = make().items[4].image;
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->image.size(), QSize(36, 36)); // 18 points at two pixels each
+    EXPECT_EQ(image->image.devicePixelRatio(), 2);
+    EXPECT_EQ(image->image.pixelColor(18, 18), QColor(Qt::green));
+}
+
+TEST_F(StatusMenuTest, ShowsASymbolForAWebsiteWithoutAnIcon)
+{
+    fillSlots({ 1 });
+    const auto image = make().items[4].image;
+    ASSERT_TRUE(image);
+    EXPECT_TRUE(image->image.isNull());
+    EXPECT_EQ(image->symbol, "globe");
+}
+
+} // namespace
