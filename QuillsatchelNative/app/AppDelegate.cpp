@@ -38,7 +38,6 @@ AppDelegate::~AppDelegate()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    QApplication::setQuitOnLastWindowClosed(false);
     DarkAppearance::apply();
     makePanel();
     makeMenus();
@@ -129,9 +128,9 @@ void AppDelegate::perform(const MenuItem &item)
     }
 }
 
-void AppDelegate::showPanel()
+void AppDelegate::showPanel(const StartupToken &token)
 {
-    m_panel->makeKeyAndOrderFront();
+    m_panel->makeKeyAndOrderFront(token);
 }
 
 void AppDelegate::toggleFloating()
@@ -169,8 +168,7 @@ void AppDelegate::launchConfiguredItem(const MenuItem &sender)
         m_launcherStore.launch(*sender.representedSlot);
 }
 
-// Qt's own way would ask every window to close first, and some trays keep theirs open.
 void AppDelegate::quitApp()
 {
-    QCoreApplication::exit(0);
+    QCoreApplication::quit();
 }

@@ -33,11 +33,8 @@ public:
     /// once the panel stands.
     void applicationDidFinishLaunching();
 
-    /// Writes what is still to be written. The program may go on all the same.
-    void applicationWillTerminate() { m_store.savePendingChanges(); }
-
-    /// Brings the panel forward.
-    void showPanel();
+    /// Brings the panel forward, with the token of the start that asks for it, if one does.
+    void showPanel(const StartupToken &token = {});
     void toggleFloating();
     /// Brings the panel forward with the about card over it.
     void showAbout();

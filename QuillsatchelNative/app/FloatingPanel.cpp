@@ -50,12 +50,12 @@ void FloatingPanel::center()
     move(frame.topLeft());
 }
 
-void FloatingPanel::makeKeyAndOrderFront()
+void FloatingPanel::makeKeyAndOrderFront(const StartupToken &token)
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
-    activateWindow();
+    m_windowSystem.activate(*windowHandle(), token);
 }
 
 // Once the window is mapped, not as it is about to be: window managers know no other, and forget

@@ -29,8 +29,9 @@ public:
     void setFloating(bool isFloating);
     /// In the middle of the screen's free area.
     void center();
-    /// Shows the panel in front and gives it the keyboard.
-    void makeKeyAndOrderFront();
+    /// Shows the panel in front and gives it the keyboard, as the user asked for with a start of
+    /// this token or by other means.
+    void makeKeyAndOrderFront(const StartupToken &token = {});
     /// Hides the panel; minimises it where a hidden panel could not be brought back.
     void orderOut();
 

@@ -208,11 +208,6 @@ void SatchelStore::scheduleSave()
     });
 }
 
-void SatchelStore::savePendingChanges()
-{
-    m_saveWorkItem.run();
-}
-
 void SatchelStore::saveNow()
 {
     m_file.save([this](const ByteSink &sink) {

@@ -26,10 +26,6 @@ public:
     /// machine has no place for a user's data.
     explicit SatchelStore(Platform &platform = desktopPlatform());
 
-    /// Writes at once what waits for its quarter of a second, for there may be no later. The store
-    /// itself going writes nothing.
-    void savePendingChanges();
-
     /// Empty only once tabs that all had one id were deleted: the last tab stays otherwise.
     const Published<std::vector<PromptTab>> &tabs() const { return m_tabs; }
 

@@ -55,15 +55,6 @@ TEST_F(AppDelegateTest, ShowsThePanelWithTheLibrary)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
 }
 
-TEST_F(AppDelegateTest, WritesWhatIsPendingBeforeItEnds)
-{
-    start({ tabOf("One", { "a" }) });
-    editor(0).insertPlainText(QStringLiteral("typed "));
-    EXPECT_EQ(fileText().find("typed "), std::string::npos);
-    delegate->applicationWillTerminate();
-    EXPECT_NE(fileText().find("typed "), std::string::npos);
-}
-
 TEST_F(AppDelegateTest, LetsTheSessionEndTheApplication)
 {
     start();
@@ -215,6 +206,14 @@ TEST_F(AppDelegateTest, BringsThePanelBackForTheAboutCard)
     EXPECT_TRUE(panel().isVisible());
     draw();
     EXPECT_TRUE(aboutCard());
+}
+
+TEST_F(AppDelegateTest, BringsThePanelForwardWithTheTokenOfAnotherStart)
+{
+    start();
+    const StartupToken token { .activationToken = "a", .startupID = "b_TIME12" };
+    delegate->showPanel(token);
+    EXPECT_EQ(machine.windowSystem.tokens, std::vector({ StartupToken(), token }));
 }
 
 TEST_F(AppDelegateTest, DoesNotHideThePanelThatIsShownAgain)

@@ -89,6 +89,7 @@ TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
     settle();
     const auto *const before = &panel();
     const auto *const editorBefore = &editor(1);
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
     panel().close();
     EXPECT_FALSE(panel().isVisible());
     advance(Long);
@@ -126,6 +127,7 @@ TEST_F(FloatingPanelTest, ChangesItsLevelWithoutBeingHidden)
 
 TEST_F(FloatingPanelTest, KeepsItsLevelWhileItIsHidden)
 {
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
     panel().close();
     panel().setFloating(false);
     delegate->showPanel();
@@ -136,6 +138,7 @@ TEST_F(FloatingPanelTest, AsksForAllDesktopsWheneverItIsShown)
 {
     const int atFirst = machine.windowSystem.showings;
     EXPECT_GE(atFirst, 1);
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
     panel().close();
     EXPECT_EQ(machine.windowSystem.showings, atFirst);
     delegate->showPanel();

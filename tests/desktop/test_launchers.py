@@ -6,6 +6,7 @@ from applications import WEB, RecordingApplication
 from desktop_test import DesktopTest
 from launchers import application, encode, website
 from library import FRESH_ID, known_id
+from tray import StatusItem, Tray
 from waiting import wait_for, wait_for_value
 from web_server import WebServer, png
 from x11 import color_at, press_keys, type_text, windows_named
@@ -148,12 +149,10 @@ class LaunchersTest(DesktopTest):
         self.assertEqual(words, [address])
 
     def launch(self, item):
-        """What choosing the launcher in the menu does."""
-        self.session.clear_data()
-        self.session.data_folder.mkdir(mode=0o700)
-        self.launchers_file.write_text(encode([None, None, item, None, None]))
-        launcher = self.session.start(self.program.parent / "tests" / "launch_slot", "2")
-        self.assertEqual(launcher.wait(10), 0)
+        tray = Tray(self.session)
+        self.addCleanup(tray.end)
+        panel = self.start([None, None, item, None, None])
+        StatusItem(panel.process_id).menu.choose(item["name"])
 
     def started(self, program):
         """The arguments it was started with, and its startup notification's id."""

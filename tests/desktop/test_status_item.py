@@ -1,13 +1,18 @@
-"""The icon in a real tray: what its menu holds, what its entries do, and how it follows trays."""
+"""The icon in a real tray: what its menu holds, what its entries do, and how it follows trays. And
+the menus in a menu bar for all programs."""
+
+from pathlib import Path
 
 import launchers
 from applications import RecordingApplication
+from bus_menu import SEPARATOR, Entry, Menu, has_owner
 from desktop_test import DesktopTest
 from launchers import application, website
 from library import known_id, node, tab
-from tray import SEPARATOR, Entry, StatusItem, Tray, has_tray_over_bus, is_in_tray
+from processes import end
+from tray import EmbeddingTray, StatusItem, Tray, has_tray_over_bus, is_in_tray
 from waiting import wait_for, wait_for_value
-from x11 import active_window, press_keys
+from x11 import active_window, click, press_keys
 
 CUP_COLOR = (0xE8, 0x29, 0x2B)
 ABOVE = "ABOVE"
@@ -52,17 +57,17 @@ class StatusItemTest(DesktopTest):
         self.start_tray()
         self.start()
 
-        self.item.await_entries(MENU_WITHOUT_LAUNCHERS)
-        self.assertEqual(self.item.property("Id"), "Quillsatchel")
-        self.assertEqual(self.item.property("Status"), "Active")
-        sizes = {width for width, _, _ in self.item.property("IconPixmap")}
+        self.item.menu.await_entries(MENU_WITHOUT_LAUNCHERS)
+        self.assertEqual(self.item.fact("Id"), "Quillsatchel")
+        self.assertEqual(self.item.fact("Status"), "Active")
+        sizes = {width for width, _, _ in self.item.fact("IconPixmap")}
         self.assertLessEqual({16, 22, 24, 32, 48}, sizes)
 
     def test_its_menu_lists_the_launchers(self):
         self.start_tray()
         self.start(self.filled_slots())
 
-        self.item.await_entries(
+        self.item.menu.await_entries(
             [SHOW, ON_TOP, SETTINGS, SEPARATOR,
              Entry("_Zither & Lute & Co", has_icon=True), Entry("example.com", has_icon=True),
              Entry("a__b", has_icon=True), SEPARATOR, QUIT])
@@ -75,7 +80,7 @@ class StatusItemTest(DesktopTest):
         press_keys("Escape")
         card = panel.open_settings()
         card.find("Launcher 1", "panel").find("Clear launcher", "push button").press()
-        wait_for_value("the number of entries", 7, lambda: len(self.item.entries()))
+        wait_for_value("the number of entries", 7, lambda: len(self.item.menu.entries()))
 
         tray.choose(4, CUP_COLOR)  # where the website was before
 
@@ -97,26 +102,26 @@ class StatusItemTest(DesktopTest):
     def use_entries(self, panel):
         panel.find("Close", "push button").press()
         self.await_hidden(panel)
-        self.item.choose("Show Quillsatchel")
+        self.item.menu.choose("Show Quillsatchel")
         wait_for("the panel", panel.window.is_in_sight)
         wait_for_value("the active window", panel.window, active_window)
 
         for is_above in (False, True):
-            self.item.choose("Always on Top")
+            self.item.menu.choose("Always on Top")
             wait_for_value("the level", is_above, lambda: ABOVE in panel.window.states())
             wait_for_value("the mark", ON_TOP if is_above else NOT_ON_TOP,
-                           lambda: self.item.entries()[1])
+                           lambda: self.item.menu.entries()[1])
 
         panel.find("Close", "push button").press()
         self.await_hidden(panel)
-        self.item.choose("Settings…")
+        self.item.menu.choose("Settings…")
         panel.find("Quick Launchers", "dialog")
 
-        self.item.choose("_Zither & Lute & Co")
+        self.item.menu.choose("_Zither & Lute & Co")
         first, *words = wait_for("the application running", self.application.was_started_with)
         self.assertEqual(words[:-1], ["--tuned"])
 
-        self.item.choose("Quit Quillsatchel")
+        self.item.menu.choose("Quit Quillsatchel")
         self.assertEqual(panel.wait_for_end(), 0)
 
     def test_a_plain_click_shows_the_panel(self):
@@ -135,7 +140,7 @@ class StatusItemTest(DesktopTest):
 
         self.item = StatusItem(panel.process_id)
 
-        self.item.await_entries(MENU_WITHOUT_LAUNCHERS)
+        self.item.menu.await_entries(MENU_WITHOUT_LAUNCHERS)
 
     def test_closing_minimizes_the_panel_where_there_is_no_tray(self):
         panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
@@ -155,3 +160,53 @@ class StatusItemTest(DesktopTest):
         panel.find("Close", "push button").press()
 
         wait_for("the panel minimized", panel.window.is_iconic)
+
+    def test_it_is_embedded_in_a_tray_that_knows_nothing_else(self):
+        tray = EmbeddingTray(self.session)
+        self.addCleanup(tray.end)
+        panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
+        icon = tray.place_of_icon(CUP_COLOR)
+        panel.find("Close", "push button").press()
+        self.await_hidden(panel)
+
+        menu = panel.menu_after(lambda: click(icon))
+        self.assertEqual([item.name for item in menu.find_all() if item.name],
+                         ["Show Quillsatchel", "Always on Top", "Settings…", "Quit Quillsatchel"])
+        press_keys("Down", "Return")
+
+        wait_for("the panel", panel.window.is_in_sight)
+
+
+class MenuBarTest(DesktopTest):
+    def test_its_menus_are_offered_to_a_menu_bar_for_all_programs(self):
+        notes = self.session.folder / "registered-menus"
+        registrar = self.session.start(str(Path(__file__).with_name("menu_registrar.py")),
+                                       str(notes))
+        self.addCleanup(end, registrar)
+        wait_for("a menu bar", lambda: has_owner("com.canonical.AppMenu.Registrar"))
+        panel = self.open_panel([tab("Prompts", node("abc", id=known_id(2)), id=known_id(1))])
+        wait_for("menus", notes.exists)
+        menu_bar = Menu(*notes.read_text().split())
+        self.assertEqual([entry.label for entry in menu_bar.entries()], ["Quillsatchel", "Edit"])
+        self.assertEqual(menu_bar.open_submenu("Quillsatchel").entries(),
+                         [Entry("About Quillsatchel"), SETTINGS._replace(has_icon=False),
+                          SEPARATOR, Entry("Hide Quillsatchel", keys=("Control", "H")), QUIT])
+        self.assertFalse(any(entry.is_enabled for entry in menu_bar.open_submenu("Edit").entries()
+                             if entry != SEPARATOR))
+
+        panel.editor(1, 1).click()
+        press_keys("ctrl+a")
+        edit = menu_bar.open_submenu("Edit")
+        edit.await_entries([
+            Entry("Undo", keys=("Control", "Z"), is_enabled=False),
+            Entry("Redo", keys=("Control", "Shift", "Z"), is_enabled=False), SEPARATOR,
+            Entry("Cut", keys=("Control", "X")), Entry("Copy", keys=("Control", "C")),
+            Entry("Paste", keys=("Control", "V"), is_enabled=False),
+            Entry("Select All", keys=("Control", "A"))])
+        edit.choose("Cut")
+        wait_for_value("the text", [""], panel.node_texts)
+        press_keys("ctrl+z")  # with menus all over, the keys are still the text's
+        wait_for_value("the text", ["abc"], panel.node_texts)
+
+        menu_bar.open_submenu("Quillsatchel").choose("About Quillsatchel")
+        panel.find("About Quillsatchel", "dialog")

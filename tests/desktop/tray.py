@@ -1,34 +1,17 @@
 """A desktop's tray, and what the program tells it of its icon and menu, asked as trays ask."""
 
 import subprocess
-from typing import NamedTuple
 
-import gi
+from gi.repository import GLib  # noqa: E402
 
-gi.require_version("Gio", "2.0")
-from gi.repository import Gio, GLib  # noqa: E402
-
+from bus_menu import PROPERTIES, Menu, call  # noqa: E402
 from processes import end  # noqa: E402
-from waiting import wait_for, wait_for_value  # noqa: E402
+from waiting import wait_for  # noqa: E402
 from x11 import Point, click, press_keys, windows_of_class  # noqa: E402
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 WATCHER_PATH = "/StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"
-MENU = "com.canonical.dbusmenu"
-PROPERTIES = "org.freedesktop.DBus.Properties"
-
-
-class Entry(NamedTuple):
-    """An entry of a menu, as a tray draws it."""
-
-    label: str
-    mark: int | None = None
-    keys: tuple = ()
-    has_icon: bool = False
-
-
-SEPARATOR = Entry("-")
 
 
 class Tray:
@@ -50,16 +33,24 @@ class Tray:
 
     def open_menu(self, icon_color):
         menus = _menu_windows()
-        click(wait_for("the icon", lambda: self._place_of(icon_color)), button=3)
+        click(wait_for("the icon", lambda: _find_color("xfce4-panel", icon_color)), button=3)
         wait_for("an open menu", lambda: _menu_windows() - menus)
 
-    def _place_of(self, color):
-        for window in windows_of_class("xfce4-panel"):
-            frame = window.frame()
-            points = _points_of_color(frame, color)
-            if points:
-                return points[len(points) // 2]
-        return None
+
+class EmbeddingTray:
+    """A panel that shows tray icons as windows within its own."""
+
+    def __init__(self, session):
+        configuration = session.folder / "tint2rc"
+        configuration.write_text("panel_items = S\npanel_size = 100% 30\n")
+        self._process = session.start("tint2", "-c", str(configuration))
+        wait_for("a tray", lambda: windows_of_class("tint2"))
+
+    def end(self):
+        end(self._process)
+
+    def place_of_icon(self, color):
+        return wait_for("the icon", lambda: _find_color("tint2", color))
 
 
 class StatusItem:
@@ -68,36 +59,17 @@ class StatusItem:
     def __init__(self, process_id):
         self._owner = wait_for("the icon in the tray", lambda: _find_owner(process_id))
 
-    def property(self, name):
-        return self._call("/StatusNotifierItem", PROPERTIES, "Get",
-                          GLib.Variant("(ss)", (ITEM, name)))[0]
+    def fact(self, name):
+        return call(self._owner, "/StatusNotifierItem", PROPERTIES, "Get",
+                    GLib.Variant("(ss)", (ITEM, name)))[0]
 
     def activate(self):
         """A plain click on the icon."""
-        self._call("/StatusNotifierItem", ITEM, "Activate", GLib.Variant("(ii)", (0, 0)))
+        call(self._owner, "/StatusNotifierItem", ITEM, "Activate", GLib.Variant("(ii)", (0, 0)))
 
-    def entries(self):
-        return [_entry(properties) for _, properties in self._layout()]
-
-    def await_entries(self, expected):
-        wait_for_value("the menu", expected, self.entries)
-
-    def choose(self, label):
-        number = next(number for number, properties in self._layout()
-                      if properties.get("label") == label)
-        self._call(self._menu_path(), MENU, "Event",
-                   GLib.Variant("(isvu)", (number, "clicked", GLib.Variant("s", ""), 0)))
-
-    def _layout(self):
-        _, (_, _, children) = self._call(self._menu_path(), MENU, "GetLayout",
-                                         GLib.Variant("(iias)", (0, -1, [])))
-        return [(number, properties) for number, properties, _ in children]
-
-    def _menu_path(self):
-        return self.property("Menu")
-
-    def _call(self, path, interface, method, arguments):
-        return _call(self._owner, path, interface, method, arguments)
+    @property
+    def menu(self):
+        return Menu(self._owner, self.fact("Menu"))
 
 
 def _menu_windows():
@@ -123,7 +95,7 @@ def _find_owner(process_id):
 
 def _process_of(owner):
     try:
-        return _call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        return call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                      "GetConnectionUnixProcessID", GLib.Variant("(s)", (owner,)))[0]
     except GLib.Error:
         return None  # gone, and the tray has not noticed yet
@@ -131,25 +103,18 @@ def _process_of(owner):
 
 def _watcher_property(name):
     try:
-        return _call(WATCHER, WATCHER_PATH, PROPERTIES, "Get",
+        return call(WATCHER, WATCHER_PATH, PROPERTIES, "Get",
                      GLib.Variant("(ss)", (WATCHER, name)))[0]
     except GLib.Error:
         return None
 
 
-def _call(owner, path, interface, method, arguments):
-    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-    return bus.call_sync(owner, path, interface, method, arguments, None,
-                         Gio.DBusCallFlags.NO_AUTO_START, -1, None).unpack()
-
-
-def _entry(properties):
-    if properties.get("type") == "separator":
-        return SEPARATOR
-    shortcuts = properties.get("shortcut") or [[]]
-    is_checkable = properties.get("toggle-type") == "checkmark"
-    return Entry(properties["label"], properties["toggle-state"] if is_checkable else None,
-                 tuple(shortcuts[0]), "icon-data" in properties)
+def _find_color(window_class, color):
+    for window in windows_of_class(window_class):
+        points = _points_of_color(window.frame(), color)
+        if points:
+            return points[len(points) // 2]
+    return None
 
 
 def _points_of_color(frame, color):

@@ -2,6 +2,10 @@
 
 #include "platform/WindowSystem.h"
 
+#include <QWindow>
+
+#include <vector>
+
 /// Counts what it is asked for; the test starts and stops its compositor.
 class FakeWindowSystem final : public WindowSystem
 {
@@ -10,8 +14,12 @@ class FakeWindowSystem final : public WindowSystem
 public:
     void showOnAllDesktops(QWindow & /*window*/) override { ++showings; }
 
-    void activate(QWindow & /*window*/, const StartupToken & /*token*/) override { ++activations; }
+    void activate(QWindow &window, const StartupToken &token) override
+    {
+        tokens.push_back(token);
+        window.requestActivate();
+    }
 
     int showings = 0;
-    int activations = 0;
+    std::vector<StartupToken> tokens; ///< one an activation
 };

@@ -74,42 +74,6 @@ TEST_F(SatchelStoreSavingTest, SavesNothingOnceTheStoreIsGone)
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(SatchelStoreSavingTest, SavesAtOnceWhatIsPendingWhenAsked)
-{
-    SatchelStore store(machine.platform);
-    store.addBlock();
-    advance(100ms);
-    store.savePendingChanges();
-    EXPECT_EQ(savedDocument(), documentOf(store));
-
-    fs::remove(file);
-    advance(Long);
-    EXPECT_FALSE(fs::exists(file)) << "written more than once";
-}
-
-TEST_F(SatchelStoreSavingTest, SavesNothingWhenAskedWithNothingPending)
-{
-    SatchelStore store(machine.platform);
-    store.savePendingChanges();
-    EXPECT_FALSE(fs::exists(file));
-
-    store.addBlock();
-    advance(SaveDelay);
-    fs::remove(file);
-    store.savePendingChanges();
-    EXPECT_FALSE(fs::exists(file));
-}
-
-TEST_F(SatchelStoreSavingTest, GoesOnSavingAfterItWasAsked)
-{
-    SatchelStore store(machine.platform);
-    store.addBlock();
-    store.savePendingChanges();
-    store.addBlock();
-    advance(SaveDelay);
-    EXPECT_EQ(savedDocument(), documentOf(store));
-}
-
 TEST_F(SatchelStoreSavingTest, WritesTheSameLibraryToTheSameBytes)
 {
     writeFile(ExampleLibrary::json);

@@ -1,6 +1,6 @@
 #include "app/DarkAppearance.h"
+#include "app/PanelApplication.h"
 
-#include <QApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char *argv[])
@@ -8,7 +8,7 @@ int main(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
-    const QApplication application(argc, argv);
+    const PanelApplication application(argc, argv);
     DarkAppearance::apply();
     return RUN_ALL_TESTS();
 }

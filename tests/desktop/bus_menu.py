@@ -1,0 +1,80 @@
+"""A menu as a program offers it over D-Bus, to trays and to menu bars for all programs."""
+
+from typing import NamedTuple
+
+import gi
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402
+
+from waiting import wait_for_value  # noqa: E402
+
+MENU = "com.canonical.dbusmenu"
+PROPERTIES = "org.freedesktop.DBus.Properties"
+
+
+class Entry(NamedTuple):
+    """What a desktop draws of an entry."""
+
+    label: str
+    mark: int | None = None
+    keys: tuple = ()
+    has_icon: bool = False
+    is_enabled: bool = True
+
+
+SEPARATOR = Entry("-")
+
+
+class Menu:
+    """A program's menu, or with `parent` the submenu of one of its entries."""
+
+    def __init__(self, owner, path, parent=0):
+        self._owner, self._path, self._parent = owner, path, parent
+
+    def entries(self):
+        return [_entry(properties) for _, properties in self._layout()]
+
+    def await_entries(self, expected):
+        wait_for_value("the menu", expected, self.entries)
+
+    def choose(self, label):
+        self._call("Event", GLib.Variant("(isvu)", (self._number(label), "clicked",
+                                                    GLib.Variant("s", ""), 0)))
+
+    def open_submenu(self, label):
+        number = self._number(label)
+        self._call("AboutToShow", GLib.Variant("(i)", (number,)))
+        return Menu(self._owner, self._path, number)
+
+    def _number(self, label):
+        return next(number for number, properties in self._layout()
+                    if properties.get("label") == label)
+
+    def _layout(self):
+        _, (_, _, children) = self._call("GetLayout",
+                                         GLib.Variant("(iias)", (self._parent, -1, [])))
+        return [(number, properties) for number, properties, _ in children]
+
+    def _call(self, method, arguments):
+        return call(self._owner, self._path, MENU, method, arguments)
+
+
+def call(owner, path, interface, method, arguments):
+    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+    return bus.call_sync(owner, path, interface, method, arguments, None,
+                         Gio.DBusCallFlags.NO_AUTO_START, -1, None).unpack()
+
+
+def has_owner(name):
+    return call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                "NameHasOwner", GLib.Variant("(s)", (name,)))[0]
+
+
+def _entry(properties):
+    if properties.get("type") == "separator":
+        return SEPARATOR
+    shortcuts = properties.get("shortcut") or [[]]
+    is_checkable = properties.get("toggle-type") == "checkmark"
+    return Entry(properties["label"], properties["toggle-state"] if is_checkable else None,
+                 tuple(shortcuts[0]), "icon-data" in properties, properties.get("enabled", True))
