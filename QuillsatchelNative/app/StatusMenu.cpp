@@ -1,7 +1,7 @@
 #include "app/StatusMenu.h"
 
 #include "launchers/LauncherStore.h"
-#include "support/Utf8.h"
+#include "support/SingleLine.h"
 
 #include <QCoreApplication>
 
@@ -17,7 +17,7 @@ MenuItem makeLauncherItem(const LauncherStore::ConfiguredItem &configured,
                           const LauncherStore &launchers, double scale)
 {
     return { .action = MenuItem::Action::LaunchConfiguredItem,
-             .title = stringFromUtf8(configured.item.name),
+             .title = SingleLine::beginning(configured.item.name),
              .image = launchers.icon(configured.item, StatusMenu::LauncherIconSize, scale),
              .representedSlot = configured.slot };
 }

@@ -28,6 +28,15 @@ protected:
         return titles;
     }
 
+    std::string titleFor(const std::string &name)
+    {
+        auto item = ExampleLaunchers::website();
+        item.name = name;
+        writeFile(ExampleLaunchers::encode({ item }));
+        restart();
+        return make().items[4].title.toStdString();
+    }
+
     void fillSlots(std::initializer_list<int> slots)
     {
         for (const int slot : slots)
@@ -68,6 +77,15 @@ TEST_F(StatusMenuTest, ListsTheLaunchersBetweenTwoSeparators)
         EXPECT_EQ(item.representedSlot, static_cast<int>(2 * index));
     }
     EXPECT_FALSE(menu.items[0].representedSlot);
+}
+
+TEST_F(StatusMenuTest, ShowsNamesOnOneLineThatFitsTheScreen)
+{
+    EXPECT_EQ(titleFor("a\nb\tc\x01"
+                       "d \u202E e"),
+              "a b c d e");
+    EXPECT_EQ(titleFor(std::string(1024 * 1024, 'a')), std::string(1024, 'a'));
+    EXPECT_EQ(titleFor(""), "");
 }
 
 TEST_F(StatusMenuTest, MarksWhetherThePanelIsOnTop)
