@@ -7,6 +7,21 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include <utility>
+
+namespace
+{
+
+void closeOpenMenus()
+{
+    while (auto *const menu = QApplication::activePopupWidget()) {
+        if (!menu->close())
+            return;
+    }
+}
+
+} // namespace
+
 PanelMenus::PanelMenus(QWidget &panel, MenuMirror::Perform perform)
     : QObject(&panel)
     , m_panel(panel)
@@ -16,7 +31,12 @@ PanelMenus::PanelMenus(QWidget &panel, MenuMirror::Perform perform)
 {
     const auto application = MainMenu::makeApplicationMenu();
     m_applicationMenu->setTitle(application.title);
-    MenuMirror::fill(*m_applicationMenu, application.items, perform);
+    // A key is heard while a menu is open, too, which would stay over what the key changes.
+    MenuMirror::fill(*m_applicationMenu, application.items,
+                     [perform = std::move(perform)](const MenuItem &item) {
+                         closeOpenMenus();
+                         perform(item);
+                     });
     const auto edit = MainMenu::makeEditMenu();
     m_editMenu->setTitle(edit.title);
     MenuMirror::fill(*m_editMenu, edit.items,

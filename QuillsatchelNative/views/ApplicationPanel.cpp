@@ -81,6 +81,8 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
     addList(*layout, workspace);
     addButtons(*layout, prompt);
     m_field->setFocus();
+    if (parent)
+        addActions(parent->actions()); // a hidden parent hears no keys
     renderSelection();
     listApplications(workspace);
 }

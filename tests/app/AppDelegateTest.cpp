@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <stdexcept>
 
 namespace
 {
@@ -37,6 +38,21 @@ protected:
     {
         const auto actions = delegate->statusItem().menu().actions();
         return *std::ranges::find(actions, QString::fromStdString(title), &QAction::text);
+    }
+
+    ApplicationPanel &openApplicationChooser()
+    {
+        delegate->showSettings();
+        draw();
+        auto *const slot = panel().findChild<LauncherSlotEditor *>();
+        EXPECT_TRUE(QTest::qWaitFor([slot] { return slot->isVisible(); })); // the card fades in
+        Input::click(*Input::button(*slot, "Choose App\u2026"));
+        settle();
+        auto *const chooser = panel().findChild<ApplicationPanel *>();
+        if (!chooser)
+            throw std::runtime_error("no application chooser");
+        EXPECT_TRUE(QTest::qWaitForWindowActive(chooser));
+        return *chooser;
     }
 
     void fillSlotWithWebsite(const std::string &address)
@@ -361,17 +377,91 @@ TEST_F(AppDelegateTest, HidesThePanelByItsKey)
 TEST_F(AppDelegateTest, HidesTheApplicationChooserWithThePanel)
 {
     startWithStatusBar();
-    delegate->showSettings();
-    draw();
-    auto *const slot = panel().findChild<LauncherSlotEditor *>();
-    ASSERT_TRUE(QTest::qWaitFor([slot] { return slot->isVisible(); }));
-    Input::click(*Input::button(*slot, "Choose App\u2026"));
-    settle();
-    ASSERT_TRUE(panel().findChild<ApplicationPanel *>());
-    Input::key(*panel().findChild<ApplicationPanel *>(), Qt::Key_H, Qt::ControlModifier);
+    Input::key(openApplicationChooser(), Qt::Key_H, Qt::ControlModifier);
     settle();
     EXPECT_FALSE(panel().isVisible());
     EXPECT_FALSE(panel().findChild<ApplicationPanel *>());
+}
+
+TEST_F(AppDelegateTest, TakesItsOpenMenusOffTheScreenWithThePanel)
+{
+    startWithStatusBar();
+    Input::key(panel(), Qt::Key_F10);
+    auto *const menu = QApplication::activePopupWidget();
+    ASSERT_TRUE(menu);
+    Input::key(*menu, Qt::Key_H, Qt::ControlModifier);
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_FALSE(menu->isVisible());
+}
+
+TEST_F(AppDelegateTest, ShowsTheSettingsByTheirKeyInsteadOfAnOpenMenu)
+{
+    start();
+    Input::key(panel(), Qt::Key_F10);
+    auto *const menu = QApplication::activePopupWidget();
+    ASSERT_TRUE(menu);
+    Input::key(*menu, Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    EXPECT_FALSE(menu->isVisible());
+}
+
+TEST_F(AppDelegateTest, HearsItsKeysInTheApplicationChooser)
+{
+    startWithStatusBar();
+    auto &chooser = openApplicationChooser();
+    preferences().showsSettingsCard.set(false);
+    Input::key(chooser, Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    EXPECT_TRUE(chooser.isVisible());
+}
+
+TEST_F(AppDelegateTest, HearsItsKeysInTheApplicationChooserWithoutThePanel)
+{
+    startWithStatusBar();
+    auto &chooser = openApplicationChooser();
+    panel().close();
+    ASSERT_FALSE(panel().isVisible());
+    ASSERT_TRUE(chooser.isVisible());
+    Input::key(chooser, Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(panel().isVisible());
+}
+
+TEST_F(AppDelegateTest, HearsItsKeysOnceWhileACardIsOpen)
+{
+    startWithStatusBar();
+    delegate->showAbout();
+    draw();
+    Input::key(panel(), Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_FALSE(preferences().showsInfoCard.get());
+    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    draw();
+    Input::key(panel(), Qt::Key_H, Qt::ControlModifier);
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_TRUE(preferences().showsSettingsCard.get());
+}
+
+TEST_F(AppDelegateTest, HearsItsKeysWhileATabIsRenamed)
+{
+    startWithStatusBar();
+    Input::doubleClick(*chips()[0]);
+    settle();
+    auto *const field = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    ASSERT_TRUE(field);
+    Input::key(panel(), Qt::Key_H, Qt::ControlModifier);
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_EQ(field->text().toStdString(), "Prompts");
+}
+
+TEST_F(AppDelegateTest, RebuildsTheStatusMenuWhileOneOfItsEntriesIsChosen)
+{
+    startWithStatusBar();
+    fillSlotWithWebsite("example.com");
+    auto *const entry = statusMenuEntry("example.com");
+    QObject::connect(entry, &QAction::triggered, qApp,
+                     [this] { fillSlotWithWebsite("other.example"); });
+    entry->trigger();
+    EXPECT_EQ(machine.workspace.opened, Texts({ "https://example.com" }));
+    EXPECT_EQ(statusMenu()[4], "other.example");
 }
 
 TEST_F(AppDelegateTest, EndsByItsKey)
