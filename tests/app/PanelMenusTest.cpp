@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
 namespace
@@ -43,6 +44,12 @@ protected:
             }
         }
         throw std::runtime_error("no entry " + title.toStdString());
+    }
+
+    static QColor groundOfMenu()
+    {
+        const auto picture = menu()->grab().toImage();
+        return picture.pixelColor(4, picture.height() - 4);
     }
 
     void openByKey() { Input::key(panel(), Qt::Key_F10); }
@@ -98,6 +105,46 @@ TEST_F(PanelMenusTest, OpensByTheMenuKeyWhereTheFocusHasNoMenuOfItsOwn)
     askForMenu(button("New Node"), QContextMenuEvent::Keyboard);
     ASSERT_TRUE(menu());
     EXPECT_EQ(menu()->pos(), panel().mapToGlobal(QPoint(0, TitleBar::Height)));
+}
+
+TEST_F(PanelMenusTest, LeavesTheMenuKeyToATextWithAMenuOfItsOwn)
+{
+    start({ tabOf("Prompts", { "abc" }) });
+    Input::click(editor(0));
+    askForMenu(*editor(0).viewport(), QContextMenuEvent::Keyboard);
+    ASSERT_TRUE(menu());
+    EXPECT_TRUE(menu()->actions().front()->text().startsWith(u"&Undo"_s));
+}
+
+TEST_F(PanelMenusTest, IsDarkAsAreTheMenusOfTexts)
+{
+    start({ tabOf("Prompts", { "abc" }) });
+    Input::click(editor(0));
+    openByKey();
+    EXPECT_LT(groundOfMenu().lightnessF(), 0.3);
+    EXPECT_EQ(groundOfMenu().alpha(), 255);
+    menu()->close();
+    askForMenu(*editor(0).viewport(), QContextMenuEvent::Keyboard);
+    EXPECT_LT(groundOfMenu().lightnessF(), 0.3);
+    EXPECT_EQ(groundOfMenu().alpha(), 255);
+}
+
+TEST_F(PanelMenusTest, DoesNotEndTheRenamingOfATab)
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+    start();
+    Input::doubleClick(*chips()[0]);
+    settle();
+    auto *const field = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    ASSERT_TRUE(field);
+    openByKey();
+    ASSERT_TRUE(menu());
+    EXPECT_TRUE(entry(u"Paste"_s).isEnabled());
+    entry(u"Paste"_s).trigger();
+    EXPECT_EQ(field->text().toStdString(), "pasted");
+    settle();
+    EXPECT_EQ(chips()[0]->text().toStdString(), "pasted");
+    EXPECT_TRUE(chips()[0]->isAncestorOf(field));
 }
 
 TEST_F(PanelMenusTest, OffersWhatCanBeDoneWithTheFocusedText)
