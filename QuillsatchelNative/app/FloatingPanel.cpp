@@ -2,6 +2,7 @@
 
 #include "app/GlassBackground.h"
 #include "app/PanelFrame.h"
+#include "app/PanelPlacement.h"
 #include "app/TitleBar.h"
 #include "views/AccessibleRole.h"
 #include "views/FocusOrder.h"
@@ -9,6 +10,7 @@
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
@@ -48,6 +50,21 @@ void FloatingPanel::center()
     QRect frame = rect();
     frame.moveCenter(screen()->availableGeometry().center());
     move(frame.topLeft());
+}
+
+// The window is asked, not the widget, which does not move while it is hidden. A maximised window
+// is the window manager's to place.
+void FloatingPanel::comeWithinReach()
+{
+    auto *const window = windowHandle();
+    if (!window || isMaximized())
+        return;
+    QList<QRect> areas;
+    for (const auto *const screen : QGuiApplication::screens())
+        areas.push_back(screen->availableGeometry());
+    const auto place = PanelPlacement::reachable(window->geometry(), TitleBar::Height, areas);
+    if (place != window->position())
+        window->setPosition(place);
 }
 
 void FloatingPanel::makeKeyAndOrderFront(const StartupToken &token)

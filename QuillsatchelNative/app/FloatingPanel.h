@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ScreenChanges.h"
 #include "platform/WindowSystem.h"
 #include "support/Cancellable.h"
 
@@ -13,7 +14,8 @@ class TitleBar;
 
 /// The program's one window: frameless, translucent with round corners where there is a
 /// compositor, on all desktops, dark whatever the system's setting. It takes the keyboard like
-/// any window. Closing it takes it off the screen; the program goes on.
+/// any window. Closing it takes it off the screen; the program goes on. When the screen it is on
+/// goes away, it moves to one where it can be reached.
 class FloatingPanel final : public QWidget
 {
     Q_OBJECT
@@ -58,10 +60,12 @@ private:
     int cornerRadius() const;
     QPoint placeBelowTitleBar() const;
     void renderEdge();
+    void comeWithinReach();
 
     WindowSystem &m_windowSystem;
     QuillsatchelView *m_content = nullptr;
     TitleBar *m_titleBar = nullptr;
     PanelFrame *m_frame;
     Cancellable m_compositingCancellable;
+    ScreenChanges m_screenChanges { [this] { comeWithinReach(); } };
 };

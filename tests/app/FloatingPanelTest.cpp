@@ -15,6 +15,18 @@ protected:
 
     /// How opaque the panel's very corner is, from 0 to 255.
     int cornerOpacity() { return Picture(panel(), Qt::white).at(0.3, 0.3).alpha(); }
+
+    /// Puts the panel where no screen is, as if its screen had gone from there.
+    void loseScreen() { panel().windowHandle()->setPosition(screen().geometry().bottomRight()); }
+
+    static QScreen &screen() { return *QGuiApplication::primaryScreen(); }
+
+    bool comesBack()
+    {
+        return QTest::qWaitFor([this] {
+            return screen().availableGeometry().contains(panel().windowHandle()->geometry());
+        });
+    }
 };
 
 /// Counts the events of one kind that a widget gets.
@@ -55,6 +67,37 @@ TEST_F(FloatingPanelTest, AppearsInTheMiddleOfTheScreen)
     const QPoint distance =
         panel().geometry().center() - panel().screen()->availableGeometry().center();
     EXPECT_LE(distance.manhattanLength(), 2);
+}
+
+TEST_F(FloatingPanelTest, ComesBackWhenTheScreensHaveChanged)
+{
+    loseScreen();
+    Q_EMIT screen().geometryChanged(screen().geometry());
+    EXPECT_TRUE(comesBack());
+    loseScreen();
+    Q_EMIT screen().availableGeometryChanged(screen().availableGeometry());
+    EXPECT_TRUE(comesBack());
+    loseScreen();
+    Q_EMIT qGuiApp->screenRemoved(&screen());
+    EXPECT_TRUE(comesBack());
+}
+
+TEST_F(FloatingPanelTest, ComesBackWhileItIsHidden)
+{
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    panel().close();
+    loseScreen();
+    Q_EMIT screen().geometryChanged(screen().geometry());
+    EXPECT_TRUE(comesBack());
+    EXPECT_FALSE(panel().isVisible());
+}
+
+TEST_F(FloatingPanelTest, StaysWhereItIsWhenAnotherScreenChanges)
+{
+    panel().move(11, 12);
+    Q_EMIT screen().geometryChanged(screen().geometry());
+    QTest::qWait(300); // by now it would have moved
+    EXPECT_EQ(panel().windowHandle()->position(), QPoint(11, 12));
 }
 
 TEST_F(FloatingPanelTest, FollowsItsSizeWithAllThatIsInIt)

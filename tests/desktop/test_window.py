@@ -5,10 +5,11 @@ import time
 
 from desktop_test import DesktopTest
 from library import known_id, node, tab
+from tray import StatusItem, Tray
 from waiting import wait_for, wait_for_value
 from x11 import (Point, Rect, WindowEvents, active_window, button_held, color_at, glide,
-                 managed_windows, move_pointer, open_colored_window, show_desktop, type_text,
-                 work_area)
+                 managed_windows, move_pointer, open_colored_window, run, show_desktop,
+                 type_text, work_area)
 
 ALL_DESKTOPS = 0xFFFFFFFF
 IDEAL_SIZE = (430, 650)
@@ -193,6 +194,43 @@ class StackingTest(WindowTest):
         return open_backdrop(self.session, self.window.frame(), self.addCleanup)
 
 
+class ScreensTest(WindowTest):
+    """Two monitors side by side, the panel on the right one."""
+
+    def setUp(self):
+        super().setUp()
+        add_monitor("left", Rect(0, 0, 640, 1024), "screen", self.addCleanup)
+        add_monitor("right", Rect(640, 0, 640, 1024), "none", self.addCleanup)
+        self.window.ask_for_place(740, 200)
+        self.await_frame(Rect(740, 200, *IDEAL_SIZE))
+
+    def test_it_stays_while_its_monitor_does(self):
+        remove_monitor("left")
+        time.sleep(0.5)  # it would have moved by now
+        self.assertEqual(self.window.frame(), Rect(740, 200, *IDEAL_SIZE))
+
+    def test_it_moves_to_the_monitor_that_is_left(self):
+        remove_monitor("right")
+        self.await_on_left_monitor()
+
+    def test_it_comes_back_on_the_monitor_that_is_left_when_it_was_hidden(self):
+        tray = Tray(self.session)
+        self.addCleanup(tray.end)
+        item = StatusItem(self.panel.process_id)
+        self.panel.find("Close", "push button").click()
+        wait_for("the panel hidden", lambda: not self.window.is_in_sight())
+
+        remove_monitor("right")
+        time.sleep(0.5)  # so that it is not the showing that moves it
+        item.activate()
+
+        wait_for("the panel in sight", self.window.is_in_sight)
+        self.await_on_left_monitor()
+
+    def await_on_left_monitor(self):
+        self.await_frame(Rect(640 - IDEAL_SIZE[0], 200, *IDEAL_SIZE))
+
+
 class CornersTest(WindowTest):
     def setUp(self):
         super().setUp()
@@ -222,6 +260,18 @@ class CornersTest(WindowTest):
         return [look_of_corner(Point(across, down), inward)
                 for across, inward in ((x, 1), (x + width - 1, -1))
                 for down in (y, y + height - 1)]
+
+
+def add_monitor(name, area, output, add_cleanup):
+    """A part of the screen that programs take for a monitor, on an output or on none."""
+    x, y, width, height = area
+    run("xrandr", "--setmonitor", name, f"{width}/{width // 4}x{height}/{height // 4}+{x}+{y}",
+        output)
+    add_cleanup(lambda: name in run("xrandr", "--listmonitors") and remove_monitor(name))
+
+
+def remove_monitor(name):
+    run("xrandr", "--delmonitor", name)
 
 
 def look_of_corner(corner, inward):
