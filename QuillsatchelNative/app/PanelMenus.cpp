@@ -22,7 +22,7 @@ void closeOpenMenus()
 
 } // namespace
 
-PanelMenus::PanelMenus(QWidget &panel, MenuMirror::Perform perform)
+PanelMenus::PanelMenus(QWidget &panel, const MenuMirror::Perform &perform)
     : QObject(&panel)
     , m_panel(panel)
     , m_applicationMenu(new QMenu(&panel))

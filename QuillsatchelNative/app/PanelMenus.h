@@ -18,7 +18,7 @@ class PanelMenus final : public QObject
 public:
     /// The menus of `panel`, which becomes their parent. `perform` is called with what is chosen
     /// from the application menu.
-    PanelMenus(QWidget &panel, MenuMirror::Perform perform);
+    PanelMenus(QWidget &panel, const MenuMirror::Perform &perform);
 
     /// Offers the menus to the desktop's menu bar. Asks the desktop over D-Bus.
     void offerToDesktop();

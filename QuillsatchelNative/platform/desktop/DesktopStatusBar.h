@@ -16,10 +16,8 @@ class DesktopStatusBar final : public StatusBar
 public:
     void begin() override;
 
-private Q_SLOTS:
-    void askForHost();
-
 private:
+    Q_SLOT void askForHost(); // by its name, as Qt's D-Bus asks for it
     void watchBus();
     void render();
 

@@ -110,7 +110,8 @@ void X11WindowSystem::requestActivation(QWindow &window, const std::string &star
 void X11WindowSystem::endStartup(const QWindow &window, const std::string &startupID)
 {
     const std::string text = "remove: ID=" + quoted(startupID) + '\0';
-    auto message = messageAbout(window, X11Connection::atom(m_connection, "_NET_STARTUP_INFO_BEGIN"));
+    auto message =
+        messageAbout(window, X11Connection::atom(m_connection, "_NET_STARTUP_INFO_BEGIN"));
     message.format = 8;
     constexpr std::size_t Room = sizeof(message.data.data8);
     for (std::size_t sent = 0; sent < text.size(); sent += Room) {
@@ -123,6 +124,7 @@ void X11WindowSystem::endStartup(const QWindow &window, const std::string &start
 
 void X11WindowSystem::sendToRoot(const xcb_client_message_event_t &message, std::uint32_t eventMask)
 {
-    xcb_send_event(m_connection, 0, X11Connection::root(m_connection), eventMask, reinterpret_cast<const char *>(&message));
+    xcb_send_event(m_connection, 0, X11Connection::root(m_connection), eventMask,
+                   reinterpret_cast<const char *>(&message));
     xcb_flush(m_connection);
 }
