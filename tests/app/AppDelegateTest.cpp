@@ -37,7 +37,11 @@ protected:
     QAction *statusMenuEntry(const std::string &title)
     {
         const auto actions = delegate->statusItem().menu().actions();
-        return *std::ranges::find(actions, QString::fromStdString(title), &QAction::text);
+        const auto found =
+            std::ranges::find(actions, QString::fromStdString(title), &QAction::text);
+        if (found == actions.end())
+            throw std::runtime_error("no entry " + title);
+        return *found;
     }
 
     ApplicationPanel &openApplicationChooser()

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,17 @@ namespace
 {
 
 using Action = MenuItem::Action;
+
+bool hasInk(const QImage &image)
+{
+    const auto opacities = image.convertToFormat(QImage::Format_Alpha8);
+    for (int y = 0; y < opacities.height(); ++y) {
+        const auto *const row = opacities.constScanLine(y);
+        if (std::any_of(row, row + opacities.width(), [](uchar opacity) { return opacity > 0; }))
+            return true;
+    }
+    return false;
+}
 
 class MenuMirrorTest : public testing::Test
 {
@@ -99,9 +111,7 @@ TEST_F(MenuMirrorTest, ShowsPicturesAndSymbols)
              .image = LauncherIcon { {}, "gearshape", "Settings" } },
            { .action = Action::Quit, .title = QStringLiteral("Plain") } });
     EXPECT_EQ(entry(0).icon().pixmap(18, 18).toImage().pixelColor(9, 9), QColor(Qt::green));
-    EXPECT_FALSE(entry(1).icon().isNull());
-    EXPECT_FALSE(entry(1).icon().pixmap(16, 16).toImage().allGray() &&
-                 entry(1).icon().pixmap(16, 16).isNull());
+    EXPECT_TRUE(hasInk(entry(1).icon().pixmap(16, 16).toImage()));
     EXPECT_TRUE(entry(2).icon().isNull());
 }
 
