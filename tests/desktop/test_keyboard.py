@@ -113,6 +113,18 @@ class KeyboardTest(DesktopTest):
         wait_for("the card gone", card.is_gone)
         wait_for("the icon with the focus", lambda: panel.focused_name() == "About Quillsatchel")
 
+    def test_the_keys_of_the_menu_are_heard_over_an_open_menu(self):
+        panel = self.open_panel([tab("Prompts", node("a", id=known_id(2)), id=known_id(1))])
+
+        for key in ("F10", "Menu"):  # the panel's menu, the text's own
+            with self.subTest(key):
+                panel.editor(1, 1).click()
+                menu = panel.menu_after(lambda: press_keys(key))
+                card = panel.open_settings()
+                wait_for("the menu gone", menu.is_gone)
+                press_keys("Escape")
+                wait_for("the card gone", card.is_gone)
+
     def names_on_a_round_of_tab(self, panel):
         start = (panel.focused_name(), panel.focused().frame)
         names = []
