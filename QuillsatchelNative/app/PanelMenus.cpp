@@ -7,8 +7,6 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include <utility>
-
 namespace
 {
 
@@ -32,11 +30,10 @@ PanelMenus::PanelMenus(QWidget &panel, const MenuMirror::Perform &perform)
     const auto application = MainMenu::makeApplicationMenu();
     m_applicationMenu->setTitle(application.title);
     // A key is heard while a menu is open, too, which would stay over what the key changes.
-    MenuMirror::fill(*m_applicationMenu, application.items,
-                     [perform = std::move(perform)](const MenuItem &item) {
-                         closeOpenMenus();
-                         perform(item);
-                     });
+    MenuMirror::fill(*m_applicationMenu, application.items, [perform](const MenuItem &item) {
+        closeOpenMenus();
+        perform(item);
+    });
     const auto edit = MainMenu::makeEditMenu();
     m_editMenu->setTitle(edit.title);
     MenuMirror::fill(*m_editMenu, edit.items,
