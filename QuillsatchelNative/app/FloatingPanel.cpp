@@ -16,6 +16,19 @@
 #include <QScreen>
 #include <QWindow>
 
+namespace
+{
+
+GlassBackground::Backdrop backdropOn(const WindowSystem &windowSystem)
+{
+    if (!windowSystem.isCompositing.get())
+        return GlassBackground::Backdrop::None;
+    return windowSystem.isBlurring.get() ? GlassBackground::Backdrop::Blurred
+                                         : GlassBackground::Backdrop::Sharp;
+}
+
+} // namespace
+
 FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , m_windowSystem(windowSystem)
@@ -25,6 +38,7 @@ FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
     setWindowTitle(QStringLiteral("Quillsatchel"));
     setAttribute(Qt::WA_TranslucentBackground);
     m_compositingCancellable = m_windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
+    m_blurCancellable = m_windowSystem.isBlurring.sink([this](bool) { renderBlur(); });
 }
 
 void FloatingPanel::setContent(QuillsatchelView *content, TitleBar *titleBar)
@@ -82,6 +96,7 @@ void FloatingPanel::setVisible(bool visible)
     QWidget::setVisible(visible);
     if (visible)
         m_windowSystem.showOnAllDesktops(*windowHandle());
+    renderBlur();
 }
 
 // Accepted, the close would take the window from the window system: shown again it would be
@@ -132,6 +147,7 @@ void FloatingPanel::resizeEvent(QResizeEvent * /*event*/)
         m_content->setGeometry(rect());
     if (m_titleBar)
         m_titleBar->setGeometry(0, 0, width(), TitleBar::Height);
+    renderBlur();
 }
 
 void FloatingPanel::changeEvent(QEvent *event)
@@ -150,13 +166,20 @@ void FloatingPanel::renderEdge()
 {
     m_frame->setRadius(cornerRadius());
     m_frame->setAttribute(Qt::WA_TransparentForMouseEvents, isMaximized()); // nothing to resize
+    renderBlur();
+}
+
+void FloatingPanel::renderBlur()
+{
+    if (windowHandle() && m_windowSystem.isBlurring.get())
+        m_windowSystem.blurBehind(*windowHandle(), size(), cornerRadius());
     update();
 }
 
 void FloatingPanel::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
-    GlassBackground::paint(painter, rect(), cornerRadius(), !m_windowSystem.isCompositing.get());
+    GlassBackground::paint(painter, rect(), cornerRadius(), backdropOn(m_windowSystem));
 }
 
 bool FloatingPanel::focusNextPrevChild(bool next)

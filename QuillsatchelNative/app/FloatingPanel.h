@@ -60,6 +60,7 @@ private:
     int cornerRadius() const;
     QPoint placeBelowTitleBar() const;
     void renderEdge();
+    void renderBlur();
     void comeWithinReach();
 
     WindowSystem &m_windowSystem;
@@ -67,5 +68,6 @@ private:
     TitleBar *m_titleBar = nullptr;
     PanelFrame *m_frame;
     Cancellable m_compositingCancellable;
+    Cancellable m_blurCancellable;
     ScreenChanges m_screenChanges { [this] { comeWithinReach(); } };
 };

@@ -28,12 +28,15 @@ constexpr SrgbColor over(const SrgbColor &top, const SrgbColor &ground)
 
 } // namespace
 
-void GlassBackground::paint(QPainter &painter, const QRect &rect, int radius, bool isOpaque)
+void GlassBackground::paint(QPainter &painter, const QRect &rect, int radius, Backdrop backdrop)
 {
     // All layers but the gradient are plain colours, so the whole stack is one gradient: the
     // panel is repainted at every scroll step, and one fill is a quarter of four.
-    const auto window = isOpaque ? over(WindowColor, SrgbColor::black()) : WindowColor;
-    const auto ground = over(Tint, over(VisualEffectBackground::material, window));
+    const auto window =
+        backdrop == Backdrop::None ? over(WindowColor, SrgbColor::black()) : WindowColor;
+    const auto &material = backdrop == Backdrop::Blurred ? VisualEffectBackground::blurringMaterial
+                                                         : VisualEffectBackground::material;
+    const auto ground = over(Tint, over(material, window));
     QLinearGradient gradient(rect.topLeft(), rect.bottomRight());
     gradient.setColorAt(0, Painting::qColor(over(TopLeading, ground)));
     gradient.setColorAt(0.5, Painting::qColor(over(Middle, ground)));

@@ -7,8 +7,14 @@ class QRect;
 namespace GlassBackground
 {
 
-/// Fills `rect`, rounded by `radius` points. Where nothing can shine through (`isOpaque`), the
-/// colours are those over black.
-void paint(QPainter &painter, const QRect &rect, int radius, bool isOpaque);
+/// What shines through.
+enum class Backdrop {
+    None, ///< the colours are those over black
+    Sharp,
+    Blurred,
+};
+
+/// Fills `rect`, rounded by `radius` points.
+void paint(QPainter &painter, const QRect &rect, int radius, Backdrop backdrop);
 
 } // namespace GlassBackground

@@ -213,6 +213,48 @@ TEST_F(FloatingPanelTest, IsOpaqueWhereThereIsNoCompositor)
     EXPECT_NE(Picture(panel(), Qt::white).differenceFrom(Picture(panel(), Qt::black), 0), QRectF());
 }
 
+TEST_F(FloatingPanelTest, AsksForNoBlurWhereThereIsNone)
+{
+    panel().resize(500, 600);
+    EXPECT_TRUE(machine.windowSystem.blurs.empty());
+}
+
+TEST_F(FloatingPanelTest, HasWhatIsBehindItBlurredAsFarAsItReaches)
+{
+    using Blur = FakeWindowSystem::Blur;
+    const auto &blurs = machine.windowSystem.blurs;
+    machine.windowSystem.isBlurring.set(true);
+    ASSERT_FALSE(blurs.empty());
+    EXPECT_EQ(blurs.back(), (Blur { QSize(430, 650), FloatingPanel::CornerRadius }));
+
+    panel().resize(500, 600);
+    EXPECT_EQ(blurs.back(), (Blur { QSize(500, 600), FloatingPanel::CornerRadius }));
+
+    panel().showMaximized();
+    settle();
+    EXPECT_EQ(blurs.back(), (Blur { panel().size(), 0 }));
+}
+
+TEST_F(FloatingPanelTest, AsksForItsBlurWheneverItIsShown)
+{
+    machine.windowSystem.isBlurring.set(true);
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    panel().close();
+    const auto before = machine.windowSystem.blurs.size();
+    delegate->showPanel();
+    EXPECT_GT(machine.windowSystem.blurs.size(), before);
+}
+
+TEST_F(FloatingPanelTest, IsMoreTranslucentWhereWhatIsBehindItIsBlurred)
+{
+    const auto ground = [this] { return Picture(panel(), Qt::white).at(4, 300); };
+    const QColor sharp = ground();
+    machine.windowSystem.isBlurring.set(true);
+    EXPECT_GT(ground().lightness(), sharp.lightness() + 5);
+    machine.windowSystem.isBlurring.set(false);
+    EXPECT_EQ(ground(), sharp);
+}
+
 TEST_F(FloatingPanelTest, HasSquareCornersWhileItFillsTheScreen)
 {
     panel().showMaximized();

@@ -2,12 +2,18 @@
 
 #include "app/VisualEffectBackground.h"
 #include "views/Picture.h"
+#include "views/SatchelTheme.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace
 {
+
+using GlassBackground::Backdrop;
 
 constexpr SrgbColor Window { 0.045, 0.045, 0.075, 0.62 };
 constexpr SrgbColor Tint { 0.035, 0.038, 0.075, 0.7 };
@@ -36,23 +42,39 @@ struct Layers {
     }
 };
 
-Layers layersOn(const QColor &ground)
+Layers layersOn(const QColor &ground, const SrgbColor &material = VisualEffectBackground::material)
 {
     const Layers base { ground.redF(), ground.greenF(), ground.blueF() };
-    return base.under(Window).under(VisualEffectBackground::material).under(Tint);
+    return base.under(Window).under(material).under(Tint);
 }
 
-Picture paintedOn(const QColor &ground, bool isOpaque, int radius = 0)
+Picture paintedOn(const QColor &ground, Backdrop backdrop, int radius = 0)
 {
-    return { Frame.size(), 1, ground, [isOpaque, radius](QPainter &painter) {
-                GlassBackground::paint(painter, Frame, radius, isOpaque);
+    return { Frame.size(), 1, ground, [backdrop, radius](QPainter &painter) {
+                GlassBackground::paint(painter, Frame, radius, backdrop);
             } };
+}
+
+double luminance(const QColor &color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+/// Of text, as the WCAG count it.
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto [darker, lighter] = std::minmax({ luminance(a), luminance(b) });
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 TEST(GlassBackgroundTest, LaysTintAndGradientOverTheMaterial)
 {
     for (const QColor ground : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
-        const Picture picture = paintedOn(ground, false);
+        const Picture picture = paintedOn(ground, Backdrop::Sharp);
         const Layers layers = layersOn(ground);
         EXPECT_TRUE(isColor(picture.at(0, 0), layers.under(TopLeft).color(), 1));
         EXPECT_TRUE(isColor(picture.at(215, 325), layers.color(), 1));
@@ -62,7 +84,7 @@ TEST(GlassBackgroundTest, LaysTintAndGradientOverTheMaterial)
 
 TEST(GlassBackgroundTest, RunsItsGradientFromCornerToCorner)
 {
-    const Picture picture = paintedOn(Qt::black, false);
+    const Picture picture = paintedOn(Qt::black, Backdrop::Sharp);
     const Layers layers = layersOn(Qt::black);
     EXPECT_TRUE(isColor(picture.at(107, 162), layers.under(TopLeft.withOpacity(0.11)).color(), 1));
     EXPECT_TRUE(
@@ -71,21 +93,44 @@ TEST(GlassBackgroundTest, RunsItsGradientFromCornerToCorner)
 
 TEST(GlassBackgroundTest, LetsHardlyAnythingThroughFromBehind)
 {
-    const QColor onWhite = paintedOn(Qt::white, false).at(215, 325);
-    const QColor onBlack = paintedOn(Qt::black, false).at(215, 325);
+    const QColor onWhite = paintedOn(Qt::white, Backdrop::Sharp).at(215, 325);
+    const QColor onBlack = paintedOn(Qt::black, Backdrop::Sharp).at(215, 325);
     EXPECT_LE(Picture::distance(onWhite, onBlack), 3);
+}
+
+TEST(GlassBackgroundTest, LetsMoreThroughWhereItIsBlurred)
+{
+    const auto &material = VisualEffectBackground::blurringMaterial;
+    for (const QColor ground : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
+        EXPECT_TRUE(isColor(paintedOn(ground, Backdrop::Blurred).at(215, 325),
+                            layersOn(ground, material).color(), 1));
+    }
+    const QColor onWhite = paintedOn(Qt::white, Backdrop::Blurred).at(215, 325);
+    const QColor onBlack = paintedOn(Qt::black, Backdrop::Blurred).at(215, 325);
+    EXPECT_GE(Picture::distance(onWhite, onBlack), 12);
+}
+
+TEST(GlassBackgroundTest, KeepsTextReadableWhateverShinesThrough)
+{
+    for (const auto backdrop : { Backdrop::None, Backdrop::Sharp, Backdrop::Blurred }) {
+        const Picture picture = paintedOn(Qt::white, backdrop);
+        for (const QPoint place : { QPoint(0, 0), QPoint(215, 325), QPoint(429, 649) }) {
+            const QColor ground = picture.at(place.x(), place.y());
+            EXPECT_GE(contrast(over(SatchelTheme::secondary, ground), ground), 4.5);
+        }
+    }
 }
 
 TEST(GlassBackgroundTest, LetsNothingThroughWhereItIsOpaque)
 {
-    const Picture onWhite = paintedOn(Qt::white, true);
-    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, true), 0), QRectF());
-    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, false), 1), QRectF());
+    const Picture onWhite = paintedOn(Qt::white, Backdrop::None);
+    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, Backdrop::None), 0), QRectF());
+    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, Backdrop::Sharp), 1), QRectF());
 }
 
 TEST(GlassBackgroundTest, LeavesRoundCornersOut)
 {
-    const Picture picture = paintedOn(Qt::green, false, 10);
+    const Picture picture = paintedOn(Qt::green, Backdrop::Sharp, 10);
     EXPECT_TRUE(isColor(picture.at(0, 0), Qt::green));
     EXPECT_TRUE(isColor(picture.at(429, 649), Qt::green));
     EXPECT_FALSE(isColor(picture.at(5, 5), Qt::green, 100));

@@ -8,7 +8,7 @@ from library import known_id, node, tab
 from tray import StatusItem, Tray
 from waiting import wait_for, wait_for_value
 from x11 import (Point, Rect, WindowEvents, active_window, button_held, color_at, glide,
-                 managed_windows, move_pointer, open_colored_window, run, show_desktop,
+                 managed_windows, move_pointer, offer_blur, open_colored_window, run, show_desktop,
                  type_text, work_area)
 
 ALL_DESKTOPS = 0xFFFFFFFF
@@ -260,6 +260,50 @@ class CornersTest(WindowTest):
         return [look_of_corner(Point(across, down), inward)
                 for across, inward in ((x, 1), (x + width - 1, -1))
                 for down in (y, y + height - 1)]
+
+
+class BlurTest(WindowTest):
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.session.set_compositing, self.session.has_compositor)
+        self.session.set_compositing(True)
+        self.assertEqual(self.window.blurred_area(), [])
+        self.addCleanup(offer_blur, False)
+
+    def test_it_has_blurred_what_is_behind_it_within_its_round_corners(self):
+        offer_blur(True)
+        self.await_blur_of(*IDEAL_SIZE)
+        self.window.ask_for_size(500, 600)
+        self.await_blur_of(500, 600)
+
+    def test_more_shines_through_it_while_it_is_blurred(self):
+        frame = self.window.frame()
+        open_colored_window(self.session, "backdrop", "#FFFFFF", frame, self.addCleanup)
+        place = Point(frame.x + 4, frame.center.y)
+        sharp = color_at(place)
+
+        def grows_lighter():
+            return min(channels(color_at(place))) > min(channels(sharp)) + 5
+
+        for ends in (lambda: offer_blur(False), lambda: self.session.set_compositing(False)):
+            offer_blur(True)
+            wait_for("a lighter ground", grows_lighter)
+            ends()
+            wait_for("the ground as before", lambda: not grows_lighter())
+
+    def await_blur_of(self, width, height):
+        wait_for_value("what is blurred", (width, height),
+                       lambda: size_of(self.window.blurred_area()))
+        area = self.window.blurred_area()
+        self.assertIn(Rect(0, 10, width, height - 20), area)
+        self.assertIn(Rect(10, 0, width - 20, 1), area)
+        self.assertIn(Rect(10, height - 1, width - 20, 1), area)
+
+
+def size_of(area):
+    """Of all the rectangles together."""
+    return (max((each.x + each.width for each in area), default=0),
+            max((each.y + each.height for each in area), default=0))
 
 
 def add_monitor(name, area, output, add_cleanup):

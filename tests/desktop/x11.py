@@ -10,6 +10,9 @@ from processes import end
 from waiting import wait_for
 
 
+BLUR_BEHIND = "_KDE_NET_WM_BLUR_BEHIND_REGION"
+
+
 class Point(NamedTuple):
     x: int
     y: int
@@ -69,6 +72,11 @@ class Window:
         hints = self._property("WM_NORMAL_HINTS")
         return tuple(map(int, re.search(r"minimum size: (\d+) by (\d+)", hints).groups()))
 
+    def blurred_area(self):
+        """What the window wants blurred behind it, in rectangles; with nothing, none of it."""
+        numbers = re.findall(r"\d+", self._property(BLUR_BEHIND).partition("=")[2])
+        return [Rect(*map(int, numbers[at:at + 4])) for at in range(0, len(numbers), 4)]
+
     def ask_for_size(self, width, height):
         run("xdotool", "windowsize", self.number, width, height)
 
@@ -114,6 +122,12 @@ def active_window():
 def work_area():
     areas = run("xprop", "-root", "_NET_WORKAREA")
     return Rect(*map(int, re.findall(r"\d+", areas.partition("=")[2])[:4]))
+
+
+def offer_blur(is_offered):
+    """Says so as a compositor does that blurs what is behind windows."""
+    offer = ["-f", BLUR_BEHIND, "32c", "-set", BLUR_BEHIND, 0]
+    run("xprop", "-root", *(offer if is_offered else ["-remove", BLUR_BEHIND]))
 
 
 def show_desktop(number):

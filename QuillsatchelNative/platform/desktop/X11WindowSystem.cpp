@@ -1,15 +1,19 @@
 #include "platform/desktop/X11WindowSystem.h"
 
+#include "platform/desktop/RoundedRegion.h"
 #include "platform/desktop/StartupEnvironment.h"
 #include "platform/desktop/X11Connection.h"
 
+#include <QSize>
 #include <QWindow>
 #include <xcb/xcb.h>
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace
 {
@@ -60,8 +64,16 @@ X11WindowSystem::X11WindowSystem()
     if (!m_connection)
         return;
     m_desktopAtom = X11Connection::atom(m_connection, "_NET_WM_DESKTOP");
-    m_compositorCancellable =
-        m_compositor.isOwned.sink([this](bool isRunning) { isCompositing.set(isRunning); });
+    m_compositorCancellable = m_compositor.isOwned.sink([this](bool) { followCompositor(); });
+    m_blurCancellable = m_blur.isSet.sink([this](bool) { followCompositor(); });
+}
+
+// A compositor that ended suddenly has left its offers behind.
+void X11WindowSystem::followCompositor()
+{
+    const bool isRunning = m_compositor.isOwned.get();
+    isCompositing.set(isRunning);
+    isBlurring.set(isRunning && m_blur.isSet.get());
 }
 
 void X11WindowSystem::showOnAllDesktops(QWindow &window)
@@ -74,6 +86,23 @@ void X11WindowSystem::showOnAllDesktops(QWindow &window)
     message.data.data32[0] = AllDesktops;
     message.data.data32[1] = FromAnApplication;
     sendToRoot(message, ToWindowManager);
+}
+
+void X11WindowSystem::blurBehind(QWindow &window, const QSize &size, int radius)
+{
+    if (!m_connection)
+        return;
+    const qreal scale = window.devicePixelRatio();
+    const int radiusInPixels = static_cast<int>(std::ceil(radius * scale));
+    std::vector<std::uint32_t> numbers;
+    for (const QRect &rect : RoundedRegion::of(size * scale, radiusInPixels)) {
+        for (const int number : { rect.x(), rect.y(), rect.width(), rect.height() })
+            numbers.push_back(static_cast<std::uint32_t>(number));
+    }
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE,
+                        static_cast<xcb_window_t>(window.winId()), m_blur.atom(), XCB_ATOM_CARDINAL,
+                        32, static_cast<std::uint32_t>(numbers.size()), numbers.data());
+    xcb_flush(m_connection);
 }
 
 void X11WindowSystem::activate(QWindow &window, const StartupToken &token)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WindowSystem.h"
+#include "platform/desktop/X11RootProperty.h"
 #include "platform/desktop/X11Selection.h"
 #include "support/Cancellable.h"
 
@@ -21,9 +22,11 @@ public:
     X11WindowSystem();
 
     void showOnAllDesktops(QWindow &window) override;
+    void blurBehind(QWindow &window, const QSize &size, int radius) override;
     void activate(QWindow &window, const StartupToken &token) override;
 
 private:
+    void followCompositor();
     void requestActivation(QWindow &window, const std::string &startupID);
     void endStartup(const QWindow &window, const std::string &startupID);
     void sendToRoot(const xcb_client_message_event_t &message, std::uint32_t eventMask);
@@ -31,5 +34,8 @@ private:
     xcb_connection_t *m_connection; // Qt's own; none when Qt does not run on X11
     std::uint32_t m_desktopAtom = 0;
     X11Selection m_compositor { "_NET_WM_CM_S0" };
+    // The compositor sets it on the root window, a program on what is to be blurred.
+    X11RootProperty m_blur { "_KDE_NET_WM_BLUR_BEHIND_REGION" };
     Cancellable m_compositorCancellable;
+    Cancellable m_blurCancellable;
 };
