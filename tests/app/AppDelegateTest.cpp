@@ -1,5 +1,6 @@
 #include "app/PanelFixture.h"
 #include "app/StatusItem.h"
+#include "fakes/PictureBytes.h"
 #include "views/ApplicationPanel.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/LauncherSlotEditor.h"
@@ -277,6 +278,25 @@ TEST_F(AppDelegateTest, ListsTheLaunchersInTheStatusMenuAsTheyAreNow)
     fillSlotWithWebsite("example.com");
     EXPECT_EQ(statusMenu(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
                                     "example.com", "-", "Quit Quillsatchel" }));
+}
+
+TEST_F(AppDelegateTest, RebuildsTheStatusMenuOnceForAWebsiteAndOnceForItsIcon)
+{
+    startWithStatusBar();
+    int rebuildings = 0;
+    const auto countWhenRemoved = [&] {
+        QObject::connect(statusMenuEntry("Show Quillsatchel"), &QObject::destroyed, qApp,
+                         [&rebuildings] { ++rebuildings; });
+    };
+    countWhenRemoved();
+    fillSlotWithWebsite("example.com");
+    EXPECT_EQ(rebuildings, 1);
+    countWhenRemoved();
+    machine.httpClient.answer(0, PictureBytes::png(18, 18));
+    settle();
+    EXPECT_EQ(rebuildings, 2);
+    const auto icon = statusMenuEntry("example.com")->icon();
+    EXPECT_EQ(icon.pixmap(18, 18).toImage().pixelColor(9, 9), QColor(Qt::red));
 }
 
 TEST_F(AppDelegateTest, LaunchesFromTheStatusMenu)
