@@ -3,19 +3,34 @@
 #include "FirstFrame.h"
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
+#include "app/PanelApplication.h"
+#include "platform/ApplicationFolder.h"
 #include "platform/desktop/FontPreload.h"
+#include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
+#include "platform/desktop/SingleInstance.h"
+#include "platform/desktop/StandardFileLocations.h"
+#include "platform/desktop/StartupEnvironment.h"
 
-#include <QApplication>
+#include <QFile>
+
+#include <cstdlib>
 
 int main(int argc, char *argv[])
 {
+    const QString folder = prepareApplicationFolder(StandardFileLocations());
+    SingleInstance instance(QFile::encodeName(folder).toStdString());
+    if (instance.start(StartupEnvironment::token()) != SingleInstance::Outcome::first)
+        return EXIT_FAILURE;
+
     LaunchArguments arguments(argc, argv);
     const FontPreload fontPreload;
-    QApplication application(arguments.count(), arguments.values());
-    QApplication::setApplicationName(QStringLiteral("Quillsatchel"));
+    const PanelApplication application(arguments.count(), arguments.values());
+    PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
     AppDelegate delegate;
     delegate.applicationDidFinishLaunching();
     announceFirstFrame(*delegate.panel().windowHandle());
-    return QApplication::exec();
+    const InstanceListener listener(
+        instance, [&delegate](const StartupToken &token) { delegate.showPanel(token); });
+    return PanelApplication::exec();
 }
