@@ -71,7 +71,7 @@ TEST_F(StatusMenuTest, ListsTheLaunchersBetweenTwoSeparators)
     EXPECT_EQ(titlesOf(menu),
               Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-", "site0.example",
                       "site2.example", "site4.example", "-", "Quit Quillsatchel" }));
-    for (const std::size_t index : { 0, 1, 2 }) {
+    for (const std::size_t index : { 0U, 1U, 2U }) {
         const auto &item = menu.items[4 + index];
         EXPECT_EQ(item.action, Action::LaunchConfiguredItem);
         EXPECT_EQ(item.representedSlot, static_cast<int>(2 * index));
