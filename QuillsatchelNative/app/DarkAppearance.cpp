@@ -31,6 +31,8 @@ QPalette darkPalette()
     palette.setColor(QPalette::Disabled, QPalette::Text, white(0.35));
     palette.setColor(QPalette::Disabled, QPalette::WindowText, white(0.35));
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, white(0.35));
+    // The style gives what cannot be chosen a shadow, which looks blurred on a dark ground.
+    palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
     return palette;
 }
 

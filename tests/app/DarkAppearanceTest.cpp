@@ -50,6 +50,21 @@ TEST_F(DarkAppearanceTest, ReachesMenus)
     EXPECT_GT(picture.strongestInkIn(place, Qt::black).lightness(), 150);
 }
 
+TEST_F(DarkAppearanceTest, LeavesEntriesThatCannotBeChosenWithoutShadow)
+{
+    QMenu menu;
+    auto *const entry = menu.addAction(QStringLiteral("Entry"));
+    menu.adjustSize();
+    const QRectF place(menu.actionGeometry(entry));
+    const QColor ground = menu.palette().color(QPalette::Window);
+    const auto endOfInk = [&menu, &place, &ground] {
+        return Picture(menu, ground).inkIn(place, ground).bottom();
+    };
+    const qreal before = endOfInk();
+    entry->setEnabled(false);
+    EXPECT_EQ(endOfInk(), before);
+}
+
 TEST_F(DarkAppearanceTest, HasOneStyleOnEveryDesktop)
 {
     EXPECT_EQ(QApplication::style()->name().toStdString(), "fusion");
