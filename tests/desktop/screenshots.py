@@ -17,12 +17,14 @@ from applications import RecordingApplication
 from launchers import application, website
 from panel import Panel
 from session import Session
+from tray import Tray
 from waiting import wait_for
 from x11 import (Point, Rect, button_held, glide, move_pointer, open_colored_window, press_keys,
                  run, type_text, windows_named)
 
 POINTS_AROUND = 60
 BACKDROP_COLOR = "#41576B"
+CUP_COLOR = (0xE8, 0x29, 0x2B)
 COLORS = ["none", "red", "orange", "yellow", "green", "blue", "purple", "pink"]
 LONG_TEXT = "Answer in the language of the question. " * 12
 
@@ -75,6 +77,8 @@ class Photographer:
         self.open([WRITING], self.take_chooser)
         self.open([WRITING], self.take_color_menu)
         self.open([WRITING], self.take_tab_menu)
+        self.open([WRITING], self.take_panel_menu)
+        self.open([WRITING], self.take_tray_menu, self.five_launchers())
 
     def take_drag(self, panel):
         start = self.place_of(panel.node(1, 5).find("Drag node to reorder"))
@@ -161,6 +165,20 @@ class Photographer:
         panel.step_to("Writing")
         panel.menu_after(lambda: press_keys("Menu"))
         self.take(panel, "tab-menu")
+
+    def take_panel_menu(self, panel):
+        panel.menu_after(lambda: press_keys("F10"))
+        self.take(panel, "panel-menu")
+        press_keys("Up")
+        panel.menu_after(lambda: press_keys("Right"))
+        self.take(panel, "panel-menu-edit")
+
+    def take_tray_menu(self, panel):
+        tray = Tray(self._session)
+        try:
+            self.take(panel, "tray-menu", window=tray.open_menu(CUP_COLOR))
+        finally:
+            tray.end()
 
     def take_focus(self):
         def follow(panel):

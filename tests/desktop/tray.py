@@ -7,7 +7,7 @@ from gi.repository import GLib  # noqa: E402
 from bus_menu import PROPERTIES, Menu, call  # noqa: E402
 from processes import end  # noqa: E402
 from waiting import wait_for  # noqa: E402
-from x11 import Point, click, press_keys, windows_of_class  # noqa: E402
+from x11 import Point, Window, click, press_keys, windows_of_class  # noqa: E402
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 WATCHER_PATH = "/StatusNotifierWatcher"
@@ -34,7 +34,8 @@ class Tray:
     def open_menu(self, icon_color):
         menus = _menu_windows()
         click(wait_for("the icon", lambda: _find_color("xfce4-panel", icon_color)), button=3)
-        wait_for("an open menu", lambda: _menu_windows() - menus)
+        opened, = wait_for("an open menu", lambda: _menu_windows() - menus)
+        return Window(opened)
 
 
 class EmbeddingTray:
