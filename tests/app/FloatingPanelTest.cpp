@@ -17,14 +17,18 @@ protected:
     int cornerOpacity() { return Picture(panel(), Qt::white).at(0.3, 0.3).alpha(); }
 
     /// Puts the panel where no screen is, as if its screen had gone from there.
-    void loseScreen() { panel().windowHandle()->setPosition(screen().geometry().bottomRight()); }
+    void loseScreen()
+    {
+        const QRect gone = screen().geometry().translated(screen().size().width(), 0);
+        panel().windowHandle()->setPosition(gone.topLeft());
+    }
 
     static QScreen &screen() { return *QGuiApplication::primaryScreen(); }
 
     bool comesBack()
     {
         return QTest::qWaitFor([this] {
-            return screen().availableGeometry().contains(panel().windowHandle()->geometry());
+            return screen().availableGeometry().contains(panel().windowHandle()->position());
         });
     }
 };
