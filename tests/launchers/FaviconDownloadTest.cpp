@@ -187,9 +187,14 @@ protected:
     FakePlatform fakes;
     QtMainQueue mainQueue;
     CountingHttpClient http;
-    Platform platform { mainQueue,           fakes.pasteboard,   fakes.workspace,
-                        fakes.fileLocations, fakes.windowSystem, fakes.statusBar,
-                        http,                fakes.speech };
+    Platform platform { mainQueue,
+                        fakes.pasteboard,
+                        fakes.workspace,
+                        fakes.fileLocations,
+                        fakes.windowSystem,
+                        fakes.statusBar,
+                        http,
+                        fakes.speech };
     FakeApplicationChooser applicationChooser;
     std::optional<LauncherStore> store;
     int announcements = 0;
