@@ -23,6 +23,12 @@ class WindowTest(DesktopTest):
             tab("Prompts", node("1", id=known_id(2)), node("2", id=known_id(3)), id=known_id(1))])
         self.window = self.panel.window
 
+    def show_in_tray(self):
+        """The icon in a tray that is there from now on."""
+        tray = Tray(self.session)
+        self.addCleanup(tray.end)
+        return StatusItem(self.panel.process_id)
+
     def await_frame(self, expected):
         wait_for_value("the panel's frame", expected, self.window.frame)
 
@@ -169,6 +175,7 @@ class StackingTest(WindowTest):
         self.assertEqual(self.window.desktop(), ALL_DESKTOPS)
 
     def test_closing_hides_it_and_the_program_goes_on(self):
+        self.show_in_tray()
         self.panel.find("Close", "push button").click()
 
         wait_for("the panel out of sight", lambda: not self.window.is_in_sight())
@@ -214,9 +221,7 @@ class ScreensTest(WindowTest):
         self.await_on_left_monitor()
 
     def test_it_comes_back_on_the_monitor_that_is_left_when_it_was_hidden(self):
-        tray = Tray(self.session)
-        self.addCleanup(tray.end)
-        item = StatusItem(self.panel.process_id)
+        item = self.show_in_tray()
         self.panel.find("Close", "push button").click()
         wait_for("the panel hidden", lambda: not self.window.is_in_sight())
 
