@@ -17,7 +17,7 @@ import network
 from desktop_test import DesktopTest, PictureTakingResult
 from session import Session
 
-MOST_SECONDS = 230
+MOST_SECONDS = 470
 
 
 def main():
