@@ -14,6 +14,11 @@ StatusItem::StatusItem(StatusBar &statusBar, MenuMirror::Perform perform,
 {
 }
 
+StatusItem::~StatusItem()
+{
+    m_menu.clear(); // Qt forgets what it made of the entries for the bus when they go with the menu
+}
+
 void StatusItem::begin()
 {
     m_statusBar.begin();

@@ -21,6 +21,8 @@ public:
     /// the menu has to be there by then.
     StatusItem(StatusBar &statusBar, MenuMirror::Perform perform, std::function<void()> prepare);
 
+    ~StatusItem() override;
+
     /// Looks for a status bar and follows it.
     void begin();
 

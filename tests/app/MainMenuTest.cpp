@@ -16,8 +16,10 @@ Texts entriesOf(const Menu &menu)
     Texts entries;
     for (const auto &item : menu.items) {
         const auto key = item.keyEquivalent.toString(QKeySequence::PortableText).toStdString();
-        const auto title = item.isSeparator() ? "-" : item.title.toStdString();
-        entries.push_back(key.empty() ? title : title + " " + key);
+        auto entry = item.isSeparator() ? "-" : item.title.toStdString();
+        if (!key.empty())
+            entry.append(" ").append(key);
+        entries.push_back(entry);
     }
     return entries;
 }

@@ -93,6 +93,8 @@ class Session:
             "OPENED_ADDRESSES": str(self.folder / "opened"),
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         }
+        if "LSAN_OPTIONS" in os.environ:  # which leaks of libraries are known
+            environment["LSAN_OPTIONS"] = os.environ["LSAN_OPTIONS"]
         for name in ("CACHE_HOME", "CONFIG_HOME", "DATA_HOME", "RUNTIME_DIR", "STATE_HOME"):
             environment[f"XDG_{name}"] = str(self._make_folder(name.lower()))
         os.environ.clear()
