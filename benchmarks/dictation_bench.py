@@ -7,8 +7,7 @@ LISTENER is the program, such as build/bench/modules/listener; --all takes every
 sentence. The voices are flite's, the recordings those of Debian's package pocketsphinx-testdata;
 what is not installed is left out.
 Buffers are answered one by one as fast as they can be; delays are those of a microphone that
-delivers them as it hears them: of the first words after the first sound, and of all after the last,
-in the median and at most.
+delivers them as it hears them: of the first words after the first sound, and of all after the last.
 """
 
 import array
@@ -23,6 +22,8 @@ import sys
 import tempfile
 import time
 import wave
+
+from figure import Figure
 
 RATE = 16_000
 BUFFER = 1024  # samples
@@ -174,12 +175,14 @@ class Score:
             print(f"    {sentence}\n  > {result['text']}")
 
     def report(self):
-        line = (f"{self.name:10} {self.words:4} words, {self.errors / self.words:5.1%} wrong, "
-                f"real-time factor {self.cost / self.seconds:4.2f}")
-        for what, delays in (("first words", self.first_partials), ("all", self.last_partials)):
+        size = f"{self.name}, {self.words:,} words"
+        Figure("dictation: words that are wrong", size, 100 * self.errors / self.words, "%").print()
+        Figure("dictation: time to understand", size, self.cost, "s", "the time spoken",
+               self.cost / self.seconds).print()
+        for what, delays in (("first words after the first sound", self.first_partials),
+                             ("all words after the last sound", self.last_partials)):
             if delays:
-                line += f", {what} {statistics.median(delays):4.2f} s ({max(delays):4.2f})"
-        print(line, flush=True)
+                Figure(f"dictation: {what}", size, statistics.median(delays), "s").print()
 
 
 def recordings():
@@ -221,7 +224,7 @@ def main():
     if not total.words:
         sys.exit("dictation_bench: neither flite nor pocketsphinx-testdata is installed")
     total.report()
-    print(f"memory of the listener, at most {total.memory:.0f} MB")
+    Figure("dictation: memory of the listener", "at most", total.memory, "MB").print()
 
 
 if __name__ == "__main__":

@@ -1,21 +1,38 @@
 // What any Qt program with an icon in the tray costs: an empty window of the panel's size, or one
-// with the text that is given, telling when its first frame stands.
+// with a line for each argument, each in a size of its own, telling when its first frame stands.
 
 #include "FirstFrame.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QLabel>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QWidget>
+
+namespace
+{
+
+void addLine(QWidget &window, int line, const QString &text)
+{
+    constexpr int Smallest = 10;
+    constexpr int Height = 30;
+    auto *const label = new QLabel(text, &window);
+    QFont font = label->font();
+    font.setPixelSize(Smallest + line);
+    label->setFont(font);
+    label->move(0, line * Height);
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QWidget window;
     window.resize(430, 650);
-    if (argc > 1)
-        new QLabel(QString::fromLocal8Bit(argv[1]), &window);
+    for (int line = 1; line < argc; ++line)
+        addLine(window, line, QString::fromLocal8Bit(argv[line]));
     window.show();
     announceFirstFrame(*window.windowHandle());
 

@@ -1,6 +1,7 @@
 // Reading and writing libraries of several sizes: decoding beside QJsonDocument, encoding and
 // saving beside writing the same bytes with the same flush.
 
+#include "Figure.h"
 #include "PairedRuns.h"
 #include "SampleLibrary.h"
 #include "support/WholeFile.h"
@@ -63,11 +64,9 @@ void writePlainly(const QByteArray &path, const std::string &bytes)
     close(file);
 }
 
-void report(const char *what, std::size_t nodes, const PairedRuns &runs, const char *other)
+void report(const char *what, std::size_t nodes, const PairedRuns &runs, const char *reference)
 {
-    std::printf("%-14s %7zu nodes  %9.2f ms  %9.2f ms %-14s ratio %.3f\n", what, nodes,
-                runs.firstMilliseconds, runs.secondMilliseconds, other, runs.ratio);
-    std::fflush(stdout);
+    Figure { what, nodesText(nodes), runs.firstMilliseconds, "ms", reference, runs.ratio }.print();
 }
 
 void measure(std::size_t nodes, int runs)
@@ -77,16 +76,16 @@ void measure(std::size_t nodes, int runs)
     const QByteArray bytes(json.data(), static_cast<qsizetype>(json.size()));
     require(SatchelDocument::decode(bytes) == library && decodeWithQt(bytes) == library,
             "the two decoders do not agree");
-    report("decode", nodes,
+    report("decode a library", nodes,
            PairedRuns::measure(
                runs, [&bytes] { require(SatchelDocument::decode(bytes).has_value(), "decode"); },
                [&bytes] { require(!decodeWithQt(bytes).tabs.empty(), "decode with Qt"); }),
-           "QJsonDocument");
+           "the same records through QJsonDocument");
 
     const QTemporaryDir folder;
     const QString saved = folder.filePath(QStringLiteral("saved.json"));
     const QByteArray plain = folder.filePath(QStringLiteral("plain.json")).toLocal8Bit();
-    report("encode+write", nodes,
+    report("save a library", nodes,
            PairedRuns::measure(
                runs,
                [&] {
@@ -96,13 +95,15 @@ void measure(std::size_t nodes, int runs)
                    require(WholeFile::replace(saved, write), "save");
                },
                [&] { writePlainly(plain, json); }),
-           "plain write");
+           "a plain write of the same bytes, flushed alike");
 }
 
 } // namespace
 
 int main()
 {
+    measure(10, 41);
+    measure(100, 41);
     measure(1'000, 41);
     measure(10'000, 21);
     measure(100'000, 11);

@@ -1,6 +1,7 @@
-// The cost of one keystroke and of one scroll step in the panel, at 10 and at 100,000 nodes: the
+// The cost of one keystroke and of one scroll step in the panel, from 10 to 100,000 nodes: the
 // event, what it changes, and the repaint.
 
+#include "Figure.h"
 #include "Median.h"
 #include "SampleLibrary.h"
 #include "app/AppDelegate.h"
@@ -17,9 +18,12 @@
 #include <QTest>
 
 #include <chrono>
-#include <cstdio>
+#include <cstddef>
 #include <cstdlib>
+#include <list>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -32,6 +36,7 @@ constexpr int Rounds = 15;
 /// fall outside what is measured.
 struct Program {
     explicit Program(std::size_t nodes)
+        : size(nodesText(nodes))
     {
         qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
         QDir(folder.path()).mkdir(QStringLiteral("Quillsatchel"));
@@ -45,6 +50,7 @@ struct Program {
         scrollBar = list->findChild<OverlayScrollBar *>();
     }
 
+    std::string size;
     QTemporaryDir folder;
     std::unique_ptr<AppDelegate> delegate;
     NodeList *list = nullptr;
@@ -90,20 +96,27 @@ double block(const Program &program, Step &&step)
     return median(times);
 }
 
-/// Both programs in turn, block by block; prints the medians and their ratio.
+/// All programs in turn, block by block; prints the medians and their ratios to the first.
 template <typename Step>
-void compare(const char *what, const Program &small, const Program &large, Step &&step)
+void compare(const char *what, const std::list<Program> &programs, Step &&step)
 {
-    std::vector<double> smalls;
-    std::vector<double> larges;
-    std::vector<double> ratios;
+    std::vector<std::vector<double>> times(programs.size());
+    std::vector<std::vector<double>> ratios(programs.size());
     for (int round = 0; round < Rounds; ++round) {
-        smalls.push_back(block(small, step));
-        larges.push_back(block(large, step));
-        ratios.push_back(larges.back() / smalls.back());
+        std::size_t index = 0;
+        for (const Program &program : programs) {
+            times[index].push_back(block(program, step));
+            ratios[index].push_back(times[index].back() / times.front().back());
+            ++index;
+        }
     }
-    std::printf("%-12s 10 nodes %8.0f us   100,000 nodes %8.0f us   ratio %.3f\n", what,
-                median(smalls), median(larges), median(ratios));
+    std::size_t index = 0;
+    for (const Program &program : programs) {
+        Figure { what, program.size,          median(times[index]),
+                 "us", programs.front().size, median(ratios[index]) }
+            .print();
+        ++index;
+    }
 }
 
 } // namespace
@@ -111,9 +124,10 @@ void compare(const char *what, const Program &small, const Program &large, Step 
 int main(int argc, char *argv[])
 {
     const QApplication application(argc, argv);
-    const Program small(10);
-    const Program large(100'000);
-    compare("keystroke", small, large, [](const Program &program, int) { typeLetter(program); });
-    compare("scroll step", small, large, scrollStep);
+    std::list<Program> programs;
+    for (const std::size_t nodes : { 10, 100, 1'000, 10'000, 100'000 })
+        programs.emplace_back(nodes);
+    compare("keystroke", programs, [](const Program &program, int) { typeLetter(program); });
+    compare("scroll step", programs, scrollStep);
     return EXIT_SUCCESS;
 }

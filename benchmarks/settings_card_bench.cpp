@@ -1,6 +1,7 @@
 // What the launcher settings cost the frame they appear in: five filled slots, three applications
 // and two websites with an icon each, beside a plain repaint of the same panel.
 
+#include "Figure.h"
 #include "Median.h"
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
@@ -16,7 +17,6 @@
 #include <QTest>
 
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -110,9 +110,17 @@ int main(int argc, char *argv[])
         isWanted.set(false);
         QTest::qWait(LongerThanAnAnimation);
     }
-    const double first = openings.front() - repaints.front();
-    std::printf("settings card, five slots: the frame it appears in takes %.1f ms more than a "
-                "repaint (%.1f ms); the first time %.1f ms more\n",
-                median(openings) - median(repaints), median(repaints), first);
+    const double repaint = median(repaints);
+    const auto report = [repaint](const char *size, double opening) {
+        Figure { "settings card: added to its first frame",
+                 size,
+                 opening - repaint,
+                 "ms",
+                 "a repaint of the panel",
+                 opening / repaint }
+            .print();
+    };
+    report("five slots", median(openings));
+    report("five slots, the first time", openings.front());
     return EXIT_SUCCESS;
 }

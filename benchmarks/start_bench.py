@@ -2,7 +2,7 @@
 """Time to the first frame, private memory and rest of the panel, beside an empty Qt window with an
 icon in the tray.
 
-usage: start_bench.py FOLDER [RUNS]    FOLDER holds the benchmark programs
+usage: start_bench.py PROGRAMS [RUNS]    PROGRAMS is the folder of the benchmark programs
 
 Each round starts every program once, so that a machine that is slow for a while is slow for
 all. All of it happens on a virtual desktop with a tray.
@@ -10,6 +10,7 @@ all. All of it happens on a virtual desktop with a tray.
 
 import os
 import pathlib
+import shutil
 import statistics
 import subprocess
 import sys
@@ -18,10 +19,14 @@ import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "desktop"))
 
+from figure import Figure  # noqa: E402
 from session import Session  # noqa: E402
 from tray import StatusItem, Tray  # noqa: E402
 from x11 import press_keys, windows_named  # noqa: E402
 
+SIZES = (10, 100, 1_000, 10_000, 100_000)
+EMPTY = "an empty window"
+WITHOUT_SPEECH = "the same without speech"
 SETTLE_SECONDS = 1.0
 REST_SECONDS = 20
 
@@ -74,46 +79,66 @@ def count_wakeups_at_rest(command, environment):
     return counts
 
 
+def without_speech(programs):
+    """A copy of the panel that finds the other modules, but not those of dictation."""
+    folder = programs.parent / "without-speech"
+    shutil.rmtree(folder, ignore_errors=True)
+    for kind, source, names in (("modules", programs.parent / "modules",
+                                 ("network.so", "workspace.so")),
+                                ("bin", programs, ("panel_start",))):
+        (folder / kind).mkdir(parents=True)
+        for name in names:
+            (folder / kind / name).hardlink_to(source / name)
+    return folder / "bin" / "panel_start"
+
+
 def main():
-    folder = pathlib.Path(sys.argv[1]).resolve()
-    rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 15
+    programs = pathlib.Path(sys.argv[1]).resolve()
+    rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 21
     with Session(True) as session:
         Tray(session)
-        measure(folder, rounds)
+        measure(programs, rounds)
 
 
-def measure(folder, rounds):
-    empty = [f"{folder}/empty_window_start"]
-    panel = [f"{folder}/panel_start"]
-    programs = {"empty window": (empty, 0), "a line of text": (empty + ["Some words"], 0)}
+def measure(programs, rounds):
+    empty = [programs / "empty_window_start"]
+    panel = [programs / "panel_start"]
+    starts = {EMPTY: (empty, 0),
+              "a window with a line of text": (empty + ["Some words"], 0),
+              "a window with text in six sizes": (empty + 6 * ["Some words"], 0),
+              WITHOUT_SPEECH: ([without_speech(programs)], SIZES[0])}
     with tempfile.TemporaryDirectory() as data:
-        for nodes in (10, 100_000):
+        for nodes in SIZES:
             library = os.path.join(data, str(nodes))
-            subprocess.run([f"{folder}/write_sample_library", str(nodes), library], check=True)
-            programs[f"{nodes:,} nodes"] = (panel, nodes)
+            subprocess.run([programs / "write_sample_library", str(nodes), library], check=True)
+            starts[f"{nodes:,} nodes"] = (panel, nodes)
 
         def environment(nodes):
             return dict(os.environ, XDG_DATA_HOME=os.path.join(data, str(nodes)))
 
-        results = {name: [] for name in programs}
+        results = {name: [] for name in starts}
         for _ in range(rounds + 1):
-            for name, (command, nodes) in programs.items():
+            for name, (command, nodes) in starts.items():
                 results[name].append(start(command, environment(nodes)))
         report({name: runs[1:] for name, runs in results.items()})  # the first warmed the caches
-        shown, hidden = count_wakeups_at_rest(panel, environment(10))
-        print(f"wake-ups in {REST_SECONDS} s of rest: {shown} in sight, {hidden} hidden")
+        for state, count in zip(("in sight", "hidden"),
+                                count_wakeups_at_rest(panel, environment(SIZES[0]))):
+            Figure(f"wake-ups in {REST_SECONDS} seconds of rest", state, count, "").print()
 
 
 def report(results):
-    base = results["empty window"]
-    for name, runs in results.items():
-        figures = []
-        for index, figure in enumerate(("first frame {:7.1f} ms", "private memory {:6.1f} MB",
-                                        "of it written {:5.1f} MB")):
-            median = statistics.median(run[index] for run in runs)
-            ratio = statistics.median(run[index] / other[index] for run, other in zip(runs, base))
-            figures.append(figure.format(median) + f" (x{ratio:.2f})")
-        print(f"{name:15}", "   ".join(figures))
+    panel = f"{SIZES[0]:,} nodes"
+    for index, (what, unit) in enumerate((("first frame", "ms"), ("private memory", "MB"),
+                                          ("private memory that is written", "MB"))):
+        def compare(size, name, base):
+            values, others = ([run[index] for run in results[of]] for of in (name, base))
+            ratio = statistics.median(value / other for value, other in zip(values, others))
+            Figure(what, size, statistics.median(values), unit, base, ratio).print()
+
+        for name in results:
+            if name != WITHOUT_SPEECH:
+                compare(name, name, EMPTY)
+        compare(f"{panel}, with speech installed", panel, WITHOUT_SPEECH)
 
 
 if __name__ == "__main__":
