@@ -12,22 +12,14 @@
 
 #include <algorithm>
 #include <chrono>
-#include <climits>
 #include <iterator>
 #include <utility>
 
 namespace
 {
 
-constexpr int Padding = 10;
-constexpr int Spacing = 10;
 constexpr int WheelStep = 24;                             // points a notch's third moves the list
 constexpr std::chrono::milliseconds PreparationDelay(20); // lets frames and keys go first
-
-int rowPitch()
-{
-    return PromptCard::cardHeight() + Spacing;
-}
 
 } // namespace
 
@@ -78,57 +70,39 @@ void NodeList::renderEmptyState()
         m_emptyState = new EmptyState(this);
     if (!m_emptyState)
         return;
-    m_emptyState->setGeometry(Padding, Padding, width() - 2 * Padding,
-                              m_emptyState->sizeHint().height());
+    m_emptyState->setGeometry(RowLayout::Padding, RowLayout::Padding,
+                              width() - 2 * RowLayout::Padding, m_emptyState->sizeHint().height());
     m_emptyState->setVisible(isEmpty);
 }
 
 void NodeList::updateScrollRange()
 {
-    const auto count = static_cast<Row>(blocks().size());
-    const Row contentHeight = 2 * Padding - Spacing + count * rowPitch();
-    const Row range = std::clamp<Row>(contentHeight - height(), 0, INT_MAX);
     m_scrollBar->setPageStep(height());
-    m_scrollBar->setRange(0, static_cast<int>(range));
+    m_scrollBar->setRange(0, layOut().scrollRange());
 }
 
-int NodeList::topOf(Row row) const
+RowLayout NodeList::layOut() const
 {
-    // A card far out of sight stands just far enough away: widgets have no room for more.
-    constexpr Row Far = 100'000;
-    return static_cast<int>(
-        std::clamp(Padding + row * rowPitch() - m_scrollBar->value(), -Far, Far));
+    return { blocks().size(), PromptCard::cardHeight(), height(), m_scrollBar->value() };
 }
 
-NodeList::Rows NodeList::rowsInSight() const
+QRect NodeList::cardGeometry(Row row) const
 {
-    const auto count = static_cast<Row>(blocks().size());
-    const Row top = m_scrollBar->value() - Padding;
-    const Row first = std::clamp<Row>((top + Spacing) / rowPitch(), 0, count);
-    const Row end = std::clamp<Row>((top + height()) / rowPitch() + 1, first, count);
-    return { first, end };
-}
-
-NodeList::Rows NodeList::rowsNearby() const
-{
-    const auto count = static_cast<Row>(blocks().size());
-    const Rows inSight = rowsInSight();
-    const Row screen = std::max<Row>(inSight.end - inSight.first, 1);
-    return { std::max<Row>(inSight.first - screen, 0), std::min(inSight.end + screen, count) };
+    return { RowLayout::Padding, layOut().topOf(row), width() - 2 * RowLayout::Padding,
+             PromptCard::cardHeight() };
 }
 
 void NodeList::placeCards()
 {
     if (!isVisible())
         return; // sizes are not settled, and texts would be laid out twice
-    const auto rowLeft = followRows(rowsNearby());
-    const Rows inSight = rowsInSight();
+    const auto rowLeft = followRows(layOut().nearby());
+    const Rows inSight = layOut().inSight();
     for (Row row = inSight.first; row < inSight.end; ++row)
         showRow(row);
     for (auto &slot : m_slots) {
         if (slot.row)
-            slot.card->setGeometry(Padding, topOf(*slot.row), width() - 2 * Padding,
-                                   PromptCard::cardHeight());
+            slot.card->setGeometry(cardGeometry(*slot.row));
     }
     if (rowLeft)
         focusRow(*rowLeft);
@@ -188,7 +162,7 @@ void NodeList::showRow(Row row)
         return;
     auto &slot = freeSlot();
     slot.row = row;
-    slot.card->setGeometry(Padding, topOf(row), width() - 2 * Padding, PromptCard::cardHeight());
+    slot.card->setGeometry(cardGeometry(row));
     slot.card->show();
     renderSlot(slot);
 }
@@ -206,7 +180,7 @@ void NodeList::renderSlot(Slot &slot)
 
 void NodeList::prepareNearbyLater()
 {
-    const Rows nearby = rowsNearby();
+    const Rows nearby = layOut().nearby();
     Row row = nearby.first;
     while (row < nearby.end && slotAt(row))
         ++row;
@@ -221,7 +195,7 @@ void NodeList::prepareNearbyLater()
 void NodeList::prepareNearby()
 {
     m_isPreparing = false;
-    const Rows nearby = rowsNearby();
+    const Rows nearby = layOut().nearby();
     for (Row row = nearby.first; row < nearby.end; ++row) {
         if (slotAt(row))
             continue;
@@ -319,12 +293,7 @@ void NodeList::revealFocus()
 
 void NodeList::reveal(Row row)
 {
-    const Row top = row * rowPitch();
-    const Row bottom = top + PromptCard::cardHeight() + 2 * Padding;
-    if (m_scrollBar->value() > top)
-        m_scrollBar->setValue(static_cast<int>(top));
-    else if (m_scrollBar->value() + height() < bottom)
-        m_scrollBar->setValue(static_cast<int>(bottom - height()));
+    m_scrollBar->setValue(layOut().offsetToReveal(row));
 }
 
 void NodeList::showEvent(QShowEvent * /*event*/)

@@ -2,10 +2,10 @@
 
 #include "dictation/DictationController.h"
 #include "library/SatchelStore.h"
+#include "views/RowLayout.h"
 
 #include <QWidget>
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -16,10 +16,10 @@ class PromptCard;
 
 /// The scrolling list of the active tab's nodes.
 ///
-/// All rows have one height, so every position is arithmetic, and only the cards in sight and one
-/// screen around exist, whatever the tab holds: those in sight are made at once, the others one
-/// at a time a little later. The card with the focus, under drag or under dictation keeps its node
-/// wherever the list is scrolled; all others are used again for other nodes.
+/// Only the cards in sight and one screen around exist, whatever the tab holds: those in sight are
+/// made at once, the others one at a time a little later. The card with the focus, under drag or
+/// under dictation keeps its node wherever the list is scrolled; all others are used again for
+/// other nodes.
 class NodeList final : public QWidget
 {
     Q_OBJECT
@@ -44,7 +44,8 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    using Row = std::ptrdiff_t;
+    using Row = RowLayout::Row;
+    using Rows = RowLayout::Rows;
 
     /// A card and the row it stands in; no row while it waits to be used again.
     struct Slot {
@@ -52,18 +53,9 @@ private:
         std::optional<Row> row;
     };
 
-    /// Rows from `first` up to, not including, `end`.
-    struct Rows {
-        Row first = 0;
-        Row end = 0;
-
-        bool contains(Row row) const { return row >= first && row < end; }
-    };
-
     const std::vector<PromptBlock> &blocks() const;
-    Rows rowsInSight() const;
-    Rows rowsNearby() const;
-    int topOf(Row row) const;
+    RowLayout layOut() const;
+    QRect cardGeometry(Row row) const;
 
     void renderEmptyState();
     void updateScrollRange();

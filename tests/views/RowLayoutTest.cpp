@@ -1,0 +1,72 @@
+#include "views/RowLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace
+{
+
+using Rows = RowLayout::Rows;
+
+constexpr int RowHeight = 90; // with the space below it, a row every 100 points
+constexpr int Height = 250;
+
+RowLayout layout(std::size_t count, int offset)
+{
+    return { count, RowHeight, Height, offset };
+}
+
+TEST(RowLayoutTest, PutsRowsOneBelowTheOther)
+{
+    EXPECT_EQ(layout(3, 0).topOf(0), 10);
+    EXPECT_EQ(layout(3, 0).topOf(2), 210);
+    EXPECT_EQ(layout(3, 30).topOf(2), 180);
+}
+
+TEST(RowLayoutTest, ScrollsUntilTheSpaceBelowTheLastRowShows)
+{
+    EXPECT_EQ(layout(0, 0).scrollRange(), 0);
+    EXPECT_EQ(layout(2, 0).scrollRange(), 0);
+    EXPECT_EQ(layout(3, 0).scrollRange(), 10 + 3 * 100 - Height);
+}
+
+TEST(RowLayoutTest, HasTheRowsInSightThatShowAPoint)
+{
+    EXPECT_EQ(layout(10, 0).inSight(), (Rows { 0, 3 }));
+    EXPECT_EQ(layout(10, 99).inSight(), (Rows { 0, 4 })) << "the first shows its last point";
+    EXPECT_EQ(layout(10, 110).inSight(), (Rows { 1, 4 }));
+    EXPECT_EQ(layout(2, 0).inSight(), (Rows { 0, 2 }));
+    EXPECT_EQ(layout(0, 0).inSight(), (Rows { 0, 0 }));
+}
+
+TEST(RowLayoutTest, HasOneScreenAroundNearby)
+{
+    EXPECT_EQ(layout(100, 0).nearby(), (Rows { 0, 6 }));
+    EXPECT_EQ(layout(100, 5'010).nearby(), (Rows { 47, 56 }));
+    EXPECT_EQ(layout(100, layout(100, 0).scrollRange()).nearby(), (Rows { 94, 100 }));
+    EXPECT_EQ(layout(0, 0).nearby(), (Rows { 0, 0 }));
+}
+
+TEST(RowLayoutTest, HasNothingInSightWhereItIsScrolledPastTheEnd)
+{
+    EXPECT_EQ(layout(2, 1'000).inSight(), (Rows { 2, 2 }));
+    EXPECT_EQ(layout(2, 1'000).nearby(), (Rows { 1, 2 }));
+}
+
+TEST(RowLayoutTest, RevealsARowByTheShortestWay)
+{
+    EXPECT_EQ(layout(10, 500).offsetToReveal(2), 200) << "above: to the top";
+    EXPECT_EQ(layout(10, 0).offsetToReveal(5), 10 + 6 * 100 - Height) << "below: to the bottom";
+    EXPECT_EQ(layout(10, 150).offsetToReveal(2), 150) << "in sight already";
+}
+
+TEST(RowLayoutTest, KeepsFarRowsWhereWidgetsHaveRoom)
+{
+    constexpr std::size_t Many = 1'000'000'000;
+    EXPECT_EQ(layout(Many, 0).topOf(999'999'999), 100'000);
+    EXPECT_EQ(layout(Many, 2'000'000'000).topOf(0), -100'000);
+    EXPECT_EQ(layout(Many, 0).scrollRange(), std::numeric_limits<int>::max());
+}
+
+} // namespace
