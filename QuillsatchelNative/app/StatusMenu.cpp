@@ -17,7 +17,7 @@ MenuItem makeLauncherItem(const LauncherStore::ConfiguredItem &configured,
                           const LauncherStore &launchers, double scale)
 {
     return { .action = MenuItem::Action::LaunchConfiguredItem,
-             .title = SingleLine::beginning(configured.item.name),
+             .title = SingleLine::abridged(configured.item.name),
              .image = launchers.icon(configured.item, StatusMenu::LauncherIconSize, scale),
              .representedSlot = configured.slot };
 }

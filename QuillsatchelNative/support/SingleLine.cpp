@@ -2,6 +2,8 @@
 
 #include "support/Utf8.h"
 
+#include <QTextBoundaryFinder>
+
 #include <algorithm>
 
 namespace SingleLine
@@ -10,7 +12,9 @@ namespace SingleLine
 namespace
 {
 
-constexpr std::size_t MoreThanFits = 1024;
+constexpr std::size_t MoreThanFits = 1024; // bytes
+constexpr int MostInMenus = 80;            // characters
+constexpr QChar Ellipsis(0x2026);
 
 bool turnsDirection(QChar character)
 {
@@ -46,14 +50,28 @@ QString singleLine(std::string_view text)
 
 QString beginning(std::string_view text)
 {
-    return singleLine(text.substr(0, MoreThanFits));
+    return singleLine(utf8Beginning(text, MoreThanFits));
+}
+
+QString abridged(std::string_view text)
+{
+    const QString line = beginning(text);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line);
+    qsizetype lastPlace = 0; // where the last character begins that there is room for
+    for (int count = 1; finder.toNextBoundary() != -1; ++count) {
+        if (count == MostInMenus - 1)
+            lastPlace = finder.position();
+        if (count > MostInMenus)
+            return line.left(lastPlace) + Ellipsis;
+    }
+    return line;
 }
 
 QString ends(std::string_view text)
 {
     if (text.size() <= 2 * MoreThanFits)
         return singleLine(text);
-    return beginning(text) + QChar(0x2026) + singleLine(text.substr(text.size() - MoreThanFits));
+    return beginning(text) + Ellipsis + singleLine(utf8End(text, MoreThanFits));
 }
 
 } // namespace SingleLine

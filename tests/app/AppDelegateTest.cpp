@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <functional>
 #include <stdexcept>
 
 namespace
@@ -58,6 +59,19 @@ protected:
             throw std::runtime_error("no application chooser");
         EXPECT_TRUE(QTest::qWaitForWindowActive(chooser));
         return *chooser;
+    }
+
+    /// What is asked of the two cards while `action` runs, in order.
+    Texts cardsAskedFor(const std::function<void()> &action)
+    {
+        Texts asked;
+        const auto settings = preferences().showsSettingsCard.sink(
+            [&asked](bool shows) { asked.emplace_back(shows ? "settings on" : "settings off"); });
+        const auto info = preferences().showsInfoCard.sink(
+            [&asked](bool shows) { asked.emplace_back(shows ? "info on" : "info off"); });
+        asked.clear(); // of what they are now
+        action();
+        return asked;
     }
 
     void fillSlotWithWebsite(const std::string &address)
@@ -153,28 +167,16 @@ TEST_F(AppDelegateTest, AsksForOneCardAtATime)
 {
     start();
     preferences().showsSettingsCard.set(true);
-    std::vector<std::string> writes;
-    const auto settings = preferences().showsSettingsCard.sink(
-        [&writes](bool shows) { writes.emplace_back(shows ? "settings on" : "settings off"); });
-    const auto info = preferences().showsInfoCard.sink(
-        [&writes](bool shows) { writes.emplace_back(shows ? "info on" : "info off"); });
-    writes.clear();
-    delegate->showAbout();
-    EXPECT_EQ(writes, Texts({ "settings off", "info on" }));
+    EXPECT_EQ(cardsAskedFor([this] { delegate->showAbout(); }),
+              Texts({ "settings off", "info on" }));
 }
 
 TEST_F(AppDelegateTest, AsksForTheSettingsCardAloneToo)
 {
     start();
     preferences().showsInfoCard.set(true);
-    std::vector<std::string> writes;
-    const auto settings = preferences().showsSettingsCard.sink(
-        [&writes](bool shows) { writes.emplace_back(shows ? "settings on" : "settings off"); });
-    const auto info = preferences().showsInfoCard.sink(
-        [&writes](bool shows) { writes.emplace_back(shows ? "info on" : "info off"); });
-    writes.clear();
-    delegate->showSettings();
-    EXPECT_EQ(writes, Texts({ "info off", "settings on" }));
+    EXPECT_EQ(cardsAskedFor([this] { delegate->showSettings(); }),
+              Texts({ "info off", "settings on" }));
 }
 
 TEST_F(AppDelegateTest, BringsThePanelBackForTheSettingsCard)

@@ -70,4 +70,34 @@ TEST(SingleLineTest, ShowsATextThatIsNotTooLongWhole)
     EXPECT_EQ(ends(text), text);
 }
 
+TEST(SingleLineTest, CutsBetweenCharacters)
+{
+    std::string text;
+    while (text.size() < 10'000)
+        text += "漢"; // of three bytes, of which neither 1,024 nor what is left is a multiple
+    for (const std::string &each :
+         { beginning(text), beginning("a" + text), ends(text), ends("a" + text), ends(text + "a") })
+        EXPECT_EQ(each.find("\uFFFD"), std::string::npos);
+}
+
+TEST(SingleLineTest, AbridgesWhatIsTooLongForAMenu)
+{
+    const auto abridged = [](const std::string &text) {
+        return SingleLine::abridged(text).toStdString();
+    };
+    const auto repeated = [](const std::string &character, int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += character;
+        return text;
+    };
+    for (const std::string character : { "x", "漢", "👩‍🚀" }) {
+        EXPECT_EQ(abridged(repeated(character, 80)), repeated(character, 80));
+        EXPECT_EQ(abridged(repeated(character, 81)), repeated(character, 79) + "…");
+    }
+    EXPECT_EQ(abridged(""), "");
+    EXPECT_EQ(abridged("a\nb"), "a b");
+    EXPECT_EQ(abridged(std::string(1'000'000, 'x')), std::string(79, 'x') + "…");
+}
+
 } // namespace

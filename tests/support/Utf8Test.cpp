@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace
 {
@@ -24,6 +26,37 @@ TEST(Utf8Test, ReadsEverythingElseAsItIs)
 TEST(Utf8Test, ReplacesWhatIsNoUtf8)
 {
     EXPECT_EQ(stringFromUtf8("a\xFF"), QStringLiteral("a\uFFFD"));
+}
+
+TEST(Utf8Test, CutsBetweenCodePoints)
+{
+    const std::string_view text = "aé漢😀"; // of one, two, three and four bytes
+    const auto beginning = [text](std::size_t size) { return utf8Beginning(text, size); };
+    EXPECT_EQ(beginning(0), "");
+    EXPECT_EQ(beginning(1), "a");
+    EXPECT_EQ(beginning(2), "a");
+    EXPECT_EQ(beginning(3), "aé");
+    EXPECT_EQ(beginning(5), "aé");
+    EXPECT_EQ(beginning(9), "aé漢");
+    EXPECT_EQ(beginning(10), text);
+    EXPECT_EQ(beginning(11), text);
+    const auto end = [text](std::size_t size) { return utf8End(text, size); };
+    EXPECT_EQ(end(0), "");
+    EXPECT_EQ(end(3), "");
+    EXPECT_EQ(end(4), "😀");
+    EXPECT_EQ(end(8), "漢😀");
+    EXPECT_EQ(end(9), "é漢😀");
+    EXPECT_EQ(end(10), text);
+    EXPECT_EQ(end(11), text);
+}
+
+TEST(Utf8Test, CutsWhatIsNoUtf8WithoutLosingItsWay)
+{
+    const std::string continuations(100, '\x80');
+    EXPECT_EQ(utf8Beginning(continuations, 50), "");
+    EXPECT_EQ(utf8End(continuations, 50), "");
+    EXPECT_EQ(utf8Beginning("", 5), "");
+    EXPECT_EQ(utf8End("", 5), "");
 }
 
 } // namespace
