@@ -71,9 +71,13 @@ QSize TabStrip::sizeHint() const
 
 void TabStrip::render()
 {
+    const bool hasFocus = focusedChip();
+    const auto place = std::ranges::find(m_chips, focusedChip()) - m_chips.begin();
     renderChips();
     layOutChips();
-    revealActiveChip();
+    const bool isNew = revealActiveChip();
+    if (hasFocus)
+        keepFocus(static_cast<std::size_t>(place), isNew);
 }
 
 void TabStrip::renderChips()
@@ -149,14 +153,39 @@ void TabStrip::layOutChips()
 }
 
 // Only when another tab becomes active: otherwise the row stays where the user scrolled it.
-void TabStrip::revealActiveChip()
+bool TabStrip::revealActiveChip()
 {
     if (std::exchange(m_revealedTabID, m_store.activeTabID().get()) == m_store.activeTabID().get())
-        return;
-    const auto active =
+        return false;
+    if (auto *const active = activeChip())
+        m_scrollArea->ensureWidgetVisible(active, 0, 0);
+    return true;
+}
+
+// The keys that press a tab are not left with one that is active no longer, or gone.
+void TabStrip::keepFocus(std::size_t place, bool isAnotherActive)
+{
+    auto *chip = focusedChip();
+    if (isAnotherActive)
+        chip = activeChip();
+    else if (!chip && !m_chips.empty())
+        chip = m_chips[std::min(place, m_chips.size() - 1)];
+    if (chip)
+        chip->setFocus(Qt::OtherFocusReason);
+}
+
+TabChip *TabStrip::activeChip() const
+{
+    const auto found =
         std::ranges::find_if(m_chips, [](const TabChip *chip) { return chip->isChecked(); });
-    if (active != m_chips.end())
-        m_scrollArea->ensureWidgetVisible(*active, 0, 0);
+    return found == m_chips.end() ? nullptr : *found;
+}
+
+// The window's own account of its focus: it keeps it while another window is active.
+TabChip *TabStrip::focusedChip() const
+{
+    const auto found = std::ranges::find(m_chips, window()->focusWidget());
+    return found == m_chips.end() ? nullptr : *found;
 }
 
 void TabStrip::beginEditing(const QUuid &id)
@@ -192,10 +221,8 @@ QList<QWidget *> TabStrip::focusStops() const
 
 void TabStrip::revealFocus()
 {
-    const auto focused =
-        std::ranges::find_if(m_chips, [](const TabChip *chip) { return chip->hasFocus(); });
-    if (focused != m_chips.end())
-        m_scrollArea->ensureWidgetVisible(*focused, 0, 0);
+    if (auto *const focused = focusedChip())
+        m_scrollArea->ensureWidgetVisible(focused, 0, 0);
 }
 
 void TabStrip::paintEvent(QPaintEvent * /*event*/)

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -44,7 +45,10 @@ private:
     TabChip *makeChip();
     void removeChip(TabChip *chip);
     void layOutChips();
-    void revealActiveChip();
+    bool revealActiveChip();
+    void keepFocus(std::size_t place, bool isAnotherActive);
+    TabChip *activeChip() const;
+    TabChip *focusedChip() const;
 
     void beginEditing(const QUuid &id);
     void focusField(const QUuid &id);

@@ -44,7 +44,7 @@ TEST_F(TabNamesTest, StoresANameThatAnAssistiveProgramTypes)
     EXPECT_EQ(field->text(), QStringLiteral("Older"));
 }
 
-TEST_F(TabNamesTest, ADeletedTabsFocusStaysInTheWindowAndTheStripWhereItIs)
+TEST_F(TabNamesTest, ADeletedTabsFocusStaysNearbyAndTheStripWhereItIs)
 {
     std::vector<PromptTab> tabs;
     for (int number = 0; number < 20; ++number)
@@ -55,7 +55,7 @@ TEST_F(TabNamesTest, ADeletedTabsFocusStaysInTheWindowAndTheStripWhereItIs)
     chip("Tab 19").setFocus(Qt::TabFocusReason);
     store().deleteTab(tabs[19].id);
     settle();
-    EXPECT_EQ(view->focusWidget(), &*view);
+    EXPECT_TRUE(chip("Tab 18").hasFocus());
     EXPECT_FALSE(chip("Tab 18").visibleRegion().isEmpty());
 }
 

@@ -84,6 +84,41 @@ TEST_F(TabStripTest, LeavesTheKeyboardWhereItIsWhenATabIsClicked)
     EXPECT_TRUE(elsewhere->hasFocus());
 }
 
+TEST_F(TabStripTest, TakesTheKeyboardAlongFromTabToTab)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    chip(0).setFocus(Qt::TabFocusReason);
+    click(1);
+    EXPECT_TRUE(chip(1).hasFocus());
+    Input::click(*Input::button(*strip, "New tab"));
+    settle();
+    EXPECT_TRUE(chip(2).hasFocus());
+    store().selectTab(store().tabs().get()[0].id);
+    settle();
+    EXPECT_TRUE(chip(0).hasFocus());
+}
+
+TEST_F(TabStripTest, KeepsTheKeyboardWhenItsTabIsDeleted)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    chip(1).setFocus(Qt::TabFocusReason);
+    store().deleteTab(store().tabs().get()[1].id);
+    settle();
+    EXPECT_TRUE(chip(1).hasFocus()) << "with the one that took its place";
+    store().deleteTab(store().tabs().get()[1].id);
+    settle();
+    EXPECT_TRUE(chip(0).hasFocus());
+}
+
+TEST_F(TabStripTest, LeavesTheKeyboardWithATabThatIsNotActive)
+{
+    openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    chip(1).setFocus(Qt::TabFocusReason);
+    store().renameTab(store().tabs().get()[2].id, "Third");
+    settle();
+    EXPECT_TRUE(chip(1).hasFocus());
+}
+
 TEST_F(TabStripTest, AddsATabAndNothingElse)
 {
     openStrip({ tabOf("One") });
