@@ -1,0 +1,38 @@
+#pragma once
+
+#include "support/Utf8.h"
+
+#include <QUuid>
+
+#include <cstddef>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <string>
+
+/// Values that records hold, made from the fuzzer's bytes.
+namespace MadeUp
+{
+
+inline QUuid uuid(FuzzedDataProvider &data)
+{
+    const auto number = [&data] { return data.ConsumeIntegral<uchar>(); };
+    return { data.ConsumeIntegral<uint>(),
+             data.ConsumeIntegral<ushort>(),
+             data.ConsumeIntegral<ushort>(),
+             number(),
+             number(),
+             number(),
+             number(),
+             number(),
+             number(),
+             number(),
+             number() };
+}
+
+/// Any text there is, in valid UTF-8.
+inline std::string text(FuzzedDataProvider &data)
+{
+    constexpr std::size_t MostBytes = 1024;
+    return stringFromUtf8(data.ConsumeRandomLengthString(MostBytes)).toStdString();
+}
+
+} // namespace MadeUp
