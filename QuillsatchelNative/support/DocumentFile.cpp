@@ -2,22 +2,15 @@
 
 #include "support/WholeFile.h"
 
-#include <QFileInfo>
-
 std::optional<QByteArray> DocumentFile::readBytes() const
 {
     return WholeFile::read(m_path);
 }
 
-void DocumentFile::noteWhetherReadable(bool isReadable)
-{
-    m_keepsUnreadableFile = !isReadable && QFileInfo::exists(m_path);
-}
-
 void DocumentFile::save(const std::function<void(const ByteSink &)> &write)
 {
-    if (m_keepsUnreadableFile && !WholeFile::keep(m_path, m_path + QStringLiteral(".unreadable")))
+    if (m_keepsUnreadFile && !WholeFile::keep(m_path, m_path + QStringLiteral(".unreadable")))
         return;
     if (WholeFile::replace(m_path, write))
-        m_keepsUnreadableFile = false;
+        m_keepsUnreadFile = false;
 }

@@ -11,8 +11,9 @@
 #include <utility>
 
 /// A file that the program reads once, keeps in memory, and replaces whole at each save. What was
-/// in it is never lost because it could not be read: the bytes of an unreadable file are kept
-/// beside it, as `NAME.unreadable`, before the first save takes its place.
+/// in it is never lost because it could not be read: the bytes of an unreadable file, or of one
+/// that has come since, as from a disk that was not there yet, are kept beside it, as
+/// `NAME.unreadable`, before the first save takes its place.
 class DocumentFile
 {
 public:
@@ -29,7 +30,7 @@ public:
         std::invoke_result_t<Decode, const QByteArray &> document;
         if (const auto bytes = readBytes())
             document = std::forward<Decode>(decode)(*bytes);
-        noteWhetherReadable(document.has_value());
+        m_keepsUnreadFile = !document;
         return document;
     }
 
@@ -39,8 +40,7 @@ public:
 
 private:
     std::optional<QByteArray> readBytes() const;
-    void noteWhetherReadable(bool isReadable);
 
     QString m_path;
-    bool m_keepsUnreadableFile = false;
+    bool m_keepsUnreadFile = false;
 };

@@ -22,6 +22,9 @@ namespace
 // The JSON parser reads this far past the end; without the room it would copy the whole text.
 constexpr qsizetype SpareCapacity = 64;
 
+// Parsing takes up to a dozen times the room of the text. No more than this is anybody's library.
+constexpr qint64 MostBytes = 512 * 1024 * 1024;
+
 std::filesystem::path toPath(const QString &path)
 {
     return QFile::encodeName(path).toStdString();
@@ -47,15 +50,6 @@ void removeFile(const std::filesystem::directory_entry &entry)
     std::error_code error;
     if (entry.symlink_status(error).type() == std::filesystem::file_type::regular)
         std::filesystem::remove(entry.path(), error);
-}
-
-// A second name for the same bytes needs neither room on the disk nor permission to read them.
-bool linkInto(const std::filesystem::path &path, const std::filesystem::path &keptPath)
-{
-    std::error_code error;
-    std::filesystem::remove(keptPath, error);
-    std::filesystem::create_hard_link(std::filesystem::canonical(path, error), keptPath, error);
-    return !error;
 }
 
 // What the temporary name of a file ends with. Nobody gives a file of his own such a name, as he
@@ -85,6 +79,28 @@ bool isUnfinished(std::string_view name, std::string_view finished)
     return finished.empty() || name == finished;
 }
 
+// A second name for the same bytes needs neither room on the disk nor permission to read them.
+bool makeLink(const std::filesystem::path &path, const std::filesystem::path &linkPath)
+{
+    std::error_code error;
+    std::filesystem::create_hard_link(std::filesystem::canonical(path, error), linkPath, error);
+    return !error;
+}
+
+bool makeCopy(const QString &path, const QString &copyPath)
+{
+    const auto bytes = read(path);
+    return bytes && replace(copyPath, [&bytes](const ByteSink &sink) {
+               sink({ bytes->data(), static_cast<std::size_t>(bytes->size()) });
+           });
+}
+
+bool rename(const QString &path, const QString &newPath)
+{
+    return std::rename(QFile::encodeName(path).constData(),
+                       QFile::encodeName(newPath).constData()) == 0;
+}
+
 /// What a file's links lead to, be it there or not; a link still if they lead round in a circle.
 QString resolved(const QString &path)
 {
@@ -97,7 +113,9 @@ QString resolved(const QString &path)
 
 bool isReplaceable(const QFileInfo &file)
 {
-    return !file.isSymLink() && !file.isDir() && (!file.exists() || file.isWritable());
+    if (!file.exists())
+        return !file.isSymLink();
+    return file.isFile() && file.isWritable(); // a folder, a pipe or a device is somebody's
 }
 
 bool writeAll(int file, std::string_view bytes)
@@ -106,7 +124,7 @@ bool writeAll(int file, std::string_view bytes)
         const auto count = ::write(file, bytes.data(), bytes.size());
         if (count > 0)
             bytes.remove_prefix(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
+        else if (count == 0 || errno != EINTR)
             return false;
     }
     return true;
@@ -155,8 +173,7 @@ bool putInPlace(QTemporaryFile &file, const QString &path)
     if (fsync(file.handle()) != 0)
         return false;
     // Only from here on, where the file system can do that, does the file have a name at all.
-    const auto name = QFile::encodeName(file.fileName());
-    if (name.isEmpty() || std::rename(name.constData(), QFile::encodeName(path).constData()) != 0)
+    if (file.fileName().isEmpty() || !rename(file.fileName(), path))
         return false;
     file.setAutoRemove(false);
     return true;
@@ -168,7 +185,8 @@ std::optional<QByteArray> read(const QString &path)
 {
     QFile file(path);
     // Opening a pipe would wait for somebody to write into it.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ||
+        file.size() > MostBytes)
         return std::nullopt;
     QByteArray bytes;
     bytes.reserve(file.size() + SpareCapacity);
@@ -204,12 +222,18 @@ void removeUnfinished(const QString &folder)
 
 bool keep(const QString &path, const QString &keptPath)
 {
-    if (!QFileInfo::exists(path) || linkInto(toPath(path), toPath(keptPath)))
+    const QFileInfo file(path);
+    if (!file.exists())
         return true;
-    const auto bytes = read(path);
-    return bytes && replace(keptPath, [&bytes](const ByteSink &sink) {
-               sink({ bytes->data(), static_cast<std::size_t>(bytes->size()) });
-           });
+    // What was kept before goes only when this is kept.
+    const QString unfinished = unfinishedName(keptPath);
+    QFile::remove(unfinished);
+    const bool isKept =
+        file.isFile() &&
+        (makeLink(toPath(path), toPath(unfinished)) || makeCopy(path, unfinished)) &&
+        rename(unfinished, keptPath);
+    QFile::remove(unfinished); // still there also where both were names of one file already
+    return isKept;
 }
 
 } // namespace WholeFile

@@ -8,7 +8,6 @@
 #include <csignal>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
 
 namespace
 {
@@ -173,17 +172,6 @@ TEST_F(SatchelStoreLoadingTest, FallsBackToTheDefaultLibraryWhereAFolderStandsFo
     fs::create_directories(file);
     const SatchelStore store(machine.platform);
     expectDefaultLibrary(store);
-}
-
-TEST_F(SatchelStoreLoadingTest, DoesNotWaitForAPipe)
-{
-    fs::create_directories(folder);
-    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    SatchelStore store(machine.platform);
-    expectDefaultLibrary(store);
-    store.addTab();
-    advance(SaveDelay);
-    EXPECT_EQ(store.tabs().get().size(), 2U);
 }
 
 TEST_F(SatchelStoreLoadingTest, WorksInMemoryWhereAFileStandsForTheFolder)

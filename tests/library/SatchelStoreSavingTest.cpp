@@ -132,34 +132,6 @@ TEST_F(SatchelStoreSavingTest, MakesTheFileForItsOwnerOnly)
     EXPECT_EQ(TestFiles::mode(folder), 0700U);
 }
 
-TEST_F(SatchelStoreSavingTest, KeepsThePermissionsOfAFileThatIsThere)
-{
-    writeFile(ExampleLibrary::json);
-    TestFiles::setMode(file, 0644);
-    SatchelStore store(machine.platform);
-    store.addTab();
-    advance(SaveDelay);
-    EXPECT_EQ(TestFiles::mode(file), 0644U);
-    EXPECT_EQ(savedDocument(), documentOf(store));
-}
-
-TEST_F(SatchelStoreSavingTest, LeavesALinkALinkAndSavesToItsTarget)
-{
-    const auto target = fs::path(machine.directory.path().toStdString()) / "synced" / "library";
-    TestFiles::write(target, ExampleLibrary::json);
-    fs::create_directory(folder);
-    fs::create_symlink("../synced/library", file);
-    SatchelStore store(machine.platform);
-    EXPECT_EQ(documentOf(store), ExampleLibrary::document());
-
-    store.addTab();
-    advance(SaveDelay);
-
-    EXPECT_TRUE(fs::is_symlink(file));
-    EXPECT_FALSE(fs::is_symlink(target));
-    EXPECT_EQ(TestFiles::read(target), documentOf(store).encode());
-}
-
 TEST_F(SatchelStoreSavingTest, ReplacesTheFileInOneStep)
 {
     writeFile(ExampleLibrary::json);
@@ -170,23 +142,6 @@ TEST_F(SatchelStoreSavingTest, ReplacesTheFileInOneStep)
     advance(SaveDelay);
     EXPECT_EQ(TestFiles::read(former), ExampleLibrary::json) << "the old file was written into";
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2) << "something was left over";
-}
-
-TEST_F(SatchelStoreSavingTest, KeepsChangesInMemoryWhereTheFileIsReadOnly)
-{
-    writeFile(ExampleLibrary::json);
-    const UnprivilegedScope scope(machine.directory.path().toStdString());
-    TestFiles::setMode(file, 0400);
-    SatchelStore store(machine.platform);
-
-    store.addTab();
-    advance(Long);
-    store.addTab();
-    advance(Long);
-
-    EXPECT_EQ(store.tabs().get().size(), 3U);
-    EXPECT_EQ(fileText(), ExampleLibrary::json);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 }
 
 TEST_F(SatchelStoreSavingTest, TriesAgainAtTheNextChange)
@@ -202,35 +157,6 @@ TEST_F(SatchelStoreSavingTest, TriesAgainAtTheNextChange)
     EXPECT_EQ(fileText(), ExampleLibrary::json) << "there is no retry";
 
     store.addBlock();
-    advance(SaveDelay);
-    EXPECT_EQ(savedDocument(), documentOf(store));
-}
-
-TEST_F(SatchelStoreSavingTest, KeepsChangesInMemoryWhereAFolderStandsForTheFile)
-{
-    fs::create_directories(file);
-    SatchelStore store(machine.platform);
-    store.addTab();
-    advance(SaveDelay);
-    EXPECT_TRUE(fs::is_directory(file));
-    EXPECT_EQ(store.tabs().get().size(), 2U);
-
-    fs::remove(file);
-    store.addTab();
-    advance(SaveDelay);
-    EXPECT_EQ(savedDocument(), documentOf(store));
-}
-
-TEST_F(SatchelStoreSavingTest, KeepsChangesInMemoryWhereTheFolderIsGone)
-{
-    SatchelStore store(machine.platform);
-    fs::remove(folder);
-    store.addTab();
-    advance(SaveDelay);
-    EXPECT_FALSE(fs::exists(folder));
-
-    fs::create_directory(folder);
-    store.addTab();
     advance(SaveDelay);
     EXPECT_EQ(savedDocument(), documentOf(store));
 }

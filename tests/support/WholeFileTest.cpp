@@ -1,5 +1,6 @@
 #include "support/WholeFile.h"
 
+#include "fakes/FileSizeLimit.h"
 #include "fakes/TestFiles.h"
 #include "fakes/UnprivilegedScope.h"
 
@@ -8,11 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <iterator>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <vector>
 
@@ -28,31 +27,6 @@ const std::string AllBytes = [] {
                   [next = 0]() mutable { return static_cast<char>(next++); });
     return bytes;
 }();
-
-/// Lets no file grow beyond some bytes, as a full disk does.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_former);
-        const rlimit limit { .rlim_cur = bytes, .rlim_max = m_former.rlim_max };
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_formerHandler);
-    }
-
-private:
-    void (*m_formerHandler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit m_former {};
-};
 
 class WholeFileTest : public testing::Test
 {
@@ -127,12 +101,6 @@ TEST_F(WholeFileTest, ReadsNothingButFiles)
     EXPECT_FALSE(read(folder)) << "a folder";
     fs::create_symlink("nowhere", folder / "dangling");
     EXPECT_FALSE(read(folder / "dangling"));
-}
-
-TEST_F(WholeFileTest, DoesNotWaitForAPipe)
-{
-    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    EXPECT_FALSE(read(file));
 }
 
 TEST_F(WholeFileTest, ReadsNothingWithoutPermission)
@@ -399,12 +367,54 @@ TEST_F(WholeFileTest, SaysWhenAFileCouldNotBeKept)
     EXPECT_FALSE(keep());
     EXPECT_TRUE(fs::exists(kept / "in the way"));
     EXPECT_EQ(TestFiles::read(file), "old");
+    EXPECT_EQ(entries(), 2);
 }
 
-TEST_F(WholeFileTest, KeepsNoFolder)
+TEST_F(WholeFileTest, KeepsNothingButFiles)
 {
+    TestFiles::write(kept, "kept before");
     fs::create_directory(file);
     EXPECT_FALSE(keep());
+    fs::remove(file);
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_FALSE(keep());
+    EXPECT_EQ(TestFiles::read(kept), "kept before");
+}
+
+TEST_F(WholeFileTest, KeepsWhatWasKeptBeforeWhereAFileCannotBe)
+{
+    TestFiles::write(kept, "kept before");
+    TestFiles::write(file, "old");
+    const UnprivilegedScope scope(folder);
+    TestFiles::setMode(folder, 0500);
+    EXPECT_FALSE(keep());
+    TestFiles::setMode(folder, 0700);
+    EXPECT_EQ(TestFiles::read(kept), "kept before");
+}
+
+TEST_F(WholeFileTest, KeepsAFileThatIsKeptAlready)
+{
+    TestFiles::write(file, "old");
+    EXPECT_TRUE(keep());
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(TestFiles::read(kept), "old");
+    EXPECT_EQ(entries(), 2);
+}
+
+TEST_F(WholeFileTest, ReadsAndReplacesNoPipe)
+{
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_FALSE(read(file));
+    EXPECT_FALSE(replace(file, "new"));
+    EXPECT_TRUE(fs::is_fifo(file));
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(WholeFileTest, ReadsNoMoreThanHalfAGibibyte)
+{
+    TestFiles::write(file, "text");
+    fs::resize_file(file, 512 * 1024 * 1024 + 1);
+    EXPECT_FALSE(read(file));
 }
 
 } // namespace

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <csignal>
+#include <sys/resource.h>
+
+/// Lets no file grow beyond some bytes while this lives, as a full disk does: the write that would
+/// cross the limit is cut short, and the next one fails.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_former);
+        const rlimit limit { .rlim_cur = bytes, .rlim_max = m_former.rlim_max };
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_former);
+        std::signal(SIGXFSZ, m_formerHandler);
+    }
+
+private:
+    void (*m_formerHandler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit m_former {};
+};

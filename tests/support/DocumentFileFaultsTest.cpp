@@ -1,0 +1,666 @@
+// What can befall the files of both stores, and what becomes of them then. In all of it memory
+// keeps what the user has, and nothing on the disk is lost.
+
+#include "fakes/FakeApplicationChooser.h"
+#include "fakes/FakePlatform.h"
+#include "fakes/FileSizeLimit.h"
+#include "fakes/TestFiles.h"
+#include "fakes/UnprivilegedScope.h"
+#include "launchers/ExampleLaunchers.h"
+#include "launchers/LauncherStore.h"
+#include "library/ExampleLibrary.h"
+#include "library/SatchelStore.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <vector>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+/// A store, as far as it has a file.
+class StartedStore
+{
+public:
+    StartedStore() = default;
+    StartedStore(const StartedStore &) = delete;
+    StartedStore &operator=(const StartedStore &) = delete;
+    virtual ~StartedStore() = default;
+
+    /// Makes one change, each time another, and has it saved.
+    virtual void changeAndSave() = 0;
+    /// What it holds, as the file that it would save.
+    virtual std::string contents() const = 0;
+    virtual bool isAsWithoutFile() const = 0;
+};
+
+class StartedSatchelStore final : public StartedStore
+{
+public:
+    explicit StartedSatchelStore(FakePlatform &machine)
+        : m_machine(machine)
+    {
+    }
+
+    void changeAndSave() override
+    {
+        m_store.addTab();
+        m_machine.mainQueue.advance(1s);
+    }
+
+    std::string contents() const override
+    {
+        return SatchelDocument { .activeTabID = m_store.activeTabID().get(),
+                                 .tabs = m_store.tabs().get() }
+            .encode();
+    }
+
+    bool isAsWithoutFile() const override
+    {
+        const auto &tabs = m_store.tabs().get();
+        return tabs.size() == 1 && tabs.front().name == "Prompts" && tabs.front().blocks.empty();
+    }
+
+private:
+    FakePlatform &m_machine;
+    SatchelStore m_store { m_machine.platform };
+};
+
+class StartedLauncherStore final : public StartedStore
+{
+public:
+    explicit StartedLauncherStore(FakePlatform &machine)
+        : m_store(m_chooser, machine.platform)
+    {
+    }
+
+    void changeAndSave() override
+    {
+        m_store.setWebsite("example.com/" + std::to_string(++m_changes), 3);
+    }
+
+    std::string contents() const override
+    {
+        return ExampleLaunchers::encode(m_store.slots().get());
+    }
+
+    bool isAsWithoutFile() const override { return m_store.slots().get() == LauncherSlots(); }
+
+private:
+    FakeApplicationChooser m_chooser;
+    LauncherStore m_store;
+    int m_changes = 0;
+};
+
+/// One of the two files, and whose it is.
+struct TestedFile {
+    std::string name;
+    std::string_view example;
+    std::string_view text; ///< of the example, in quotes: it may be any other
+    std::unique_ptr<StartedStore> (*start)(FakePlatform &);
+
+    /// The example with another text in it, as JSON writes it.
+    std::string with(std::string_view other) const
+    {
+        std::string changed(example);
+        return changed.replace(changed.find(text), text.size(), '"' + std::string(other) + '"');
+    }
+};
+
+template <typename Store>
+std::unique_ptr<StartedStore> start(FakePlatform &machine)
+{
+    return std::make_unique<Store>(machine);
+}
+
+void PrintTo(const TestedFile &file, std::ostream *stream)
+{
+    *stream << file.name;
+}
+
+class DocumentFileFaultsTest : public testing::TestWithParam<TestedFile>
+{
+protected:
+    void writeFile(std::string_view bytes) const { TestFiles::write(file, bytes); }
+
+    std::string fileText() const { return TestFiles::read(file); }
+
+    /// As a new start of the program does.
+    StartedStore &start()
+    {
+        m_store.reset();
+        m_store = GetParam().start(machine);
+        return *m_store;
+    }
+
+    /// A start that finds the example in the file.
+    StartedStore &startFromExample()
+    {
+        writeFile(GetParam().example);
+        auto &store = start();
+        EXPECT_EQ(store.contents(), GetParam().example);
+        return store;
+    }
+
+    /// Changes the store twice: neither change may be lost from memory.
+    static void changeInMemory(StartedStore &store)
+    {
+        const auto before = store.contents();
+        store.changeAndSave();
+        const auto between = store.contents();
+        EXPECT_NE(between, before);
+        store.changeAndSave();
+        EXPECT_NE(store.contents(), between);
+    }
+
+    /// Changes the store and looks whether the file has it, and the next start too.
+    void expectSaves(StartedStore &store)
+    {
+        store.changeAndSave();
+        const auto contents = store.contents();
+        EXPECT_EQ(fileText(), contents);
+        EXPECT_EQ(start().contents(), contents);
+    }
+
+    /// Whether a start finds nothing it can read in the file, and yet nothing of it gets lost.
+    void expectUnreadableButKept(std::string_view bytes)
+    {
+        writeFile(bytes);
+        auto &store = start();
+        EXPECT_TRUE(store.isAsWithoutFile());
+        EXPECT_EQ(fileText(), bytes) << "nothing is written before something changes";
+        expectSaves(store);
+        EXPECT_EQ(TestFiles::read(kept), bytes);
+    }
+
+    std::vector<std::string> entries() const
+    {
+        std::vector<std::string> names;
+        for (const auto &entry : fs::directory_iterator(folder)) {
+            if (entry.path() != favicons)
+                names.push_back(entry.path().filename());
+        }
+        std::ranges::sort(names);
+        return names;
+    }
+
+    void makeSocket() const
+    {
+        sockaddr_un address { .sun_family = AF_UNIX, .sun_path = {} };
+        file.string().copy(address.sun_path, sizeof address.sun_path - 1);
+        const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        EXPECT_EQ(bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+        close(socket);
+    }
+
+    FakePlatform machine;
+    fs::path scratch = machine.directory.path().toStdString();
+    fs::path folder = scratch / "Quillsatchel";
+    fs::path file = folder / GetParam().name;
+    fs::path kept = folder / (GetParam().name + ".unreadable");
+    fs::path favicons = folder / "Favicons";
+
+private:
+    std::unique_ptr<StartedStore> m_store;
+};
+
+INSTANTIATE_TEST_SUITE_P(Both, DocumentFileFaultsTest,
+                         testing::Values(TestedFile { .name = "prompts.json",
+                                                      .example = ExampleLibrary::json,
+                                                      .text = R"("Review this code for bugs.")",
+                                                      .start = &start<StartedSatchelStore> },
+                                         TestedFile { .name = "launchers.json",
+                                                      .example = ExampleLaunchers::json,
+                                                      .text = R"("Safari")",
+                                                      .start = &start<StartedLauncherStore> }),
+                         [](const auto &tested) {
+                             return tested.index == 0 ? "Prompts"s : "Launchers"s;
+                         });
+
+// Disk.
+
+/// Sizes at which a file may be when the disk is full: before, within and behind each write.
+std::vector<std::size_t> sizesAroundWrites(std::size_t size)
+{
+    constexpr std::size_t Step = 512 * 1024; // a save writes about a megabyte at once
+    std::vector<std::size_t> sizes;
+    for (std::size_t middle = 0; middle < size; middle += Step) {
+        for (const std::size_t each : { middle - 1, middle, middle + 1 }) {
+            if (each < size)
+                sizes.push_back(each);
+        }
+    }
+    sizes.push_back(size - 1);
+    return sizes;
+}
+
+TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesTheOldFileAndNothingBesideIt)
+{
+    const auto old = GetParam().with(std::string(5'000'000, 'x'));
+    writeFile(old);
+    auto &store = start();
+    for (const auto size : sizesAroundWrites(old.size())) {
+        const FileSizeLimit limit(size);
+        store.changeAndSave();
+        ASSERT_EQ(fileText() == old, true) << "at " << size;
+        ASSERT_EQ(entries(), std::vector { GetParam().name }) << "at " << size;
+    }
+    expectSaves(store);
+}
+
+TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesAnUnreadableFileUnderItsNameOrAnother)
+{
+    const auto unreadable = GetParam().with(std::string(5'000'000, 'x')) + "]";
+    writeFile(unreadable);
+    auto &store = start();
+    for (const std::size_t size : { 0, 1, 50 }) {
+        const FileSizeLimit limit(size);
+        store.changeAndSave();
+        EXPECT_EQ(fileText() == unreadable, true) << "at " << size;
+    }
+    expectSaves(store);
+    EXPECT_EQ(TestFiles::read(kept) == unreadable, true);
+}
+
+/// A file system of a few pages at the folder, where this process may mount one.
+class SmallFileSystem
+{
+public:
+    explicit SmallFileSystem(const fs::path &folder)
+        : m_folder(folder)
+    {
+        fs::create_directories(folder);
+        m_isMounted = mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k,mode=700") == 0;
+    }
+
+    SmallFileSystem(const SmallFileSystem &) = delete;
+    SmallFileSystem &operator=(const SmallFileSystem &) = delete;
+
+    ~SmallFileSystem()
+    {
+        if (m_isMounted)
+            umount2(m_folder.c_str(), MNT_DETACH);
+    }
+
+    bool isMounted() const { return m_isMounted; }
+
+private:
+    fs::path m_folder;
+    bool m_isMounted = false;
+};
+
+TEST_P(DocumentFileFaultsTest, AFileSystemWithoutRoomLeavesTheOldFileUntilThereIsRoom)
+{
+    const SmallFileSystem fileSystem(folder);
+    if (!fileSystem.isMounted())
+        GTEST_SKIP() << "Only root may mount a file system.";
+    auto &store = startFromExample();
+    TestFiles::write(folder / "filling", std::string(65536, 'x'));
+    changeInMemory(store);
+    EXPECT_EQ(fileText(), GetParam().example);
+    EXPECT_EQ(entries(), (std::vector { "filling"s, GetParam().name }));
+
+    fs::remove(folder / "filling");
+    expectSaves(store);
+}
+
+// Folders.
+
+TEST_P(DocumentFileFaultsTest, MissingFoldersAreMade)
+{
+    machine.fileLocations.folder = QString::fromStdString(scratch / "some" / "where");
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    store.changeAndSave();
+    const auto made = scratch / "some" / "where" / "Quillsatchel" / GetParam().name;
+    EXPECT_EQ(TestFiles::read(made), store.contents());
+}
+
+TEST_P(DocumentFileFaultsTest, AFolderRemovedMeanwhileStaysSoAndChangesStayInMemoryUntilItIsBack)
+{
+    auto &store = startFromExample();
+    fs::remove_all(folder);
+    changeInMemory(store);
+    EXPECT_FALSE(fs::exists(folder));
+
+    fs::create_directory(folder);
+    expectSaves(store);
+}
+
+TEST_P(DocumentFileFaultsTest, AReadOnlyFolderKeepsTheOldFileAndChangesStayInMemoryUntilItIsNot)
+{
+    writeFile(GetParam().example);
+    fs::create_directory(favicons);
+    const UnprivilegedScope scope(scratch);
+    auto &store = start();
+    TestFiles::setMode(folder, 0500);
+    changeInMemory(store);
+    EXPECT_EQ(fileText(), GetParam().example);
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
+
+    TestFiles::setMode(folder, 0700);
+    expectSaves(store);
+}
+
+TEST_P(DocumentFileFaultsTest, AFileInAFolderThatOpensOnlyLaterIsKeptUnderAnotherName)
+{
+    writeFile(GetParam().example);
+    const UnprivilegedScope scope(scratch);
+    TestFiles::setMode(folder, 0);
+    auto &store = start();
+    TestFiles::setMode(folder, 0700);
+    EXPECT_TRUE(store.isAsWithoutFile());
+    expectSaves(store);
+    EXPECT_EQ(TestFiles::read(kept), GetParam().example);
+}
+
+// What stands where the file should.
+
+TEST_P(DocumentFileFaultsTest, AFolderInPlaceOfTheFileStaysAndChangesStayInMemoryUntilItIsGone)
+{
+    auto &store = startFromExample();
+    fs::remove(file);
+    TestFiles::write(file / "somebody's", "own");
+    changeInMemory(store);
+    EXPECT_EQ(TestFiles::read(file / "somebody's"), "own");
+
+    auto &next = start();
+    EXPECT_TRUE(next.isAsWithoutFile());
+    changeInMemory(next);
+    EXPECT_EQ(TestFiles::read(file / "somebody's"), "own");
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
+
+    fs::remove_all(file);
+    expectSaves(next);
+}
+
+TEST_P(DocumentFileFaultsTest, APipeInPlaceOfTheFileIsNotWaitedForAndStays)
+{
+    auto &store = startFromExample();
+    fs::remove(file);
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    changeInMemory(store);
+    EXPECT_TRUE(fs::is_fifo(file));
+
+    auto &next = start();
+    EXPECT_TRUE(next.isAsWithoutFile());
+    changeInMemory(next);
+    EXPECT_TRUE(fs::is_fifo(file));
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
+
+    fs::remove(file);
+    expectSaves(next);
+}
+
+TEST_P(DocumentFileFaultsTest, ASocketInPlaceOfTheFileStays)
+{
+    fs::create_directory(folder);
+    makeSocket();
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    changeInMemory(store);
+    EXPECT_TRUE(fs::is_socket(file));
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
+}
+
+TEST_P(DocumentFileFaultsTest, ALinkToADeviceStaysAndSoDoesTheDevice)
+{
+    fs::create_directory(folder);
+    fs::create_symlink("/dev/null", file);
+    const UnprivilegedScope scope(scratch);
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    changeInMemory(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
+}
+
+TEST_P(DocumentFileFaultsTest, ALinkStaysALinkAndItsTargetIsSaved)
+{
+    const auto target = scratch / "synced" / "file";
+    TestFiles::write(target, GetParam().example);
+    fs::create_directory(folder);
+    fs::create_symlink("../synced/file", file);
+    auto &store = start();
+    EXPECT_EQ(store.contents(), GetParam().example);
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
+}
+
+TEST_P(DocumentFileFaultsTest, ALinkPutInPlaceOfTheFileMeanwhileStaysALink)
+{
+    auto &store = startFromExample();
+    fs::rename(file, scratch / "moved");
+    fs::create_symlink("../moved", file);
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+}
+
+TEST_P(DocumentFileFaultsTest, ALinkToNothingStaysALinkAndItsTargetIsMade)
+{
+    fs::create_directory(folder);
+    fs::create_symlink("../target", file);
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(TestFiles::mode(scratch / "target"), 0600U);
+}
+
+TEST_P(DocumentFileFaultsTest, ALinkIntoAMissingFolderStaysAndChangesStayInMemory)
+{
+    fs::create_directory(folder);
+    fs::create_symlink("../missing/target", file);
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    changeInMemory(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_FALSE(fs::exists(scratch / "missing"));
+}
+
+TEST_P(DocumentFileFaultsTest, WhatALinkLeadsToOnlyLaterIsKeptUnderAnotherName)
+{
+    const auto target = scratch / "disk" / "file";
+    fs::create_directory(folder);
+    fs::create_symlink("../disk/file", file);
+    auto &store = start();
+    TestFiles::write(target, GetParam().example);
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(TestFiles::read(kept), GetParam().example);
+}
+
+TEST_P(DocumentFileFaultsTest, LinksInACircleStayAndChangesStayInMemory)
+{
+    fs::create_directory(folder);
+    fs::create_symlink("other", file);
+    fs::create_symlink(GetParam().name, folder / "other");
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    changeInMemory(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_TRUE(fs::is_symlink(folder / "other"));
+    EXPECT_EQ(std::ssize(entries()), 2);
+}
+
+TEST_P(DocumentFileFaultsTest, AnotherHardLinkKeepsTheOldText)
+{
+    auto &store = startFromExample();
+    fs::create_hard_link(file, scratch / "other");
+    expectSaves(store);
+    EXPECT_EQ(TestFiles::read(scratch / "other"), GetParam().example);
+}
+
+// What is done to the file.
+
+TEST_P(DocumentFileFaultsTest, AnotherProgramsEditIsReplacedByTheNextSave)
+{
+    auto &store = startFromExample();
+    writeFile(GetParam().with("edited"));
+    expectSaves(store);
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+TEST_P(DocumentFileFaultsTest, AnotherProgramsFileWhereThereWasNoneIsKeptUnderAnotherName)
+{
+    auto &store = start();
+    writeFile(GetParam().example);
+    expectSaves(store);
+    EXPECT_EQ(TestFiles::read(kept), GetParam().example);
+}
+
+TEST_P(DocumentFileFaultsTest, AClockSetBackMakesNoDifference)
+{
+    auto &store = startFromExample();
+    fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(24 * 3650));
+    expectSaves(store);
+    fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(24 * 3650));
+    expectSaves(start());
+}
+
+TEST_P(DocumentFileFaultsTest, PermissionsOfTheFileStayThroughSaves)
+{
+    for (const unsigned mode : { 0600U, 0640U, 0644U, 0660U }) {
+        auto &store = startFromExample();
+        TestFiles::setMode(file, mode);
+        expectSaves(store);
+        EXPECT_EQ(TestFiles::mode(file), mode);
+    }
+}
+
+TEST_P(DocumentFileFaultsTest, AReadOnlyFileStaysAndChangesStayInMemoryUntilItIsNot)
+{
+    writeFile(GetParam().example);
+    TestFiles::setMode(file, 0400);
+    const UnprivilegedScope scope(scratch);
+    auto &store = start();
+    EXPECT_EQ(store.contents(), GetParam().example);
+    changeInMemory(store);
+    EXPECT_EQ(fileText(), GetParam().example);
+
+    TestFiles::setMode(file, 0600);
+    expectSaves(store);
+}
+
+TEST_P(DocumentFileFaultsTest, AFileWithoutPermissionToReadItIsKeptUnderAnotherName)
+{
+    writeFile(GetParam().example);
+    const UnprivilegedScope scope(scratch);
+    TestFiles::setMode(file, 0200);
+    auto &store = start();
+    EXPECT_TRUE(store.isAsWithoutFile());
+    store.changeAndSave();
+    TestFiles::setMode(file, 0600);
+    TestFiles::setMode(kept, 0600);
+    EXPECT_EQ(fileText(), store.contents());
+    EXPECT_EQ(TestFiles::read(kept), GetParam().example);
+}
+
+// What is in the file.
+
+TEST_P(DocumentFileFaultsTest, ATruncatedFileIsKeptUnderAnotherName)
+{
+    const auto example = GetParam().example;
+    for (std::size_t length = 0; length < example.size(); length += 37)
+        expectUnreadableButKept(example.substr(0, length));
+    expectUnreadableButKept(example.substr(0, example.size() - 1));
+}
+
+TEST_P(DocumentFileFaultsTest, AFileWithInvalidUtf8IsKeptUnderAnotherName)
+{
+    for (const auto bytes :
+         { "\x80"sv, "\xC3"sv, "\xED\xA0\x80"sv, "\xF4\x90\x80\x80"sv, "\xFF"sv })
+        expectUnreadableButKept(GetParam().with("text " + std::string(bytes)));
+}
+
+TEST_P(DocumentFileFaultsTest, AFileWithWrongTypesIsKeptUnderAnotherName)
+{
+    for (const auto value : { "null"sv, "true"sv, "1"sv, "1.5"sv, "[]"sv, "{}"sv }) {
+        std::string text(GetParam().example);
+        expectUnreadableButKept(
+            text.replace(text.find(GetParam().text), GetParam().text.size(), value));
+    }
+    for (const auto text : { "null"sv, "1"sv, R"("text")"sv, "[1]"sv, R"([{}])"sv, "{}"sv })
+        expectUnreadableButKept(text);
+}
+
+TEST_P(DocumentFileFaultsTest, AFileOfBytesInsteadOfTextIsKeptUnderAnotherName)
+{
+    for (const auto &bytes : { std::string(4096, '\0'), "\xFF\xFE["s, "\x1F\x8B\x08\0gzip"s,
+                               std::string(100'000, '['), std::string(100'000, '{') })
+        expectUnreadableButKept(bytes);
+}
+
+TEST_P(DocumentFileFaultsTest, AGibibyteIsNotReadButKeptUnderAnotherName)
+{
+    constexpr std::uintmax_t Gibibyte = 1024 * 1024 * 1024;
+    writeFile(GetParam().example);
+    fs::resize_file(file, Gibibyte); // takes no room on the disk
+    rusage before {};
+    getrusage(RUSAGE_SELF, &before);
+    auto &store = start();
+    rusage after {};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "kilobytes";
+
+    EXPECT_TRUE(store.isAsWithoutFile());
+    expectSaves(store);
+    EXPECT_EQ(fs::file_size(kept), Gibibyte);
+    std::string beginning(GetParam().example.size(), '\0');
+    std::ifstream(kept, std::ios::binary).read(beginning.data(), std::ssize(beginning));
+    EXPECT_EQ(beginning, GetParam().example);
+}
+
+TEST_P(DocumentFileFaultsTest, TextsOfAnyCharactersStayWhole)
+{
+    for (const auto &text : {
+             R"(a\u0000b\u0000)"s,
+             R"(\u0001\u001f\b\f\t\n\r)"s,
+             "\x7F\u0080\u00A0\uFEFF\uFFFC\uFFFD\uFFFE"s,
+             "\u05E9\u05DC\u05D5\u05DD \u202Eoverridden\u202C \u2067isolated\u2069"s,
+             "e\u0301\u0301\u0301 \u0301 \u0E33\u200D\u0915\u094D\u0937"s,
+             "\U0001F469\u200D\U0001F4BB \U0001F1E9\U0001F1EA \U0010FFFF"s,
+             "line\u2028paragraph\u2029"s,
+         }) {
+        const auto json = GetParam().with(text);
+        writeFile(json);
+        auto &store = start();
+        EXPECT_EQ(store.contents(), json);
+        expectSaves(store);
+        EXPECT_NE(fileText().find('"' + text + '"'), std::string::npos) << text;
+    }
+}
+
+TEST_P(DocumentFileFaultsTest, AMegabyteOfNameStaysWhole)
+{
+    const auto json = GetParam().with(std::string(1'000'000, 'W'));
+    writeFile(json);
+    auto &store = start();
+    EXPECT_EQ(store.contents() == json, true);
+    expectSaves(store);
+}
+
+} // namespace
