@@ -10,6 +10,7 @@
 #include <QScopedValueRollback>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextOption>
 
 #include <algorithm>
 
@@ -47,10 +48,24 @@ qsizetype commonSuffix(const QString &a, const QString &b, qsizetype longest)
     return length > 0 && a[a.size() - length].isLowSurrogate() ? length - 1 : length;
 }
 
-/// The document's text as it is. `toPlainText` would turn no-break spaces into blanks.
-std::string textOf(const QTextDocument &document)
+bool endsWord(QChar character)
 {
-    return withLineBreaks(document.toRawText()).toStdString();
+    return character.isSpace() && character.decompositionTag() != QChar::NoBreak;
+}
+
+/// Whether there is a word so long that Qt, which looks for its end at each of its lines, would
+/// take much longer to wrap it than all other text.
+bool hasEndlessWord(QStringView text)
+{
+    constexpr qsizetype LongestWord = 10'000;
+    while (text.size() > LongestWord) {
+        const auto beginning = text.first(LongestWord);
+        const auto end = std::find_if(beginning.rbegin(), beginning.rend(), endsWord);
+        if (end == beginning.rend())
+            return true;
+        text = text.sliced(beginning.rend() - end);
+    }
+    return false;
 }
 
 } // namespace
@@ -72,7 +87,11 @@ void NodeEditor::showText(const std::string &text)
 {
     const QScopedValueRollback replacing(m_isReplacing, true);
     m_text = text;
-    setPlainText(stringFromUtf8(text));
+    clear(); // or the former text would be wrapped anew
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    const QString shown = stringFromUtf8(text);
+    breakEndlessWords(shown);
+    setPlainText(shown);
 }
 
 void NodeEditor::replaceText(const std::string &text)
@@ -84,6 +103,7 @@ void NodeEditor::replaceText(const std::string &text)
     // Only what differs: the user's cursor and selection stay where they are in the rest.
     const QString earlier = document()->toRawText();
     const QString later = withParagraphs(stringFromUtf8(text));
+    breakEndlessWords(later);
     const auto prefix = commonPrefix(earlier, later);
     const auto suffix =
         commonSuffix(earlier, later, std::min(earlier.size(), later.size()) - prefix);
@@ -100,8 +120,18 @@ void NodeEditor::reportText()
 {
     if (m_isReplacing)
         return;
-    m_text = textOf(*document());
+    // `toPlainText` would turn no-break spaces into blanks.
+    const QString text = document()->toRawText();
+    breakEndlessWords(text);
+    m_text = withLineBreaks(text).toStdString();
     onText(m_text);
+}
+
+// Until another node is shown, even if such a word goes: it may come back by "Undo".
+void NodeEditor::breakEndlessWords(const QString &text)
+{
+    if (hasEndlessWord(text))
+        setWordWrapMode(QTextOption::WrapAnywhere);
 }
 
 QMimeData *NodeEditor::createMimeDataFromSelection() const
@@ -113,8 +143,11 @@ QMimeData *NodeEditor::createMimeDataFromSelection() const
 
 void NodeEditor::insertFromMimeData(const QMimeData *source)
 {
-    if (source->hasText())
-        insertPlainText(source->text());
+    if (!source->hasText())
+        return;
+    const QString text = source->text();
+    breakEndlessWords(text);
+    insertPlainText(text);
 }
 
 bool NodeEditor::focusNextPrevChild(bool /*next*/)

@@ -36,6 +36,7 @@ protected:
 
 private:
     void reportText();
+    void breakEndlessWords(const QString &text);
 
     std::string m_text; // what the model holds of what is shown
     bool m_isReplacing = false;

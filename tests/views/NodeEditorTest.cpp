@@ -128,6 +128,35 @@ TEST_F(NodeEditorTest, ShowsEachTextThatTakesAnothersPlace)
     }
 }
 
+TEST_F(NodeEditorTest, WrapsBetweenWordsUnlessANodeHasAnEndlessOne)
+{
+    const std::string longest(10'000, 'x');
+    const auto wrapsAnywhere = [this](const std::string &text) {
+        editor.showText(text);
+        return editor.wordWrapMode() == QTextOption::WrapAnywhere;
+    };
+    EXPECT_FALSE(wrapsAnywhere("some words"));
+    EXPECT_FALSE(wrapsAnywhere(longest));
+    for (const std::string between : { " ", "\n", "\t", "\u2028" })
+        EXPECT_FALSE(wrapsAnywhere(longest.substr(1) + between + longest)) << between;
+    for (const std::string between : { "", "-", "\u00A0", "\u202F" })
+        EXPECT_TRUE(wrapsAnywhere(longest.substr(1) + between + longest)) << between;
+    EXPECT_TRUE(wrapsAnywhere("some words " + longest + "x"));
+    EXPECT_TRUE(wrapsAnywhere(longest + "x some words"));
+    EXPECT_FALSE(wrapsAnywhere("some words")) << "in the next node";
+}
+
+TEST_F(NodeEditorTest, WrapsAnEndlessWordThatIsTypedTogether)
+{
+    const std::string half(6000, 'x');
+    editor.showText(half + " " + half);
+    editor.moveCursor(QTextCursor::End);
+    editor.moveCursor(QTextCursor::PreviousWord);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(lastReport(), half + half);
+    EXPECT_EQ(editor.wordWrapMode(), QTextOption::WrapAnywhere);
+}
+
 TEST_F(NodeEditorTest, TypesATab)
 {
     editor.showText("");
