@@ -1,5 +1,6 @@
 // Whatever a text holds, it is drawn on one line and in its own direction.
 #include "Expect.h"
+#include "support/CharacterCount.h"
 #include "support/SingleLine.h"
 
 #include <QString>
@@ -13,6 +14,7 @@ namespace
 {
 
 constexpr qsizetype MostCharacters = 4096;
+constexpr std::size_t MostInMenus = 80; // characters as readers see them
 
 bool isHarmful(QChar character)
 {
@@ -38,5 +40,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     const std::string_view text(reinterpret_cast<const char *>(bytes), size);
     expectLine(SingleLine::beginning(text));
     expectLine(SingleLine::ends(text));
+    const QString abridged = SingleLine::abridged(text);
+    expectLine(abridged);
+    expect(characterCount(abridged.toStdString(), MostInMenus + 1) <= MostInMenus,
+           "no entry makes a menu too wide");
     return 0;
 }

@@ -65,6 +65,9 @@ void expectParts(const WebAddress &address)
     expect(QUtf8StringView(host.data(), static_cast<qsizetype>(host.size())).isValidUtf8(),
            "a host is valid UTF-8");
     expect(decoded(text).find(decoded(host)) != std::string::npos, "a host is part of its address");
+    const auto authority = isBracketed(address) ? '[' + host + ']' : host;
+    const auto again = WebAddress::parse("//" + authority);
+    expect(again && again->host() == host, "a host reads as itself");
 }
 
 void expectFavicon(const WebAddress &address)
