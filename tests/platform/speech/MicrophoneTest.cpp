@@ -221,14 +221,17 @@ TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
                               std::span<const std::int16_t> samples) { request->append(samples); },
                 .fail = [request = recognition.request] { request->fail(); } });
     ASSERT_TRUE(engine.start());
-    play(*sentence);
-    // A busy machine swallows a sound now and then.
     constexpr std::string_view End = "following text";
     const auto isUnderstood = [&recognition, End] {
         const auto texts = recognition.texts();
         return !texts.empty() && texts.back().ends_with(End);
     };
-    EXPECT_TRUE(waitUntil(isUnderstood, Limit));
+    // A busy machine swallows a sound now and then; people say again what was not understood.
+    for (int attempt = 0; attempt < 3 && !isUnderstood(); ++attempt) {
+        play(*sentence);
+        waitUntil(isUnderstood, Limit / 2);
+    }
+    EXPECT_TRUE(isUnderstood());
     engine.stop();
     engine.removeTap();
     recognition.request->endAudio();
