@@ -73,6 +73,7 @@ void AboutCard::addNote(QBoxLayout &layout)
 void AboutCard::addSignature(QBoxLayout &layout)
 {
     auto *const signature = new QVBoxLayout;
+    layout.addLayout(signature); // first, so that its texts are the card's in their order
     signature->setSpacing(SignatureSpacing);
     addText(*signature, capitalised(author()), Painting::systemFont(11, QFont::DemiBold));
 
@@ -83,7 +84,6 @@ void AboutCard::addSignature(QBoxLayout &layout)
     link->setToolTip(tr("Visit %1").arg(QString::fromStdString(Website)));
     connectLink(*link);
     signature->addWidget(link, 0, Qt::AlignHCenter);
-    layout.addLayout(signature);
 }
 
 void AboutCard::connectLink(LinkButton &link)

@@ -2,7 +2,10 @@
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QAction>
 #include <QVariant>
+
+#include <algorithm>
 
 namespace
 {
@@ -17,6 +20,8 @@ public:
     QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
+        state.modal = role() == QAccessible::Dialog;
+        state.offscreen = !state.invisible && widget()->visibleRegion().isEmpty();
         if (const auto *const pressable = button()) {
             state.selectable = pressable->isCheckable();
             state.selected = pressable->isChecked();
@@ -29,19 +34,35 @@ public:
         QStringList names = QAccessibleWidget::actionNames();
         if (button())
             names.prepend(pressAction());
+        for (const auto *const action : actions()) {
+            if (action->isEnabled())
+                names.append(action->text());
+        }
         return names;
     }
 
     void doAction(const QString &name) override
     {
-        if (button() && name == pressAction())
+        if (button() && name == pressAction()) {
             button()->click();
+            return;
+        }
+        const auto own = actions();
+        const auto named = std::ranges::find(own, name, &QAction::text);
+        if (named != own.end())
+            (*named)->trigger();
         else
             QAccessibleWidget::doAction(name);
     }
 
 private:
     QAbstractButton *button() const { return qobject_cast<QAbstractButton *>(object()); }
+
+    /// Those of a window are its menus', which are known by themselves.
+    QList<QAction *> actions() const
+    {
+        return widget()->isWindow() ? QList<QAction *>() : widget()->actions();
+    }
 };
 
 QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)

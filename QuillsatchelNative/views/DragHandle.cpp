@@ -5,6 +5,7 @@
 #include "views/SatchelTheme.h"
 #include "views/Symbol.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -61,11 +62,21 @@ DragHandle::DragHandle(QWidget *parent)
     setCursor(Qt::OpenHandCursor);
     setToolTip(tr("Drag to reorder this node"));
     setAccessibleName(tr("Drag node to reorder"));
+    setAccessibleDescription(tr("The arrow keys move this node up and down"));
+    addStep(tr("Move Up"), -1);
+    addStep(tr("Move Down"), 1);
 }
 
 DragHandle::~DragHandle()
 {
     delete m_glyph;
+}
+
+void DragHandle::addStep(const QString &name, int step)
+{
+    auto *const action = new QAction(name, this);
+    connect(action, &QAction::triggered, this, [this, step] { onStep(step); });
+    addAction(action);
 }
 
 void DragHandle::mousePressEvent(QMouseEvent *event)

@@ -21,7 +21,7 @@ public:
     std::function<void(qreal)> onTranslation = [](qreal) {};
     /// The drag ended, not cancelled, at this vertical distance.
     std::function<void(qreal)> onDrop = [](qreal) {};
-    /// An arrow key asks for one place up (-1) or down (+1).
+    /// An arrow key, or an assistive program, asks for one place up (-1) or down (+1).
     std::function<void(int)> onStep = [](int) {};
 
 protected:
@@ -33,6 +33,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void addStep(const QString &name, int step);
     void setTranslation(qreal translation);
     void endDrag();
 

@@ -36,15 +36,13 @@ LauncherSettingsCard::LauncherSettingsCard(LauncherStore &store, MainQueue &main
                                            QWidget *parent)
     : OverlayCard(tr("Quick Launchers"), SettingsLook, parent)
     , m_scheduler(mainQueue, [this] { render(); })
-    , m_list(new ScrollView(card()))
 {
     // The list is as wide as the card, so that its indicator has the padding to itself.
     auto *const layout = new QVBoxLayout(card());
     layout->setContentsMargins(0, VerticalPadding, 0, VerticalPadding);
     layout->setSpacing(Spacing);
     addHeader(*layout);
-    addEditors(store);
-    layout->addWidget(m_list);
+    addEditors(store, *layout);
     m_scheduler.observe(store);
 }
 
@@ -63,8 +61,10 @@ void LauncherSettingsCard::addHeader(QBoxLayout &layout)
     layout.addLayout(header);
 }
 
-void LauncherSettingsCard::addEditors(LauncherStore &store)
+void LauncherSettingsCard::addEditors(LauncherStore &store, QBoxLayout &layout)
 {
+    m_list = new ScrollView(card());
+    layout.addWidget(m_list);
     auto *const rows = new QVBoxLayout(m_list->content());
     rows->setContentsMargins(HorizontalPadding, 0, HorizontalPadding, 0);
     rows->setSpacing(EditorSpacing);

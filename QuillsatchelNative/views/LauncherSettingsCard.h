@@ -25,10 +25,10 @@ protected:
 
 private:
     void addHeader(QBoxLayout &layout);
-    void addEditors(LauncherStore &store);
+    void addEditors(LauncherStore &store, QBoxLayout &layout);
     void render();
 
     RenderScheduler m_scheduler;
-    ScrollView *m_list;
+    ScrollView *m_list = nullptr;
     std::vector<LauncherSlotEditor *> m_editors;
 };

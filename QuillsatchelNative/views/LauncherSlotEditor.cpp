@@ -5,6 +5,7 @@
 #include "support/Utf8.h"
 #include "support/Whitespace.h"
 #include "views/AccessibleRole.h"
+#include "views/Announcement.h"
 #include "views/ElidedLabel.h"
 #include "views/Painting.h"
 #include "views/PushButton.h"
@@ -156,14 +157,14 @@ void LauncherSlotEditor::showInvalidURL(bool isInvalid)
         makeMessage();
     if (!m_message)
         return;
-    m_message->setVisible(isInvalid);
+    if (isInvalid)
+        announce(*m_message);
+    else
+        m_message->hide();
     m_urlField->setAccessibleDescription(isInvalid ? m_message->text() : QString());
     updateGeometry();
-    if (!isInvalid)
-        return;
-    QAccessibleEvent alert(m_message, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
-    onInvalidURL();
+    if (isInvalid)
+        onInvalidURL();
 }
 
 void LauncherSlotEditor::makeMessage()
@@ -172,6 +173,7 @@ void LauncherSlotEditor::makeMessage()
         new ElidedLabel(Qt::ElideRight, Painting::systemFont(9), SatchelTheme::accent, this);
     setAccessibleRole(*m_message, QAccessible::AlertMessage);
     m_message->setText(tr("Enter a valid http or https website."));
+    m_message->hide(); // until it is announced
     layOut();
 }
 

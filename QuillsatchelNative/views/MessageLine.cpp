@@ -1,6 +1,7 @@
 #include "views/MessageLine.h"
 
 #include "views/AccessibleRole.h"
+#include "views/Announcement.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 
@@ -29,12 +30,11 @@ void MessageLine::render(const QString &message)
         return;
     m_message = message;
     setAccessibleName(message);
-    setVisible(!message.isEmpty());
     update();
     if (message.isEmpty())
-        return;
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+        hide();
+    else
+        announce(*this);
 }
 
 QSize MessageLine::sizeHint() const

@@ -50,6 +50,7 @@ OverlayScrollBar::OverlayScrollBar(Qt::Orientation orientation, QWidget *parent)
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
+    setAccessibleName(tr("Scroll Bar"));
 }
 
 QSize OverlayScrollBar::sizeHint() const
@@ -57,10 +58,15 @@ QSize OverlayScrollBar::sizeHint() const
     return { Thickness, Thickness };
 }
 
+void OverlayScrollBar::sliderChange(SliderChange change)
+{
+    QScrollBar::sliderChange(change);
+    if (change == SliderRangeChange)
+        setVisible(maximum() > minimum());
+}
+
 void OverlayScrollBar::paintEvent(QPaintEvent * /*event*/)
 {
-    if (maximum() <= minimum())
-        return;
     QStyleOptionSlider option;
     initStyleOption(&option);
     const QRect slider =

@@ -2,8 +2,8 @@
 
 #include <QScrollBar>
 
-/// A slim scroll indicator that lets what is under it shine through. Nothing is drawn where
-/// there is nothing to scroll.
+/// A slim scroll indicator that lets what is under it shine through. It is hidden where there is
+/// nothing to scroll.
 class OverlayScrollBar final : public QScrollBar
 {
     Q_OBJECT
@@ -17,5 +17,6 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    void sliderChange(SliderChange change) override;
     void paintEvent(QPaintEvent *event) override;
 };

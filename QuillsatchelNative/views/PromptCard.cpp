@@ -71,6 +71,7 @@ PromptCard::PromptCard(QWidget *parent)
     connect(m_colorButton, &QAbstractButton::clicked, this, &PromptCard::showColorMenu);
     connect(m_deleteButton, &QAbstractButton::clicked, this, [this] { onDelete(); });
     connectHandle();
+    renderColor(m_color);
     renderActions();
 }
 
@@ -94,10 +95,15 @@ void PromptCard::render(const PromptBlock &block, bool isCopied, bool isDictatin
     m_isCopied = isCopied;
     m_isDictating = isDictating;
     renderActions();
-    if (block.color != m_color) {
-        m_color = block.color;
-        update();
-    }
+    if (block.color != m_color)
+        renderColor(block.color);
+}
+
+void PromptCard::renderColor(BlockColor color)
+{
+    m_color = color;
+    m_colorButton->setAccessibleDescription(QString::fromStdString(color.title()));
+    update();
 }
 
 void PromptCard::renderText(const PromptBlock &block)

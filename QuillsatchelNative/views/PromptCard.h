@@ -63,6 +63,7 @@ protected:
 private:
     void connectHandle();
     void renderText(const PromptBlock &block);
+    void renderColor(BlockColor color);
     void renderActions();
     void layOutActions();
     void showColorMenu();

@@ -70,6 +70,9 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     m_scheduler.observe(m_dictation);
     resize(IdealSize);
     render();
+    // At once, not with the next rendering: the same words again are another message.
+    m_messageCancellable = m_dictation.errorMessage().sink(
+        [this](const std::optional<QString> &message) { renderMessage(message); });
 }
 
 void QuillsatchelView::wire(PromptCard &card)
@@ -140,13 +143,12 @@ void QuillsatchelView::render()
 {
     endLostDictation();
     m_nodeList->render();
-    renderMessage();
     renderCards();
 }
 
-void QuillsatchelView::renderMessage()
+void QuillsatchelView::renderMessage(const std::optional<QString> &message)
 {
-    m_messageLine->render(m_dictation.errorMessage().get().value_or(QString()));
+    m_messageLine->render(message.value_or(QString()));
     layOut();
 }
 

@@ -4,10 +4,13 @@
 #include "launchers/LauncherStore.h"
 #include "library/SatchelStore.h"
 #include "preferences/WindowPreferences.h"
+#include "support/Cancellable.h"
 #include "views/RenderScheduler.h"
 
 #include <QPointer>
 #include <QWidget>
+
+#include <optional>
 
 class AboutCard;
 class LauncherSettingsCard;
@@ -54,7 +57,7 @@ private:
     void addNode();
     void followFocus();
     void render();
-    void renderMessage();
+    void renderMessage(const std::optional<QString> &message);
     void layOut();
     void renderCards();
     AboutCard *makeAboutCard();
@@ -71,6 +74,7 @@ private:
     NodeList *m_nodeList;
     MessageLine *m_messageLine;
     NewNodeButton *m_newNodeButton;
+    Cancellable m_messageCancellable;
     QPointer<OverlayCard> m_aboutCard;
     QPointer<OverlayCard> m_settingsCard;
 };

@@ -6,7 +6,9 @@
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -47,11 +49,16 @@ QString singleLine(const std::string &name)
 
 TabChip::TabChip(QWidget *parent)
     : PlainButton(parent)
+    , m_renaming(new QAction(tr("Rename Tab"), this))
+    , m_deletion(new QAction(tr("Delete Tab"), this))
 {
     setCheckable(true);
     setToolTip(tr("Double-click to rename"));
     setAccessibleRole(*this, QAccessible::PageTab);
     connect(this, &QAbstractButton::clicked, this, [this] { onSelect(); });
+    connect(m_renaming, &QAction::triggered, this, [this] { onRename(); });
+    connect(m_deletion, &QAction::triggered, this, [this] { onDelete(); });
+    addActions({ m_renaming, m_deletion });
 }
 
 void TabChip::nextCheckState()
@@ -63,7 +70,7 @@ void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool c
 {
     const bool isOther = m_tabID != tab.id || m_name != tab.name || text().isEmpty();
     m_tabID = tab.id;
-    m_canDelete = canDelete;
+    m_deletion->setEnabled(canDelete);
     if (isOther) {
         m_name = tab.name;
         setText(tab.name.empty() ? tr("Untitled") : singleLine(tab.name));
@@ -71,8 +78,17 @@ void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool c
         setAccessibleName(text());
         resize(sizeHint());
     }
-    setChecked(isActive);
+    renderActive(isActive);
     renderField(isEditing);
+}
+
+void TabChip::renderActive(bool isActive)
+{
+    if (isActive == isChecked())
+        return;
+    setChecked(isActive);
+    QAccessibleEvent selection(this, QAccessible::Selection);
+    QAccessible::updateAccessibility(&selection);
 }
 
 void TabChip::renderField(bool isEditing)
@@ -92,6 +108,7 @@ void TabChip::renderField(bool isEditing)
 void TabChip::makeField()
 {
     m_field = new QLineEdit(this);
+    m_isComposing = false;
     m_field->setFont(nameFont(true));
     m_field->setFrame(false);
     m_field->setAlignment(Qt::AlignCenter); // as the label's, so that the text stays put
@@ -128,7 +145,10 @@ bool TabChip::eventFilter(QObject *object, QEvent *event)
 {
     if (object != m_field)
         return PlainButton::eventFilter(object, event);
-    if (event->type() == QEvent::FocusOut) {
+    if (event->type() == QEvent::InputMethod) {
+        m_isComposing = !static_cast<QInputMethodEvent *>(event)->preeditString().isEmpty();
+        update();
+    } else if (event->type() == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent *>(event)->reason();
         // A menu over the field, or another window, only borrows the focus.
         if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
@@ -168,11 +188,14 @@ void TabChip::paintContent(QPainter &painter)
         Painting::fillRoundedRect(painter, rect(), Radius, SatchelTheme::accent.withOpacity(0.12));
     else if (isHovered())
         Painting::fillRoundedRect(painter, rect(), Radius, SrgbColor::white(0.05));
-    if (m_field)
+    const bool showsPlaceholder = m_field && m_name.empty() && !m_isComposing;
+    if (m_field && !showsPlaceholder)
         return;
     const QRect frame = rect().adjusted(HorizontalPadding, 0, -HorizontalPadding, 0);
     painter.setFont(nameFont(isChecked()));
-    painter.setPen(Painting::qColor(SrgbColor::white(isChecked() ? 0.95 : 0.8)));
+    // A centred field shows its placeholder only while it has no keyboard, which this one has.
+    painter.setPen(showsPlaceholder ? palette().color(QPalette::PlaceholderText)
+                                    : Painting::qColor(SrgbColor::white(isChecked() ? 0.95 : 0.8)));
     painter.drawText(frame, Qt::AlignCenter,
                      painter.fontMetrics().elidedText(text(), Qt::ElideRight, frame.width()));
 }
@@ -198,10 +221,9 @@ void TabChip::contextMenuEvent(QContextMenuEvent *event)
 void TabChip::showMenu(const QPoint &globalPlace)
 {
     QMenu menu(this);
-    menu.addAction(tr("Rename Tab"), this, [this] { onRename(); });
+    menu.addAction(m_renaming);
     menu.addSeparator();
-    auto *const deletion = menu.addAction(tr("Delete Tab"), this, [this] { onDelete(); });
-    deletion->setEnabled(m_canDelete);
+    menu.addAction(m_deletion);
     menu.exec(globalPlace);
 }
 

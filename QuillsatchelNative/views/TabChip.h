@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+class QAction;
 class QLineEdit;
 
 /// One tab of the strip: a label to click, or, while it is being renamed, a field to type into.
@@ -53,6 +54,7 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    void renderActive(bool isActive);
     void renderField(bool isEditing);
     void makeField();
     void placeField();
@@ -60,6 +62,8 @@ private:
 
     QUuid m_tabID;
     std::string m_name;
-    bool m_canDelete = false;
+    QAction *m_renaming;
+    QAction *m_deletion;
     QPointer<QLineEdit> m_field;
+    bool m_isComposing = false; // in the field, with an input method
 };

@@ -116,6 +116,39 @@ class MenuEar:
             self._shown.append(event.source)
 
 
+class Ear:
+    """Hears what the program tells by itself, such as "object:state-changed:showing"."""
+
+    def __init__(self, kind):
+        self._sources = []
+        self._listener = Atspi.EventListener.new(self._hear)
+        self._listener.register(kind)
+
+    def forget(self):
+        self._sources.clear()
+
+    def wait_for(self, name, role):
+        """Until the control of that name and role has told."""
+        wait_for(f"word of a {role} named {name}", lambda: self._has_heard(name, role))
+
+    def _has_heard(self, name, role):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return any(_is_known_as(source, name, role) for source in self._sources)
+
+    # As that of menus.
+    def _hear(self, event):
+        self._sources.append(event.source)
+
+
+def _is_known_as(accessible, name, role):
+    try:
+        control = Control(accessible)
+        return control.name == name and control.role == role
+    except GLib.Error:
+        return False
+
+
 def _is_menu(accessible):
     try:
         return accessible.get_role() == Atspi.Role.POPUP_MENU

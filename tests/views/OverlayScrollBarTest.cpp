@@ -39,10 +39,13 @@ TEST_F(OverlayScrollBarTest, ShowsHowMuchIsInSightAndWhere)
     EXPECT_GE(thumb().bottom(), 197);
 }
 
-TEST_F(OverlayScrollBarTest, ShowsNothingWhereThereIsNothingToScroll)
+TEST_F(OverlayScrollBarTest, IsHiddenWhereThereIsNothingToScroll)
 {
+    EXPECT_FALSE(bar.isHidden());
     bar.setRange(0, 0);
-    EXPECT_EQ(thumb(), QRectF());
+    EXPECT_TRUE(bar.isHidden());
+    bar.setRange(0, 1);
+    EXPECT_FALSE(bar.isHidden());
 }
 
 TEST_F(OverlayScrollBarTest, LetsShineThroughWhatIsUnderIt)

@@ -1,0 +1,277 @@
+#include "app/MiniSwitch.h"
+#include "app/PanelFixture.h"
+#include "views/AccessibleTree.h"
+#include "views/ApplicationList.h"
+#include "views/ApplicationPanel.h"
+#include "views/DragHandle.h"
+#include "views/LauncherSettingsCard.h"
+#include "views/LinkButton.h"
+#include "views/NodeList.h"
+#include "views/OverlayScrollBar.h"
+#include "views/TextField.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+
+namespace
+{
+
+/// All kinds of controls, worked without keyboard and mouse, as assistive programs do it.
+class AccessibleActionsTest : public PanelFixture
+{
+protected:
+    static QAccessibleInterface &accessible(QWidget &widget)
+    {
+        return *QAccessible::queryAccessibleInterface(&widget);
+    }
+
+    void perform(QWidget &widget, const QString &action)
+    {
+        auto *const actions = accessible(widget).actionInterface();
+        ASSERT_TRUE(actions->actionNames().contains(action)) << action.toStdString();
+        actions->doAction(action);
+        settle();
+        settle();
+    }
+
+    /// Returns when the button has been pressed, which takes it a moment.
+    void pressByAction(QAbstractButton &pressed)
+    {
+        QSignalSpy clicks(&pressed, &QAbstractButton::clicked);
+        perform(pressed, QAccessibleActionInterface::pressAction());
+        EXPECT_TRUE(!clicks.isEmpty() || clicks.wait());
+        settle();
+        settle();
+    }
+
+    /// Hands the menu that `open` opens to `use`.
+    static void inMenu(const std::function<void()> &open,
+                       const std::function<void(QAccessibleInterface &)> &use)
+    {
+        QTimer eye;
+        bool wasOpen = false;
+        QObject::connect(&eye, &QTimer::timeout, [&] {
+            auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            if (!menu || std::exchange(wasOpen, true))
+                return;
+            use(accessible(*menu));
+            menu->close();
+        });
+        eye.start(5);
+        open();
+        EXPECT_TRUE(wasOpen);
+    }
+
+    /// Replaces the whole text.
+    void write(QWidget &field, const QString &text)
+    {
+        auto *const editing = accessible(field).editableTextInterface();
+        ASSERT_TRUE(editing);
+        editing->replaceText(0, accessible(field).textInterface()->characterCount(), text);
+        settle();
+        settle();
+    }
+
+    static bool offers(QWidget &widget, const QString &action)
+    {
+        return accessible(widget).actionInterface()->actionNames().contains(action);
+    }
+
+    std::vector<std::string> texts()
+    {
+        std::vector<std::string> shown;
+        for (std::size_t index = 0; index < cards().size(); ++index)
+            shown.push_back(editor(index).toPlainText().toStdString());
+        return shown;
+    }
+};
+
+TEST_F(AccessibleActionsTest, PressTheButtonsOfANode)
+{
+    start({ tabOf("One", { "", "https://example.com" }) });
+    pressByAction(button("Copy"));
+    EXPECT_EQ(machine.pasteboard.contents, "https://example.com");
+    pressByAction(button("Paste"));
+    EXPECT_EQ(texts()[0], "https://example.com");
+    pressByAction(*Input::button(*cards()[1], "Launch"));
+    EXPECT_EQ(machine.workspace.opened, Texts { "https://example.com" });
+    pressByAction(button("Dictate"));
+    EXPECT_EQ(machine.speech.questions.size(), 1U);
+    pressByAction(button("Delete node"));
+    EXPECT_EQ(cards().size(), 1U);
+}
+
+TEST_F(AccessibleActionsTest, PressTheButtonsThatAdd)
+{
+    start({ tabOf("One") });
+    pressByAction(button("New Node"));
+    EXPECT_EQ(cards().size(), 1U);
+    pressByAction(button("New tab"));
+    EXPECT_EQ(chips().size(), 2U);
+}
+
+TEST_F(AccessibleActionsTest, ChooseAColorFromTheMenu)
+{
+    start({ tabOf("One", { "a" }) });
+    auto &palette = button("Node color");
+    EXPECT_EQ(accessible(palette).text(QAccessible::Description).toStdString(), "None");
+    inMenu([this, &palette] { pressByAction(palette); },
+           [](QAccessibleInterface &menu) {
+               auto &orange = *menu.child(2);
+               EXPECT_EQ(orange.role(), QAccessible::MenuItem);
+               EXPECT_EQ(orange.text(QAccessible::Name).toStdString(), "Orange");
+               orange.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+           });
+    settle();
+    EXPECT_EQ(accessible(palette).text(QAccessible::Description).toStdString(), "Orange");
+}
+
+TEST_F(AccessibleActionsTest, MoveANode)
+{
+    start({ tabOf("One", { "a", "b", "c" }) });
+    auto *const handle = cards()[0]->findChild<DragHandle *>();
+    perform(*handle, QStringLiteral("Move Down"));
+    EXPECT_EQ(texts(), (Texts { "b", "a", "c" }));
+    perform(*handle, QStringLiteral("Move Up"));
+    EXPECT_EQ(texts(), (Texts { "a", "b", "c" }));
+    perform(*handle, QStringLiteral("Move Up"));
+    EXPECT_EQ(texts(), (Texts { "a", "b", "c" })) << "it was the first";
+}
+
+TEST_F(AccessibleActionsTest, ChooseRenameAndDeleteATab)
+{
+    start({ tabOf("One"), tabOf("Two") });
+    pressByAction(*chips()[1]);
+    EXPECT_TRUE(accessible(*chips()[1]).state().selected);
+    EXPECT_FALSE(accessible(*chips()[0]).state().selected);
+
+    perform(*chips()[0], QStringLiteral("Rename Tab"));
+    auto *const field = chips()[0]->findChild<QLineEdit *>();
+    ASSERT_TRUE(field);
+    EXPECT_TRUE(field->hasFocus());
+    write(*field, QStringLiteral("Letters"));
+    EXPECT_EQ(accessible(*chips()[0]).text(QAccessible::Name).toStdString(), "Letters");
+
+    perform(*chips()[0], QStringLiteral("Delete Tab"));
+    ASSERT_EQ(chips().size(), 1U);
+    EXPECT_FALSE(offers(*chips()[0], QStringLiteral("Delete Tab"))) << "it is the last";
+}
+
+TEST_F(AccessibleActionsTest, WriteANode)
+{
+    start({ tabOf("One", { "a" }) });
+    write(editor(0), QStringLiteral("another\ntext"));
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "another\ntext");
+    auto *const text = accessible(editor(0)).textInterface();
+    EXPECT_EQ(text->text(0, text->characterCount()).toStdString(), "another\ntext");
+}
+
+TEST_F(AccessibleActionsTest, ToggleTheSwitch)
+{
+    start({ tabOf("One") });
+    auto &toggle = *panel().findChild<MiniSwitch *>();
+    for (const bool isOn : { false, true }) {
+        perform(toggle, QAccessibleActionInterface::toggleAction());
+        EXPECT_EQ(isFloating(), isOn);
+        EXPECT_EQ(accessible(toggle).state().checked, isOn);
+    }
+}
+
+TEST_F(AccessibleActionsTest, ScrollTheList)
+{
+    start({ tabOf("One", numberedTexts(12)) });
+    auto &bar = *panel().findChild<NodeList *>()->findChild<OverlayScrollBar *>(
+        QString(), Qt::FindDirectChildrenOnly);
+    auto *const value = accessible(bar).valueInterface();
+    EXPECT_EQ(texts()[0], "text 0");
+    value->setCurrentValue(value->maximumValue());
+    draw();
+    EXPECT_EQ(texts().back(), "text 11");
+    EXPECT_EQ(value->currentValue(), value->maximumValue());
+}
+
+TEST_F(AccessibleActionsTest, OfferNoScrollBarWhereNothingScrolls)
+{
+    start({ tabOf("One", { "a" }) });
+    for (const auto &object : AccessibleTree::noticeable(panel()))
+        EXPECT_NE(object.role(), QAccessible::ScrollBar) << object.path;
+    for (int count = 0; count < 5; ++count)
+        press("New Node");
+    int bars = 0;
+    for (const auto &object : AccessibleTree::noticeable(panel()))
+        bars += object.role() == QAccessible::ScrollBar ? 1 : 0;
+    EXPECT_EQ(bars, 1);
+}
+
+TEST_F(AccessibleActionsTest, OpenAndCloseTheAboutCard)
+{
+    start({ tabOf("One") });
+    pressByAction(button("About Quillsatchel"));
+    ASSERT_TRUE(aboutCard());
+    auto *const close = Input::button(*aboutCard(), "Close");
+    ASSERT_TRUE(QTest::qWaitFor([close] { return close->hasFocus(); }));
+    pressByAction(*aboutCard()->findChild<LinkButton *>());
+    EXPECT_EQ(machine.workspace.opened.size(), 1U);
+    pressByAction(*close);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !aboutCard(); }));
+}
+
+TEST_F(AccessibleActionsTest, SetUpALauncher)
+{
+    start({ tabOf("One") });
+    delegate->showSettings();
+    settle();
+    auto *const card = panel().findChild<LauncherSettingsCard *>();
+    ASSERT_TRUE(QTest::qWaitFor([card] { return Input::button(*card, "Close")->hasFocus(); }));
+    auto &submit = *Input::button(*card, "Set URL");
+    EXPECT_FALSE(offers(submit, QAccessibleActionInterface::pressAction()))
+        << "there is nothing to set";
+    write(*card->findChild<TextField *>(), QStringLiteral("example.com"));
+    pressByAction(submit);
+    auto *const clear = Input::button(*card, "Clear launcher");
+    ASSERT_TRUE(clear);
+    pressByAction(*clear);
+    EXPECT_FALSE(Input::button(*card, "Clear launcher"));
+}
+
+TEST_F(AccessibleActionsTest, ChooseAnApplication)
+{
+    machine.workspace.icon = QImage(48, 48, QImage::Format_ARGB32_Premultiplied);
+    machine.workspace.applications = { { "/apps/a.desktop", "Calculator", "", "" },
+                                       { "/apps/b.desktop", "Calendar", "", "" } };
+    start({ tabOf("One") });
+    delegate->showSettings();
+    settle();
+    auto *const card = panel().findChild<LauncherSettingsCard *>();
+    ASSERT_TRUE(QTest::qWaitFor([card] { return Input::button(*card, "Close")->hasFocus(); }));
+    pressByAction(*Input::button(*card, "Choose App…"));
+    machine.workspace.finishListing();
+    auto *const chooser = panel().findChild<ApplicationPanel *>();
+    ASSERT_TRUE(chooser);
+    auto &list = accessible(*chooser->findChild<ApplicationList *>());
+    ASSERT_EQ(list.childCount(), 2);
+    list.child(1)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(list.child(1)->state().selected);
+    pressByAction(*Input::button(*chooser, "Add Launcher"));
+    EXPECT_FALSE(panel().findChild<ApplicationPanel *>());
+    EXPECT_TRUE(Input::button(*card, "Clear launcher"));
+}
+
+TEST_F(AccessibleActionsTest, PressTheButtonsOfTheWindow)
+{
+    start({ tabOf("One") });
+    pressByAction(button("Zoom"));
+    EXPECT_TRUE(panel().isMaximized());
+    pressByAction(button("Zoom"));
+    EXPECT_FALSE(panel().isMaximized());
+    pressByAction(button("Minimize"));
+    EXPECT_TRUE(panel().isMinimized());
+}
+
+} // namespace
