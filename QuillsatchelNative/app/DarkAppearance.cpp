@@ -23,7 +23,7 @@ QPalette darkPalette()
     palette.setColor(QPalette::Text, white(0.92));
     palette.setColor(QPalette::WindowText, white(0.92));
     palette.setColor(QPalette::ButtonText, white(0.92));
-    palette.setColor(QPalette::PlaceholderText, white(0.4));
+    palette.setColor(QPalette::PlaceholderText, white(0.5));
     palette.setColor(QPalette::Highlight, Painting::qColor(SatchelTheme::accent.withOpacity(0.75)));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::ToolTipBase, ground);

@@ -202,5 +202,5 @@ void NodeEditor::paintEvent(QPaintEvent *event)
     if (!hasFocus())
         return;
     QPainter painter(viewport());
-    Painting::strokeRoundedRect(painter, viewport()->rect(), 5, SrgbColor::white(0.3));
+    Painting::strokeRoundedRect(painter, viewport()->rect(), 5, SrgbColor::white(0.4));
 }

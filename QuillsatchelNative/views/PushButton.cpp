@@ -42,7 +42,7 @@ void PushButton::paintContent(QPainter &painter)
     const auto accent = SatchelTheme::accent.withOpacity(isHovered() ? 0.95 : 0.85);
     Painting::fillRoundedRect(painter, rect(), Radius, m_isDefault ? accent : plain);
     Painting::strokeRoundedRect(painter, rect(), Radius, SatchelTheme::border);
-    painter.setPen(Painting::qColor(SrgbColor::white(0.92)));
+    painter.setPen(Painting::qColor(SrgbColor::white(m_isDefault ? 1 : 0.92)));
     // On a whole point, where fields have theirs.
     const int top = (height() - fontMetrics().height()) / 2;
     painter.drawText(rect().adjusted(0, top, 0, 0), Qt::AlignHCenter | Qt::AlignTop, text());

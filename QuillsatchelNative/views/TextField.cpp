@@ -40,7 +40,7 @@ void TextField::paintEvent(QPaintEvent *event)
     if (hasFocus())
         Painting::focusRing(painter, rect(), Radius);
     else
-        Painting::strokeRoundedRect(painter, rect(), Radius, SrgbColor::white(0.16));
+        Painting::strokeRoundedRect(painter, rect(), Radius, SrgbColor::white(0.4));
     painter.end();
     QLineEdit::paintEvent(event);
 }

@@ -27,11 +27,11 @@ protected:
 TEST_F(TextFieldTest, ShowsByItsBorderWhetherItHasTheKeyboard)
 {
     const QColor ground = over(SrgbColor::black(0.3), Qt::black);
-    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.16), ground)));
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), ground)));
     Input::click(field);
     EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.75), ground)));
     field.clearFocus();
-    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.16), ground)));
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), ground)));
 }
 
 TEST_F(TextFieldTest, DarkensWhatItLiesOn)
