@@ -34,7 +34,8 @@ protected:
 
 TEST_F(SatchelStoreSizeTest, ANodeOfFiftyMegabytesIsLoadedEditedAndSavedWhole)
 {
-    const PromptBlock block { .text = std::string(50'000'000, 'x'), .color = BlockColor::red };
+    PromptBlock block { .text = {}, .color = BlockColor::red };
+    block.text.resize(50'000'000, 'x');
     expectWholeAfter({ { .name = "Large", .blocks = { block } } }, [&block](SatchelStore &store) {
         store.updateBlock(block.id, block.text + "/\n\u00E9");
     });

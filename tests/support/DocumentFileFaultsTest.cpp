@@ -105,7 +105,7 @@ public:
         return ExampleLaunchers::encode(m_store.slots().get());
     }
 
-    bool isAsWithoutFile() const override { return m_store.slots().get() == LauncherSlots(); }
+    bool isAsWithoutFile() const override { return m_store.configuredItems().empty(); }
 
 private:
     FakeApplicationChooser m_chooser;
@@ -274,7 +274,7 @@ TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesAnUnreadableFileUnderIts
     const auto unreadable = GetParam().with(std::string(5'000'000, 'x')) + "]";
     writeFile(unreadable);
     auto &store = start();
-    for (const std::size_t size : { 0, 1, 50 }) {
+    for (const auto size : { 0U, 1U, 50U }) {
         const FileSizeLimit limit(size);
         store.changeAndSave();
         EXPECT_EQ(fileText() == unreadable, true) << "at " << size;

@@ -378,6 +378,7 @@ TEST_F(WholeFileTest, KeepsNothingButFiles)
     fs::remove(file);
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
     EXPECT_FALSE(keep());
+    ASSERT_TRUE(fs::is_regular_file(kept));
     EXPECT_EQ(TestFiles::read(kept), "kept before");
 }
 

@@ -137,9 +137,9 @@ TEST_F(NodeEditorTest, WrapsBetweenWordsUnlessANodeHasAnEndlessOne)
     };
     EXPECT_FALSE(wrapsAnywhere("some words"));
     EXPECT_FALSE(wrapsAnywhere(longest));
-    for (const std::string between : { " ", "\n", "\t", "\u2028" })
+    for (const auto *const between : { " ", "\n", "\t", "\u2028" })
         EXPECT_FALSE(wrapsAnywhere(longest.substr(1) + between + longest)) << between;
-    for (const std::string between : { "", "-", "\u00A0", "\u202F" })
+    for (const auto *const between : { "", "-", "\u00A0", "\u202F" })
         EXPECT_TRUE(wrapsAnywhere(longest.substr(1) + between + longest)) << between;
     EXPECT_TRUE(wrapsAnywhere("some words " + longest + "x"));
     EXPECT_TRUE(wrapsAnywhere(longest + "x some words"));
