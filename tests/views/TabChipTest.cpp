@@ -3,6 +3,7 @@
 #include "views/Input.h"
 #include "views/Picture.h"
 
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <gtest/gtest.h>
 
@@ -136,6 +137,27 @@ TEST_F(TabChipTest, ShowsTheSamePlaceholderWhileAnEmptyNameIsEdited)
     EXPECT_EQ(field->text().toStdString(), "");
     EXPECT_EQ(field->placeholderText().toStdString(), "Untitled");
     EXPECT_EQ(chip.width(), 74 + 14);
+}
+
+TEST_F(TabChipTest, ShowsThePlaceholderUntilSomethingIsTypedOrComposed)
+{
+    render("", true, true);
+    Input::show(chip);
+    chip.focusField();
+    const auto isShown = [this] {
+        const QRectF besideTheCursor(8, 4, chip.width() / 2.0 - 16, chip.height() - 8.0);
+        const QColor ground = over({ 0.91, 0.16, 0.17, 0.12 }, Ground);
+        return !Picture(chip, Ground).inkIn(besideTheCursor, ground).isEmpty();
+    };
+    EXPECT_TRUE(isShown());
+    QInputMethodEvent composing(QStringLiteral("n"), {});
+    QApplication::sendEvent(QApplication::focusWidget(), &composing);
+    EXPECT_FALSE(isShown());
+    QInputMethodEvent nothing;
+    QApplication::sendEvent(QApplication::focusWidget(), &nothing);
+    EXPECT_TRUE(isShown());
+    render("i", true, true);
+    EXPECT_FALSE(isShown());
 }
 
 TEST_F(TabChipTest, FramesTheFieldLikeTheLabel)
