@@ -55,7 +55,7 @@ QString beginning(std::string_view text)
 
 QString abridged(std::string_view text)
 {
-    const QString line = beginning(text);
+    QString line = beginning(text);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line);
     qsizetype lastPlace = 0; // where the last character begins that there is room for
     for (int count = 1; finder.toNextBoundary() != -1; ++count) {
