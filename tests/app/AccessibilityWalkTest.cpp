@@ -14,6 +14,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace
@@ -227,7 +228,12 @@ protected:
         std::string name =
             Input::spokenName(*control->parentWidget()) + " / " + Input::spokenName(*control);
 
-        auto operator<=>(const Stop &) const = default;
+        bool operator==(const Stop &) const = default;
+
+        bool operator<(const Stop &other) const
+        {
+            return std::tie(control, name) < std::tie(other.control, other.name);
+        }
     };
 
     struct Round {
@@ -248,7 +254,7 @@ protected:
             std::vector<std::string> names;
             for (const auto &stop : stops)
                 names.push_back(stop.name);
-            std::ranges::rotate(names, std::ranges::find(names, first));
+            std::rotate(names.begin(), std::ranges::find(names, first), names.end());
             return names;
         }
     };
