@@ -116,8 +116,16 @@ void LauncherSlotEditor::showURL(const std::string &url)
 void LauncherSlotEditor::renderIcon()
 {
     m_icon = m_item ? m_store.icon(*m_item, IconSize, devicePixelRatio())
-                    : LauncherIcon { {}, "plus.square.dashed", "Empty" };
+                    : LauncherIcon { {}, "plus.square.dashed", {} };
+    setAccessibleDescription(heardSummary());
     update();
+}
+
+QString LauncherSlotEditor::heardSummary() const
+{
+    if (!m_icon.image.isNull() || m_icon.description.empty())
+        return m_title->text();
+    return m_title->text() + QStringLiteral(", ") + stringFromUtf8(m_icon.description);
 }
 
 void LauncherSlotEditor::renderTexts()
@@ -125,7 +133,6 @@ void LauncherSlotEditor::renderTexts()
     m_title->setText(m_item ? SingleLine::beginning(m_item->name) : tr("Empty launcher"));
     m_subtitle->setText(m_item ? SingleLine::ends(m_item->target)
                                : tr("Choose an app or enter a website"));
-    setAccessibleDescription(m_title->text());
 }
 
 void LauncherSlotEditor::renderSetButton()

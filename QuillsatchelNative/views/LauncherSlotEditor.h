@@ -56,6 +56,7 @@ private:
     void showInvalidURL(bool isInvalid);
     void layOut();
     void layOutSummary();
+    QString heardSummary() const;
     int summaryHeight() const;
     int controlsTop() const;
 

@@ -388,7 +388,7 @@ TEST_F(LauncherSlotEditorTest, IsANamedGroupWithNamedControls)
     const auto parts = openWebsite();
     EXPECT_EQ(Input::role(*editor), QAccessible::Grouping);
     EXPECT_EQ(Input::spokenName(*editor), "Launcher 3");
-    EXPECT_EQ(editor->accessibleDescription().toStdString(), "example.com");
+    EXPECT_EQ(editor->accessibleDescription().toStdString(), "example.com, Website");
     EXPECT_EQ(Input::spokenName(parts.field()), "Website");
     EXPECT_EQ(Input::role(parts.field()), QAccessible::EditableText);
     EXPECT_EQ(Input::spokenName(parts.label(0)), "example.com");
