@@ -13,8 +13,8 @@ namespace SingleLine
 /// The beginning of `text` (UTF-8), for lines that are cut off at their end.
 QString beginning(std::string_view text);
 
-/// `text` (UTF-8) for menus, which are as wide as their widest entry: at most 80 characters, the last
-/// of them an ellipsis where there are more.
+/// `text` (UTF-8) for menus, which are as wide as their widest entry: at most 80 characters, the
+/// last of them an ellipsis where there are more.
 QString abridged(std::string_view text);
 
 /// Both ends of `text` (UTF-8), for lines that are cut in the middle.
