@@ -43,7 +43,8 @@ GOALS = (
       for size in ("1,000 nodes", "10,000 nodes", "100,000 nodes")),
     Goal("keystroke", "100,000 nodes", 1.2),
     Goal("scroll step", "100,000 nodes", 1.2),
-    Goal("settings card: added to its first frame", "five slots", 10, is_ratio=False),
+    *(Goal("settings card: added to its first frame", size, 10, is_ratio=False)
+      for size in ("five slots", "five slots, the first time")),
     Goal("first frame", "10 nodes", 1.3,
          reason="The panel writes in six sizes and weights, each of which Qt has to look up among "
                 "the fonts that are installed; the window with as many of them shows what that "
@@ -84,7 +85,8 @@ def measure(build):
     return {
         "The library": run([programs / "library_bench"]),
         "The panel": [*run([programs / "panel_bench"], **offscreen),
-                      *run([programs / "settings_card_bench"], **offscreen),
+                      *run([sys.executable, "-B", HERE / "with_tray.py",
+                            programs / "settings_card_bench"]),
                       *run([programs / "favicon_bench"], **offscreen)],
         "Start, memory, rest": run([sys.executable, "-B", HERE / "start_bench.py", programs]),
         "Dictation": run([sys.executable, "-B", HERE / "dictation_bench.py", listener, "--all"]),

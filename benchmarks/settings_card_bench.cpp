@@ -1,5 +1,6 @@
 // What the launcher settings cost the frame they appear in: five filled slots, three applications
-// and two websites with an icon each, beside a plain repaint of the same panel.
+// and two websites with an icon each, beside a plain repaint of the same panel. On a desktop with a
+// tray, whose menu has shown the icons before.
 
 #include "Figure.h"
 #include "Median.h"

@@ -16,10 +16,11 @@ namespace
 class LargeTextTest : public PanelFixture
 {
 protected:
-    ~LargeTextTest() override
+    void TearDown() override
     {
         delegate.reset();
         QApplication::setFont(m_font);
+        PanelFixture::TearDown();
     }
 
     static void doubleTheFont()
