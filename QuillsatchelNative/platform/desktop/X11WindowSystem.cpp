@@ -45,7 +45,7 @@ std::optional<xcb_timestamp_t> timeOf(const std::string &startupID)
     return isNumber && time != XCB_CURRENT_TIME ? std::optional(time) : std::nullopt;
 }
 
-std::string quoted(std::string_view text)
+std::string inQuotes(std::string_view text)
 {
     std::string result = "\"";
     for (const char each : text) {
@@ -138,7 +138,7 @@ void X11WindowSystem::requestActivation(QWindow &window, const std::string &star
 // The start-up notification protocol: a text, ended by a zero, twenty bytes a message.
 void X11WindowSystem::endStartup(const QWindow &window, const std::string &startupID)
 {
-    const std::string text = "remove: ID=" + quoted(startupID) + '\0';
+    const std::string text = "remove: ID=" + inQuotes(startupID) + '\0';
     auto message =
         messageAbout(window, X11Connection::atom(m_connection, "_NET_STARTUP_INFO_BEGIN"));
     message.format = 8;
