@@ -46,9 +46,9 @@ GOALS = (
     *(Goal("settings card: added to its first frame", size, 10, is_ratio=False)
       for size in ("five slots", "five slots, the first time")),
     Goal("first frame", "10 nodes", 1.3,
-         reason="The panel writes in six sizes and weights, each of which Qt has to look up among "
-                "the fonts that are installed; the window with as many of them shows what that "
-                "alone costs. What is left is the drawing of the panel."),
+         reason="Much of it is text, which the panel writes in six sizes and weights, and which the "
+                "empty window has none of: see the windows with text. The rest is making and drawing "
+                "what is in the panel."),
     Goal("private memory", "10 nodes", 1.3,
          reason="Text costs memory too, as the windows with text show; the rest are the pages of "
                 "the program itself and of the libraries that read vector drawings and JSON."),
@@ -169,10 +169,10 @@ def page(chapters):
         "# Figures",
         "",
         f"What `script/bench` measured on {datetime.date.today():%-d %B %Y}, on the release build: "
-        f"{machine()}.",
-        "It takes about ten minutes and writes this page and its picture anew. Times are those of "
-        "that machine; the ratios hold elsewhere too. Both sides of a ratio are measured in turn, "
-        "and it is the median of the pairs.",
+        f"{machine()}. It takes about ten minutes and writes this page and its picture anew.",
+        "",
+        "Times are those of that machine; the ratios hold elsewhere too. Both sides of a ratio are "
+        "measured in turn, and it is the median of the pairs.",
         "",
         *(line for chapter in chapters.items() for line in table(*chapter)),
         *(["## Goals that are missed, and why", "", *missed, ""] if missed else []),
