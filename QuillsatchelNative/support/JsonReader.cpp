@@ -2,15 +2,19 @@
 
 #include "support/Uuid.h"
 
+#include <QByteArrayView>
+
 namespace JsonReader
 {
 
 namespace
 {
 
+constexpr QByteArrayView ByteOrderMark("\xEF\xBB\xBF");
+
 QByteArray withoutByteOrderMark(const QByteArray &json)
 {
-    return json.startsWith("\xEF\xBB\xBF") ? json.mid(3) : json;
+    return json.startsWith(ByteOrderMark) ? json.mid(ByteOrderMark.size()) : json;
 }
 
 } // namespace
@@ -37,6 +41,8 @@ bool read(dom::element json, QUuid &id)
 bool parse(const QByteArray &json, const std::function<bool(dom::element)> &readRoot)
 {
     const QByteArray text = withoutByteOrderMark(json);
+    if (text.startsWith(ByteOrderMark))
+        return false; // newer parsers would skip the second one
     const bool lacksPadding = text.capacity() - text.size() < qsizetype(simdjson::SIMDJSON_PADDING);
     dom::parser parser;
     dom::element root;

@@ -65,6 +65,7 @@ PulseMicrophone::~PulseMicrophone()
         }
         if (m_context) {
             pa_context_set_state_callback(m_context, nullptr, nullptr);
+            pa_context_set_subscribe_callback(m_context, nullptr, nullptr);
             pa_context_disconnect(m_context);
             pa_context_unref(m_context);
         }
@@ -87,7 +88,7 @@ bool PulseMicrophone::connect(std::chrono::milliseconds limit)
     auto *const alarm = pa_context_rttime_new(m_context, end, becomeTooLate, this);
     if (!alarm)
         return false;
-    m_isOpen = connectToServer() && findsMicrophone() && record();
+    m_isOpen = connectToServer() && findsMicrophone() && watchSources() && record();
     pa_threaded_mainloop_get_api(m_loop)->time_free(alarm);
     return m_isOpen;
 }
@@ -124,6 +125,23 @@ bool PulseMicrophone::findsMicrophone()
     return isAnswered && m_hasMicrophone;
 }
 
+// Not every server ends the stream of a source that was unplugged: some keep it, and it is silent.
+bool PulseMicrophone::watchSources()
+{
+    const auto changed = [](pa_context *, pa_subscription_event_type_t event, std::uint32_t source,
+                            void *self) {
+        if ((event & PA_SUBSCRIPTION_EVENT_TYPE_MASK) == PA_SUBSCRIPTION_EVENT_REMOVE)
+            static_cast<PulseMicrophone *>(self)->sourceRemoved(source);
+    };
+    pa_context_set_subscribe_callback(m_context, changed, this);
+    auto *const request =
+        pa_context_subscribe(m_context, PA_SUBSCRIPTION_MASK_SOURCE, nullptr, nullptr);
+    if (!request)
+        return false;
+    pa_operation_unref(request);
+    return true;
+}
+
 bool PulseMicrophone::record()
 {
     // The name that mixers show.
@@ -149,7 +167,10 @@ bool PulseMicrophone::record()
         static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_DONT_MOVE);
     if (pa_stream_connect_record(m_stream, nullptr, &buffers, Flags) < 0)
         return false;
-    return waitFor([this] { return pa_stream_get_state(m_stream) == PA_STREAM_READY; });
+    if (!waitFor([this] { return pa_stream_get_state(m_stream) == PA_STREAM_READY; }))
+        return false;
+    m_source = pa_stream_get_device_index(m_stream);
+    return true;
 }
 
 /// False if what `isMet` asks for cannot be any more.
@@ -168,8 +189,22 @@ bool PulseMicrophone::waitFor(Condition isMet)
 void PulseMicrophone::streamChanged()
 {
     if (m_isOpen && !PA_STREAM_IS_GOOD(pa_stream_get_state(m_stream)))
-        m_tap.fail();
+        fail();
     signal();
+}
+
+void PulseMicrophone::sourceRemoved(std::uint32_t source)
+{
+    if (m_isOpen && source == m_source)
+        fail();
+}
+
+/// Once: of a source that is gone, the stream may hear a moment later.
+void PulseMicrophone::fail()
+{
+    m_isOpen = false;
+    pa_stream_set_read_callback(m_stream, nullptr, nullptr);
+    m_tap.fail();
 }
 
 void PulseMicrophone::read()

@@ -3,6 +3,7 @@
 #include <pulse/pulseaudio.h>
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 
 class AudioTap;
@@ -26,12 +27,15 @@ private:
     bool connect(std::chrono::milliseconds limit);
     bool connectToServer();
     bool findsMicrophone();
+    bool watchSources();
     bool record();
     template <typename Condition>
     bool waitFor(Condition isMet);
 
     // These are called on the audio thread, which then holds the main loop's lock.
     void streamChanged();
+    void sourceRemoved(std::uint32_t source);
+    void fail();
     void read();
     void signal();
 
@@ -39,6 +43,7 @@ private:
     pa_threaded_mainloop *m_loop = nullptr;
     pa_context *m_context = nullptr;
     pa_stream *m_stream = nullptr;
+    std::uint32_t m_source = PA_INVALID_INDEX;
     bool m_isOpen = false;
     bool m_isTooLate = false;
     bool m_hasMicrophone = false;
