@@ -46,7 +46,7 @@ GOALS = (
     *(Goal("settings card: added to its first frame", size, 10, is_ratio=False)
       for size in ("five slots", "five slots, the first time")),
     Goal("first frame", "10 nodes", 1.3,
-         reason="Much of it is text, which the panel writes in six sizes and weights, and which the "
+         reason="Part of it is text, which the panel writes in six sizes and weights, and which the "
                 "empty window has none of: see the windows with text. The rest is making and drawing "
                 "what is in the panel."),
     Goal("private memory", "10 nodes", 1.3,
