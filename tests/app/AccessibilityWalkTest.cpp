@@ -113,10 +113,7 @@ protected:
     void dictating()
     {
         start({ tabOf("One", { "a", "b" }) });
-        press("Dictate");
-        machine.speech.answer(0);
-        settle();
-        settle();
+        dictate();
         ASSERT_TRUE(Input::button(panel(), "Stop"));
     }
 
@@ -132,10 +129,7 @@ protected:
     {
         machine.speech.startsEngine = false;
         start({ tabOf("One", { "a" }) });
-        press("Dictate");
-        machine.speech.answer(0);
-        settle();
-        settle();
+        dictate();
         ASSERT_TRUE(panel().findChild<MessageLine *>()->isVisible());
     }
 

@@ -182,10 +182,7 @@ TEST_F(ContrastTest, IsEnoughForTheTextsOnEveryColor)
 TEST_F(ContrastTest, IsEnoughForTheTextsWhileDictating)
 {
     start({ tabOf("One", { "a" }) });
-    press("Dictate");
-    machine.speech.answer(0);
-    settle();
-    settle();
+    dictate();
     expectTextsToStandOut(panel());
 }
 
@@ -193,10 +190,7 @@ TEST_F(ContrastTest, IsEnoughForMessages)
 {
     machine.speech.startsEngine = false;
     start({ tabOf("One", { "a" }) });
-    press("Dictate");
-    machine.speech.answer(0);
-    settle();
-    settle();
+    dictate();
     expectTextsToStandOut(panel());
 }
 

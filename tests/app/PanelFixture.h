@@ -58,6 +58,15 @@ protected:
         return *found;
     }
 
+    /// Presses "Dictate" and lets the microphone be used.
+    void dictate()
+    {
+        press("Dictate");
+        machine.speech.answer(0);
+        settle();
+        settle();
+    }
+
     void press(const std::string &name)
     {
         Input::click(button(name));
