@@ -1,6 +1,7 @@
 // Of what a website sends only pictures are kept, as they came, and none takes much memory.
 #include "Expect.h"
 #include "HeapPeak.h"
+#include "UnsetMemory.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/TestFiles.h"
 #include "launchers/FaviconCache.h"
@@ -35,6 +36,13 @@ bool mayBePicture(const QByteArray &body)
     const auto beginsBody = [&body](const QByteArray &each) { return body.startsWith(each); };
     return std::ranges::any_of(Beginnings, beginsBody) ||
            (body.startsWith("RIFF") && body.mid(8, 4) == "WEBP");
+}
+
+/// Point by point. Of GIFs only the size: around a first frame that has its own colours and does
+/// not fill the picture, their reader paints with one of these before it has read them.
+bool isSame(const QImage &image, const QImage &other, const QByteArray &body)
+{
+    return body.startsWith("GIF8") ? image.size() == other.size() : image == other;
 }
 
 QImage readFrugally(const QByteArray &body, int side)
@@ -81,6 +89,12 @@ private:
 
 } // namespace
 
+extern "C" int LLVMFuzzerInitialize(int * /*count*/, char *** /*arguments*/)
+{
+    UnsetMemory::keepChanging();
+    return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
     constexpr int Side = 32;
@@ -92,8 +106,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     expect(isStored == website.hasFile(), "only what is said to be stored is there");
     expect(!isStored || mayBePicture(body), "what is stored begins as a picture does");
     expect(!isStored || website.file() == body.toStdString(), "an icon is stored as it came");
-    expect(website.icon(1) == image, "the stored icon is the one that was sent");
+    expect(isSame(website.icon(1), image, body), "the stored icon is the one that was sent");
     if (isStored)
-        expect(website.icon(Side) == readFrugally(body, Side), "for every size");
+        expect(isSame(website.icon(Side), readFrugally(body, Side), body), "for every size");
     return 0;
 }

@@ -1,5 +1,7 @@
 #include "support/RasterImage.h"
 
+#include "support/WatchedBuffer.h"
+
 #include <QBuffer>
 #include <QByteArrayList>
 #include <QImageReader>
@@ -21,7 +23,7 @@ constexpr qsizetype MostScans = 100; // pictures meant to be seen have about ten
 // Drawings (SVG) are left out: they can take any time, and name other files.
 bool isKnown(const QByteArray &format)
 {
-    static const QByteArrayList Formats { "png", "gif", "jpeg", "bmp", "webp" };
+    static const QByteArrayList Formats { "png", "gif", "jpeg", "webp" };
     return Formats.contains(format);
 }
 
@@ -69,6 +71,37 @@ void prepareReaders()
     QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
 }
 
+/// As bitmaps and icons write it. Zero where the bytes end before it.
+quint32 numberAt(const QByteArray &bytes, qsizetype place)
+{
+    constexpr qsizetype Size = sizeof(quint32);
+    const auto number = bytes.mid(place, Size);
+    return number.size() == Size ? qFromLittleEndian<quint32>(number.constData()) : 0;
+}
+
+/// Whether a bitmap has its points in runs, which may skip some.
+bool isPacked(const QByteArray &bitmap)
+{
+    constexpr quint32 OldestHeader = 12; // knows no packing
+    constexpr quint32 RunsOfBytes = 1;
+    constexpr quint32 RunsOfHalfBytes = 2;
+    const auto headerSize = numberAt(bitmap, 14);
+    const auto packing = numberAt(bitmap, 30);
+    return headerSize != OldestHeader && (packing == RunsOfBytes || packing == RunsOfHalfBytes);
+}
+
+/// The bitmap if it has all its points: what is left out, its reader leaves as the memory was.
+QImage readBitmap(const QByteArray &bytes)
+{
+    if (isPacked(bytes))
+        return {};
+    WatchedBuffer buffer(bytes);
+    QImageReader reader(&buffer, "bmp");
+    reader.setAutoDetectImageFormat(false);
+    QImage image = reader.read();
+    return buffer.wasEnough() ? image : QImage();
+}
+
 QImage readPlain(const QByteArray &bytes)
 {
     QBuffer buffer;
@@ -77,6 +110,8 @@ QImage readPlain(const QByteArray &bytes)
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     const QByteArray format = reader.format();
+    if (format == "bmp")
+        return readBitmap(bytes);
     return isKnown(format) && !isTiring(bytes, format) ? reader.read() : QImage();
 }
 
@@ -99,8 +134,8 @@ std::optional<IconEntry> iconEntry(const QByteArray &icon, int number)
     const auto width = static_cast<unsigned char>(entry.front());
     return IconEntry { .number = number,
                        .width = width == 0 ? 256 : width,
-                       .length = qFromLittleEndian<quint32>(entry.constData() + 8),
-                       .place = qFromLittleEndian<quint32>(entry.constData() + 12) };
+                       .length = numberAt(entry, 8),
+                       .place = numberAt(entry, 12) };
 }
 
 bool isBetter(int width, int than, int side)
@@ -126,6 +161,15 @@ std::optional<IconEntry> bestEntry(const QByteArray &icon, int side)
     return best;
 }
 
+/// Whether a bitmap in an icon has as many colours as there can be: with far more, its reader fills
+/// only some of the picture.
+bool hasSoundPalette(const QByteArray &icon, const IconEntry &entry)
+{
+    constexpr qsizetype CountPlace = 32;
+    constexpr quint32 MostColors = 256;
+    return numberAt(icon, CountPlace + entry.place) <= MostColors;
+}
+
 QImage readIcon(QImageReader &reader, const QByteArray &bytes, int side)
 {
     const auto entry = bestEntry(bytes, side);
@@ -134,7 +178,7 @@ QImage readIcon(QImageReader &reader, const QByteArray &bytes, int side)
     const auto picture = bytes.mid(entry->place, entry->length);
     if (isPng(picture))
         return readPlain(picture);
-    if (picture.isEmpty())
+    if (picture.isEmpty() || !hasSoundPalette(bytes, *entry))
         return {};
     return reader.jumpToImage(entry->number) ? reader.read() : QImage();
 }

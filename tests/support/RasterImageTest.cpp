@@ -125,6 +125,55 @@ TEST(RasterImageTest, ReadsNothingFromAPngWithoutAllItsPoints)
         EXPECT_TRUE(read(png.first(length)).isNull()) << "cut at " << length;
 }
 
+/// Of every depth there is, with all its points and with none to spare.
+std::vector<NamedBytes> bitmapsOfEveryDepth()
+{
+    const QImage image = PictureBytes::filled(5, 3);
+    return {
+        { "1 bit", PictureBytes::encoded(image.convertToFormat(QImage::Format_Mono), "bmp") },
+        { "4 bits", PictureBytes::encoded(image.convertToFormat(QImage::Format_Indexed8), "bmp") },
+        { "8 bits",
+          PictureBytes::bmp(5, 3, QByteArray(256 * 4, '\x40') + QByteArray(8 * 3, 1), 8) },
+        { "16 bits", PictureBytes::bmp(5, 3, QByteArray(12 * 3, '\x40'), 16) },
+        { "24 bits", PictureBytes::encoded(image, "bmp") },
+        { "32 bits", PictureBytes::bmp(5, 3, QByteArray(20 * 3, '\x40'), 32) },
+        { "upside down", PictureBytes::bmp(5, -3, QByteArray(16 * 3, '\x40'), 24) },
+    };
+}
+
+TEST(RasterImageTest, ReadsNothingFromABitmapWithoutAllItsPoints)
+{
+    for (const auto &[name, bytes] : bitmapsOfEveryDepth()) {
+        EXPECT_EQ(read(bytes).size(), QSize(5, 3)) << name;
+        for (qsizetype length = 0; length < bytes.size(); ++length)
+            EXPECT_TRUE(read(bytes.first(length)).isNull()) << name << " cut at " << length;
+    }
+}
+
+TEST(RasterImageTest, ReadsNothingFromABitmapWhosePointsAreElsewhere)
+{
+    constexpr qsizetype PointsPlace = 10;
+    auto bitmap = PictureBytes::bmp(5, 3, QByteArray(16 * 3, '\x40'));
+    ASSERT_FALSE(read(bitmap).isNull());
+    for (const quint32 place : { 55U, 1000U, 0x7F000000U }) {
+        bitmap.replace(PointsPlace, 4, PictureBytes::littleEndian(place));
+        EXPECT_TRUE(read(bitmap).isNull()) << place;
+    }
+}
+
+TEST(RasterImageTest, ReadsNoBitmapThatMaySkipPoints)
+{
+    constexpr qsizetype PackingPlace = 30;
+    const QByteArray palette(256 * 4, '\x40');
+    const QByteArray endOfBitmap("\0\1", 2);
+    for (const auto &[bits, packing] : { std::pair<quint16, char> { 8, 1 }, { 4, 2 } }) {
+        auto bitmap = PictureBytes::bmp(5, 3, palette + endOfBitmap + QByteArray(100, '\0'), bits);
+        ASSERT_FALSE(read(bitmap).isNull()) << bits;
+        bitmap[PackingPlace] = packing;
+        EXPECT_TRUE(read(bitmap).isNull()) << bits;
+    }
+}
+
 TEST(RasterImageTest, IgnoresWhatFollowsAPicture)
 {
     for (const auto &[name, bytes] : everyFormat())
@@ -159,6 +208,9 @@ TEST(RasterImageTest, LogsNothingAboutBrokenPictures)
     read(png);
     read(jpeg.first(jpeg.size() / 2));
     read(PictureBytes::png(3000, 3000));
+    auto bitmap = PictureBytes::encoded(image, "bmp");
+    bitmap[12] = 1; // its points are behind its end
+    read(bitmap);
     qInstallMessageHandler(former);
     EXPECT_EQ(messages, 0);
 }
@@ -219,6 +271,9 @@ TEST(RasterImageTest, ReadsNothingFromIconsWhoseDirectoryMisleads)
     constexpr qsizetype LengthPlace = 14;
     constexpr qsizetype OffsetPlace = 18;
     ASSERT_FALSE(read(good).isNull());
+    const auto endlessColors =
+        PictureBytes::bitmapHeader(16, 32, 4).replace(32, 4, "\xFF\xFF\xFF\xFF") +
+        QByteArray(1000, '\1');
     const std::vector<NamedBytes> icons {
         { "no pictures", PictureBytes::icon({}) },
         { "a directory cut short", good.first(20) },
@@ -229,6 +284,7 @@ TEST(RasterImageTest, ReadsNothingFromIconsWhoseDirectoryMisleads)
         { "the icon itself", withEntry(OffsetPlace, 0) },
         { "an icon in an icon", PictureBytes::icon({ { 16, good } }) },
         { "a GIF", PictureBytes::icon({ { 16, PictureBytes::gif(16, 16) } }) },
+        { "a bitmap of endless colours", PictureBytes::icon({ { 16, endlessColors } }) },
         { "a bitmap without points",
           PictureBytes::icon({ { 16, PictureBytes::bitmapHeader(16, 32, 32) } }) },
     };
