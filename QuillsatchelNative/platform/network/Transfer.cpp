@@ -40,7 +40,7 @@ void Transfer::setUp(const std::string &authorities)
 std::optional<Transfer::Response>
 Transfer::get(const std::string &address, const std::string &protocols, const std::string &proxy)
 {
-    if (!m_easy || !m_multi)
+    if (!m_easy || !m_multi || m_stop.stop_requested())
         return std::nullopt;
     curl_easy_setopt(m_easy.get(), CURLOPT_URL, address.c_str());
     curl_easy_setopt(m_easy.get(), CURLOPT_PROTOCOLS_STR, protocols.c_str());

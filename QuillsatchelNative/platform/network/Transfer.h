@@ -28,7 +28,7 @@ public:
         std::string redirect; ///< the whole address that the server points to, else empty
     };
 
-    /// An exchange fails at once when `stop` is requested.
+    /// An exchange fails at once when `stop` is requested, and from then on asks nobody anything.
     Transfer(const Options &options, std::stop_token stop);
 
     Transfer(const Transfer &) = delete;

@@ -163,6 +163,7 @@ void HttpServer::acceptConnections()
         const std::lock_guard lock(m_mutex);
         m_sockets.push_back(socket);
         ++m_open;
+        ++m_accepted;
         m_threads.emplace_back([this, socket] { serve(socket); });
     }
 }

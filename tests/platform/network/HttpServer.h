@@ -74,6 +74,10 @@ public:
     /// How many connections are open.
     int connections() const { return m_open; }
 
+    /// How many connections there have been: all that began before one that was answered are
+    /// counted.
+    int connectionsSoFar() const { return m_accepted; }
+
     /// Bytes that the system took for sending, of all connections.
     std::uint64_t bytesSent() const { return m_bytesSent; }
 
@@ -87,6 +91,7 @@ private:
     std::uint16_t m_port = 0;
     std::atomic<bool> m_isStopping = false;
     std::atomic<int> m_open = 0;
+    std::atomic<int> m_accepted = 0;
     std::atomic<std::uint64_t> m_bytesSent = 0;
     mutable std::mutex m_mutex;
     std::vector<std::string> m_requests; // under the mutex, as is what follows
