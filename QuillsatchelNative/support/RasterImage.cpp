@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 #include <QtEndian>
 
+#include <limits>
 #include <mutex>
 #include <optional>
 
@@ -161,12 +162,12 @@ std::optional<IconEntry> bestEntry(const QByteArray &icon, int side)
     return best;
 }
 
-/// Whether a bitmap in an icon has as many colours as there can be: with far more, its reader fills
-/// only some of the picture.
-bool hasSoundPalette(const QByteArray &icon, const IconEntry &entry)
+/// Whether the reader of icons can count the colours that a bitmap says it has. It refuses too many
+/// itself, but takes what is no `int` for none, and then fills only some of the picture.
+bool hasCountableColors(const QByteArray &icon, const IconEntry &entry)
 {
     constexpr qsizetype CountPlace = 32;
-    constexpr quint32 MostColors = 256;
+    constexpr quint32 MostColors = std::numeric_limits<int>::max();
     return numberAt(icon, CountPlace + entry.place) <= MostColors;
 }
 
@@ -178,7 +179,7 @@ QImage readIcon(QImageReader &reader, const QByteArray &bytes, int side)
     const auto picture = bytes.mid(entry->place, entry->length);
     if (isPng(picture))
         return readPlain(picture);
-    if (picture.isEmpty() || !hasSoundPalette(bytes, *entry))
+    if (picture.isEmpty() || !hasCountableColors(bytes, *entry))
         return {};
     return reader.jumpToImage(entry->number) ? reader.read() : QImage();
 }

@@ -4,7 +4,8 @@
 #include <QImage>
 
 /// Pictures that come from anywhere, read with care: one that is larger than 2,048 points square,
-/// in a format that can ask for more than its own pixels, or made to keep a reader busy is none.
+/// in a format that can ask for more than its own pixels, made to keep a reader busy, or a bitmap
+/// without all its points is none.
 namespace RasterImage
 {
 

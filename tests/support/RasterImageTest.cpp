@@ -292,6 +292,13 @@ TEST(RasterImageTest, ReadsNothingFromIconsWhoseDirectoryMisleads)
         EXPECT_TRUE(read(bytes).isNull()) << name;
 }
 
+TEST(RasterImageTest, ReadsAnIconWhoseBitmapCountsAllColorsThereAre)
+{
+    const auto bitmap = PictureBytes::iconBitmap(16, Qt::red)
+                            .replace(32, 4, PictureBytes::littleEndian(quint32(1) << 24));
+    EXPECT_EQ(read(PictureBytes::icon({ { 16, bitmap } })).pixelColor(0, 0), QColor(Qt::red));
+}
+
 TEST(RasterImageTest, ReadsAnIconOfManyPicturesInNoTime)
 {
     const std::vector<PictureBytes::IconPicture> pictures(
