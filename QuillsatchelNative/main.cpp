@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 #include "app/PanelApplication.h"
 #include "platform/ApplicationFolder.h"
+#include "platform/Platform.h"
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
@@ -34,7 +35,13 @@ int main(int argc, char *argv[])
             WholeFile::removeUnfinished(folder + QLatin1String(name));
 
     const TerminationSignals terminationSignals;
-    AppDelegate delegate;
+    StandardFileLocations fileLocations(&instance);
+    const auto &desktop = desktopPlatform();
+    Platform platform {
+        desktop.mainQueue,    desktop.pasteboard, desktop.workspace,  fileLocations,
+        desktop.windowSystem, desktop.statusBar,  desktop.httpClient, desktop.speech
+    };
+    AppDelegate delegate(platform);
     delegate.applicationDidFinishLaunching();
     StartupEnvironment::clear();
     const InstanceListener listener(

@@ -45,7 +45,8 @@ std::string websiteName(const WebAddress &address)
 LauncherStore::LauncherStore(ApplicationChooser &applicationChooser, Platform &platform)
     : m_platform(platform)
     , m_applicationChooser(applicationChooser)
-    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/launchers.json"))
+    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/launchers.json"),
+             [&platform] { return platform.fileLocations.mayWrite(); })
     , m_favicons(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/Favicons"),
                  platform)
 {

@@ -31,7 +31,8 @@ std::ptrdiff_t sumOrStop(std::size_t index, std::ptrdiff_t offset)
 
 SatchelStore::SatchelStore(Platform &platform)
     : m_platform(platform)
-    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/prompts.json"))
+    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/prompts.json"),
+             [&platform] { return platform.fileLocations.mayWrite(); })
 {
     load();
 }

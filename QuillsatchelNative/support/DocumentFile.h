@@ -17,8 +17,12 @@
 class DocumentFile
 {
 public:
-    explicit DocumentFile(QString path)
+    /// `mayWrite` is called before each save. A save that it forbids does not happen, and the next
+    /// one that it allows first keeps what another process may have written meanwhile.
+    explicit DocumentFile(
+        QString path, std::function<bool()> mayWrite = [] { return true; })
         : m_path(std::move(path))
+        , m_mayWrite(std::move(mayWrite))
     {
     }
 
@@ -42,5 +46,6 @@ private:
     std::optional<QByteArray> readBytes() const;
 
     QString m_path;
+    std::function<bool()> m_mayWrite;
     bool m_keepsUnreadFile = false;
 };

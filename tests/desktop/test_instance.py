@@ -1,8 +1,11 @@
 """A second start beside the first, and the ways in which the program ends."""
 
+import fcntl
 import itertools
 import os
+import shutil
 import signal
+import time
 
 from desktop_test import DesktopTest
 from library import known_id, node, tab
@@ -114,6 +117,48 @@ class SecondStartTest(InstanceTest):
         self.addCleanup(process.send_signal, signal.SIGCONT)
         self.assertEqual(self.start_again(), NO_ANSWER)
         self.assertIn("does not answer", self.session.log())
+
+    def test_it_finds_the_first_one_after_its_lock_file_was_deleted(self):
+        self.hide()
+        (self.session.data_folder / ".instance").unlink()
+        self.assertEqual(self.start_again(), 0)
+        self.await_panel_in_front()
+        self.expect_typing_saved()
+
+    def test_it_finds_the_first_one_after_the_data_folder_was_replaced(self):
+        self.hide()
+        aside = self.session.folder / "aside"
+        self.addCleanup(shutil.rmtree, aside)
+        self.session.data_folder.rename(aside)
+        shutil.copytree(aside, self.session.data_folder)
+        self.assertEqual(self.start_again(), 0)
+        self.await_panel_in_front()
+        self.expect_typing_saved()
+
+    def test_the_first_one_writes_nothing_while_another_process_has_its_folder(self):
+        lock_file = self.session.data_folder / ".instance"
+        lock_file.unlink()
+        saved = self.library_file.read_bytes()
+        with open(lock_file, "w") as another:
+            fcntl.flock(another, fcntl.LOCK_EX)
+            self.type_into_node("kept in memory ")
+            time.sleep(1)  # four times the delay of a save
+            self.assertEqual(self.library_file.read_bytes(), saved)
+            self.library_file.write_bytes(b"of another process")
+        self.type_into_node("x")
+        self.expect_saved(tab("Prompts", node("xkept in memory kept", id=known_id(2)),
+                              id=known_id(1)), beside=["prompts.json.unreadable"])
+        aside = self.session.data_folder / "prompts.json.unreadable"
+        self.assertEqual(aside.read_bytes(), b"of another process")
+
+    def type_into_node(self, text):
+        self.panel.editor(1, 1).click()
+        press_keys("ctrl+Home")
+        type_text(text)
+
+    def expect_typing_saved(self):
+        self.type_into_node("still ")
+        self.expect_saved(tab("Prompts", node("still kept", id=known_id(2)), id=known_id(1)))
 
     def test_another_data_folder_has_a_program_of_its_own(self):
         elsewhere = self.session.folder / "elsewhere"

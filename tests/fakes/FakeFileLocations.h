@@ -8,5 +8,8 @@ class FakeFileLocations final : public FileLocations
 public:
     QString applicationSupport() const override { return folder; }
 
+    bool mayWrite() override { return isWritable; }
+
     QString folder;
+    bool isWritable = true;
 };

@@ -1,6 +1,8 @@
 #include "platform/desktop/SingleInstance.h"
 
 #include "fakes/TestFiles.h"
+#include "platform/desktop/InstanceBeacon.h"
+#include "platform/desktop/InstanceLock.h"
 #include "platform/desktop/StartupRequest.h"
 
 #include <QTemporaryDir>
@@ -215,6 +217,100 @@ TEST_F(SingleInstanceTest, KnowsAFolderByAnyPath)
     SingleInstance here(folder);
     EXPECT_EQ(here.start({}), Outcome::first);
     EXPECT_EQ(SingleInstance(link, 50ms).start({}), Outcome::noAnswer);
+}
+
+TEST_F(SingleInstanceTest, FindsTheFirstAfterItsLockFileWasDeleted)
+{
+    const OtherProcess first(folder, answer);
+    ASSERT_TRUE(first.isFirst());
+    std::filesystem::remove(folder + "/.instance");
+    for (int start = 0; start < 3; ++start)
+        EXPECT_EQ(SingleInstance(folder).start({}), Outcome::handedOver);
+}
+
+TEST_F(SingleInstanceTest, FindsTheFirstAfterItsFolderWasReplaced)
+{
+    const auto data = folder + "/data";
+    std::filesystem::create_directory(data);
+    const OtherProcess first(data, answer);
+    ASSERT_TRUE(first.isFirst());
+    std::filesystem::rename(data, folder + "/aside");
+    std::filesystem::create_directory(data);
+    EXPECT_EQ(SingleInstance(data).start({}), Outcome::handedOver);
+    EXPECT_EQ(SingleInstance(folder + "/aside").start({}), Outcome::handedOver);
+}
+
+TEST_F(SingleInstanceTest, DoesNotStartBesideASilentOneWhoseLockFileWasDeleted)
+{
+    const OtherProcess first(folder, doNothing);
+    ASSERT_TRUE(first.isFirst());
+    std::filesystem::remove(folder + "/.instance");
+    EXPECT_EQ(SingleInstance(folder, 200ms).start({}), Outcome::noAnswer);
+}
+
+TEST_F(SingleInstanceTest, StartsAfterOneThatWasKilledWithoutItsLockFile)
+{
+    OtherProcess killed(folder, answer);
+    ASSERT_TRUE(killed.isFirst());
+    std::filesystem::remove(folder + "/.instance");
+    killed.end(SIGKILL);
+    EXPECT_EQ(SingleInstance(folder).start({}), Outcome::first);
+}
+
+TEST_F(SingleInstanceTest, IgnoresSocketsOfOtherUsers)
+{
+    if (getuid() != 0)
+        GTEST_SKIP() << "Only root can be another user.";
+    const OtherProcess first(folder, answer);
+    ASSERT_TRUE(first.isFirst());
+    const auto elsewhere = folder + "/elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    int ready[2]; // NOLINT(*-avoid-c-arrays)
+    ASSERT_EQ(pipe(ready), 0);
+    const auto other = fork();
+    if (other == 0) {
+        InstanceBeacon beacon(elsewhere); // named for root
+        const bool isReady = setuid(65534) == 0 && (beacon.light(), write(ready[1], "x", 1) == 1);
+        if (isReady)
+            pause();
+        _exit(1);
+    }
+    char byte = 0;
+    ASSERT_EQ(read(ready[0], &byte, 1), 1);
+    EXPECT_FALSE(InstanceBeacon(elsewhere).isLit());
+    EXPECT_TRUE(InstanceBeacon(folder).isLit());
+    EXPECT_EQ(SingleInstance(elsewhere).start({}), Outcome::first);
+    kill(other, SIGKILL);
+    waitpid(other, nullptr, 0);
+}
+
+TEST_F(SingleInstanceTest, LocksAReplacedFileBeforeItWrites)
+{
+    SingleInstance first(folder);
+    ASSERT_EQ(first.start({}), Outcome::first);
+    EXPECT_TRUE(first.mayWrite());
+    for (const auto &left : { std::string(), std::string("left by another") }) {
+        std::filesystem::remove(folder + "/.instance");
+        if (!left.empty())
+            TestFiles::write(folder + "/.instance", left);
+        EXPECT_TRUE(first.mayWrite());
+        EXPECT_EQ(TestFiles::read(folder + "/.instance"), first.socket()->name() + "\n");
+        EXPECT_EQ(InstanceLock(folder).take(), InstanceLock::State::heldByAnother);
+    }
+}
+
+TEST_F(SingleInstanceTest, MayNotWriteWhileAnotherProcessHasTheReplacedFile)
+{
+    SingleInstance first(folder);
+    ASSERT_EQ(first.start({}), Outcome::first);
+    std::filesystem::remove(folder + "/.instance");
+    {
+        InstanceLock another(folder);
+        ASSERT_EQ(another.take(), InstanceLock::State::held);
+        EXPECT_FALSE(first.mayWrite());
+        EXPECT_FALSE(first.mayWrite());
+    }
+    EXPECT_TRUE(first.mayWrite());
 }
 
 TEST_F(SingleInstanceTest, StartsWhereNothingCanBeLocked)

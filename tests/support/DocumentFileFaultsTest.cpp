@@ -579,6 +579,21 @@ TEST_P(DocumentFileFaultsTest, AFileWithoutPermissionToReadItIsKeptUnderAnotherN
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
+TEST_P(DocumentFileFaultsTest, NothingIsWrittenWhileAnotherProcessMayAndItsFileIsKeptAfterwards)
+{
+    auto &store = startFromExample();
+    machine.fileLocations.isWritable = false;
+    const auto others = GetParam().with(R"("Of another process.")");
+    writeFile(others);
+    changeInMemory(store);
+    EXPECT_EQ(fileText(), others);
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
+
+    machine.fileLocations.isWritable = true;
+    expectSaves(store);
+    EXPECT_EQ(TestFiles::read(kept), others);
+}
+
 // What is in the file.
 
 TEST_P(DocumentFileFaultsTest, ATruncatedFileIsKeptUnderAnotherName)

@@ -5,12 +5,26 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 
 InstanceLock::InstanceLock(const std::string &folder)
-    : m_file(open((folder + "/.instance").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600))
+    : m_path(folder + "/.instance")
+    , m_file(open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600))
 {
     if (!m_file.isOpen())
         unavailable();
+}
+
+bool InstanceLock::isInPlace() const
+{
+    struct stat held {
+    };
+
+    struct stat named {
+    };
+
+    return fstat(m_file.number(), &held) == 0 && stat(m_path.c_str(), &named) == 0 &&
+           held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
 InstanceLock::State InstanceLock::take()
@@ -27,7 +41,7 @@ InstanceLock::State InstanceLock::take()
     return State::held;
 }
 
-// Whoever reads in between sees nothing, or a beginning that leads nowhere, and reads again.
+// A reader in between sees nothing, or an incomplete name that is not in use, and reads again.
 void InstanceLock::write(const std::string &note)
 {
     const auto line = note.empty() ? note : note + '\n';
@@ -37,7 +51,7 @@ void InstanceLock::write(const std::string &note)
 
 std::string InstanceLock::read() const
 {
-    std::array<char, 64> bytes {};
+    std::array<char, LongestNote + 1> bytes {};
     const auto count = pread(m_file.number(), bytes.data(), bytes.size(), 0);
     const std::string text(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     const auto end = text.find('\n');

@@ -1,6 +1,7 @@
 #include "platform/desktop/InstanceSocket.h"
 
-#include <algorithm>
+#include "platform/desktop/AbstractAddress.h"
+
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -11,15 +12,6 @@ namespace
 
 // An abstract name is what follows a zero byte.
 constexpr socklen_t NameOffset = offsetof(sockaddr_un, sun_path) + 1;
-
-InstanceSocket::Sender addressOf(const std::string &name)
-{
-    InstanceSocket::Sender sender { .address = { .sun_family = AF_UNIX, .sun_path = {} } };
-    const auto length = std::min(name.size(), sizeof(sender.address.sun_path) - 1);
-    std::copy_n(name.begin(), length, sender.address.sun_path + 1);
-    sender.length = NameOffset + static_cast<socklen_t>(length);
-    return sender;
-}
 
 sockaddr *generic(sockaddr_un &address)
 {
@@ -43,11 +35,14 @@ bool isOfOurUser(msghdr &header)
 
 } // namespace
 
-InstanceSocket::InstanceSocket()
+InstanceSocket::InstanceSocket(const std::string &wantedName)
     : m_socket(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))
 {
     constexpr int Yes = 1;
     setsockopt(m_socket.number(), SOL_SOCKET, SO_PASSCRED, &Yes, sizeof(Yes));
+    const AbstractAddress wanted(wantedName);
+    if (!wantedName.empty() && bind(m_socket.number(), wanted.generic(), wanted.length()) == 0)
+        return;
     const sockaddr_un nameless { .sun_family = AF_UNIX, .sun_path = {} };
     if (bind(m_socket.number(), generic(nameless), sizeof(nameless.sun_family)) != 0)
         m_socket = FileDescriptor();
@@ -64,8 +59,8 @@ std::string InstanceSocket::name() const
 
 bool InstanceSocket::connectTo(const std::string &name)
 {
-    const auto other = addressOf(name);
-    return connect(m_socket.number(), generic(other.address), other.length) == 0;
+    const AbstractAddress other(name);
+    return connect(m_socket.number(), other.generic(), other.length()) == 0;
 }
 
 bool InstanceSocket::send(const std::string &text) const

@@ -7,10 +7,9 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-/// Short messages between processes of one user on this machine. Nothing here waits. A message
-/// comes whole, with the system's word for who sent it: what other users send is not heard, and no
-/// sender can keep the receiver waiting for the rest. The name is of the system's choosing, so that
-/// nobody can take it first, and there is no file of it to be left over.
+/// Short messages between processes of one user on this machine. No call blocks. Each message is
+/// one datagram with the sender's credentials: messages of other users are dropped, and no sender
+/// can keep the receiver waiting for the rest. The name is abstract, so no file is left over.
 class InstanceSocket
 {
 public:
@@ -25,9 +24,10 @@ public:
         Sender sender;
     };
 
-    InstanceSocket();
+    /// Takes `wantedName` if it is free; otherwise, or without one, the system chooses a name.
+    explicit InstanceSocket(const std::string &wantedName = {});
 
-    /// A few letters and digits; empty if there is no socket.
+    /// Letters, digits and hyphens; empty if there is no socket.
     std::string name() const;
 
     /// Readable when a message is there; -1 if there is no socket.

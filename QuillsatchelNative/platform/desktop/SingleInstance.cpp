@@ -4,6 +4,7 @@
 
 #include <iostream>
 #include <poll.h>
+#include <utility>
 
 namespace
 {
@@ -46,37 +47,65 @@ SingleInstance::SingleInstance(const std::string &folder, std::chrono::milliseco
     : m_patience(patience)
     , m_folder(folder)
     , m_lock(folder)
+    , m_beacon(folder)
 {
 }
 
 SingleInstance::Outcome SingleInstance::start(const StartupToken &token)
 {
     const auto end = Clock::now() + m_patience;
-    auto state = m_lock.take();
+    m_state = m_lock.take();
     std::optional<Inquiry> inquiry;
-    while (state == InstanceLock::State::heldByAnother && Clock::now() < end) {
+    while (isTaken()) {
+        if (Clock::now() >= end) {
+            std::cerr << "Quillsatchel is running already, but does not answer.\n";
+            return Outcome::noAnswer;
+        }
         if (!inquiry)
             inquiry.emplace(token);
-        if (inquiry->isAnsweredBy(m_lock.read()))
+        if (inquiry->isAnsweredBy(nameOfFirst()))
             return Outcome::handedOver;
-        state = m_lock.take();
+        if (m_state == InstanceLock::State::heldByAnother)
+            m_state = m_lock.take();
     }
-    if (state == InstanceLock::State::held) {
+    if (m_state == InstanceLock::State::held)
         own();
-        return Outcome::first;
-    }
-    if (state == InstanceLock::State::unavailable) {
+    else
         std::cerr << "Quillsatchel cannot lock " << m_folder << " (" << m_lock.problem()
                   << "). It starts, but does not know whether it is running already.\n";
-        return Outcome::first;
-    }
-    std::cerr << "Quillsatchel is running already, but does not answer.\n";
-    return Outcome::noAnswer;
+    return Outcome::first;
 }
 
+bool SingleInstance::mayWrite()
+{
+    if (!m_ownsFolder || m_lock.isInPlace())
+        return true;
+    InstanceLock replacement(m_folder);
+    const auto state = replacement.take();
+    if (state == InstanceLock::State::held) {
+        m_lock = std::move(replacement);
+        m_lock.write(m_socket->name());
+    }
+    return state != InstanceLock::State::heldByAnother;
+}
+
+// A lock file that is free may be a new one, while the first one holds a file deleted since.
+bool SingleInstance::isTaken() const
+{
+    return m_state == InstanceLock::State::heldByAnother || m_beacon.isLit();
+}
+
+std::string SingleInstance::nameOfFirst() const
+{
+    return m_state == InstanceLock::State::heldByAnother ? m_lock.read() : m_beacon.requestName();
+}
+
+// The beacon leads to its own name, and nowhere if another socket has taken that.
 void SingleInstance::own()
 {
     m_ownsFolder = true;
-    m_socket.emplace();
+    m_socket.emplace(m_beacon.requestName());
+    if (m_socket->name() == m_beacon.requestName())
+        m_beacon.light();
     m_lock.write(m_socket->name());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/StartupToken.h"
+#include "platform/desktop/InstanceBeacon.h"
 #include "platform/desktop/InstanceLock.h"
 #include "platform/desktop/InstanceSocket.h"
 
@@ -8,10 +9,10 @@
 #include <optional>
 #include <string>
 
-/// Sees to it that one process at a time works on a folder, and that a further start brings that
-/// one forward instead. Decided before there is a QApplication, and without reading anything else
-/// in the folder, so that such a start takes some milliseconds. What ended without a word, by a
-/// crash or a power cut, keeps nobody from starting.
+/// One process at a time works on a folder; a further start brings that one forward instead.
+/// Decided before there is a QApplication, and without reading anything else in the folder, so that
+/// such a start takes a few milliseconds. A further start also finds the first one after the folder
+/// or its lock file was deleted or replaced. A crash or power cut never blocks the next start.
 class SingleInstance
 {
 public:
@@ -32,15 +33,23 @@ public:
     /// Whether no other process works on the folder. False for a first one that could not lock it.
     bool ownsFolder() const { return m_ownsFolder; }
 
+    /// Whether the first one may write in the folder: false while another process has its lock,
+    /// which takes a replaced folder or lock file. Locks a replacement that nobody has locked.
+    bool mayWrite();
+
     /// Where the first one hears of further starts; null if it cannot.
     const InstanceSocket *socket() const { return m_socket ? &*m_socket : nullptr; }
 
 private:
+    bool isTaken() const;
+    std::string nameOfFirst() const;
     void own();
 
     std::chrono::milliseconds m_patience;
     std::string m_folder;
     InstanceLock m_lock;
+    InstanceLock::State m_state = InstanceLock::State::unavailable;
+    InstanceBeacon m_beacon;
     std::optional<InstanceSocket> m_socket;
     bool m_ownsFolder = false;
 };

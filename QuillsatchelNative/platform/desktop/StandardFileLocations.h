@@ -2,9 +2,22 @@
 
 #include "platform/FileLocations.h"
 
+class SingleInstance;
+
 /// The freedesktop base directories: `$XDG_DATA_HOME`, by default `~/.local/share`.
 class StandardFileLocations final : public FileLocations
 {
 public:
+    /// `instance` decides whether this process may write, and must outlive this object. Without one
+    /// the process always may.
+    explicit StandardFileLocations(SingleInstance *instance = nullptr)
+        : m_instance(instance)
+    {
+    }
+
     QString applicationSupport() const override;
+    bool mayWrite() override;
+
+private:
+    SingleInstance *m_instance;
 };
