@@ -271,11 +271,22 @@ TEST_F(FaviconDownloadTest, KeepsNothingThatIsNoPicture)
     expectHarmless([](Exchange &exchange) { exchange.answer(404, "<html>Not found</html>"); });
 }
 
+TEST_F(FaviconDownloadTest, KeepsACompletePictureThatIsShorterThanAnnounced)
+{
+    const auto icon = encoded(redSquare(), "png");
+    serve([&](Exchange &exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n" + icon);
+    });
+    storeWebsite();
+    expectCached(icon);
+}
+
 TEST_F(FaviconDownloadTest, KeepsNothingOfAPictureThatIsCutOff)
 {
     expectHarmless([](Exchange &exchange) {
-        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n" +
-                      encoded(redSquare(), "png"));
+        const auto icon = encoded(redSquare(), "png");
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(icon.size()) +
+                      "\r\n\r\n" + icon.substr(0, icon.find("IDAT") + 8));
     });
 }
 

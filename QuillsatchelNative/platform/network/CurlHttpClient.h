@@ -12,8 +12,8 @@
 /// No cookies, no stored passwords, no cache. A request has a thread of its own while it is under
 /// way; at rest there is none.
 ///
-/// Only a body that arrived as announced is a whole one: nothing is received over a connection
-/// that broke or cannot be trusted, nor after a redirect to where it must not go.
+/// A body may be shorter than announced. Nothing is received over a connection that cannot be
+/// trusted, nor after a redirect to where it must not go.
 class CurlHttpClient final : public HttpClient
 {
 public:

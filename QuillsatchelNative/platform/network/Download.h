@@ -13,8 +13,9 @@
 class Download
 {
 public:
-    /// Call it once. On the download's thread, `receive` gets the body if it arrives whole, is not
-    /// empty and not too long; `onEnd` is called in any case, last of all. Throws
+    /// Call it once. On the download's thread, `receive` gets the body, as far as it came before the
+    /// connection ended, if there is any and it is not too long. `onEnd` is called last, also without
+    /// a body. Throws
     /// `std::system_error`, and calls neither, where no thread can be had.
     void start(const QUrl &url, const Transfer::Options &options,
                std::function<void(const QByteArray &body)> receive, std::function<void()> onEnd);

@@ -1,17 +1,19 @@
 #include "platform/network/Transfer.h"
 
+#include "platform/HttpClient.h"
+
 #include <utility>
 
 namespace
 {
 
 constexpr std::size_t LongestHead = std::size_t(256) * 1024;
-constexpr curl_off_t LongestBody = curl_off_t(8) * 1024 * 1024;
+constexpr curl_off_t LongestBody = HttpClient::MaximumBodySize;
 
 } // namespace
 
 Transfer::Transfer(const Options &options, std::stop_token stop)
-    : m_silence(options.silence)
+    : m_deadline(Clock::now() + options.timeout)
     , m_stop(std::move(stop))
     , m_multi(curl_multi_init())
     , m_easy(curl_easy_init())
@@ -56,7 +58,6 @@ bool Transfer::perform()
 {
     m_body.clear();
     m_headSize = 0;
-    m_lastSign = Clock::now();
     const std::stop_callback wakeUp(m_stop, [this] { curl_multi_wakeup(m_multi.get()); });
     curl_multi_add_handle(m_multi.get(), m_easy.get());
     int running = 1;
@@ -64,27 +65,32 @@ bool Transfer::perform()
         ;
     int left = 0;
     const CURLMsg *const message = curl_multi_info_read(m_multi.get(), &left);
-    const bool isComplete = message && message->data.result == CURLE_OK;
+    const bool isUsable = message && hasResponse(message->data.result);
     curl_multi_remove_handle(m_multi.get(), m_easy.get());
-    return isComplete;
+    return isUsable;
+}
+
+// Servers that announce a wrong length are common, and the receiver checks the body anyway.
+bool Transfer::hasResponse(CURLcode result) const
+{
+    const bool isCutOff = result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR;
+    return result == CURLE_OK || (isCutOff && !m_body.isEmpty());
 }
 
 // False where the exchange has to end.
 bool Transfer::waitForMore()
 {
-    const auto silence =
-        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_lastSign);
-    if (m_stop.stop_requested() || silence >= m_silence)
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
+    if (m_stop.stop_requested() || left.count() <= 0)
         return false;
-    const auto left = static_cast<int>((m_silence - silence).count());
-    return curl_multi_poll(m_multi.get(), nullptr, 0, left, nullptr) == CURLM_OK;
+    return curl_multi_poll(m_multi.get(), nullptr, 0, static_cast<int>(left.count()), nullptr) ==
+           CURLM_OK;
 }
 
 // A number other than `size` ends the exchange, here and below.
 std::size_t Transfer::takeHead(char * /*line*/, std::size_t /*one*/, std::size_t size, void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
-    transfer.m_lastSign = Clock::now();
     transfer.m_headSize += size;
     return transfer.m_headSize <= LongestHead ? size : 0;
 }
@@ -92,7 +98,6 @@ std::size_t Transfer::takeHead(char * /*line*/, std::size_t /*one*/, std::size_t
 std::size_t Transfer::takeBody(char *bytes, std::size_t /*one*/, std::size_t size, void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
-    transfer.m_lastSign = Clock::now();
     transfer.m_body.append(bytes, static_cast<qsizetype>(size));
     return transfer.m_body.size() <= LongestBody ? size : 0;
 }

@@ -11,15 +11,15 @@
 #include <stop_token>
 #include <string>
 
-/// Exchanges with web servers, one after the other, each of which blocks the calling thread. What
-/// an answer can make us hold has limits: 8 MiB of body, 256 KiB of what comes before it.
+/// The HTTP exchanges of one download, one after the other. Each blocks the calling thread. A response
+/// may have a body of 8 MiB and headers of 256 KiB.
 class Transfer
 {
 public:
     struct Options {
-        /// How long nothing may come before an exchange fails.
-        std::chrono::milliseconds silence = std::chrono::seconds(60);
-        /// The file of those who are trusted to vouch for a server; empty for the system's.
+        /// For all exchanges together, so that a server that trickles holds no thread.
+        std::chrono::milliseconds timeout = std::chrono::seconds(60);
+        /// CA bundle file; empty for the system's.
         std::string authorities {};
     };
 
@@ -28,7 +28,8 @@ public:
         std::string redirect; ///< the whole address that the server points to, else empty
     };
 
-    /// An exchange fails at once when `stop` is requested, and from then on asks nobody anything.
+    /// The timeout begins here. A request of `stop` ends the current exchange; later ones send
+    /// nothing.
     Transfer(const Options &options, std::stop_token stop);
 
     Transfer(const Transfer &) = delete;
@@ -36,8 +37,8 @@ public:
 
     /// A GET through `proxy`, as `SystemProxy` names it; through that of the environment variables
     /// known to many programs (`http_proxy` and the like) if it is empty. `protocols`, separated by
-    /// commas, are those that the address may be of. None if it fails or the answer is too long; no
-    /// status is a failure.
+    /// commas, are those that the address may be of. No status is a failure, and a body that is cut
+    /// off counts as far as it came. None if nothing comes, or too much, or too late.
     std::optional<Response> get(const std::string &address, const std::string &protocols,
                                 const std::string &proxy);
 
@@ -49,11 +50,11 @@ private:
 
     void setUp(const std::string &authorities);
     bool perform();
+    bool hasResponse(CURLcode result) const;
     bool waitForMore();
 
-    std::chrono::milliseconds m_silence;
+    Clock::time_point m_deadline;
     std::stop_token m_stop;
-    Clock::time_point m_lastSign; // when something came
     std::size_t m_headSize = 0;
     QByteArray m_body;
     CPointer<CURLM, &curl_multi_cleanup> m_multi; // unlike an easy handle it can be woken up

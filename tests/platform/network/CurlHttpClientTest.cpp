@@ -91,19 +91,19 @@ TEST_F(CurlHttpClientTest, ReceivesACompressedBodyAsItWas)
               icon);
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingOfABodyThatIsCutOff)
+TEST_F(CurlHttpClientTest, ReceivesWhatCameOfABodyThatIsCutOff)
+{
+    for (const std::string head : { "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nbody",
+                                    "HTTP/1.1 404 Not Found\r\nContent-Length: 100\r\n\r\nbody",
+                                    "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                                    "4\r\nbody\r\n" })
+        EXPECT_EQ(receive([&](Exchange &exchange) { exchange.send(head); }), "body") << head;
+}
+
+TEST_F(CurlHttpClientTest, ReceivesNothingWhereTheConnectionEndsBeforeTheBody)
 {
     EXPECT_EQ(receive([](Exchange &exchange) {
-                  exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nbody");
-              }),
-              std::nullopt);
-    EXPECT_EQ(receive([](Exchange &exchange) {
-                  exchange.send("HTTP/1.1 404 Not Found\r\nContent-Length: 100\r\n\r\nbody");
-              }),
-              std::nullopt);
-    EXPECT_EQ(receive([](Exchange &exchange) {
-                  exchange.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
-                                "4\r\nbody\r\n");
+                  exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n");
               }),
               std::nullopt);
 }
@@ -118,8 +118,7 @@ TEST_F(CurlHttpClientTest, TakesNoMoreThanWasAnnounced)
 
 TEST_F(CurlHttpClientTest, ReceivesNothingOfABodyOfImpossibleLength)
 {
-    for (const std::string length :
-         { "-4", "4\r\nContent-Length: 5", "99999999999999999999999", "many" }) {
+    for (const std::string length : { "-4", "99999999999999999999999", "many" }) {
         EXPECT_EQ(receive([&](Exchange &exchange) {
                       exchange.send("HTTP/1.1 200 OK\r\nContent-Length: " + length +
                                     "\r\n\r\nbody");

@@ -37,8 +37,8 @@ public:
         return m_body.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     }
 
-    /// Lets the main thread turn until the request is over. Far sooner than the client would take
-    /// 60 seconds of silence for an end.
+    /// Runs the event loop until the request is over. False after 20 seconds, long before the
+    /// timeout of the client.
     bool waitUntilOver() const
     {
         constexpr int Patience = 20'000;
