@@ -67,6 +67,7 @@ void FaviconCache::removeCachedIcon(const QUuid &id)
 
 QImage FaviconCache::cachedIcon(const QUuid &id, int side) const
 {
-    const auto bytes = WholeFile::read(pathOf(*m_faviconFolder, id));
+    const auto bytes =
+        WholeFile::read(pathOf(*m_faviconFolder, id), HttpClient::MaximumBodySize);
     return bytes ? RasterImage::read(*bytes, side) : QImage();
 }

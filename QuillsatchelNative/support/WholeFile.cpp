@@ -22,9 +22,6 @@ namespace
 // The JSON parser reads this far past the end; without the room it would copy the whole text.
 constexpr qsizetype SpareCapacity = 64;
 
-// Parsing takes up to a dozen times the room of the text. No more than this is anybody's library.
-constexpr qint64 MostBytes = 512 * 1024 * 1024;
-
 std::filesystem::path toPath(const QString &path)
 {
     return QFile::encodeName(path).toStdString();
@@ -181,12 +178,12 @@ bool putInPlace(QTemporaryFile &file, const QString &path)
 
 } // namespace
 
-std::optional<QByteArray> read(const QString &path)
+std::optional<QByteArray> read(const QString &path, qint64 maximumSize)
 {
     QFile file(path);
     // Opening a pipe would wait for somebody to write into it.
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ||
-        file.size() > MostBytes)
+        file.size() > maximumSize)
         return std::nullopt;
     QByteArray bytes;
     bytes.reserve(file.size() + SpareCapacity);

@@ -12,10 +12,13 @@
 namespace WholeFile
 {
 
+/// The largest file that is read as a library: parsing takes up to a dozen times the memory.
+inline constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024;
+
 /// The bytes of the regular file at `path`, with spare capacity behind them that a parser may
 /// read past the end into; none if there is no such file, it cannot be read, or it is larger than
-/// 512 MiB.
-std::optional<QByteArray> read(const QString &path);
+/// `maximumSize` bytes.
+std::optional<QByteArray> read(const QString &path, qint64 maximumSize = MaximumSize);
 
 /// Puts what `write` gives its sink at `path` in one step: a crash leaves either the old file or
 /// the new one. A new file is for its owner only (0600), an old one keeps its permissions, and a

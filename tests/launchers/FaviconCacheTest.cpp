@@ -6,6 +6,7 @@
 #include "fakes/UnprivilegedScope.h"
 #include "support/WebAddress.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -221,6 +222,17 @@ TEST_F(FaviconCacheTest, KeepsWhatIsFetchedForSeveralLaunchersApart)
     EXPECT_EQ(cache().cachedIcon(otherID, 16).width(), 2);
     machine.mainQueue.runPending();
     EXPECT_EQ(calls, 2);
+}
+
+TEST_F(FaviconCacheTest, ReadsNoFileThatIsLargerThanADownload)
+{
+    const auto path = QString::fromStdString(file.string());
+    cache();
+    TestFiles::write(file, picture(16).toStdString());
+    ASSERT_TRUE(QFile::resize(path, HttpClient::MaximumBodySize));
+    EXPECT_EQ(cache().cachedIcon(id, 16).width(), 16);
+    ASSERT_TRUE(QFile::resize(path, HttpClient::MaximumBodySize + 1));
+    EXPECT_TRUE(cache().cachedIcon(id, 16).isNull());
 }
 
 TEST_F(FaviconCacheTest, TakesAnswersOnSeveralThreadsAtOnce)
