@@ -27,12 +27,13 @@ Dictation is recognised on this machine. Everything stays there.")
 
 # Libraries are found in what the programs link. The rest is opened or started by name: what reads
 # the icons of other applications, which Debian 12 has in libqt6svg6; the English model for
-# dictation, proxies for downloads, the browser, and Wayland where there is no XWayland.
+# dictation, proxies for downloads, website icons in WebP, the browser, and Wayland where there is
+# no XWayland.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "hicolor-icon-theme, qt6-svg-plugins | libqt6svg6 (<< 6.8)")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "glib-networking, pocketsphinx-en-us, qt6-wayland, xdg-utils")
+    "glib-networking, pocketsphinx-en-us, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
 
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -1,16 +1,20 @@
 #include "support/RasterImage.h"
 
+#include "support/PngImage.h"
 #include "support/WatchedBuffer.h"
 
 #include <QBuffer>
-#include <QByteArrayList>
 #include <QImageReader>
 #include <QLoggingCategory>
 #include <QtEndian>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 namespace RasterImage
 {
@@ -18,57 +22,31 @@ namespace RasterImage
 namespace
 {
 
-constexpr int LargestImage = 16;     // mebibytes
+constexpr qint64 MostPixels = qint64(2048) * 2048;
 constexpr qsizetype MostScans = 100; // pictures meant to be seen have about ten
 
-// Drawings (SVG) are left out: they can take any time, and name other files.
-bool isKnown(const QByteArray &format)
+/// Qt's name of the format that the bytes begin as; empty for all but these. Qt would ask every
+/// plug-in instead, and drawings (SVG) can take any time and name other files.
+QByteArray formatOf(const QByteArray &bytes)
 {
-    static const QByteArrayList Formats { "png", "gif", "jpeg", "webp" };
-    return Formats.contains(format);
+    if (bytes.startsWith("GIF8"))
+        return "gif";
+    if (bytes.startsWith("\xFF\xD8\xFF"))
+        return "jpeg";
+    if (bytes.startsWith("BM"))
+        return "bmp";
+    return bytes.startsWith("RIFF") && bytes.mid(8, 4) == "WEBP" ? "webp" : "";
 }
 
-/// Whether it is a JPEG that goes over its points again and again: a few bytes are enough to ask
-/// for that.
-bool isTiring(const QByteArray &bytes, const QByteArray &format)
+/// A few bytes are enough to have a progressive JPEG go over its pixels any number of times.
+bool hasTooManyScans(const QByteArray &bytes)
 {
-    return format == "jpeg" && bytes.count("\xFF\xDA") > MostScans;
+    return bytes.count("\xFF\xDA") > MostScans;
 }
 
-bool isPng(const QByteArray &bytes)
+/// For the whole process: a broken image is not worth a line in the log.
+void silenceReaders()
 {
-    return bytes.startsWith("\x89PNG\r\n\x1A\n");
-}
-
-bool mayBePackedText(const QByteArray &chunk)
-{
-    const auto type = chunk.mid(4, 4);
-    return type == "zTXt" || type == "iTXt";
-}
-
-/// The PNG without what is written beside the picture: readers unpack all of it, and a few
-/// kilobytes can be packed so as to fill any memory.
-QByteArray withoutPackedTexts(const QByteArray &png)
-{
-    constexpr qsizetype SignatureSize = 8;
-    constexpr qsizetype FrameSize = 12; // length, type and checksum
-    QByteArray lean = png.first(SignatureSize);
-    lean.reserve(png.size());
-    qsizetype place = SignatureSize;
-    while (png.size() - place >= FrameSize) {
-        const auto length = qFromBigEndian<quint32>(png.constData() + place);
-        const auto chunk = png.mid(place, FrameSize + qsizetype(length));
-        if (!mayBePackedText(chunk))
-            lean += chunk;
-        place += chunk.size();
-    }
-    return lean;
-}
-
-/// For the whole process. That a picture is broken is no news for whoever reads our log.
-void prepareReaders()
-{
-    QImageReader::setAllocationLimit(LargestImage);
     QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
 }
 
@@ -78,6 +56,26 @@ quint32 numberAt(const QByteArray &bytes, qsizetype place)
     constexpr qsizetype Size = sizeof(quint32);
     const auto number = bytes.mid(place, Size);
     return number.size() == Size ? qFromLittleEndian<quint32>(number.constData()) : 0;
+}
+
+bool isSmall(qint64 width, qint64 height)
+{
+    return width > 0 && width <= MostPixels && height <= MostPixels && width * height <= MostPixels;
+}
+
+/// Qt's reader gives the size of the first frame instead, but allocates this one.
+bool isSmallGif(const QByteArray &gif)
+{
+    const auto size = numberAt(gif, 6);
+    return isSmall(size & 0xFFFF, size >> 16);
+}
+
+/// Qt's own limit is for the whole process, and icons of applications may be larger.
+QImage readSmall(QImageReader &reader)
+{
+    const auto size = reader.size();
+    const auto height = std::abs(qint64(size.height())); // negative in a bitmap stored upside down
+    return isSmall(size.width(), height) ? reader.read() : QImage();
 }
 
 /// Whether a bitmap has its points in runs, which may skip some.
@@ -99,26 +97,31 @@ QImage readBitmap(const QByteArray &bytes)
     WatchedBuffer buffer(bytes);
     QImageReader reader(&buffer, "bmp");
     reader.setAutoDetectImageFormat(false);
-    QImage image = reader.read();
+    QImage image = readSmall(reader);
     return buffer.wasEnough() ? image : QImage();
 }
 
 QImage readPlain(const QByteArray &bytes)
 {
-    QBuffer buffer;
-    buffer.setData(isPng(bytes) ? withoutPackedTexts(bytes) : bytes);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QByteArray format = reader.format();
+    if (PngImage::isPng(bytes))
+        return PngImage::read(bytes, MostPixels);
+    const auto format = formatOf(bytes);
     if (format == "bmp")
         return readBitmap(bytes);
-    return isKnown(format) && !isTiring(bytes, format) ? reader.read() : QImage();
+    if (format.isEmpty() || (format == "gif" && !isSmallGif(bytes)) ||
+        (format == "jpeg" && hasTooManyScans(bytes)))
+        return {};
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
+    reader.setAutoTransform(true);
+    return readSmall(reader);
 }
 
-/// What an icon's directory says of one of its pictures.
+/// What an icon's directory says of one of its images.
 struct IconEntry {
-    int number;
+    QByteArray description; ///< the entry without the image's place
     int width;
     quint32 length;
     quint32 place;
@@ -129,14 +132,16 @@ std::optional<IconEntry> iconEntry(const QByteArray &icon, int number)
 {
     constexpr qsizetype HeaderSize = 6;
     constexpr qsizetype EntrySize = 16;
+    constexpr qsizetype Length = 8;
+    constexpr qsizetype Place = 12;
     const auto entry = icon.mid(HeaderSize + EntrySize * number, EntrySize);
     if (entry.size() < EntrySize)
         return std::nullopt;
     const auto width = static_cast<unsigned char>(entry.front());
-    return IconEntry { .number = number,
+    return IconEntry { .description = entry.first(Place),
                        .width = width == 0 ? 256 : width,
-                       .length = numberAt(entry, 8),
-                       .place = numberAt(entry, 12) };
+                       .length = numberAt(entry, Length),
+                       .place = numberAt(entry, Place) };
 }
 
 bool isBetter(int width, int than, int side)
@@ -147,54 +152,84 @@ bool isBetter(int width, int than, int side)
     return isEnough ? width < than : width > than;
 }
 
-std::optional<IconEntry> bestEntry(const QByteArray &icon, int side)
+/// The images of an icon, the most suitable first.
+std::vector<IconEntry> entriesOf(const QByteArray &icon, int side)
 {
     constexpr qsizetype CountPlace = 4;
     const int count = qFromLittleEndian<quint16>(icon.constData() + CountPlace);
-    std::optional<IconEntry> best;
+    std::vector<IconEntry> entries;
     for (int number = 0; number < count; ++number) {
         const auto entry = iconEntry(icon, number);
         if (!entry)
             break;
-        if (!best || isBetter(entry->width, best->width, side))
-            best = entry;
+        entries.push_back(*entry);
     }
-    return best;
+    std::ranges::stable_sort(entries, [side](const IconEntry &one, const IconEntry &other) {
+        return isBetter(one.width, other.width, side);
+    });
+    return entries;
 }
 
 /// Whether the reader of icons can count the colours that a bitmap says it has. It refuses too many
-/// itself, but takes what is no `int` for none, and then fills only some of the picture.
-bool hasCountableColors(const QByteArray &icon, const IconEntry &entry)
+/// itself, but takes what is no `int` for none, and then fills only some of the image.
+bool hasCountableColors(const QByteArray &bitmap)
 {
     constexpr qsizetype CountPlace = 32;
     constexpr quint32 MostColors = std::numeric_limits<int>::max();
-    return numberAt(icon, CountPlace + entry.place) <= MostColors;
+    return numberAt(bitmap, CountPlace) <= MostColors;
 }
 
-QImage readIcon(QImageReader &reader, const QByteArray &bytes, int side)
+/// The height counts the mask as well.
+bool isSmallInIcon(const QByteArray &bitmap)
 {
-    const auto entry = bestEntry(bytes, side);
-    if (!entry)
-        return {};
-    const auto picture = bytes.mid(entry->place, entry->length);
-    if (isPng(picture))
+    return isSmall(numberAt(bitmap, 4), numberAt(bitmap, 8) / 2);
+}
+
+/// Reads the bitmap as the only image of an icon: in its own icon, the reader would take what
+/// follows a truncated bitmap for its pixels.
+QImage readBitmapInIcon(const QByteArray &bitmap, const IconEntry &entry)
+{
+    constexpr QByteArrayView HeaderOfOne("\0\0\1\0\1\0", 6);
+    constexpr QByteArrayView Place("\x16\0\0\0", 4); // behind the header and the only entry
+    QBuffer buffer;
+    buffer.setData(HeaderOfOne.toByteArray() + entry.description + Place.toByteArray() + bitmap);
+    QImageReader reader(&buffer, "ico");
+    reader.setAutoDetectImageFormat(false);
+    return reader.read();
+}
+
+QImage readEntry(const QByteArray &icon, const IconEntry &entry)
+{
+    const auto picture = icon.mid(entry.place, entry.length);
+    if (PngImage::isPng(picture))
         return readPlain(picture);
-    if (picture.isEmpty() || !hasCountableColors(bytes, *entry))
-        return {};
-    return reader.jumpToImage(entry->number) ? reader.read() : QImage();
+    const bool isReadable =
+        !picture.isEmpty() && isSmallInIcon(picture) && hasCountableColors(picture);
+    return isReadable ? readBitmapInIcon(picture, entry) : QImage();
+}
+
+QImage readIcon(const QByteArray &bytes, int side)
+{
+    constexpr std::size_t MostAttempts = 32; // icons have about ten images
+    auto entries = entriesOf(bytes, side);
+    entries.resize(std::min(entries.size(), MostAttempts));
+    for (const auto &entry : entries)
+        if (auto image = readEntry(bytes, entry); !image.isNull())
+            return image;
+    return {};
 }
 
 } // namespace
 
 QImage read(const QByteArray &bytes, int side)
 {
-    static std::once_flag prepared;
-    std::call_once(prepared, &prepareReaders);
+    static std::once_flag silenced;
+    std::call_once(silenced, &silenceReaders);
     QBuffer buffer;
     buffer.setData(bytes);
     QImageReader icon(&buffer, "ico");
     icon.setAutoDetectImageFormat(false);
-    return icon.canRead() ? readIcon(icon, bytes, side) : readPlain(bytes);
+    return icon.canRead() ? readIcon(bytes, side) : readPlain(bytes);
 }
 
 } // namespace RasterImage

@@ -1,6 +1,7 @@
 #include "fakes/TestFiles.h"
 #include "platform/TestDesktop.h"
 #include "platform/gio/GioWorkspace.h"
+#include "support/RasterImage.h"
 
 #include <QColor>
 #include <QIcon>
@@ -169,6 +170,13 @@ TEST_F(ApplicationIconTest, IsThePictureAtThePathThatTheEntryNames)
     const auto icon = iconOf(TestDesktop::path("my pictures/tool.png"), 20, 1.25);
     EXPECT_EQ(icon.size(), QSize(25, 25));
     EXPECT_EQ(middle(icon), QColor(Qt::red));
+}
+
+TEST_F(ApplicationIconTest, MayBeLargerThanTheIconsOfWebsites)
+{
+    addPicture("large.png", { 3000, 3000 }, Qt::green);
+    RasterImage::read("GIF89a", 16);
+    EXPECT_EQ(middle(iconOf(TestDesktop::path("large.png"), 16, 1)), QColor(Qt::green));
 }
 
 TEST_F(ApplicationIconTest, KeepsTheShapeOfAPictureInTheMiddle)

@@ -55,6 +55,7 @@ std::vector<NamedBytes> everyFormat()
         { "ICO with a PNG", PictureBytes::icon({ { 16, PictureBytes::png(16, 16) } }) },
         { "ICO with a bitmap",
           PictureBytes::icon({ { 16, PictureBytes::iconBitmap(16, Qt::red) } }) },
+        { "WebP", PictureBytes::encoded(image, "webp") },
     };
 }
 
@@ -215,6 +216,41 @@ TEST(RasterImageTest, LogsNothingAboutBrokenPictures)
     EXPECT_EQ(messages, 0);
 }
 
+/// The PNG with the byte changed that follows the name of a chunk.
+QByteArray damaged(QByteArray png, const QByteArray &chunk)
+{
+    const auto place = png.indexOf(chunk) + 4;
+    png[place] = static_cast<char>(~png[place]);
+    return png;
+}
+
+TEST(RasterImageTest, WritesNothingToStderrAboutABrokenPng)
+{
+    const auto png = PictureBytes::png(16, 16);
+    testing::internal::CaptureStderr();
+    for (const auto &bytes :
+         { damaged(png, "IHDR"), damaged(png, "IDAT"), damaged(png, "pHYs"),
+           png.first(png.indexOf("IDAT") + 10), png.first(20), PictureBytes::emptyPng(16, 16) }) {
+        read(bytes);
+        read(PictureBytes::icon({ { 16, bytes } }));
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(RasterImageTest, ReadsPngsOfEveryDepthAsTheyLook)
+{
+    for (const auto format :
+         { QImage::Format_RGB32, QImage::Format_ARGB32, QImage::Format_RGBX64,
+           QImage::Format_RGBA64, QImage::Format_Grayscale8, QImage::Format_Grayscale16,
+           QImage::Format_Indexed8, QImage::Format_Mono }) {
+        const auto gray = PictureBytes::filled(6, 4, Qt::darkGray);
+        const auto image = gray.convertToFormat(format, Qt::ThresholdDither);
+        const auto result = read(PictureBytes::encoded(image, "png"));
+        ASSERT_EQ(result.size(), QSize(6, 4)) << format;
+        EXPECT_EQ(result.pixel(1, 1), image.pixel(1, 1)) << format;
+    }
+}
+
 TEST(RasterImageTest, TurnsPicturesTheWayTheyWereTaken)
 {
     // A quarter turn to the right, as cameras note it.
@@ -260,6 +296,18 @@ TEST(RasterImageTest, TakesTheFirstOfPicturesOfOneSize)
                                            { 16, PictureBytes::png(16, 16, Qt::blue) },
                                            { 16, PictureBytes::png(16, 16, Qt::green) } });
     EXPECT_EQ(read(icon, 16).pixelColor(0, 0), QColor(Qt::blue));
+}
+
+TEST(RasterImageTest, TakesTheBestPictureOfAnIconThatCanBeDecoded)
+{
+    const auto broken = PictureBytes::png(16, 16).first(60);
+    const auto icon = PictureBytes::icon({ { 16, broken },
+                                           { 32, PictureBytes::bitmapHeader(32, 64, 32) },
+                                           { 64, PictureBytes::png(64, 64) },
+                                           { 48, PictureBytes::iconBitmap(48, Qt::green) } });
+    EXPECT_EQ(read(icon, 16).pixelColor(0, 0), QColor(Qt::green));
+    EXPECT_EQ(read(icon, 49).width(), 64);
+    EXPECT_TRUE(read(PictureBytes::icon({ { 16, broken }, { 32, broken } })).isNull());
 }
 
 TEST(RasterImageTest, ReadsNothingFromIconsWhoseDirectoryMisleads)
