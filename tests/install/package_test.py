@@ -52,7 +52,8 @@ class PackageTest(unittest.TestCase):
                              plain)
         self.assertTrue(any(name.startswith("libcurl") for name in plain), plain)
         self.assertEqual(self.field("Recommends").split(", "),
-                         ["glib-networking", "pocketsphinx-en-us", "qt6-wayland", "xdg-utils"])
+                         ["glib-networking", "pocketsphinx-en-us", "qt6-image-formats-plugins",
+                          "qt6-wayland", "xdg-utils"])
 
     def test_nothing_runs_when_it_is_installed_or_removed(self):
         self.assertEqual({file.name for file in (self.folder / "raw/DEBIAN").iterdir()},
