@@ -16,6 +16,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <utility>
+
 namespace
 {
 
@@ -61,42 +63,82 @@ void FloatingPanel::setFloating(bool isFloating)
 
 void FloatingPanel::center()
 {
+    const QRect area = screen()->availableGeometry();
     QRect frame = rect();
-    frame.moveCenter(screen()->availableGeometry().center());
-    move(frame.topLeft());
+    frame.moveCenter(area.center());
+    setGeometry(PanelPlacement::inView(frame, minimumSize(), { area }));
 }
 
-// The window is asked, not the widget, which does not move while it is hidden. A maximised window
-// is the window manager's to place.
-void FloatingPanel::comeWithinReach()
+// The window manager places a maximized window. Made normal again, it is where it was before, which
+// may be out of view by now.
+void FloatingPanel::comeIntoView()
 {
-    auto *const window = windowHandle();
-    if (!window || isMaximized())
+    m_comesIntoViewLater = isMaximized();
+    if (!windowHandle() || isMaximized())
         return;
     QList<QRect> areas;
     for (const auto *const screen : QGuiApplication::screens())
         areas.push_back(screen->availableGeometry());
-    const auto place = PanelPlacement::reachable(window->geometry(), TitleBar::Height, areas);
-    if (place != window->position())
-        window->setPosition(place);
+    place(PanelPlacement::inView(windowHandle()->geometry(), minimumSize(), areas));
+}
+
+// While the panel is hidden, the widget does not pass its place on to the window, nor does the
+// window tell the widget in time for the next showing.
+void FloatingPanel::place(const QRect &frame)
+{
+    if (windowHandle()->geometry() == frame)
+        return;
+    setGeometry(frame);
+    windowHandle()->setGeometry(frame);
 }
 
 void FloatingPanel::makeKeyAndOrderFront(const StartupToken &token)
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
+    comeIntoView();
     show();
     raise();
     m_windowSystem.activate(*windowHandle(), token);
 }
 
-// Once the window is mapped, not as it is about to be: window managers know no other, and forget
-// the wish whenever it is hidden.
 void FloatingPanel::setVisible(bool visible)
 {
-    QWidget::setVisible(visible);
     if (visible)
-        m_windowSystem.showOnAllDesktops(*windowHandle());
+        appear();
+    else
+        disappear();
     renderBlur();
+}
+
+// All desktops are asked for once the window is mapped: window managers know no other, and forget
+// the wish whenever it is hidden.
+void FloatingPanel::appear()
+{
+    if (std::exchange(m_isZoomedOnShowing, false))
+        setWindowState(windowState() | Qt::WindowMaximized);
+    QWidget::setVisible(true);
+    m_windowSystem.showOnAllDesktops(*windowHandle());
+}
+
+// Window managers forget that a hidden window was maximized, and some take the size it had for its
+// normal size. So the panel hides at its normal size, and is maximized again when it is shown.
+void FloatingPanel::disappear()
+{
+    const bool isZoomed = isVisible() && isMaximized();
+    const QRect frame = normalFrame();
+    QWidget::setVisible(false);
+    if (!isZoomed)
+        return;
+    m_isZoomedOnShowing = true;
+    setWindowState(windowState() & ~Qt::WindowMaximized);
+    place(frame);
+}
+
+// Where the window manager maximizes by itself, some tell the new size before the new state: Qt
+// takes that for the normal size.
+QRect FloatingPanel::normalFrame() const
+{
+    return normalGeometry().size() == size() ? m_earlierFrame : normalGeometry();
 }
 
 // Accepted, the close would take the window from the window system: shown again it would be
@@ -140,8 +182,10 @@ QPoint FloatingPanel::placeBelowTitleBar() const
     return mapToGlobal(QPoint(0, TitleBar::Height));
 }
 
-void FloatingPanel::resizeEvent(QResizeEvent * /*event*/)
+void FloatingPanel::resizeEvent(QResizeEvent *event)
 {
+    if (!isMaximized())
+        m_earlierFrame = QRect(pos(), event->oldSize());
     m_frame->setGeometry(rect());
     if (m_content)
         m_content->setGeometry(rect());
@@ -152,8 +196,11 @@ void FloatingPanel::resizeEvent(QResizeEvent * /*event*/)
 
 void FloatingPanel::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::WindowStateChange)
+    if (event->type() == QEvent::WindowStateChange) {
         renderEdge();
+        if (m_comesIntoViewLater && !isMaximized())
+            m_screenChanges.settle();
+    }
     QWidget::changeEvent(event);
 }
 

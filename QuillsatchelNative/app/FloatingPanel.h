@@ -14,8 +14,8 @@ class TitleBar;
 
 /// The program's one window: frameless, translucent with round corners where there is a
 /// compositor, on all desktops, dark whatever the system's setting. It takes the keyboard like
-/// any window. Closing it takes it off the screen; the program goes on. When the screen it is on
-/// goes away, it moves to one where it can be reached.
+/// any window. Closing it takes it off the screen; the program goes on. When screens go or shrink,
+/// it moves and shrinks into view.
 class FloatingPanel final : public QWidget
 {
     Q_OBJECT
@@ -29,10 +29,10 @@ public:
 
     /// Above ordinary windows or among them, without hiding the panel.
     void setFloating(bool isFloating);
-    /// In the middle of the screen's free area.
+    /// In the middle of the screen's free area, which it does not exceed.
     void center();
-    /// Shows the panel in front and gives it the keyboard, as the user asked for with a start of
-    /// this token or by other means.
+    /// Shows the panel in view and in front and gives it the keyboard, as the user asked for with a
+    /// start of this token or by other means.
     void makeKeyAndOrderFront(const StartupToken &token = {});
     /// Hides the panel; minimises it where a hidden panel could not be brought back.
     void orderOut();
@@ -61,13 +61,20 @@ private:
     QPoint placeBelowTitleBar() const;
     void renderEdge();
     void renderBlur();
-    void comeWithinReach();
+    void comeIntoView();
+    void place(const QRect &frame);
+    void appear();
+    void disappear();
+    QRect normalFrame() const;
 
     WindowSystem &m_windowSystem;
     QuillsatchelView *m_content = nullptr;
     TitleBar *m_titleBar = nullptr;
     PanelFrame *m_frame;
+    QRect m_earlierFrame; // before the last change of the size that was not maximizing
+    bool m_isZoomedOnShowing = false;
+    bool m_comesIntoViewLater = false; // when it is no longer maximized
     Cancellable m_compositingCancellable;
     Cancellable m_blurCancellable;
-    ScreenChanges m_screenChanges { [this] { comeWithinReach(); } };
+    ScreenChanges m_screenChanges { [this] { comeIntoView(); } };
 };

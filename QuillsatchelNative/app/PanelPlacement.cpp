@@ -1,19 +1,19 @@
 #include "app/PanelPlacement.h"
 
-#include <QRect>
+#include <QRegion>
+#include <QSize>
 
 #include <algorithm>
 
 namespace
 {
 
-constexpr int LeastWidth = 80; // of the title bar: room for the pointer beside its buttons
-
-bool canBeHeld(const QRect &titleBar, const QRect &area)
+bool isWithin(const QRect &frame, const QList<QRect> &areas)
 {
-    const QRect inSight = titleBar & area;
-    return inSight.width() >= std::min(LeastWidth, titleBar.width()) &&
-           2 * inSight.height() >= titleBar.height();
+    QRegion outside(frame);
+    for (const QRect &area : areas)
+        outside -= area;
+    return outside.isEmpty();
 }
 
 QPoint nearestIn(const QRect &area, const QPoint &place)
@@ -27,26 +27,27 @@ int distance(const QRect &area, const QPoint &place)
     return (nearestIn(area, place) - place).manhattanLength();
 }
 
-/// Where a frame of this size lies within the area; at its top left if it does not fit.
-QPoint within(const QRect &area, const QRect &frame)
+/// The frame moved into the area; at its top left if it does not fit.
+QRect movedInto(const QRect &area, const QRect &frame)
 {
     const auto moved = [](int place, int length, int begin, int end) {
         return std::max(begin, std::min(place, end - length));
     };
-    return { moved(frame.x(), frame.width(), area.x(), area.x() + area.width()),
-             moved(frame.y(), frame.height(), area.y(), area.y() + area.height()) };
+    return { QPoint(moved(frame.x(), frame.width(), area.x(), area.x() + area.width()),
+                    moved(frame.y(), frame.height(), area.y(), area.y() + area.height())),
+             frame.size() };
 }
 
 } // namespace
 
-QPoint PanelPlacement::reachable(const QRect &frame, int titleBarHeight, const QList<QRect> &areas)
+QRect PanelPlacement::inView(const QRect &frame, const QSize &least, const QList<QRect> &areas)
 {
-    const QRect titleBar(frame.topLeft(), QSize(frame.width(), titleBarHeight));
-    const auto holds = [&titleBar](const QRect &area) { return canBeHeld(titleBar, area); };
-    if (areas.isEmpty() || std::ranges::any_of(areas, holds))
-        return frame.topLeft();
+    if (areas.isEmpty() || isWithin(frame, areas))
+        return frame;
     const auto distanceFromFrame = [&frame](const QRect &area) {
         return distance(area, frame.center());
     };
-    return within(*std::ranges::min_element(areas, {}, distanceFromFrame), frame);
+    const QRect area = *std::ranges::min_element(areas, {}, distanceFromFrame);
+    const QSize size = frame.size().boundedTo(area.size()).expandedTo(least);
+    return movedInto(area, QRect(frame.topLeft(), size));
 }

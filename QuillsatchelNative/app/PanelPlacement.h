@@ -1,19 +1,19 @@
 #pragma once
 
 #include <QList>
-#include <QPoint>
+#include <QRect>
 
-class QRect;
+class QSize;
 
-/// Where on the screens the user can take hold of a panel.
+/// Where a panel lies on the screens, in points.
 namespace PanelPlacement
 {
 
-/// The place nearest to that of `frame` at which its title bar, as wide as the frame and
-/// `titleBarHeight` high, can be taken hold of: where it is, if enough of the bar lies within one
-/// of `areas`, the free areas of the screens; otherwise wholly within the nearest of them, or at
-/// its top left if it does not fit. Among equally near areas the first counts. With no areas at
-/// all it stays.
-QPoint reachable(const QRect &frame, int titleBarHeight, const QList<QRect> &areas);
+/// The frame nearest to `frame` of which the user sees all: `frame` itself if it lies within
+/// `areas`, the free areas of the screens, even across several. Otherwise it moves into the nearest
+/// area, the first of equally near ones, and shrinks to fit, but never below `least`. What still
+/// does not fit is cut off at the right and at the bottom: the title bar stays in view. Without
+/// areas nothing changes.
+QRect inView(const QRect &frame, const QSize &least, const QList<QRect> &areas);
 
 } // namespace PanelPlacement

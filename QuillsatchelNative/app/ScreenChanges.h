@@ -17,6 +17,9 @@ public:
     /// Needs the QGuiApplication.
     explicit ScreenChanges(std::function<void()> onChange);
 
+    /// Tells once more when windows have settled too, as after a change.
+    void settle() { m_settling.start(); }
+
 private:
     void watch(const QScreen &screen);
 

@@ -28,7 +28,7 @@ protected:
     bool comesBack()
     {
         return QTest::qWaitFor([this] {
-            return screen().availableGeometry().contains(panel().windowHandle()->position());
+            return screen().availableGeometry().contains(panel().windowHandle()->geometry());
         });
     }
 };
@@ -150,6 +150,24 @@ TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
     EXPECT_EQ(editor(1).toPlainText().toStdString(), "bxyz");
     EXPECT_EQ(editor(1).textCursor().position(), 4);
     EXPECT_EQ(panel().focusWidget(), &editor(1));
+}
+
+TEST_F(FloatingPanelTest, IsStillZoomedWhenItComesBackAndReturnsToItsEarlierSize)
+{
+    const QRect before(20, 30, 450, 600);
+    panel().setGeometry(before);
+    panel().showMaximized();
+    settle();
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    panel().close();
+    EXPECT_FALSE(panel().isVisible());
+
+    delegate->showPanel();
+    settle();
+    EXPECT_TRUE(panel().isMaximized());
+    panel().showNormal();
+    settle();
+    EXPECT_EQ(panel().geometry(), before);
 }
 
 TEST_F(FloatingPanelTest, DoesNotEndTheProgramWhenItIsClosed)

@@ -6,68 +6,71 @@
 namespace
 {
 
-constexpr int TitleBarHeight = 28;
 constexpr QSize Size(430, 650);
+constexpr QSize Least(390, 420);
 constexpr QRect Left(0, 0, 1280, 1024);
 constexpr QRect Right(1280, 0, 1920, 1080);
 
-QPoint reachable(const QPoint &place, const QList<QRect> &areas, const QSize &size = Size)
+QRect inView(const QPoint &place, const QList<QRect> &areas, const QSize &size = Size)
 {
-    return PanelPlacement::reachable({ place, size }, TitleBarHeight, areas);
+    return PanelPlacement::inView({ place, size }, Least, areas);
 }
 
-TEST(PanelPlacementTest, LeavesThePanelOnEitherScreen)
+TEST(PanelPlacementTest, LeavesThePanelThatIsInViewOnEitherScreen)
 {
     for (const QPoint place :
          { QPoint(0, 0), QPoint(850, 374), QPoint(1280, 0), QPoint(2770, 430) })
-        EXPECT_EQ(reachable(place, { Left, Right }), place);
+        EXPECT_EQ(inView(place, { Left, Right }), QRect(place, Size));
 }
 
-TEST(PanelPlacementTest, LeavesAPanelWhoseTitleBarCanBeTakenHoldOf)
+TEST(PanelPlacementTest, LeavesThePanelThatIsInViewAcrossTwoScreens)
 {
-    for (const QPoint place : { QPoint(1200, 900), QPoint(-350, 500), QPoint(100, 1000) })
-        EXPECT_EQ(reachable(place, { Left }), place);
+    EXPECT_EQ(inView({ 1100, 300 }, { Left, Right }), QRect({ 1100, 300 }, Size));
+    EXPECT_EQ(inView({ 1100, 400 }, { Left, Right }), QRect({ 1280, 400 }, Size));
 }
 
-TEST(PanelPlacementTest, BringsBackAPanelOfWhichTooLittleIsInSight)
+TEST(PanelPlacementTest, MovesAPanelIntoViewOfWhichAnyPartIsOutOfSight)
 {
-    EXPECT_EQ(reachable({ 1201, 300 }, { Left }), QPoint(850, 300));
-    EXPECT_EQ(reachable({ -351, 300 }, { Left }), QPoint(0, 300));
-    EXPECT_EQ(reachable({ 300, 1011 }, { Left }), QPoint(300, 374));
+    EXPECT_EQ(inView({ 851, 300 }, { Left }), QRect({ 850, 300 }, Size));
+    EXPECT_EQ(inView({ -1, 300 }, { Left }), QRect({ 0, 300 }, Size));
+    EXPECT_EQ(inView({ 300, 375 }, { Left }), QRect({ 300, 374 }, Size));
+    EXPECT_EQ(inView({ 300, -1 }, { Left }), QRect({ 300, 0 }, Size));
+    EXPECT_EQ(inView({ 300, 0 }, { QRect(0, 30, 1280, 994) }), QRect({ 300, 30 }, Size));
 }
 
-TEST(PanelPlacementTest, BringsBackAPanelWhoseTitleBarAloneIsOutOfSight)
-{
-    EXPECT_EQ(reachable({ 300, -15 }, { Left }), QPoint(300, 0));
-    EXPECT_EQ(reachable({ 300, 0 }, { QRect(0, 30, 1280, 994) }), QPoint(300, 30));
-}
-
-TEST(PanelPlacementTest, BringsAPanelToTheNearestScreen)
+TEST(PanelPlacementTest, MovesAPanelToTheNearestScreen)
 {
     const QRect above(0, -1080, 1280, 1080);
-    EXPECT_EQ(reachable({ 3300, 300 }, { Left, Right }), QPoint(2770, 300));
-    EXPECT_EQ(reachable({ 1500, -900 }, { Left, above }), QPoint(850, -900));
-    EXPECT_EQ(reachable({ -2000, 200 }, { Right, Left }), QPoint(0, 200));
+    EXPECT_EQ(inView({ 3300, 300 }, { Left, Right }), QRect({ 2770, 300 }, Size));
+    EXPECT_EQ(inView({ 1500, -900 }, { Left, above }), QRect({ 850, -900 }, Size));
+    EXPECT_EQ(inView({ -2000, 200 }, { Right, Left }), QRect({ 0, 200 }, Size));
 }
 
-TEST(PanelPlacementTest, BringsAPanelToTheFirstOfEquallyNearScreens)
+TEST(PanelPlacementTest, MovesAPanelToTheFirstOfEquallyNearScreens)
 {
     const QRect west(-1999, 0, 500, 1000);
     const QRect east(1500, 0, 500, 1000);
     const QRect middle(-250, 100, 501, 600);
-    EXPECT_EQ(PanelPlacement::reachable(middle, TitleBarHeight, { east, west }), QPoint(1500, 100));
-    EXPECT_EQ(PanelPlacement::reachable(middle, TitleBarHeight, { west, east }),
-              QPoint(-1999, 100));
+    EXPECT_EQ(PanelPlacement::inView(middle, Least, { east, west }).topLeft(), QPoint(1500, 100));
+    EXPECT_EQ(PanelPlacement::inView(middle, Least, { west, east }).topLeft(), QPoint(-1999, 100));
 }
 
-TEST(PanelPlacementTest, KeepsTheTitleBarInSightWhereThePanelDoesNotFit)
+TEST(PanelPlacementTest, ShrinksAPanelToAScreenThatIsTooSmall)
 {
-    EXPECT_EQ(reachable({ 2000, 2000 }, { QRect(10, 20, 400, 500) }), QPoint(10, 20));
+    EXPECT_EQ(inView({ 425, -19 }, { QRect(0, 0, 1093, 614) }), QRect(425, 0, 430, 614));
+    EXPECT_EQ(inView({ 100, 0 }, { QRect(0, 27, 400, 500) }), QRect(0, 27, 400, 500));
+    EXPECT_EQ(inView({ 0, 0 }, { QRect(0, 0, 1920, 1080) }, { 2560, 1440 }),
+              QRect(0, 0, 1920, 1080));
+}
+
+TEST(PanelPlacementTest, KeepsTheLeastSizeAndTheTitleBarInView)
+{
+    EXPECT_EQ(inView({ 2000, 2000 }, { QRect(10, 20, 320, 400) }), QRect(10, 20, 390, 420));
 }
 
 TEST(PanelPlacementTest, LeavesThePanelWhileThereIsNoScreen)
 {
-    EXPECT_EQ(reachable({ 5000, 5000 }, {}), QPoint(5000, 5000));
+    EXPECT_EQ(inView({ 5000, 5000 }, {}), QRect({ 5000, 5000 }, Size));
 }
 
 } // namespace

@@ -16,14 +16,14 @@ class DesktopTest(unittest.TestCase):
     pictures = None
     maxDiff = None
 
-    def open_panel(self, tabs=None, active=0, environment=None):
+    def open_panel(self, tabs=None, active=0, environment=None, scale=1):
         """With no tabs given the program finds what is in its folder already. It gets `environment`
         besides the session's."""
         if tabs:
             self.session.clear_data()
             self.session.data_folder.mkdir(mode=0o700)
             self.library_file.write_bytes(library.encode(tabs, active))
-        self.panel = Panel(self.session, self.program, environment=environment)
+        self.panel = Panel(self.session, self.program, scale, environment)
         self.addCleanup(self.panel.end)
         return self.panel
 

@@ -14,6 +14,8 @@ RECORDING_XDG_OPEN = """#!/bin/sh
 printf '%s\\n' "$@" >>"$OPENED_ADDRESSES"
 """
 
+WINDOW_MANAGER = ("openbox", "--sm-disable")
+
 
 class Session:
     """Display, bus and window manager, and a compositor as long as one is wanted.
@@ -25,6 +27,7 @@ class Session:
         self._is_composited = is_composited
         self._screen = screen
         self._compositor = None
+        self._window_manager = None
 
     def __enter__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="desktop-test-"))
@@ -33,7 +36,7 @@ class Session:
         try:
             self._start_display()
             self._start_bus()
-            self._start_window_manager()
+            self.use_window_manager(*WINDOW_MANAGER)
             self.set_compositing(self._is_composited)
         except BaseException:
             self.__exit__()
@@ -126,9 +129,14 @@ class Session:
                          stdout=subprocess.PIPE, text=True)
         self._set("DBUS_SESSION_BUS_ADDRESS", bus.stdout.readline().strip())
 
-    def _start_window_manager(self):
-        self.start("openbox", "--sm-disable")
-        wait_for("a window manager", _has_window_manager)
+    def use_window_manager(self, *command):
+        """In place of the one that runs. Without a command there is none."""
+        if self._window_manager:
+            end(self._window_manager)
+            self._window_manager = None
+        if command:
+            self._window_manager = self.start(*command)
+            wait_for("a window manager", _has_window_manager)
 
 
 def has_window_named(name):
@@ -137,5 +145,4 @@ def has_window_named(name):
 
 
 def _has_window_manager():
-    count = ["xdotool", "get_num_desktops"]
-    return subprocess.run(count, capture_output=True).returncode == 0
+    return subprocess.run(["wmctrl", "-m"], capture_output=True).returncode == 0

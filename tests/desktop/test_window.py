@@ -5,6 +5,7 @@ import time
 
 from desktop_test import DesktopTest
 from library import known_id, node, tab
+from session import WINDOW_MANAGER
 from tray import StatusItem, Tray
 from waiting import wait_for, wait_for_value
 from x11 import (Point, Rect, WindowEvents, active_window, button_held, color_at, glide,
@@ -32,6 +33,32 @@ class WindowTest(DesktopTest):
     def await_frame(self, expected):
         wait_for_value("the panel's frame", expected, self.window.frame)
 
+    def settled_frame(self):
+        def frame_if_still():
+            frame = self.window.frame()
+            time.sleep(0.2)
+            return frame if self.window.frame() == frame else None
+
+        return wait_for("a frame that stays", frame_if_still)
+
+
+class TrayTest(WindowTest):
+    """The panel on a desktop whose tray brings it back."""
+
+    def setUp(self):
+        tray = Tray(self.session)
+        self.addCleanup(tray.end)
+        super().setUp()
+        self.item = StatusItem(self.panel.process_id)
+
+    def close(self):
+        self.panel.find("Close", "push button").press()
+        wait_for("nothing managed", lambda: self.window not in managed_windows())
+
+    def show(self):
+        self.item.activate()
+        wait_for("the panel in sight", self.window.is_in_sight)
+
 
 class OpeningTest(DesktopTest):
     def test_it_opens_in_the_middle_of_the_work_area_with_the_keyboard(self):
@@ -46,6 +73,29 @@ class OpeningTest(DesktopTest):
         self.assertEqual(frame.size, IDEAL_SIZE)
         self.assertAlmostEqual(frame.x, area.x + (area.width - frame.width) / 2, delta=1)
         self.assertAlmostEqual(frame.y, area.y + (area.height - frame.height) / 2, delta=1)
+
+    def test_it_is_as_high_as_a_screen_that_is_lower_than_its_usual_height(self):
+        self.expect_frame_on_screen((1280, 600), 1, (430, 600))
+        self.expect_frame_on_screen((1280, 720), 1.5, (430 * 1.5, 720))
+        self.expect_frame_on_screen((1280, 768), 1.25, (430 * 1.25, 768))
+
+    def test_its_title_bar_is_in_view_where_even_its_least_height_does_not_fit(self):
+        self.expect_frame_on_screen((1280, 400), 1, (430, 420))
+        self.expect_frame_on_screen((1280, 720), 2, (860, 840))
+
+    def expect_frame_on_screen(self, screen, scale, size):
+        """Within a pixel, which a fraction of a point may come to."""
+        add_monitor("low", Rect(0, 0, *screen), "screen", self.addCleanup)
+        panel = self.open_panel([tab("Prompts", id=known_id(1))], scale=scale)
+        frame = panel.window.frame()
+        panel.end()
+        remove_monitor("low")
+        with self.subTest(screen=screen, scale=scale):
+            self.assertEqual(frame.y, 0)
+            self.assertAlmostEqual(frame.x, (screen[0] - size[0]) / 2, delta=2)
+            self.assertAlmostEqual(frame.width, size[0], delta=1)
+            self.assertAlmostEqual(frame.height, size[1], delta=1)
+            self.assertLessEqual(frame.height, max(screen[1], 420 * scale))
 
 
 class PlaceTest(WindowTest):
@@ -116,13 +166,46 @@ class PlaceTest(WindowTest):
             self.await_frame(expected)
         self.assertEqual(self.settled_frame(), expected)
 
-    def settled_frame(self):
-        def frame_if_still():
-            frame = self.window.frame()
-            time.sleep(0.2)
-            return frame if self.window.frame() == frame else None
 
-        return wait_for("a frame that stays", frame_if_still)
+class ZoomTest(TrayTest):
+    def test_it_returns_to_its_earlier_frame_when_it_was_closed_meanwhile(self):
+        self.expect_frame_kept_by_zooming_and_closing(self.zoom)
+
+    def test_it_returns_to_its_earlier_frame_where_the_window_manager_forgets_it(self):
+        self.use_xfwm4()
+        self.expect_frame_kept_by_zooming_and_closing(self.zoom)
+
+    def test_it_returns_to_its_earlier_frame_when_it_was_zoomed_from_outside(self):
+        self.expect_frame_kept_by_zooming_and_closing(self.window.ask_to_be_maximized)
+
+    def test_it_returns_to_its_earlier_frame_where_it_hears_of_its_new_size_first(self):
+        self.use_xfwm4()
+        self.expect_frame_kept_by_zooming_and_closing(self.window.ask_to_be_maximized)
+
+    def expect_frame_kept_by_zooming_and_closing(self, zoom):
+        frame = Rect(120, 60, 440, 580)
+        self.window.ask_for_size(*frame.size)
+        self.window.ask_for_place(frame.x, frame.y)
+        self.await_frame(frame)
+
+        for _ in range(2):
+            zoom()
+            self.await_frame(work_area())
+            self.close()
+            self.show()
+            self.await_frame(work_area())
+            self.zoom()
+            self.await_frame(frame)
+        self.close()
+        self.show()
+        self.assertEqual(self.settled_frame(), frame)
+
+    def zoom(self):
+        self.panel.find("Zoom", "push button").press()
+
+    def use_xfwm4(self):
+        self.session.use_window_manager("xfwm4", "--compositor=off")
+        self.addCleanup(self.session.use_window_manager, *WINDOW_MANAGER)
 
 
 class StackingTest(WindowTest):
@@ -234,6 +317,54 @@ class ScreensTest(WindowTest):
 
     def await_on_left_monitor(self):
         self.await_frame(Rect(640 - IDEAL_SIZE[0], 200, *IDEAL_SIZE))
+
+
+class ShrinkingScreenTest(TrayTest):
+    SMALL = Rect(0, 0, 800, 600)
+    BOTTOM_RIGHT = Rect(1280 - 430, 1024 - 650, *IDEAL_SIZE)
+
+    def setUp(self):
+        super().setUp()
+        self.window.ask_for_place(self.BOTTOM_RIGHT.x, self.BOTTOM_RIGHT.y)
+        self.await_frame(self.BOTTOM_RIGHT)
+
+    def test_it_moves_and_shrinks_into_view(self):
+        self.shrink_screen()
+        self.await_moved_and_shrunk()
+
+    def test_it_moves_and_shrinks_into_view_while_it_is_hidden(self):
+        self.close()
+        self.shrink_screen()
+        self.show()
+        self.await_moved_and_shrunk()
+
+    def test_it_is_in_view_again_when_it_was_zoomed_meanwhile(self):
+        zoom = self.panel.find("Zoom", "push button")
+        zoom.press()
+        self.await_frame(work_area())
+        self.shrink_screen()
+        zoom.press()
+        self.await_moved_and_shrunk()
+
+    def test_showing_it_brings_it_into_view(self):
+        for action in (lambda: None, self.close):
+            self.window.ask_for_place(1100, 900)
+            self.await_frame(Rect(1100, 900, *IDEAL_SIZE))
+            action()
+            self.show()
+            self.await_frame(self.BOTTOM_RIGHT)
+
+    def shrink_screen(self):
+        add_monitor("small", self.SMALL, "screen", self.addCleanup)
+        time.sleep(0.5)  # for all that follows a change of the screens
+
+    def await_moved_and_shrunk(self):
+        """At the right of the screen, and as high as it is, perhaps without the bar of the tray."""
+        def is_in_place():
+            x, y, width, height = self.window.frame()
+            return (x, width, y + height) == (370, 430, 600) and 0 <= y < 40
+
+        wait_for("the panel in view", is_in_place)
 
 
 class CornersTest(WindowTest):

@@ -83,6 +83,9 @@ class Window:
     def ask_for_place(self, x, y):
         run("xdotool", "windowmove", self.number, x, y)
 
+    def ask_to_be_maximized(self):
+        run("wmctrl", "-i", "-r", hex(self.number), "-b", "add,maximized_vert,maximized_horz")
+
     def activate(self):
         run("wmctrl", "-i", "-a", hex(self.number))
 
