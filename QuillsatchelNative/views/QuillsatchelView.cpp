@@ -79,7 +79,9 @@ void QuillsatchelView::wire(PromptCard &card)
 {
     card.onText = [this, &card](const std::string &text) {
         m_store.updateBlock(card.blockID(), text);
-        m_nodeList->revealFocus(); // nobody types blindly into a node scrolled away
+        if (m_dictation.activeBlockID().get() == card.blockID())
+            m_dictation.stop();    // the user types now
+        m_nodeList->revealFocus(); // show where the text goes
     };
     card.onColor = [this, &card](BlockColor color) {
         m_store.setBlockColor(card.blockID(), color);
@@ -96,29 +98,45 @@ void QuillsatchelView::wire(PromptCard &card)
     };
 }
 
-void QuillsatchelView::dictate(const QUuid &id)
+const PromptBlock *QuillsatchelView::blockWith(const QUuid &id) const
 {
     const auto *const tab = m_store.activeTab();
     if (!tab)
-        return;
-    const auto block = std::ranges::find(tab->blocks, id, &PromptBlock::id);
-    if (block == tab->blocks.end())
-        return;
-    m_dictation.toggle(id, block->text,
-                       [this, id](const std::string &text) { m_store.updateBlock(id, text); });
+        return nullptr;
+    const auto found = std::ranges::find(tab->blocks, id, &PromptBlock::id);
+    return found == tab->blocks.end() ? nullptr : &*found;
 }
 
-// Words for a node that is gone, or in another tab, would be lost; and nobody is listened to
-// without seeing it.
+void QuillsatchelView::dictate(const QUuid &id)
+{
+    const auto *const block = blockWith(id);
+    if (!block)
+        return;
+    const std::string text = block->text;
+    m_dictation.toggle(id, text,
+                       [this, id](const std::string &dictated) { takeDictated(id, dictated); });
+    m_dictatedText = text; // only now: toggle commits the text of an earlier dictation
+}
+
+void QuillsatchelView::takeDictated(const QUuid &id, const std::string &text)
+{
+    const auto *const block = blockWith(id);
+    if (!block || block->text != m_dictatedText)
+        return; // dictation never replaces what the user entered
+    m_dictatedText = text;
+    m_store.updateBlock(id, text);
+    m_nodeList->render(); // immediately, so that the user's next edit starts from this text
+}
+
+// Stops the microphone when its words can no longer reach the node: the node is gone or in another
+// tab, or the user changed its text. A hidden panel never listens.
 void QuillsatchelView::endLostDictation()
 {
     const auto id = m_dictation.activeBlockID().get();
     if (!id)
         return;
-    const auto *const tab = m_store.activeTab();
-    const bool isThere =
-        tab && std::ranges::find(tab->blocks, *id, &PromptBlock::id) != tab->blocks.end();
-    if (!isThere || !isVisible())
+    const auto *const block = blockWith(*id);
+    if (!block || block->text != m_dictatedText || !isVisible())
         m_dictation.stop();
 }
 

@@ -11,6 +11,7 @@
 #include <QWidget>
 
 #include <optional>
+#include <string>
 
 class AboutCard;
 class LauncherSettingsCard;
@@ -52,7 +53,10 @@ protected:
 
 private:
     void wire(PromptCard &card);
+    /// The node of this id in the active tab; null if there is none.
+    const PromptBlock *blockWith(const QUuid &id) const;
     void dictate(const QUuid &id);
+    void takeDictated(const QUuid &id, const std::string &text);
     void endLostDictation();
     void addNode();
     void followFocus();
@@ -69,6 +73,7 @@ private:
     Platform &m_platform;
     int m_topInset;
     DictationController m_dictation;
+    std::string m_dictatedText; // what the dictated node holds until the user changes it
     RenderScheduler m_scheduler;
     TabStrip *m_tabStrip;
     NodeList *m_nodeList;

@@ -33,6 +33,9 @@ class Control:
     def text(self):
         return Atspi.Text.get_text(self._accessible, 0, -1)
 
+    def insert(self, place, text):
+        Atspi.EditableText.insert_text(self._accessible, place, text, len(text.encode()))
+
     @property
     def frame(self):
         extents = Atspi.Component.get_extents(self._accessible, Atspi.CoordType.SCREEN)

@@ -11,7 +11,7 @@ from desktop_test import DesktopTest
 from library import known_id, node, tab
 from sound import VirtualSound
 from waiting import wait_for, wait_for_value
-from x11 import type_text
+from x11 import press_keys, type_text
 
 SENTENCE = "suggest a better title for this article and summarize the following text"
 LAST_WORDS = "following text"
@@ -96,6 +96,37 @@ class DictationTest(SpeakingTest):
         self.assertLess(lengths[1], lengths[-1] - 3, texts)
         self.assertEqual(self.panel.node_texts(), [texts[-1], "other"])
         wait_for_value("the text in the file", texts[-1], self.saved_text)
+
+    def test_typing_while_speaking_ends_it_and_loses_nothing(self):
+        self.dictate()
+        voice = self.sound.say(SENTENCE)
+        editor = self.panel.editor(1, 2)
+        wait_for("the first words", lambda: editor.text != TITLE, SPEAKING_SECONDS)
+
+        editor.click()
+        press_keys("ctrl+End")
+        type_text("!")
+
+        self.panel.node(1, 2).find("Dictate", "push button")
+        self.expect_closed_microphone()
+        text = editor.text
+        self.assertRegex(text, f"^{TITLE} .+!$")
+        voice.wait()
+        self.assertEqual(editor.text, text)
+        wait_for_value("the text in the file", text, self.saved_text)
+
+    def test_an_edit_by_assistive_technology_ends_it(self):
+        self.dictate()
+        self.expect_said(LAST_WORDS)
+        editor = self.panel.editor(1, 2)
+        text = editor.text
+
+        editor.insert(0, "Said: ")
+
+        self.panel.node(1, 2).find("Dictate", "push button")
+        self.expect_closed_microphone()
+        self.assertEqual(editor.text, f"Said: {text}")
+        wait_for_value("the text in the file", f"Said: {text}", self.saved_text)
 
     def test_another_node_takes_the_microphone_over(self):
         self.dictate(1)

@@ -6,7 +6,8 @@
 #include <mutex>
 #include <optional>
 
-/// A main queue whose clock the test moves. Nothing runs but within `advance` and `runPending`.
+/// A main queue whose clock the test moves. Work runs only within `advance`, `runPending` and
+/// `runNext`.
 class ManualMainQueue final : public MainQueue
 {
 public:
@@ -34,6 +35,13 @@ public:
 
     /// Runs what is due already.
     void runPending() { advance({}); }
+
+    /// Runs the first work that is due, and nothing that it leads to.
+    void runNext()
+    {
+        if (const auto item = next(m_now))
+            item->run();
+    }
 
     /// `async` has taken work, on whatever thread, and is about to return.
     std::function<void()> onAsync = [] {};

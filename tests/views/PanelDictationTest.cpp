@@ -1,7 +1,12 @@
 #include "views/MessageLine.h"
 #include "views/PanelContentFixture.h"
 
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace
 {
@@ -22,12 +27,68 @@ protected:
 
     void understand(const std::string &words, bool isFinal = false)
     {
-        speech.deliver(speech.recognitions.size() - 1, SpeechRecognitionResult { words, isFinal });
+        deliver(words, isFinal);
         settle();
         settle(); // the view follows the model on the next turn
     }
 
     std::string shown(std::size_t index) const { return editor(index).toPlainText().toStdString(); }
+
+    void deliver(const std::string &words, bool isFinal = false)
+    {
+        speech.deliver(speech.recognitions.size() - 1, SpeechRecognitionResult { words, isFinal });
+    }
+
+    /// The first node, on the screen and in the model.
+    void expectToHold(const std::string &text)
+    {
+        settle();
+        settle();
+        EXPECT_EQ(shown(0), text);
+        EXPECT_EQ(blocks()[0].text, text);
+    }
+
+    struct Edit {
+        std::string name;
+        std::function<void()> perform;
+        std::string text;
+    };
+
+    void paste(const std::string &text)
+    {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+        Input::key(*view, Qt::Key_V, Qt::ControlModifier);
+    }
+
+    void selectAllAnd(Qt::Key command)
+    {
+        Input::key(*view, Qt::Key_A, Qt::ControlModifier);
+        Input::key(*view, command, Qt::ControlModifier);
+    }
+
+    /// Drops text behind the last character of the first node.
+    void drop(const std::string &text)
+    {
+        QMimeData data;
+        data.setText(QString::fromStdString(text));
+        auto *const window = view->windowHandle();
+        const QPoint place = Input::placeInWindow(editor(0), editor(0).rect().center());
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &enter);
+        QDropEvent dropped(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &dropped);
+        EXPECT_TRUE(dropped.isAccepted());
+    }
+
+    QAccessibleInterface &accessible() const
+    {
+        return *QAccessible::queryAccessibleInterface(&editor(0));
+    }
+
+    QAccessibleEditableTextInterface &editableText() const
+    {
+        return *accessible().editableTextInterface();
+    }
 
     MessageLine &messageLine() const { return *view->findChild<MessageLine *>(); }
 };
@@ -80,20 +141,136 @@ TEST_F(PanelDictationTest, StartsFromTheTextThatTheNodeHasNow)
     EXPECT_EQ(shown(0), "abc one");
 }
 
-TEST_F(PanelDictationTest, GivesBackWhatWasTypedMeanwhileByUndo)
+TEST_F(PanelDictationTest, EndsWithTheFirstLetterTypedAndKeepsBoth)
 {
     openView(Texts { "a" });
     dictate(0);
     understand("one");
     Input::click(editor(0));
     Input::key(*view, Qt::Key_End);
+    EXPECT_TRUE(speech.isEngineRunning) << "moving the cursor changes nothing";
     Input::type(*view, "!");
-    EXPECT_EQ(shown(0), "a one!");
+    EXPECT_FALSE(speech.isEngineRunning);
+    understand("one two");
+    expectToHold("a one!");
+    EXPECT_TRUE(Input::button(card(0), "Dictate"));
+    Input::type(*view, "?");
+    expectToHold("a one!?");
+    Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
+    Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
+    expectToHold("a");
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a");
+}
+
+TEST_F(PanelDictationTest, AppliesAnEditToTheLatestWords)
+{
+    openView(Texts { "a" });
+    dictate(0);
+    understand("one");
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End);
+    deliver("one two");
+    machine.mainQueue.runNext(); // the model has the words, the view is not drawn yet
+    Input::type(*view, "!");
+    settle();
+    expectToHold("a one two!");
+}
+
+TEST_F(PanelDictationTest, EndsWithAnyEdit)
+{
+    const std::vector<Edit> edits {
+        { "backspace", [this] { Input::key(*view, Qt::Key_Backspace); }, "a on" },
+        { "a new line", [this] { Input::key(*view, Qt::Key_Return, Qt::ShiftModifier); },
+          "a one\n" },
+        { "paste", [this] { paste("clip"); }, "a oneclip" },
+        { "cut", [this] { selectAllAnd(Qt::Key_X); }, "" },
+        { "undo", [this] { Input::key(*view, Qt::Key_Z, Qt::ControlModifier); }, "a" },
+        { "drop", [this] { drop("dropped"); }, "a onedropped" },
+        { "committed text", [] { Input::commit(QStringLiteral("\u4F60")); }, "a one\u4F60" },
+        { "the insert action of assistive technology",
+          [this] { editableText().insertText(5, QStringLiteral("x")); }, "a onex" },
+        { "their delete action", [this] { editableText().deleteText(0, 2); }, "one" },
+        { "their replace action", [this] { editableText().replaceText(0, 1, QStringLiteral("b")); },
+          "b one" },
+        { "their value",
+          [this] { accessible().setText(QAccessible::Value, QStringLiteral("new")); }, "new" },
+    };
+    for (const auto &edit : edits) {
+        SCOPED_TRACE(edit.name);
+        openView(Texts { "a" });
+        dictate(0);
+        understand("one");
+        Input::click(editor(0));
+        Input::key(*view, Qt::Key_End);
+        edit.perform();
+        EXPECT_FALSE(speech.isEngineRunning);
+        understand("one two");
+        expectToHold(edit.text);
+    }
+}
+
+TEST_F(PanelDictationTest, EndsWhenAnInputMethodBeginsToCompose)
+{
+    openView(Texts { "a" });
+    dictate(0);
+    understand("one");
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End);
+    QInputMethodEvent composing(QStringLiteral("ni"), {});
+    QApplication::sendEvent(&editor(0), &composing);
+    EXPECT_FALSE(speech.isEngineRunning);
+    understand("one two");
+    Input::commit(QStringLiteral("\u4F60"));
+    expectToHold("a one\u4F60");
+}
+
+TEST_F(PanelDictationTest, EndsWhenTheClipboardFillsTheNode)
+{
+    openView(Texts { "" });
+    dictate(0);
+    machine.pasteboard.contents = "clip";
+    press(card(0), "Paste");
+    settle();
+    EXPECT_FALSE(speech.isEngineRunning);
+    understand("one");
+    expectToHold("clip");
+}
+
+TEST_F(PanelDictationTest, ContinuesWhenThereIsNothingToPaste)
+{
+    openView(Texts { "" });
+    dictate(0);
+    press(card(0), "Paste");
+    understand("one");
+    expectToHold("one");
+}
+
+TEST_F(PanelDictationTest, KeepsWhatIsTypedBeforeTheMicrophoneIsOpen)
+{
+    openView(Texts { "a" });
+    press(card(0), "Dictate");
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End);
+    Input::type(*view, "b");
+    speech.answer(0);
+    settle();
+    settle();
+    EXPECT_FALSE(speech.isEngineRunning);
+    expectToHold("ab");
+}
+
+TEST_F(PanelDictationTest, ContinuesWhileTheUserTypesElsewhere)
+{
+    openView(Texts { "a", "b" });
+    dictate(0);
+    understand("one");
+    Input::click(editor(1));
+    Input::key(*view, Qt::Key_End);
+    Input::type(*view, "!");
     understand("one two");
     EXPECT_EQ(shown(0), "a one two");
-    Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(shown(0), "a one!");
-    EXPECT_EQ(blocks()[0].text, "a one!");
+    EXPECT_EQ(shown(1), "b!");
 }
 
 TEST_F(PanelDictationTest, MovesOnToAnotherNode)
