@@ -22,6 +22,16 @@ constexpr QSize FrameSize(44, 24);
 constexpr QSize GlyphSize(24, 9);
 constexpr qreal MinimumDistance = 4;
 
+/// The vector between two places in the window, in points. Places are pixels divided by the scale:
+/// the quotients have rounding errors, so that 36 pixels at a scale of 1.5 could be less than 24
+/// points.
+QPointF distance(const QPointF &from, const QPointF &to)
+{
+    constexpr qreal StepsPerPoint = 4096;
+    const auto exact = [](qreal points) { return std::round(points * StepsPerPoint) / StepsPerPoint; };
+    return { exact(to.x() - from.x()), exact(to.y() - from.y()) };
+}
+
 QPoint glyphPlace()
 {
     return { 0, (FrameSize.height() - GlyphSize.height()) / 2 };
@@ -82,26 +92,26 @@ void DragHandle::addStep(const QString &name, int step)
 void DragHandle::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        m_pressedAt = event->globalPosition();
+        m_pressedAt = event->scenePosition();
 }
 
 void DragHandle::mouseMoveEvent(QMouseEvent *event)
 {
     if (!m_pressedAt)
         return;
-    const QPointF distance = event->globalPosition() - *m_pressedAt;
-    if (!m_isDragging && std::hypot(distance.x(), distance.y()) < MinimumDistance)
+    const QPointF moved = distance(*m_pressedAt, event->scenePosition());
+    if (!m_isDragging && std::hypot(moved.x(), moved.y()) < MinimumDistance)
         return;
     if (!std::exchange(m_isDragging, true))
         grabKeyboard(); // for Escape: the mouse leaves the focus where it is
-    setTranslation(distance.y());
+    setTranslation(moved.y());
 }
 
 void DragHandle::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || !m_pressedAt)
         return;
-    const qreal height = event->globalPosition().y() - m_pressedAt->y();
+    const qreal height = distance(*m_pressedAt, event->scenePosition()).y();
     const bool wasDragging = m_isDragging;
     endDrag();
     if (wasDragging)

@@ -37,7 +37,8 @@ private:
     void setTranslation(qreal translation);
     void endDrag();
 
-    std::optional<QPointF> m_pressedAt; // global; while the button is down
+    // In the window, while the button is down. Qt rounds global places to whole points.
+    std::optional<QPointF> m_pressedAt;
     bool m_isDragging = false;
     QPointer<QWidget> m_glyph; // what follows the pointer; a sibling of the card, so not cut off
 };

@@ -5,7 +5,7 @@ import time
 from desktop_test import DesktopTest
 from library import known_id, node, tab
 from waiting import wait_for, wait_for_value
-from x11 import (button_held, clipboard, glide, press_keys, set_clipboard, type_text)
+from x11 import (Point, button_held, clipboard, glide, press_keys, set_clipboard, type_text)
 
 COLOR_TITLES = ["None", "Red", "Orange", "Yellow", "Green", "Blue", "Purple", "Pink"]
 COPIED_MARK_SECONDS = 1.4
@@ -102,6 +102,30 @@ class NodesTest(DesktopTest):
 
         panel.find("New Node").click()
         self.expect_saved(tab("Prompts", one, two, node(), id=known_id(1)))
+
+    def test_a_drag_counts_from_24_points_at_every_scale(self):
+        one, two = node("1", id=known_id(2)), node("2", id=known_id(3))
+        for scale, pixels in (1, 24), (1.5, 36), (2, 48):
+            self.open_panel([tab("Prompts", one, two, id=known_id(1))],
+                            environment={"QT_SCALE_FACTOR": str(scale)})
+            for offset in range(3):  # at 1.5, each begins at another third of a point
+                with self.subTest(scale=scale, offset=offset):
+                    self.drag_first_node(scale, offset, pixels - 1)
+                    self.drag_first_node(scale, offset, pixels)
+                    self.expect_order("2", "1")
+                    self.drag_first_node(scale, offset, pixels)
+                    self.expect_order("1", "2")
+            self.panel.end()
+
+    def drag_first_node(self, scale, offset, pixels):
+        handle = self.panel.node(1, 2).find("Drag node to reorder").frame.center
+        start = Point(round(handle.x * scale), round(handle.y * scale) + offset)
+        with button_held(start):
+            glide(start, 0, pixels)
+
+    def expect_order(self, *texts):
+        wait_for_value("the nodes' order", list(texts), lambda: [
+            self.panel.editor(number, len(texts)).text for number in range(1, len(texts) + 1)])
 
     def test_copy_gives_the_text_and_says_so_for_1_4_seconds(self):
         panel = self.open_panel([tab("Prompts", node("to be copied", id=known_id(2)),

@@ -52,6 +52,33 @@ inline void doubleClick(QWidget &widget)
                        placeInWindow(widget, widget.rect().center()));
 }
 
+/// What the window system tells of the pointer, which may be between two points of the screen.
+inline void pointer(QWidget &widget, QEvent::Type type, const QPointF &place,
+                    Qt::MouseButton button, Qt::MouseButtons buttons)
+{
+    auto *const window = widget.window()->windowHandle();
+    const QPointF inWindow = QPointF(placeInWindow(widget, {})) + place;
+    qt_handleMouseEvent(window, inWindow, window->mapToGlobal(inWindow), buttons, button, type, {},
+                        ++QTest::lastMouseTimestamp);
+    QApplication::processEvents();
+}
+
+/// A double click that has the program do something between its two presses.
+inline void doubleClick(QWidget &widget, const std::function<void()> &between)
+{
+    const QPoint place = placeInWindow(widget, widget.rect().center());
+    auto &window = *widget.window();
+    const auto press = [&window, &place] {
+        pointer(window, QEvent::MouseButtonPress, place, Qt::LeftButton, Qt::LeftButton);
+        pointer(window, QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton);
+    };
+    QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval; // no part of an earlier one
+    press();
+    between();
+    press();
+    QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval;
+}
+
 inline void press(QWidget &widget, const QPoint &place)
 {
     QTest::mousePress(widget.window()->windowHandle(), Qt::LeftButton, {},

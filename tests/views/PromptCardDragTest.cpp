@@ -2,8 +2,9 @@
 #include "views/Picture.h"
 #include "views/PromptCardFixture.h"
 
-#include <QMouseEvent>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace
 {
@@ -21,11 +22,10 @@ protected:
     void send(QEvent::Type type, const QPointF &distance, Qt::MouseButton button,
               Qt::MouseButtons buttons)
     {
-        const QPointF place = QPointF(10, 12) + distance;
-        QMouseEvent event(type, place, handle().mapToGlobal(QPoint()) + place, button, buttons, {});
-        // Past QApplication, which knows whole points only.
-        static_cast<QObject &>(handle()).event(&event);
+        Input::pointer(handle(), type, start + distance, button, buttons);
     }
+
+    QPointF start { 10, 12 };
 
     void press() { send(QEvent::MouseButtonPress, {}, Qt::LeftButton, Qt::LeftButton); }
 
@@ -89,6 +89,36 @@ TEST_F(PromptCardDragTest, DoesNothingForLessThanTwentyFourPoints)
     EXPECT_EQ(reports, Reports());
     drag({ 0, 24.0 });
     EXPECT_EQ(reports, Reports({ "reorder 1" }));
+}
+
+TEST_F(PromptCardDragTest, MeasuresBetweenPointsOfTheScreenWhereverItBegins)
+{
+    for (int eighth = 0; eighth < 8; ++eighth) {
+        start = { 10, 8 + eighth / 8.0 };
+        reports.clear();
+        drag({ 0, 23.5 });
+        drag({ 0, -23.5 });
+        EXPECT_EQ(reports, Reports()) << eighth;
+        drag({ 0, 24 });
+        drag({ 0, -24 });
+        EXPECT_EQ(reports, Reports({ "reorder 1", "reorder -1" })) << eighth;
+    }
+}
+
+/// Whole pixels, as X11 tells them.
+TEST_F(PromptCardDragTest, NeedsThePixelsOfTwentyFourPointsAtEveryScale)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0 }) {
+        const int enough = static_cast<int>(std::ceil(24 * scale));
+        for (int pixel = 0; pixel < 12; ++pixel) {
+            start = { 10, (10 * scale + pixel) / scale };
+            reports.clear();
+            drag({ 0, (enough - 1) / scale });
+            EXPECT_EQ(reports, Reports()) << scale << ", pixel " << pixel;
+            drag({ 0, enough / scale });
+            EXPECT_EQ(reports, Reports({ "reorder 1" })) << scale << ", pixel " << pixel;
+        }
+    }
 }
 
 TEST_F(PromptCardDragTest, NeverReordersByAHorizontalDrag)
