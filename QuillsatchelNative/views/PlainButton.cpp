@@ -2,8 +2,11 @@
 
 #include "views/Painting.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QStyleHints>
 
 namespace
 {
@@ -54,4 +57,18 @@ void PlainButton::keyReleaseEvent(QKeyEvent *event)
 {
     if (!isReturn(*event))
         QAbstractButton::keyReleaseEvent(event);
+}
+
+void PlainButton::mousePressEvent(QMouseEvent *event)
+{
+    m_pressedAt = event->timestamp();
+    QAbstractButton::mousePressEvent(event);
+}
+
+void PlainButton::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const auto interval =
+        static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    if (m_pressedAt && event->timestamp() - *m_pressedAt <= interval)
+        QAbstractButton::mouseDoubleClickEvent(event);
 }

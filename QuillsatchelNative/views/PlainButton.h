@@ -2,9 +2,12 @@
 
 #include <QAbstractButton>
 
+#include <optional>
+
 /// What all buttons of the panel have in common: the keyboard reaches them (a click does not take
 /// the focus from the text), Return presses them as Space does, and hovering, pressing and focus
-/// are seen. What a button looks like is its subclass's `paintContent`.
+/// are visible. A double click whose first press hit something else does not press the button: the
+/// first press may have moved the button under the pointer. Subclasses draw in `paintContent`.
 class PlainButton : public QAbstractButton
 {
     Q_OBJECT
@@ -27,4 +30,9 @@ protected:
     void paintEvent(QPaintEvent *event) final;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+
+private:
+    std::optional<quint64> m_pressedAt; // timestamp of the last mouse press, in milliseconds
 };

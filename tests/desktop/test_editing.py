@@ -187,6 +187,16 @@ class NodesTest(DesktopTest):
         wait_for_value("what is left", "kept", lambda: panel.editor(1, 1).text)
         self.expect_saved(tab("Prompts", kept, id=known_id(1)))
 
+    def test_a_double_click_on_the_trash_deletes_one_node(self):
+        nodes = [node(str(number), id=known_id(number + 1)) for number in range(1, 5)]
+        panel = self.open_panel([tab("Prompts", *nodes, id=known_id(1))])
+
+        panel.node(1, 4).find("Delete node", "push button").click(times=2)
+
+        wait_for_value("what is left", "2", lambda: panel.editor(1, 3).text)
+        panel.find("New Node", "push button").press()  # seen only after the second press
+        self.expect_saved(tab("Prompts", *nodes[1:], node(), id=known_id(1)))
+
     def test_text_beyond_ascii_comes_and_goes_through_the_clipboard(self):
         text = "Grüße, \u0436\u0443\u043a, \u65e5\u672c\u8a9e, \U0001f98a, e\u0301, " \
                "fixed\u00a0space, 1\u20442, \\ / \"\nend\u2028"

@@ -97,6 +97,43 @@ TEST_F(QuillsatchelViewTest, DeletesANodeAtOnce)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "b");
 }
 
+TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClick)
+{
+    openView(Texts { "a", "b", "c" });
+    Input::doubleClick(*Input::button(card(0), "Delete node"), [this] { settle(); });
+    settle();
+    ASSERT_EQ(blocks().size(), 2U);
+    EXPECT_EQ(blocks()[0].text, "b");
+    press(card(0), "Delete node");
+    ASSERT_EQ(blocks().size(), 1U);
+    EXPECT_EQ(blocks()[0].text, "c");
+}
+
+TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClickThatIsFasterThanTheDrawing)
+{
+    openView(Texts { "a", "b" });
+    Input::doubleClick(*Input::button(card(0), "Delete node"), [] {});
+    settle();
+    ASSERT_EQ(blocks().size(), 1U);
+    EXPECT_EQ(blocks()[0].text, "b");
+}
+
+TEST_F(QuillsatchelViewTest, DoesNotDictateOnADoubleClickOnPaste)
+{
+    openView(Texts { "" });
+    machine.pasteboard.contents = "clip";
+    Input::doubleClick(*Input::button(card(0), "Paste"), [this] { settle(); });
+    EXPECT_EQ(blocks()[0].text, "clip");
+    EXPECT_TRUE(machine.speech.questions.empty());
+}
+
+TEST_F(QuillsatchelViewTest, AddsTwoNodesWithADoubleClick)
+{
+    openView(Texts {});
+    Input::doubleClick(*Input::button(*view, "New Node"), [this] { settle(); });
+    EXPECT_EQ(blocks().size(), 2U);
+}
+
 TEST_F(QuillsatchelViewTest, MovesANodeByADrag)
 {
     openView(Texts { "a", "b", "c" });
