@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace
@@ -104,6 +105,7 @@ void NodeList::placeCards()
         if (slot.row)
             slot.card->setGeometry(cardGeometry(*slot.row));
     }
+    orderCards();
     if (rowLeft)
         focusRow(*rowLeft);
     prepareNearbyLater();
@@ -167,6 +169,17 @@ void NodeList::showRow(Row row)
     renderSlot(slot);
 }
 
+// The accessibility tree lists children in stacking order. Cards never overlap, so that order is
+// free to be the order of the rows. A card that is in its place already is not touched.
+void NodeList::orderCards()
+{
+    QWidget *next = m_scrollBar;
+    for (const auto &slot : shownSlots() | std::views::reverse) {
+        slot.card->stackUnder(next);
+        next = slot.card;
+    }
+}
+
 void NodeList::renderSlot(Slot &slot)
 {
     const auto &all = blocks();
@@ -200,6 +213,7 @@ void NodeList::prepareNearby()
         if (slotAt(row))
             continue;
         showRow(row);
+        orderCards();
         break;
     }
     prepareNearbyLater();
@@ -218,7 +232,6 @@ NodeList::Slot &NodeList::freeSlot()
         return *found;
     auto *const card = new PromptCard(this);
     m_wireCard(*card);
-    card->stackUnder(m_scrollBar);
     return m_slots.emplace_back(Slot { card, std::nullopt });
 }
 
@@ -253,14 +266,20 @@ void NodeList::focusRow(Row row)
         FocusOrder::stopsIn(*slot->card).front()->setFocus(Qt::TabFocusReason);
 }
 
-QList<QWidget *> NodeList::focusStops() const
+/// Those that show a row, top to bottom.
+std::vector<NodeList::Slot> NodeList::shownSlots() const
 {
     std::vector<Slot> shown;
     std::ranges::copy_if(m_slots, std::back_inserter(shown),
                          [](const Slot &slot) { return slot.row.has_value(); });
     std::ranges::sort(shown, {}, &Slot::row);
+    return shown;
+}
+
+QList<QWidget *> NodeList::focusStops() const
+{
     QList<QWidget *> stops;
-    for (const auto &slot : shown)
+    for (const auto &slot : shownSlots())
         stops += FocusOrder::stopsIn(*slot.card);
     return stops;
 }
@@ -289,6 +308,7 @@ void NodeList::revealFocus()
         showRow(row - 1);
     if (row + 1 < static_cast<Row>(blocks().size()))
         showRow(row + 1);
+    orderCards();
 }
 
 void NodeList::reveal(Row row)

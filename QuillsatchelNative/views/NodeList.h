@@ -63,10 +63,12 @@ private:
     std::optional<Row> followRows(const Rows &nearby);
     std::optional<Row> findRow(const Slot &slot, const Rows &nearby) const;
     void showRow(Row row);
+    void orderCards();
     void renderSlot(Slot &slot);
     void prepareNearbyLater();
     void prepareNearby();
 
+    std::vector<Slot> shownSlots() const;
     Slot *slotAt(Row row);
     Slot &freeSlot();
     bool hasFocusIn(const Slot &slot) const;

@@ -47,11 +47,15 @@ class Control:
         return self._accessible.get_state_set().contains(state_type)
 
     def press(self):
+        self.perform(*PRESSING_ACTIONS)
+
+    def perform(self, *names):
+        """Does the first of the control's actions that has one of these names."""
         for index in range(Atspi.Action.get_n_actions(self._accessible)):
-            if Atspi.Action.get_action_name(self._accessible, index) in PRESSING_ACTIONS:
+            if Atspi.Action.get_action_name(self._accessible, index) in names:
                 Atspi.Action.do_action(self._accessible, index)
                 return
-        raise AssertionError(f"{self} cannot be pressed")
+        raise AssertionError(f"{self} has no action {' or '.join(names)}")
 
     def grab_focus(self):
         Atspi.Component.grab_focus(self._accessible)

@@ -92,6 +92,25 @@ class NodesTest(DesktopTest):
         self.assertEqual(panel.editor(3, 4).text, "1")
         self.expect_saved(tab("Prompts", two, three, one, four, id=known_id(1)))
 
+    def test_a_screen_reader_finds_the_nodes_in_their_order(self):
+        nodes = [node(text, id=known_id(number)) for number, text in enumerate("abcd", start=2)]
+        panel = self.open_panel([tab("Prompts", *nodes, id=known_id(1))])
+
+        self.move(1, "Move Down")
+        wait_for_value("the order of the tree", ["b", "a", "c"], self.leading_texts)
+        panel.node(1, 4).find("Delete node", "push button").press()
+        wait_for_value("the order of the tree", ["a", "c", "d"], self.leading_texts)
+        self.move(3, "Move Up", count=3)
+        wait_for_value("the order of the tree", ["a", "d", "c"], self.leading_texts)
+        self.assertEqual([name for name in panel.names_of("panel") if name.startswith("Node ")],
+                         ["Node 1 of 3", "Node 2 of 3", "Node 3 of 3"])
+
+    def leading_texts(self):
+        return self.panel.node_texts()[:3]
+
+    def move(self, number, direction, count=4):
+        self.panel.node(number, count).find("Drag node to reorder").perform(direction)
+
     def test_a_drag_that_ends_near_its_start_moves_nothing(self):
         one, two = node("1", id=known_id(2)), node("2", id=known_id(3))
         panel = self.open_panel([tab("Prompts", one, two, id=known_id(1))])

@@ -111,6 +111,21 @@ protected:
             EXPECT_EQ(Input::spokenName(card),
                       "Node " + std::to_string(row + 1) + " of " + std::to_string(blocks().size()));
         }
+        expectTreeInOrder();
+    }
+
+    /// The accessibility tree lists the cards top to bottom.
+    void expectTreeInOrder() const
+    {
+        std::vector<int> tops;
+        auto *const tree = QAccessible::queryAccessibleInterface(list);
+        for (int index = 0; index < tree->childCount(); ++index) {
+            auto *const child = tree->child(index);
+            if (child->role() == QAccessible::Grouping && !child->state().invisible)
+                tops.push_back(child->rect().top());
+        }
+        EXPECT_GE(tops.size(), cardsInSight().size());
+        EXPECT_TRUE(std::ranges::is_sorted(tops));
     }
 
     static constexpr int Height = 500;
