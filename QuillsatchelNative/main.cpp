@@ -10,9 +10,8 @@
 #include "platform/desktop/StartupEnvironment.h"
 #include "platform/desktop/TerminalDetachment.h"
 #include "platform/desktop/TerminationSignals.h"
-#include "support/WholeFile.h"
-
-#include <QFile>
+#include "support/FilePath.h"
+#include "support/UnfinishedFile.h"
 
 #include <cstdlib>
 
@@ -20,7 +19,7 @@ int main(int argc, char *argv[])
 {
     const TerminalDetachment terminalDetachment;
     const QString folder = prepareApplicationFolder(StandardFileLocations());
-    SingleInstance instance(QFile::encodeName(folder).toStdString());
+    SingleInstance instance(FilePath::native(folder));
     const auto outcome = instance.start(StartupEnvironment::token());
     if (outcome != SingleInstance::Outcome::first)
         return outcome == SingleInstance::Outcome::handedOver ? EXIT_SUCCESS : EXIT_FAILURE;
@@ -32,7 +31,7 @@ int main(int argc, char *argv[])
     PanelApplication::setDesktopFileName(QStringLiteral("example.quillsatchel.Quillsatchel"));
     if (instance.ownsFolder())
         for (const auto *const name : { "", "/Favicons" })
-            WholeFile::removeUnfinished(folder + QLatin1String(name));
+            UnfinishedFile::removeLeftovers(FilePath::native(folder + QLatin1String(name)));
 
     const TerminationSignals terminationSignals;
     StandardFileLocations fileLocations(&instance);

@@ -10,10 +10,10 @@
 #include <type_traits>
 #include <utility>
 
-/// A file that the program reads once, keeps in memory, and replaces whole at each save. What was
-/// in it is never lost because it could not be read: the bytes of an unreadable file, or of one
-/// that has come since, as from a disk that was not there yet, are kept beside it, as
-/// `NAME.unreadable`, before the first save takes its place.
+/// A file that the program reads once, keeps in memory, and replaces whole at each save. A file
+/// that could not be read is never lost: before the first save takes its place, its bytes are kept
+/// beside it as `NAME.unreadable` (see RescueCopy). The same holds for a file that appears after
+/// the start, for example on a disk that was not mounted yet.
 class DocumentFile
 {
 public:
@@ -44,6 +44,7 @@ public:
 
 private:
     std::optional<QByteArray> readBytes() const;
+    bool keepUnreadFile();
 
     QString m_path;
     std::function<bool()> m_mayWrite;

@@ -21,18 +21,12 @@ inline constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024;
 std::optional<QByteArray> read(const QString &path, qint64 maximumSize = MaximumSize);
 
 /// Puts what `write` gives its sink at `path` in one step: a crash leaves either the old file or
-/// the new one. A new file is for its owner only (0600), an old one keeps its permissions, and a
-/// link stays a link. False, with the old file untouched, if it cannot be done, and where what is
-/// there is no regular file.
+/// the new one. A new file is for its owner only (0600). An old one keeps its permissions and, as
+/// far as the user may give files away, its owner and group. A link stays a link. A mount point is
+/// overwritten instead: see MountedFile.
+///
+/// False, with the old file untouched, if it cannot be done, and where what is there is no regular
+/// file.
 bool replace(const QString &path, const std::function<void(const ByteSink &)> &write);
-
-/// Removes the temporary files that `replace` left where it was killed: those in the folder, and
-/// those of the files that links in it lead to. Nobody may be about to replace a file there.
-void removeUnfinished(const QString &folder);
-
-/// Keeps the regular file at `path`, byte for byte, as `keptPath` too, replacing what was there.
-/// True also where nothing is at `path`; false, with what was there untouched, if it could not be
-/// kept.
-bool keep(const QString &path, const QString &keptPath);
 
 } // namespace WholeFile

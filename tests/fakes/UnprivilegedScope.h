@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <exception>
 #include <filesystem>
+#include <grp.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -11,13 +12,15 @@
 class UnprivilegedScope
 {
 public:
-    explicit UnprivilegedScope(const std::filesystem::path &folder)
+    /// The user is in `group` too.
+    explicit UnprivilegedScope(const std::filesystem::path &folder, gid_t group = Nobody)
     {
         if (!m_isRoot)
             return;
-        give(folder);
+        give(folder, Nobody);
         for (const auto &entry : std::filesystem::recursive_directory_iterator(folder))
-            give(entry.path());
+            give(entry.path(), Nobody);
+        check(setgroups(1, &group));
         // The saved ids stay root's: they are the way back.
         check(setresgid(Nobody, Nobody, 0));
         check(setresuid(Nobody, Nobody, 0));
@@ -28,16 +31,29 @@ public:
 
     ~UnprivilegedScope()
     {
-        if (m_isRoot && (setresuid(0, 0, 0) != 0 || setresgid(0, 0, 0) != 0))
+        if (m_isRoot &&
+            (setresuid(0, 0, 0) != 0 || setresgid(0, 0, 0) != 0 || setgroups(0, nullptr) != 0))
             std::terminate();
+    }
+
+    /// Gives a file or folder to a second ordinary user. False where root does not run the tests.
+    bool giveToAnother(const std::filesystem::path &path) const
+    {
+        if (!m_isRoot)
+            return false;
+        check(seteuid(0));
+        give(path, Another);
+        check(seteuid(Nobody));
+        return true;
     }
 
 private:
     static constexpr unsigned Nobody = 65534;
+    static constexpr unsigned Another = 65533;
 
-    static void give(const std::filesystem::path &path)
+    static void give(const std::filesystem::path &path, unsigned user)
     {
-        check(lchown(path.c_str(), Nobody, Nobody));
+        check(lchown(path.c_str(), user, user));
     }
 
     static void check(int result)

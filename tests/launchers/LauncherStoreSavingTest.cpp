@@ -175,12 +175,14 @@ TEST_F(LauncherStoreSavingTest, KeepsNoValidOrMissingFileAside)
 TEST_F(LauncherStoreSavingTest, DoesNotOverwriteAnUnreadableFileUntilItCanBeKept)
 {
     writeFile(Unreadable);
-    TestFiles::write(kept / "in the way", "");
+    store();
+    const UnprivilegedScope scope(scratch());
+    TestFiles::setMode(folder, 0500);
     EXPECT_TRUE(store().setWebsite("example.com", 0));
     EXPECT_EQ(fileText(), Unreadable);
     EXPECT_TRUE(item(0));
 
-    fs::remove_all(kept);
+    TestFiles::setMode(folder, 0700);
     store().clear(1);
     EXPECT_EQ(TestFiles::read(kept), Unreadable);
     EXPECT_TRUE(isSaved());

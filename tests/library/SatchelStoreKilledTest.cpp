@@ -3,7 +3,7 @@
 #include "library/ExampleLibrary.h"
 #include "library/SatchelStore.h"
 #include "library/SatchelStoreFixture.h"
-#include "support/WholeFile.h"
+#include "support/UnfinishedFile.h"
 
 #include <gtest/gtest.h>
 
@@ -103,7 +103,7 @@ TEST_F(SatchelStoreKilledTest, KeepsAWholeLibraryEveryTime)
         saves += *saved - version;
         version = *saved;
         left += static_cast<int>(std::distance(fs::directory_iterator(folder), {})) - 1;
-        WholeFile::removeUnfinished(QString::fromStdString(folder));
+        UnfinishedFile::removeLeftovers(folder);
         ASSERT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << "something is left over";
     }
     RecordProperty("saves", saves);

@@ -50,13 +50,14 @@ TEST_F(SatchelStoreUnreadableFileTest, IsKeptWithOneFaultInALibrary)
     EXPECT_EQ(TestFiles::read(copy), text);
 }
 
-TEST_F(SatchelStoreUnreadableFileTest, IsKeptInPlaceOfAnOlderCopy)
+TEST_F(SatchelStoreUnreadableFileTest, IsKeptBesideAnOlderCopy)
 {
-    TestFiles::write(copy, "an older copy that is longer than the newer one, by far");
+    TestFiles::write(copy, "an older copy");
     writeFile(Unreadable);
     SatchelStore store(machine.platform);
     changeAndSave(store);
-    EXPECT_EQ(TestFiles::read(copy), Unreadable);
+    EXPECT_EQ(TestFiles::read(copy), "an older copy");
+    EXPECT_EQ(TestFiles::read(folder / "prompts.json.unreadable-2"), Unreadable);
 }
 
 TEST_F(SatchelStoreUnreadableFileTest, IsKeptOnlyOnce)
@@ -144,20 +145,21 @@ TEST_F(SatchelStoreUnreadableFileTest, IsKeptWithoutPermissionToReadIt)
 TEST_F(SatchelStoreUnreadableFileTest, IsNotOverwrittenUntilItCanBeKept)
 {
     writeFile(Unreadable);
-    TestFiles::write(copy / "in the way", "");
+    const UnprivilegedScope scope(machine.directory.path().toStdString());
     SatchelStore store(machine.platform);
+    TestFiles::setMode(folder, 0500);
     changeAndSave(store);
     changeAndSave(store);
     EXPECT_EQ(fileText(), Unreadable);
     EXPECT_EQ(store.tabs().get().size(), 3U);
 
-    fs::remove_all(copy);
+    TestFiles::setMode(folder, 0700);
     changeAndSave(store);
     EXPECT_EQ(TestFiles::read(copy), Unreadable);
     EXPECT_EQ(savedDocument(), documentOf(store));
 }
 
-TEST_F(SatchelStoreUnreadableFileTest, IsKeptAgainWhereTheSaveFailedAfterKeepingIt)
+TEST_F(SatchelStoreUnreadableFileTest, StaysKeptWhereTheSaveFailedAfterKeepingIt)
 {
     writeFile(Unreadable);
     const UnprivilegedScope scope(machine.directory.path().toStdString());

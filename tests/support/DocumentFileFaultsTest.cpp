@@ -1,15 +1,10 @@
 // What can befall the files of both stores, and what becomes of them then. In all of it memory
 // keeps what the user has, and nothing on the disk is lost.
 
-#include "fakes/FakeApplicationChooser.h"
-#include "fakes/FakePlatform.h"
 #include "fakes/FileSizeLimit.h"
 #include "fakes/TestFiles.h"
 #include "fakes/UnprivilegedScope.h"
-#include "launchers/ExampleLaunchers.h"
-#include "launchers/LauncherStore.h"
-#include "library/ExampleLibrary.h"
-#include "library/SatchelStore.h"
+#include "support/DocumentFileFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -19,11 +14,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
-#include <ostream>
 #include <string>
 #include <string_view>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -35,208 +27,33 @@ namespace
 {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
-/// A store, as far as it has a file.
-class StartedStore
+void makeSocket(const fs::path &file)
 {
-public:
-    StartedStore() = default;
-    StartedStore(const StartedStore &) = delete;
-    StartedStore &operator=(const StartedStore &) = delete;
-    virtual ~StartedStore() = default;
-
-    /// Makes one change, each time another, and has it saved.
-    virtual void changeAndSave() = 0;
-    /// What it holds, as the file that it would save.
-    virtual std::string contents() const = 0;
-    virtual bool isAsWithoutFile() const = 0;
-};
-
-class StartedSatchelStore final : public StartedStore
-{
-public:
-    explicit StartedSatchelStore(FakePlatform &machine)
-        : m_machine(machine)
-    {
-    }
-
-    void changeAndSave() override
-    {
-        m_store.addTab();
-        m_machine.mainQueue.advance(1s);
-    }
-
-    std::string contents() const override
-    {
-        return SatchelDocument { .activeTabID = m_store.activeTabID().get(),
-                                 .tabs = m_store.tabs().get() }
-            .encode();
-    }
-
-    bool isAsWithoutFile() const override
-    {
-        const auto &tabs = m_store.tabs().get();
-        return tabs.size() == 1 && tabs.front().name == "Prompts" && tabs.front().blocks.empty();
-    }
-
-private:
-    FakePlatform &m_machine;
-    SatchelStore m_store { m_machine.platform };
-};
-
-class StartedLauncherStore final : public StartedStore
-{
-public:
-    explicit StartedLauncherStore(FakePlatform &machine)
-        : m_store(m_chooser, machine.platform)
-    {
-    }
-
-    void changeAndSave() override
-    {
-        m_store.setWebsite("example.com/" + std::to_string(++m_changes), 3);
-    }
-
-    std::string contents() const override
-    {
-        return ExampleLaunchers::encode(m_store.slots().get());
-    }
-
-    bool isAsWithoutFile() const override { return m_store.configuredItems().empty(); }
-
-private:
-    FakeApplicationChooser m_chooser;
-    LauncherStore m_store;
-    int m_changes = 0;
-};
-
-/// One of the two files, and whose it is.
-struct TestedFile {
-    std::string name;
-    std::string_view example;
-    std::string_view text; ///< of the example, in quotes: it may be any other
-    std::unique_ptr<StartedStore> (*start)(FakePlatform &);
-
-    /// The example with another text in it, as JSON writes it.
-    std::string with(std::string_view other) const
-    {
-        std::string changed(example);
-        return changed.replace(changed.find(text), text.size(), '"' + std::string(other) + '"');
-    }
-};
-
-template <typename Store>
-std::unique_ptr<StartedStore> start(FakePlatform &machine)
-{
-    return std::make_unique<Store>(machine);
+    sockaddr_un address { .sun_family = AF_UNIX, .sun_path = {} };
+    file.string().copy(address.sun_path, sizeof address.sun_path - 1);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    EXPECT_EQ(bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+    close(socket);
 }
 
-void PrintTo(const TestedFile &file, std::ostream *stream)
-{
-    *stream << file.name;
-}
-
-class DocumentFileFaultsTest : public testing::TestWithParam<TestedFile>
+class DocumentFileFaultsTest : public DocumentFileFixture
 {
 protected:
-    void writeFile(std::string_view bytes) const { TestFiles::write(file, bytes); }
-
-    std::string fileText() const { return TestFiles::read(file); }
-
-    /// As a new start of the program does.
-    StartedStore &start()
+    /// Puts the folder three levels down in "home", as managers of dotfiles do, with a link to it.
+    void linkFolder() const
     {
-        m_store.reset();
-        m_store = GetParam().start(machine);
-        return *m_store;
+        fs::create_directories(scratch / "home" / ".local" / "share" / "Quillsatchel");
+        fs::create_directory_symlink("home/.local/share/Quillsatchel", folder);
     }
 
-    /// A start that finds the example in the file.
-    StartedStore &startFromExample()
-    {
-        writeFile(GetParam().example);
-        auto &store = start();
-        EXPECT_EQ(store.contents(), GetParam().example);
-        return store;
-    }
-
-    /// Changes the store twice: neither change may be lost from memory.
-    static void changeInMemory(StartedStore &store)
-    {
-        const auto before = store.contents();
-        store.changeAndSave();
-        const auto between = store.contents();
-        EXPECT_NE(between, before);
-        store.changeAndSave();
-        EXPECT_NE(store.contents(), between);
-    }
-
-    /// Changes the store and looks whether the file has it, and the next start too.
-    void expectSaves(StartedStore &store)
-    {
-        store.changeAndSave();
-        const auto contents = store.contents();
-        EXPECT_EQ(fileText(), contents);
-        EXPECT_EQ(start().contents(), contents);
-    }
-
-    /// Whether a start finds nothing it can read in the file, and yet nothing of it gets lost.
-    void expectUnreadableButKept(std::string_view bytes)
-    {
-        writeFile(bytes);
-        auto &store = start();
-        EXPECT_TRUE(store.isAsWithoutFile());
-        EXPECT_EQ(fileText(), bytes) << "nothing is written before something changes";
-        expectSaves(store);
-        EXPECT_EQ(TestFiles::read(kept), bytes);
-    }
-
-    std::vector<std::string> entries() const
-    {
-        std::vector<std::string> names;
-        for (const auto &entry : fs::directory_iterator(folder)) {
-            if (entry.path() != favicons)
-                names.push_back(entry.path().filename());
-        }
-        std::ranges::sort(names);
-        return names;
-    }
-
-    void makeSocket() const
-    {
-        sockaddr_un address { .sun_family = AF_UNIX, .sun_path = {} };
-        file.string().copy(address.sun_path, sizeof address.sun_path - 1);
-        const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        EXPECT_EQ(bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
-        close(socket);
-    }
-
-    FakePlatform machine;
-    fs::path scratch = machine.directory.path().toStdString();
-    fs::path folder = scratch / "Quillsatchel";
-    fs::path file = folder / GetParam().name;
-    fs::path kept = folder / (GetParam().name + ".unreadable");
-    fs::path favicons = folder / "Favicons";
-
-private:
-    std::unique_ptr<StartedStore> m_store;
+    /// A numbered copy of the unreadable file.
+    fs::path copy(int number) const { return fs::path(kept) += "-" + std::to_string(number); }
 };
 
-INSTANTIATE_TEST_SUITE_P(Both, DocumentFileFaultsTest,
-                         testing::Values(TestedFile { .name = "prompts.json",
-                                                      .example = ExampleLibrary::json,
-                                                      .text = R"("Review this code for bugs.")",
-                                                      .start = &start<StartedSatchelStore> },
-                                         TestedFile { .name = "launchers.json",
-                                                      .example = ExampleLaunchers::json,
-                                                      .text = R"("Safari")",
-                                                      .start = &start<StartedLauncherStore> }),
-                         [](const auto &tested) {
-                             return tested.index == 0 ? "Prompts"s : "Launchers"s;
-                         });
+INSTANTIATE_TEST_SUITE_P(Both, DocumentFileFaultsTest, bothFiles(), &nameOfFile);
 
 // Disk.
 
@@ -281,48 +98,6 @@ TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesAnUnreadableFileUnderIts
     }
     expectSaves(store);
     EXPECT_EQ(TestFiles::read(kept) == unreadable, true);
-}
-
-/// A file system of a few pages at the folder, where this process may mount one.
-class SmallFileSystem
-{
-public:
-    explicit SmallFileSystem(const fs::path &folder)
-        : m_folder(folder)
-    {
-        fs::create_directories(folder);
-        m_isMounted = mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k,mode=700") == 0;
-    }
-
-    SmallFileSystem(const SmallFileSystem &) = delete;
-    SmallFileSystem &operator=(const SmallFileSystem &) = delete;
-
-    ~SmallFileSystem()
-    {
-        if (m_isMounted)
-            umount2(m_folder.c_str(), MNT_DETACH);
-    }
-
-    bool isMounted() const { return m_isMounted; }
-
-private:
-    fs::path m_folder;
-    bool m_isMounted = false;
-};
-
-TEST_P(DocumentFileFaultsTest, AFileSystemWithoutRoomLeavesTheOldFileUntilThereIsRoom)
-{
-    const SmallFileSystem fileSystem(folder);
-    if (!fileSystem.isMounted())
-        GTEST_SKIP() << "Only root may mount a file system.";
-    auto &store = startFromExample();
-    TestFiles::write(folder / "filling", std::string(65536, 'x'));
-    changeInMemory(store);
-    EXPECT_EQ(fileText(), GetParam().example);
-    EXPECT_EQ(entries(), (std::vector { "filling"s, GetParam().name }));
-
-    fs::remove(folder / "filling");
-    expectSaves(store);
 }
 
 // Folders.
@@ -416,7 +191,7 @@ TEST_P(DocumentFileFaultsTest, APipeInPlaceOfTheFileIsNotWaitedForAndStays)
 TEST_P(DocumentFileFaultsTest, ASocketInPlaceOfTheFileStays)
 {
     fs::create_directory(folder);
-    makeSocket();
+    makeSocket(file);
     auto &store = start();
     EXPECT_TRUE(store.isAsWithoutFile());
     changeInMemory(store);
@@ -448,6 +223,55 @@ TEST_P(DocumentFileFaultsTest, ALinkStaysALinkAndItsTargetIsSaved)
     expectSaves(store);
     EXPECT_TRUE(fs::is_symlink(file));
     EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
+}
+
+TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkFromItsRealFolderWhenTheFolderIsALink)
+{
+    const auto target = scratch / "home" / "dotfiles" / "file";
+    linkFolder();
+    TestFiles::write(target, GetParam().example);
+    fs::create_symlink("../../../dotfiles/file", file);
+    auto &store = start();
+    EXPECT_EQ(store.contents(), GetParam().example);
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(TestFiles::read(target), start().contents());
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
+}
+
+TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkFromItsRealFolderWhenAParentIsALink)
+{
+    const auto target = scratch / "home" / "dotfiles" / "file";
+    fs::create_directories(scratch / "home" / ".local" / "share" / "Quillsatchel");
+    fs::create_directory_symlink("home/.local/share", scratch / "share");
+    machine.fileLocations.folder = QString::fromStdString(scratch / "share");
+    folder = scratch / "share" / "Quillsatchel";
+    file = folder / GetParam().name;
+    TestFiles::write(target, GetParam().example);
+    fs::create_symlink("../../../dotfiles/file", file);
+    expectSaves(startFromExample());
+    EXPECT_EQ(TestFiles::read(target), start().contents());
+    EXPECT_TRUE(fs::is_symlink(file));
+}
+
+TEST_P(DocumentFileFaultsTest, MakesTheTargetOfARelativeLinkInALinkedFolder)
+{
+    linkFolder();
+    fs::create_directories(scratch / "home" / "dotfiles");
+    fs::create_symlink("../../../dotfiles/file", file);
+    expectSaves(start());
+    EXPECT_TRUE(fs::is_regular_file(scratch / "home" / "dotfiles" / "file"));
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableTargetOfARelativeLinkInALinkedFolder)
+{
+    const auto target = scratch / "home" / "dotfiles" / "file";
+    linkFolder();
+    TestFiles::write(target, "unreadable");
+    fs::create_symlink("../../../dotfiles/file", file);
+    expectSaves(start());
+    EXPECT_EQ(TestFiles::read(kept), "unreadable");
+    EXPECT_EQ(TestFiles::read(target), start().contents());
 }
 
 TEST_P(DocumentFileFaultsTest, ALinkPutInPlaceOfTheFileMeanwhileStaysALink)
@@ -594,6 +418,87 @@ TEST_P(DocumentFileFaultsTest, NothingIsWrittenWhileAnotherProcessMayAndItsFileI
     EXPECT_EQ(TestFiles::read(kept), others);
 }
 
+TEST_P(DocumentFileFaultsTest, KeepsAFileWithoutAnyPermissionAndSaves)
+{
+    writeFile(GetParam().example);
+    const UnprivilegedScope scope(scratch);
+    TestFiles::setMode(file, 0);
+    expectSaves(start());
+    TestFiles::setMode(kept, 0600);
+    EXPECT_EQ(TestFiles::read(kept), GetParam().example);
+}
+
+TEST_P(DocumentFileFaultsTest, RenamesAClosedFileOfAnotherUserAndSaves)
+{
+    writeFile(GetParam().example);
+    TestFiles::setMode(file, 0600);
+    {
+        const UnprivilegedScope scope(scratch);
+        if (!scope.giveToAnother(file))
+            GTEST_SKIP() << "Only root can give a file to another user.";
+        auto &store = start();
+        EXPECT_TRUE(store.isAsWithoutFile());
+        expectSaves(store);
+        EXPECT_EQ(TestFiles::mode(file), 0600U);
+        EXPECT_EQ(TestFiles::read(kept), "") << "the other user's still";
+    }
+    EXPECT_EQ(TestFiles::read(kept), GetParam().example);
+}
+
+TEST_P(DocumentFileFaultsTest, LeavesAClosedFileOfAnotherUserInAFolderOfAnotherUser)
+{
+    writeFile(GetParam().example);
+    TestFiles::setMode(file, 0600);
+    fs::create_directory(favicons);
+    {
+        const UnprivilegedScope scope(scratch);
+        TestFiles::setMode(folder, 0777);
+        if (!scope.giveToAnother(file) || !scope.giveToAnother(folder))
+            GTEST_SKIP() << "Only root can give a file to another user.";
+        changeInMemory(start());
+        EXPECT_EQ(entries(), std::vector { GetParam().name });
+    }
+    EXPECT_EQ(fileText(), GetParam().example);
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsOwnerAndGroupOfAFileThatRootSaves)
+{
+    constexpr uid_t Owner = 1;
+    constexpr gid_t Group = 2;
+    if (geteuid() != 0)
+        GTEST_SKIP() << "Only root can give a file to another user.";
+    writeFile(GetParam().example);
+    TestFiles::setMode(file, 0640);
+    ASSERT_EQ(chown(file.c_str(), Owner, Group), 0);
+    expectSaves(start());
+
+    struct stat status {
+    };
+
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, Owner);
+    EXPECT_EQ(status.st_gid, Group);
+    EXPECT_EQ(TestFiles::mode(file), 0640U);
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsAGroupThatTheUserIsIn)
+{
+    constexpr gid_t Group = 2;
+    if (geteuid() != 0)
+        GTEST_SKIP() << "Only root can be put into a group.";
+    writeFile(GetParam().example);
+    TestFiles::setMode(file, 0660);
+    const UnprivilegedScope scope(scratch, Group);
+    ASSERT_EQ(chown(file.c_str(), static_cast<uid_t>(-1), Group), 0);
+    expectSaves(start());
+
+    struct stat status {
+    };
+
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, Group);
+}
+
 // What is in the file.
 
 TEST_P(DocumentFileFaultsTest, ATruncatedFileIsKeptUnderAnotherName)
@@ -627,6 +532,46 @@ TEST_P(DocumentFileFaultsTest, AFileOfBytesInsteadOfTextIsKeptUnderAnotherName)
     for (const auto &bytes : { std::string(4096, '\0'), "\xFF\xFE["s, "\x1F\x8B\x08\0gzip"s,
                                std::string(100'000, '['), std::string(100'000, '{') })
         expectUnreadableButKept(bytes);
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsEveryUnreadableFileUnderANumberOfItsOwn)
+{
+    for (const auto *const bytes : { "first", "second", "third" }) {
+        writeFile(bytes);
+        expectSaves(start());
+    }
+    EXPECT_EQ(TestFiles::read(kept), "first");
+    EXPECT_EQ(TestFiles::read(copy(2)), "second");
+    EXPECT_EQ(TestFiles::read(copy(3)), "third");
+}
+
+TEST_P(DocumentFileFaultsTest, UsesTheNextFreeNameWhereAFolderOrALinkIsInTheWay)
+{
+    TestFiles::write(kept / "my own", "mine");
+    fs::create_symlink("nowhere", copy(2));
+    fs::create_symlink(GetParam().name, copy(3));
+    writeFile("unreadable");
+    expectSaves(start());
+    EXPECT_EQ(TestFiles::read(copy(4)), "unreadable");
+    EXPECT_EQ(TestFiles::read(kept / "my own"), "mine");
+    EXPECT_TRUE(fs::is_symlink(copy(2)));
+    EXPECT_TRUE(fs::is_symlink(copy(3)));
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileOnceHoweverManySavesFail)
+{
+    writeFile("unreadable");
+    TestFiles::setMode(file, 0400);
+    fs::create_directory(favicons);
+    const UnprivilegedScope scope(scratch);
+    changeInMemory(start());
+    changeInMemory(start());
+    EXPECT_EQ(entries(), (std::vector { GetParam().name, GetParam().name + ".unreadable" }));
+
+    TestFiles::setMode(file, 0600);
+    expectSaves(start());
+    EXPECT_EQ(TestFiles::read(kept), "unreadable");
+    EXPECT_FALSE(fs::exists(copy(2)));
 }
 
 TEST_P(DocumentFileFaultsTest, AGibibyteIsNotReadButKeptUnderAnotherName)

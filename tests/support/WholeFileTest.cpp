@@ -4,7 +4,6 @@
 #include "fakes/TestFiles.h"
 #include "fakes/UnprivilegedScope.h"
 
-#include <QStorageInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -19,7 +18,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-using namespace std::string_literals;
 
 const std::string AllBytes = [] {
     std::string bytes(256, '\0');
@@ -49,13 +47,6 @@ protected:
         });
     }
 
-    bool keep() const
-    {
-        return WholeFile::keep(QString::fromStdString(file), QString::fromStdString(kept));
-    }
-
-    void removeUnfinished() const { WholeFile::removeUnfinished(QString::fromStdString(folder)); }
-
     /// How many entries there are, so that temporary files show.
     std::ptrdiff_t entries() const
     {
@@ -65,7 +56,6 @@ protected:
     QTemporaryDir directory;
     fs::path folder = directory.path().toStdString();
     fs::path file = folder / "file";
-    fs::path kept = folder / "kept";
 };
 
 TEST_F(WholeFileTest, ReadsAllBytes)
@@ -227,178 +217,6 @@ TEST_F(WholeFileTest, GivesUpOnLinksThatLeadRoundInACircle)
     fs::create_symlink("file", folder / "other");
     EXPECT_FALSE(replace(file, "new"));
     EXPECT_TRUE(fs::is_symlink(file));
-    EXPECT_EQ(entries(), 2);
-}
-
-TEST_F(WholeFileTest, RemovesWhatAKilledSaveLeft)
-{
-    TestFiles::write(folder / "prompts.json.saving-aBcXyZ", "half");
-    TestFiles::write(folder / "prompts.json.unreadable.saving-AAAAAA", "");
-    removeUnfinished();
-    EXPECT_EQ(entries(), 0);
-}
-
-TEST_F(WholeFileTest, RemovesWhatIsLeftWhereALinkLeads)
-{
-    TestFiles::write(folder / "own" / "elsewhere", "");
-    TestFiles::write(folder / "target.saving-abcdef", "half");
-    TestFiles::write(folder / "bystander.saving-abcdef", "another program's");
-    fs::create_symlink("../target", folder / "own" / "link");
-    WholeFile::removeUnfinished(QString::fromStdString(folder / "own"));
-    EXPECT_FALSE(fs::exists(folder / "target.saving-abcdef"));
-    EXPECT_TRUE(fs::exists(folder / "bystander.saving-abcdef"));
-    EXPECT_TRUE(fs::is_symlink(folder / "own" / "link"));
-}
-
-TEST_F(WholeFileTest, RemovesNothingThatSomebodyElseMayHavePutThere)
-{
-    const std::vector<std::string> names {
-        "prompts.json",
-        "prompts.json.backup",
-        "prompts.json.aBcXyZ",
-        "prompts.json.saving",
-        "prompts.json.saving-",
-        "prompts.json.saving-abcde",
-        "prompts.json.saving-abcdefg",
-        "prompts.json.saving-abcde1",
-        "prompts.json.saving-abc.ef",
-        "prompts.json.saving-abcdef.txt",
-        ".saving-abcdef",
-    };
-    for (const auto &name : names)
-        TestFiles::write(folder / name, "mine");
-    fs::create_directory(folder / "folder.saving-abcdef");
-    fs::create_symlink("prompts.json", folder / "link.saving-abcdef");
-    removeUnfinished();
-    EXPECT_EQ(entries(), std::ssize(names) + 2);
-}
-
-TEST_F(WholeFileTest, HasNothingToRemoveWhereThereIsNoFolder)
-{
-    WholeFile::removeUnfinished(QString::fromStdString(folder / "missing"));
-    EXPECT_EQ(entries(), 0);
-}
-
-TEST_F(WholeFileTest, KeepsAFileByteForByte)
-{
-    TestFiles::write(file, AllBytes);
-    EXPECT_TRUE(keep());
-    EXPECT_EQ(TestFiles::read(kept), AllBytes);
-    EXPECT_EQ(TestFiles::read(file), AllBytes);
-}
-
-TEST_F(WholeFileTest, KeepsTheOldBytesWhenTheFileIsReplaced)
-{
-    TestFiles::write(file, "old");
-    EXPECT_TRUE(keep());
-    EXPECT_TRUE(replace(file, "new"));
-    EXPECT_EQ(TestFiles::read(kept), "old");
-    EXPECT_EQ(TestFiles::read(file), "new");
-}
-
-TEST_F(WholeFileTest, KeepsAFileInPlaceOfWhatWasKeptBefore)
-{
-    TestFiles::write(kept, "something older and longer");
-    TestFiles::write(file, "old");
-    EXPECT_TRUE(keep());
-    EXPECT_EQ(TestFiles::read(kept), "old");
-    EXPECT_EQ(entries(), 2);
-}
-
-TEST_F(WholeFileTest, ReplacesALinkWhereItKeepsRatherThanItsTarget)
-{
-    TestFiles::write(folder / "bystander", "untouched");
-    fs::create_symlink("bystander", kept);
-    TestFiles::write(file, "old");
-    EXPECT_TRUE(keep());
-    EXPECT_EQ(TestFiles::read(kept), "old");
-    EXPECT_EQ(TestFiles::read(folder / "bystander"), "untouched");
-}
-
-TEST_F(WholeFileTest, KeepsTheTargetOfALink)
-{
-    TestFiles::write(folder / "target", "old");
-    fs::create_symlink("target", file);
-    EXPECT_TRUE(keep());
-    EXPECT_FALSE(fs::is_symlink(kept));
-    EXPECT_TRUE(replace(file, "new"));
-    EXPECT_EQ(TestFiles::read(kept), "old");
-}
-
-TEST_F(WholeFileTest, KeepsTheTargetOfALinkOnAnotherDisk)
-{
-    const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/kept-XXXXXX"));
-
-    const QStorageInfo here(directory.path());
-    const QStorageInfo there(elsewhere.path());
-    if (!elsewhere.isValid() || here.device() == there.device())
-        GTEST_SKIP() << "There is no second file system here.";
-    const auto target = fs::path(elsewhere.path().toStdString()) / "target";
-    TestFiles::write(target, AllBytes);
-    fs::create_symlink(target, file);
-
-    EXPECT_TRUE(keep());
-    EXPECT_EQ(TestFiles::read(kept), AllBytes);
-    EXPECT_EQ(TestFiles::mode(kept), 0600U);
-}
-
-TEST_F(WholeFileTest, KeepsAFileItMayNotRead)
-{
-    TestFiles::write(file, "old");
-    TestFiles::setMode(file, 0200);
-    {
-        const UnprivilegedScope scope(folder);
-        EXPECT_TRUE(keep());
-    }
-    TestFiles::setMode(kept, 0600);
-    EXPECT_EQ(TestFiles::read(kept), "old");
-}
-
-TEST_F(WholeFileTest, HasNothingToKeepWhereThereIsNoFile)
-{
-    EXPECT_TRUE(keep());
-    EXPECT_EQ(entries(), 0);
-}
-
-TEST_F(WholeFileTest, SaysWhenAFileCouldNotBeKept)
-{
-    TestFiles::write(file, "old");
-    TestFiles::write(kept / "in the way", "");
-    EXPECT_FALSE(keep());
-    EXPECT_TRUE(fs::exists(kept / "in the way"));
-    EXPECT_EQ(TestFiles::read(file), "old");
-    EXPECT_EQ(entries(), 2);
-}
-
-TEST_F(WholeFileTest, KeepsNothingButFiles)
-{
-    TestFiles::write(kept, "kept before");
-    fs::create_directory(file);
-    EXPECT_FALSE(keep());
-    fs::remove(file);
-    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    EXPECT_FALSE(keep());
-    ASSERT_TRUE(fs::is_regular_file(kept));
-    EXPECT_EQ(TestFiles::read(kept), "kept before");
-}
-
-TEST_F(WholeFileTest, KeepsWhatWasKeptBeforeWhereAFileCannotBe)
-{
-    TestFiles::write(kept, "kept before");
-    TestFiles::write(file, "old");
-    const UnprivilegedScope scope(folder);
-    TestFiles::setMode(folder, 0500);
-    EXPECT_FALSE(keep());
-    TestFiles::setMode(folder, 0700);
-    EXPECT_EQ(TestFiles::read(kept), "kept before");
-}
-
-TEST_F(WholeFileTest, KeepsAFileThatIsKeptAlready)
-{
-    TestFiles::write(file, "old");
-    EXPECT_TRUE(keep());
-    EXPECT_TRUE(keep());
-    EXPECT_EQ(TestFiles::read(kept), "old");
     EXPECT_EQ(entries(), 2);
 }
 

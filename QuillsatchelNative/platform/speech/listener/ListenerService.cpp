@@ -1,7 +1,7 @@
 #include "platform/speech/listener/ListenerService.h"
 
 #include "platform/speech/ListenerMessageReader.h"
-#include "platform/speech/listener/WriteAll.h"
+#include "support/WriteAll.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "platform/speech/listener/MemoryFile.h"
 
-#include "platform/speech/listener/WriteAll.h"
+#include "support/WriteAll.h"
 
 #include <sys/mman.h>
 

@@ -2,7 +2,7 @@
 #include "platform/speech/listener/ListenerService.h"
 #include "platform/speech/listener/RecognitionEngines.h"
 #include "platform/speech/listener/SpeechModels.h"
-#include "platform/speech/listener/WriteAll.h"
+#include "support/WriteAll.h"
 #include "support/FileDescriptor.h"
 
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "platform/speech/listener/WriteAll.h"
+#include "support/WriteAll.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -8,9 +8,9 @@ bool writeAll(int file, std::string_view bytes)
 {
     while (!bytes.empty()) {
         const auto written = write(file, bytes.data(), bytes.size());
-        if (written >= 0)
+        if (written > 0)
             bytes.remove_prefix(static_cast<std::size_t>(written));
-        else if (errno != EINTR)
+        else if (written == 0 || errno != EINTR)
             return false;
     }
     return true;

@@ -1,0 +1,110 @@
+#include "support/MountedFile.h"
+
+#include "fakes/FileSizeLimit.h"
+#include "fakes/TestFiles.h"
+#include "support/FileDescriptor.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <sys/resource.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+class MountedFileTest : public testing::Test
+{
+protected:
+    /// Puts `bytes` where the overwriting takes them from.
+    bool overwrite(std::string_view bytes) const
+    {
+        TestFiles::write(source, bytes);
+        const FileDescriptor file(open(source.c_str(), O_RDONLY | O_CLOEXEC));
+        return MountedFile::overwrite(path, file.number());
+    }
+
+    std::ptrdiff_t entries() const
+    {
+        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    }
+
+    QTemporaryDir directory;
+    fs::path folder = fs::path(directory.path().toStdString()) / "folder";
+    fs::path path = folder / "file";
+    fs::path previous = folder / "file.previous";
+    fs::path source = fs::path(directory.path().toStdString()) / "source";
+};
+
+TEST_F(MountedFileTest, WritesLongerAndShorterBytesIntoTheSameFile)
+{
+    TestFiles::write(path, "old");
+    fs::create_hard_link(path, directory.filePath(QStringLiteral("link")).toStdString());
+    const std::string longer(3'000'000, 'x');
+    for (const std::string_view bytes : { std::string_view(longer), std::string_view("short"),
+                                          std::string_view(), std::string_view("again") }) {
+        EXPECT_TRUE(overwrite(bytes));
+        EXPECT_EQ(TestFiles::read(path) == bytes, true);
+    }
+    EXPECT_EQ(fs::hard_link_count(path), 2U);
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(MountedFileTest, LeavesCopiesOfAnEarlierCrash)
+{
+    TestFiles::write(path, "old");
+    TestFiles::write(previous, "of a crash");
+    EXPECT_TRUE(overwrite("new"));
+    EXPECT_EQ(TestFiles::read(previous), "of a crash");
+    EXPECT_EQ(entries(), 2);
+}
+
+TEST_F(MountedFileTest, LeavesTheOldBytesWhereThereIsNoRoom)
+{
+    TestFiles::write(path, "old bytes");
+    TestFiles::write(source, std::string(2000, 'x'));
+    const FileDescriptor file(open(source.c_str(), O_RDONLY | O_CLOEXEC));
+    for (const rlim_t room : { 0U, 5U, 1000U }) {
+        const FileSizeLimit limit(room);
+        EXPECT_FALSE(MountedFile::overwrite(path, file.number()));
+        EXPECT_EQ(TestFiles::read(path), "old bytes") << room;
+        EXPECT_EQ(entries(), 1) << room;
+    }
+}
+
+TEST_F(MountedFileTest, OverwritesNothingButFiles)
+{
+    EXPECT_FALSE(overwrite("new")) << "missing";
+    fs::create_directories(path);
+    EXPECT_FALSE(overwrite("new")) << "a folder";
+    fs::remove(path);
+    fs::create_symlink("target", path);
+    EXPECT_FALSE(overwrite("new")) << "a link";
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(MountedFileTest, LeavesTheOldBytesBesideAFileWhenItIsKilledWhileItWrites)
+{
+    const std::string old(1'000'000, 'o');
+    TestFiles::write(path, old);
+    TestFiles::write(source, std::string(3'000'000, 'n'));
+    const auto overwriteUntilKilled = [this] {
+        const FileDescriptor file(open(source.c_str(), O_RDONLY | O_CLOEXEC));
+        const rlimit limit { .rlim_cur = 2'000'000, .rlim_max = 2'000'000 };
+        setrlimit(RLIMIT_FSIZE, &limit);
+        MountedFile::overwrite(path, file.number());
+    };
+    EXPECT_EXIT(overwriteUntilKilled(), testing::KilledBySignal(SIGXFSZ), "");
+    EXPECT_EQ(TestFiles::read(previous) == old, true);
+    EXPECT_TRUE(overwrite("new"));
+    EXPECT_EQ(TestFiles::read(previous) == old, true);
+}
+
+} // namespace

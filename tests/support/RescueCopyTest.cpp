@@ -1,0 +1,194 @@
+#include "support/RescueCopy.h"
+
+#include "fakes/TestFiles.h"
+#include "fakes/UnprivilegedScope.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using namespace std::string_view_literals;
+using RescueCopy::Outcome;
+
+constexpr auto Bytes = "\0\x01\xFF bytes\n"sv;
+
+class RescueCopyTest : public testing::Test
+{
+protected:
+    Outcome keep() const { return RescueCopy::keep(file, kept); }
+
+    fs::path numbered(int number) const { return fs::path(kept) += "-" + std::to_string(number); }
+
+    std::ptrdiff_t entries() const
+    {
+        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    }
+
+    QTemporaryDir directory;
+    fs::path folder = fs::canonical(directory.path().toStdString());
+    fs::path file = folder / "file";
+    fs::path kept = folder / "file.kept";
+};
+
+TEST_F(RescueCopyTest, KeepsAFileByteForByte)
+{
+    TestFiles::write(file, Bytes);
+    EXPECT_EQ(keep(), Outcome::kept);
+    EXPECT_EQ(TestFiles::read(kept), Bytes);
+    EXPECT_EQ(TestFiles::read(file), Bytes);
+    EXPECT_EQ(entries(), 2);
+}
+
+TEST_F(RescueCopyTest, NumbersTheFilesThatItKeeps)
+{
+    for (const auto *const bytes : { "first", "second", "third" }) {
+        TestFiles::write(file, bytes);
+        EXPECT_EQ(keep(), Outcome::kept);
+        fs::remove(file);
+    }
+    EXPECT_EQ(TestFiles::read(kept), "first");
+    EXPECT_EQ(TestFiles::read(numbered(2)), "second");
+    EXPECT_EQ(TestFiles::read(numbered(3)), "third");
+}
+
+TEST_F(RescueCopyTest, KeepsAFileOnlyOnce)
+{
+    TestFiles::write(kept, "an earlier file");
+    TestFiles::write(file, Bytes);
+    EXPECT_EQ(keep(), Outcome::kept);
+    EXPECT_EQ(keep(), Outcome::kept);
+    EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
+    EXPECT_EQ(entries(), 3);
+}
+
+TEST_F(RescueCopyTest, ReplacesNothingThatHasTheName)
+{
+    TestFiles::write(kept / "mine", "");
+    fs::create_symlink("file", numbered(2));
+    fs::create_symlink("nowhere", numbered(3));
+    ASSERT_EQ(mkfifo(numbered(4).c_str(), 0600), 0);
+    TestFiles::write(file, Bytes);
+    EXPECT_EQ(keep(), Outcome::kept);
+    EXPECT_EQ(TestFiles::read(numbered(5)), Bytes);
+    EXPECT_EQ(entries(), 6);
+}
+
+TEST_F(RescueCopyTest, KeepsTheTargetOfALink)
+{
+    TestFiles::write(folder / "target", Bytes);
+    fs::create_symlink("target", file);
+    EXPECT_EQ(keep(), Outcome::kept);
+    EXPECT_FALSE(fs::is_symlink(kept));
+    fs::remove(folder / "target");
+    EXPECT_EQ(TestFiles::read(kept), Bytes);
+}
+
+TEST_F(RescueCopyTest, CopiesTheTargetOfALinkOnAnotherDisk)
+{
+    const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/kept-XXXXXX"));
+
+    struct stat here {
+    };
+
+    struct stat there {
+    };
+
+    const auto target = fs::path(elsewhere.path().toStdString()) / "target";
+    if (!elsewhere.isValid() || stat(folder.c_str(), &here) != 0 ||
+        stat(target.parent_path().c_str(), &there) != 0 || here.st_dev == there.st_dev)
+        GTEST_SKIP() << "There is no second file system here.";
+    TestFiles::write(kept, "an earlier file");
+    TestFiles::write(target, Bytes);
+    fs::create_symlink(target, file);
+
+    EXPECT_EQ(keep(), Outcome::kept);
+    EXPECT_EQ(TestFiles::read(kept), "an earlier file");
+    EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
+    EXPECT_EQ(TestFiles::mode(numbered(2)), 0600U);
+    EXPECT_EQ(entries(), 3);
+}
+
+TEST_F(RescueCopyTest, RenamesAFileThatMayNotBeRead)
+{
+    TestFiles::write(file, Bytes);
+    TestFiles::setMode(file, 0);
+    {
+        const UnprivilegedScope scope(folder);
+        EXPECT_EQ(keep(), Outcome::kept);
+    }
+    EXPECT_FALSE(fs::exists(file));
+    TestFiles::setMode(kept, 0600);
+    EXPECT_EQ(TestFiles::read(kept), Bytes);
+}
+
+TEST_F(RescueCopyTest, RenamesTheClosedTargetOfALink)
+{
+    TestFiles::write(folder / "target", Bytes);
+    TestFiles::setMode(folder / "target", 0);
+    fs::create_symlink("target", file);
+    {
+        const UnprivilegedScope scope(folder);
+        EXPECT_EQ(keep(), Outcome::kept);
+    }
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_FALSE(fs::exists(folder / "target"));
+    TestFiles::setMode(kept, 0600);
+    EXPECT_EQ(TestFiles::read(kept), Bytes);
+}
+
+TEST_F(RescueCopyTest, KeepsNothingWhereThereIsNoFile)
+{
+    EXPECT_EQ(keep(), Outcome::nothingThere);
+    fs::create_symlink("missing/target", file);
+    EXPECT_EQ(keep(), Outcome::nothingThere);
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(RescueCopyTest, KeepsNothingButFiles)
+{
+    fs::create_directory(file);
+    EXPECT_EQ(keep(), Outcome::failed);
+    fs::remove(file);
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_EQ(keep(), Outcome::failed);
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(RescueCopyTest, TellsThatAFileCannotBeKept)
+{
+    TestFiles::write(file, Bytes);
+    const UnprivilegedScope scope(folder);
+    TestFiles::setMode(folder, 0500);
+    EXPECT_EQ(keep(), Outcome::failed);
+    TestFiles::setMode(folder, 0700);
+    EXPECT_EQ(TestFiles::read(file), Bytes);
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(RescueCopyTest, GivesUpWhereTheNameIsTooLong)
+{
+    TestFiles::write(file, Bytes);
+    EXPECT_EQ(RescueCopy::keep(file, folder / std::string(1000, 'x')), Outcome::failed);
+    EXPECT_EQ(RescueCopy::copy(file, folder / std::string(1000, 'x')), std::nullopt);
+}
+
+TEST_F(RescueCopyTest, CopiesToTheFirstFreeName)
+{
+    TestFiles::write(file, Bytes);
+    fs::create_hard_link(file, kept);
+    EXPECT_EQ(RescueCopy::copy(file, kept), numbered(2));
+    TestFiles::write(file, "changed");
+    EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
+    EXPECT_EQ(TestFiles::mode(numbered(2)), 0600U);
+}
+
+} // namespace
