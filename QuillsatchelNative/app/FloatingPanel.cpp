@@ -41,6 +41,8 @@ FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
     setAttribute(Qt::WA_TranslucentBackground);
     m_compositingCancellable = m_windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
     m_blurCancellable = m_windowSystem.isBlurring.sink([this](bool) { renderBlur(); });
+    m_windowManagerCancellable =
+        m_windowSystem.hasWindowManager.sink([this](bool) { askForStatesAgain(); });
 }
 
 void FloatingPanel::setContent(QuillsatchelView *content, TitleBar *titleBar)
@@ -59,6 +61,18 @@ void FloatingPanel::setFloating(bool isFloating)
     overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, isFloating));
     if (auto *const window = windowHandle())
         window->setFlag(Qt::WindowStaysOnTopHint, isFloating);
+}
+
+// What a window asks for while no window manager runs reaches none. Qt asks only for what differs
+// from what it asked for last.
+void FloatingPanel::askForStatesAgain()
+{
+    if (!isVisible())
+        return;
+    const bool isFloating = windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+    setFloating(!isFloating);
+    setFloating(isFloating);
+    m_windowSystem.showOnAllDesktops(*windowHandle());
 }
 
 void FloatingPanel::center()

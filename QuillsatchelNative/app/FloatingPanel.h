@@ -61,6 +61,7 @@ private:
     QPoint placeBelowTitleBar() const;
     void renderEdge();
     void renderBlur();
+    void askForStatesAgain();
     void comeIntoView();
     void place(const QRect &frame);
     void appear();
@@ -76,5 +77,6 @@ private:
     bool m_comesIntoViewLater = false; // when it is no longer maximized
     Cancellable m_compositingCancellable;
     Cancellable m_blurCancellable;
+    Cancellable m_windowManagerCancellable;
     ScreenChanges m_screenChanges { [this] { comeIntoView(); } };
 };

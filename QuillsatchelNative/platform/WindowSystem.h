@@ -20,6 +20,10 @@ public:
     /// or goes.
     Published<bool> isBlurring { this, false };
 
+    /// Whether a window manager runs. Also announced when one replaces another: it may not know
+    /// what the windows on the screen asked the earlier one for.
+    Published<bool> hasWindowManager { this, false };
+
     /// Shows a window that is on the screen on every desktop. Window managers forget it when the
     /// window is hidden: ask again after each showing. Nothing happens where it is not offered.
     virtual void showOnAllDesktops(QWindow &window) = 0;

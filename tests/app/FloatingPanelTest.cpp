@@ -210,6 +210,24 @@ TEST_F(FloatingPanelTest, AsksForAllDesktopsWheneverItIsShown)
     EXPECT_GT(machine.windowSystem.showings, atFirst);
 }
 
+TEST_F(FloatingPanelTest, AsksANewWindowManagerForAllDesktops)
+{
+    const int before = machine.windowSystem.showings;
+    machine.windowSystem.hasWindowManager.set(true);
+    EXPECT_GT(machine.windowSystem.showings, before);
+    EXPECT_TRUE(isFloating());
+}
+
+TEST_F(FloatingPanelTest, AsksANewWindowManagerForNothingWhileItIsHidden)
+{
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    panel().close();
+    const int before = machine.windowSystem.showings;
+    machine.windowSystem.hasWindowManager.set(true);
+    EXPECT_EQ(machine.windowSystem.showings, before);
+    EXPECT_FALSE(panel().isVisible());
+}
+
 TEST_F(FloatingPanelTest, ComesBackFromBeingMinimised)
 {
     panel().showMinimized();

@@ -16,6 +16,7 @@ ALL_DESKTOPS = 0xFFFFFFFF
 IDEAL_SIZE = (430, 650)
 MINIMUM_SIZE = (390, 420)
 BACKDROP_COLOR = "#1E8C4B"
+XFWM4 = ("xfwm4", "--compositor=off")
 
 
 class WindowTest(DesktopTest):
@@ -204,7 +205,7 @@ class ZoomTest(TrayTest):
         self.panel.find("Zoom", "push button").press()
 
     def use_xfwm4(self):
-        self.session.use_window_manager("xfwm4", "--compositor=off")
+        self.session.use_window_manager(*XFWM4)
         self.addCleanup(self.session.use_window_manager, *WINDOW_MANAGER)
 
 
@@ -282,6 +283,43 @@ class StackingTest(WindowTest):
 
     def open_backdrop(self):
         return open_backdrop(self.session, self.window.frame(), self.addCleanup)
+
+
+class WindowManagersTest(DesktopTest):
+    """The panel is there before the window manager."""
+
+    def setUp(self):
+        self.session.use_window_manager()
+        self.addCleanup(self.session.use_window_manager, *WINDOW_MANAGER)
+        self.panel = self.open_panel([tab("Prompts", id=known_id(1))])
+
+    def test_it_is_above_and_on_every_desktop_of_a_window_manager_that_starts_late(self):
+        self.start_window_manager()
+        self.expect_states(is_above=True)
+
+    def test_it_is_not_above_when_the_switch_was_off_before(self):
+        switch = self.panel.find("Always on Top", "check box")
+        switch.press()
+        wait_for("the switch off", lambda: not switch.has("checked"))
+        self.start_window_manager()
+        self.expect_states(is_above=False)
+
+    def test_it_stays_above_and_on_every_desktop_when_the_window_manager_is_replaced(self):
+        for window_manager in (WINDOW_MANAGER, XFWM4, WINDOW_MANAGER):
+            self.session.use_window_manager(*window_manager)
+            self.expect_states(is_above=True)
+
+    def start_window_manager(self):
+        self.session.use_window_manager(*WINDOW_MANAGER)
+        wait_for("the panel managed", lambda: self.panel.window in managed_windows())
+
+    def expect_states(self, is_above):
+        window = self.panel.window
+        wait_for_value("above", is_above, lambda: "ABOVE" in window.states())
+        wait_for_value("the desktop", ALL_DESKTOPS, window.desktop)
+        time.sleep(0.3)  # for what a window manager only now gets round to
+        self.assertEqual(window.desktop(), ALL_DESKTOPS)
+        self.assertEqual("ABOVE" in window.states(), is_above)
 
 
 class ScreensTest(WindowTest):

@@ -66,7 +66,13 @@ class Window:
         return "window state: Iconic" in self._property("WM_STATE")
 
     def desktop(self):
-        return _number(r"= (\d+)", self._property("_NET_WM_DESKTOP"))
+        """None while no window manager has put it on one."""
+        number = re.search(r"= (\d+)", self._property("_NET_WM_DESKTOP"))
+        return int(number[1]) if number else None
+
+    def theme_variant(self):
+        """What it asks to be decorated like."""
+        return self._property("_GTK_THEME_VARIANT").partition("=")[2].strip().strip('"')
 
     def minimum_size(self):
         hints = self._property("WM_NORMAL_HINTS")

@@ -66,6 +66,8 @@ X11WindowSystem::X11WindowSystem()
     m_desktopAtom = X11Connection::atom(m_connection, "_NET_WM_DESKTOP");
     m_compositorCancellable = m_compositor.isOwned.sink([this](bool) { followCompositor(); });
     m_blurCancellable = m_blur.isSet.sink([this](bool) { followCompositor(); });
+    m_windowManagerCancellable =
+        m_windowManager.isSet.sink([this](bool isRunning) { hasWindowManager.set(isRunning); });
 }
 
 // A compositor that ended suddenly has left its offers behind.

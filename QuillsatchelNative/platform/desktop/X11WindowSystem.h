@@ -37,5 +37,7 @@ private:
     // The compositor sets it on the root window, a program on what is to be blurred.
     X11RootProperty m_blur { "_KDE_NET_WM_BLUR_BEHIND_REGION" };
     Cancellable m_compositorCancellable;
+    X11RootProperty m_windowManager { "_NET_SUPPORTING_WM_CHECK" };
     Cancellable m_blurCancellable;
 };
+    Cancellable m_windowManagerCancellable;
