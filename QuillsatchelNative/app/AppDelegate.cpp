@@ -25,7 +25,7 @@ constexpr std::chrono::milliseconds DesktopDelay(100); // the first frame stands
 
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
-    , m_applicationChooser(platform.workspace)
+    , m_applicationChooser(platform.workspace, platform.windowSystem)
     , m_store(platform)
     , m_launcherStore(m_applicationChooser, platform)
 {

@@ -1,5 +1,6 @@
 #include "views/ApplicationPanel.h"
 
+#include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationIcons.h"
@@ -67,8 +68,10 @@ bool isReturn(int key)
 } // namespace
 
 ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
-                                   Workspace &workspace, QWidget *parent)
+                                   Workspace &workspace, WindowSystem &windowSystem,
+                                   QWidget *parent)
     : QDialog(parent)
+    , m_windowSystem(windowSystem)
     , m_model(new ApplicationListModel(this))
 {
     setWindowTitle(title);
@@ -85,11 +88,19 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
         addActions(parent->actions()); // a hidden parent hears no keys
     renderSelection();
     listApplications(workspace);
+    darken(*this);
 }
 
 ApplicationPanel::~ApplicationPanel()
 {
     tell();
+}
+
+// The desktop may be light; what these windows show is always dark.
+void ApplicationPanel::darken(QWidget &window)
+{
+    window.winId(); // there is a window from now on
+    m_windowSystem.darkenTitleBar(*window.windowHandle());
 }
 
 void ApplicationPanel::addField(QBoxLayout &layout)
@@ -221,6 +232,7 @@ void ApplicationPanel::openFileDialog()
         m_fileDialog = new ApplicationFileDialog(windowTitle(), m_chooseButton->text(), this);
         connect(m_fileDialog, &QFileDialog::fileSelected, this,
                 [this](const QString &path) { finish(path.toStdString()); });
+        darken(*m_fileDialog);
     }
     m_fileDialog->show();
     m_fileDialog->raise();

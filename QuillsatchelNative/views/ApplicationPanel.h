@@ -14,6 +14,7 @@ class PushButton;
 class QBoxLayout;
 class QKeyEvent;
 class TextField;
+class WindowSystem;
 class Workspace;
 struct Application;
 
@@ -28,7 +29,7 @@ public:
     /// Asks the workspace for its applications, which fill the list when they come. `prompt` is the
     /// title of the confirming button. The panel stays above the window of `parent`.
     ApplicationPanel(const QString &title, const QString &prompt, Workspace &workspace,
-                     QWidget *parent);
+                     WindowSystem &windowSystem, QWidget *parent);
     ~ApplicationPanel() override;
 
     ApplicationPanel(const ApplicationPanel &) = delete;
@@ -45,6 +46,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void darken(QWidget &window);
     void addField(QBoxLayout &layout);
     void addList(QBoxLayout &layout, Workspace &workspace);
     void addButtons(QBoxLayout &layout, const QString &prompt);
@@ -59,6 +61,7 @@ private:
     void openFileDialog();
     void tell();
 
+    WindowSystem &m_windowSystem;
     ApplicationListModel *m_model;
     TextField *m_field = nullptr;
     ApplicationList *m_list = nullptr;

@@ -20,8 +20,9 @@ QWidget *activeMainWindow()
 
 } // namespace
 
-PanelApplicationChooser::PanelApplicationChooser(Workspace &workspace)
+PanelApplicationChooser::PanelApplicationChooser(Workspace &workspace, WindowSystem &windowSystem)
     : m_workspace(workspace)
+    , m_windowSystem(windowSystem)
 {
 }
 
@@ -33,7 +34,8 @@ PanelApplicationChooser::~PanelApplicationChooser()
 void PanelApplicationChooser::begin(const QString &title, const QString &prompt,
                                     std::function<void(const std::optional<std::string> &)> receive)
 {
-    auto *const panel = new ApplicationPanel(title, prompt, m_workspace, activeMainWindow());
+    auto *const panel =
+        new ApplicationPanel(title, prompt, m_workspace, m_windowSystem, activeMainWindow());
     panel->onFinish = [this, panel, receive = std::move(receive)](const auto &path) {
         if (m_panel == panel)
             m_panel.clear();

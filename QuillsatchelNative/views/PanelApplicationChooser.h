@@ -6,6 +6,7 @@
 
 class ApplicationPanel;
 class QWidget;
+class WindowSystem;
 class Workspace;
 
 /// Chooses in a panel above the window that is active when it is asked, one at a time: a new
@@ -13,7 +14,7 @@ class Workspace;
 class PanelApplicationChooser final : public ApplicationChooser
 {
 public:
-    explicit PanelApplicationChooser(Workspace &workspace);
+    PanelApplicationChooser(Workspace &workspace, WindowSystem &windowSystem);
     ~PanelApplicationChooser() override;
 
     PanelApplicationChooser(const PanelApplicationChooser &) = delete;
@@ -27,5 +28,6 @@ public:
 
 private:
     Workspace &m_workspace;
+    WindowSystem &m_windowSystem;
     QPointer<ApplicationPanel> m_panel; // while it is open; its parent's, if it has one
 };

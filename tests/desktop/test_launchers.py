@@ -70,6 +70,18 @@ class LaunchersTest(DesktopTest):
         chosen = application(self.application, FRESH_ID)
         self.expect_saved_slots(chosen, None, None, None, None)
 
+    def test_the_chooser_asks_for_title_bars_as_dark_as_it_is(self):
+        panel = self.start()
+        card = panel.open_settings()
+        self.slot(card, 1).find("Choose App…", "push button").press()
+        chooser, = wait_for("the chooser", lambda: windows_named("Choose an Application"))
+        self.assertEqual(chooser.theme_variant(), "dark")
+
+        panel.find("Other…", "push button").press()
+        both = wait_for("the file dialog",
+                        lambda: (found := windows_named("Choose an Application"))[1:] and found)
+        self.assertEqual([window.theme_variant() for window in both], ["dark", "dark"])
+
     def test_a_choice_is_thought_better_of(self):
         panel = self.start()
         card = panel.open_settings()

@@ -15,6 +15,8 @@ class FakeWindowSystem final : public WindowSystem
 public:
     void showOnAllDesktops(QWindow & /*window*/) override { ++showings; }
 
+    void darkenTitleBar(QWindow &window) override { darkened.push_back(&window); }
+
     void blurBehind(QWindow & /*window*/, const QSize &size, int radius) override
     {
         blurs.push_back({ size, radius });
@@ -35,6 +37,7 @@ public:
     };
 
     int showings = 0;
+    std::vector<QWindow *> darkened;  ///< one each time it is asked for
     std::vector<Blur> blurs;          ///< one each time it is asked for
     std::vector<StartupToken> tokens; ///< one an activation
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationList.h"
@@ -45,8 +46,9 @@ protected:
     /// Shows a panel that has not heard from the workspace yet.
     void openEmpty()
     {
-        panel = new ApplicationPanel(QStringLiteral("Choose an Application"),
-                                     QStringLiteral("Add Launcher"), workspace, nullptr);
+        panel =
+            new ApplicationPanel(QStringLiteral("Choose an Application"),
+                                 QStringLiteral("Add Launcher"), workspace, windowSystem, nullptr);
         panel->onFinish = [this](const auto &path) { answers.push_back(path); };
         panel->show();
         panel->activateWindow();
@@ -130,6 +132,7 @@ protected:
     }
 
     FakeWorkspace workspace;
+    FakeWindowSystem windowSystem;
     QPointer<ApplicationPanel> panel;
     Answers answers;
 

@@ -28,6 +28,15 @@ protected:
     QWidget *focus() const { return panel->focusWidget(); }
 };
 
+TEST_F(ApplicationPanelTest, AsksForDarkTitleBars)
+{
+    open();
+    EXPECT_EQ(windowSystem.darkened, std::vector { panel->windowHandle() });
+    Input::click(button("Other\u2026"));
+    ASSERT_TRUE(fileDialog());
+    EXPECT_EQ(windowSystem.darkened.back(), fileDialog()->windowHandle());
+}
+
 TEST_F(ApplicationPanelTest, IsAnOrdinaryWindowUnderItsTitle)
 {
     open();

@@ -1,5 +1,6 @@
 #include "views/PanelApplicationChooser.h"
 
+#include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "views/ApplicationPanel.h"
 #include "views/Input.h"
@@ -76,8 +77,9 @@ protected:
     const Answers none { std::nullopt };
     std::vector<std::unique_ptr<Answers>> answersOfAll; // a chooser that goes answers, too
     FakeWorkspace workspace;
+    FakeWindowSystem windowSystem;
     std::unique_ptr<PanelApplicationChooser> chooser =
-        std::make_unique<PanelApplicationChooser>(workspace);
+        std::make_unique<PanelApplicationChooser>(workspace, windowSystem);
 };
 
 TEST_F(PanelApplicationChooserTest, ShowsAPanelAndReturns)

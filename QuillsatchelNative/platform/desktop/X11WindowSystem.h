@@ -22,6 +22,7 @@ public:
     X11WindowSystem();
 
     void showOnAllDesktops(QWindow &window) override;
+    void darkenTitleBar(QWindow &window) override;
     void blurBehind(QWindow &window, const QSize &size, int radius) override;
     void activate(QWindow &window, const StartupToken &token) override;
 
@@ -36,8 +37,8 @@ private:
     X11Selection m_compositor { "_NET_WM_CM_S0" };
     // The compositor sets it on the root window, a program on what is to be blurred.
     X11RootProperty m_blur { "_KDE_NET_WM_BLUR_BEHIND_REGION" };
-    Cancellable m_compositorCancellable;
     X11RootProperty m_windowManager { "_NET_SUPPORTING_WM_CHECK" };
+    Cancellable m_compositorCancellable;
     Cancellable m_blurCancellable;
-};
     Cancellable m_windowManagerCancellable;
+};
