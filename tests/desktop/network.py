@@ -1,5 +1,6 @@
-"""A network of the tests' own where the machine's does not let them be a website."""
+"""A network of the tests' own, in which they can be a website."""
 
+import contextlib
 import ctypes
 import fcntl
 import os
@@ -15,16 +16,36 @@ IFF_UP = 1
 
 
 def prepare_for_a_website():
-    """Leaves this process, and all that it starts from now on, with port 80 of the loopback free
-    for it, if need be in a network namespace of its own. To be called before there are threads."""
-    if _can_be_a_website():
-        return
+    """Tells whether this process, and all that it starts from now on, can serve port 80 of the
+    loopback, if possible in a network namespace of their own. Call before there are threads."""
+    # Root needs no user namespace, which a changed root folder rules out.
+    for namespaces in (CLONE_NEWNET, CLONE_NEWUSER | CLONE_NEWNET):
+        if _succeeds_in_a_child(lambda: _enter(namespaces)):
+            _enter(namespaces)
+            return True
+    return _can_be_a_website()
+
+
+def _succeeds_in_a_child(action):
+    """A process cannot leave a namespace that turns out to be of no use, so a child tries it."""
+    child = os.fork()
+    if child == 0:
+        is_usable = False
+        with contextlib.suppress(OSError):
+            action()
+            is_usable = _can_be_a_website()
+        os._exit(0 if is_usable else 1)
+    return os.waitpid(child, 0)[1] == 0
+
+
+def _enter(namespaces):
     user, group = os.geteuid(), os.getegid()
-    if ctypes.CDLL(None, use_errno=True).unshare(CLONE_NEWUSER | CLONE_NEWNET):
-        raise OSError(ctypes.get_errno(), "neither port 80 nor a network namespace can be had")
-    for file, text in (("setgroups", "deny"), ("uid_map", f"{user} {user} 1"),
-                       ("gid_map", f"{group} {group} 1")):
-        pathlib.Path("/proc/self", file).write_text(text)
+    if ctypes.CDLL(None, use_errno=True).unshare(namespaces):
+        raise OSError(ctypes.get_errno(), "no new namespace")
+    if namespaces & CLONE_NEWUSER:
+        for file, text in (("setgroups", "deny"), ("uid_map", f"{user} {user} 1"),
+                           ("gid_map", f"{group} {group} 1")):
+            pathlib.Path("/proc/self", file).write_text(text)
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as handle:
         fcntl.ioctl(handle, SIOCSIFFLAGS, struct.pack("16sh14x", b"lo", IFF_UP))
 

@@ -5,11 +5,29 @@ import os
 import pathlib
 import shutil
 import subprocess
+import sys
 import tempfile
 
-from processes import Processes, end
-from waiting import wait_for
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "environment"))
 
+import environment as private_environment  # noqa: E402
+from processes import Processes, end  # noqa: E402
+from waiting import wait_for  # noqa: E402
+
+# The machine's other services would change what the program finds: portals, settings, trays.
+SERVICES = ("org.a11y.Bus", "org.xfce.Xfconf")
+BUS_CONFIGURATION = """<busconfig>
+<type>session</type>
+<listen>unix:tmpdir=/tmp</listen>
+<auth>EXTERNAL</auth>
+<servicedir>services</servicedir>
+<policy context="default">
+<allow send_destination="*" eavesdrop="true"/>
+<allow eavesdrop="true"/>
+<allow own="*"/>
+</policy>
+</busconfig>
+"""
 RECORDING_XDG_OPEN = """#!/bin/sh
 printf '%s\\n' "$@" >>"$OPENED_ADDRESSES"
 """
@@ -18,7 +36,7 @@ WINDOW_MANAGER = ("openbox", "--sm-disable")
 
 
 class Session:
-    """Display, bus and window manager, and a compositor as long as one is wanted.
+    """A display, a bus, a window manager, and a compositor while one is wanted.
 
     The environment is set for this process too: the accessibility bus is found through it.
     """
@@ -30,7 +48,8 @@ class Session:
         self._window_manager = None
 
     def __enter__(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="desktop-test-"))
+        self.folder = pathlib.Path(
+            tempfile.mkdtemp(prefix="desktop-test-", dir=private_environment.place()))
         self._log = open(self.folder / "log", "w")
         self._processes = Processes(self._make_environment(), self._log)
         try:
@@ -89,20 +108,14 @@ class Session:
         opener = programs / "xdg-open"
         opener.write_text(RECORDING_XDG_OPEN)
         opener.chmod(0o755)
-        environment = {
-            "PATH": f"{programs}:/usr/bin:/bin",
-            "HOME": str(self._make_folder("home")),
-            "LC_ALL": "C.UTF-8",
+        variables = private_environment.make(self.folder) | {
+            "PATH": f"{programs}:{private_environment.PATH}",
             "OPENED_ADDRESSES": str(self.folder / "opened"),
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         }
-        if "LSAN_OPTIONS" in os.environ:  # which leaks of libraries are known
-            environment["LSAN_OPTIONS"] = os.environ["LSAN_OPTIONS"]
-        for name in ("CACHE_HOME", "CONFIG_HOME", "DATA_HOME", "RUNTIME_DIR", "STATE_HOME"):
-            environment[f"XDG_{name}"] = str(self._make_folder(name.lower()))
         os.environ.clear()
-        os.environ.update(environment)
-        return environment
+        os.environ.update(variables)
+        return variables
 
     def _make_folder(self, name):
         folder = self.folder / name
@@ -125,8 +138,14 @@ class Session:
         self._set("DISPLAY", f":{number}")
 
     def _start_bus(self):
-        bus = self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address",
-                         stdout=subprocess.PIPE, text=True)
+        services = self._make_folder("services")
+        for name in SERVICES:
+            file = f"{name}.service"
+            (services / file).symlink_to(pathlib.Path("/usr/share/dbus-1/services", file))
+        configuration = self.folder / "session_bus.conf"
+        configuration.write_text(BUS_CONFIGURATION)
+        bus = self.start("dbus-daemon", f"--config-file={configuration}", "--nofork",
+                         "--nopidfile", "--print-address", stdout=subprocess.PIPE, text=True)
         self._set("DBUS_SESSION_BUS_ADDRESS", bus.stdout.readline().strip())
 
     def use_window_manager(self, *command):

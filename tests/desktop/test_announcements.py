@@ -13,7 +13,7 @@ class AnnouncementsTest(DesktopTest):
     def setUp(self):
         self.open_panel([tab("Prompts", node("a", id=known_id(2)), id=known_id(1)),
                          tab("Letters", id=known_id(3))],
-                        environment={"PULSE_SERVER": "unix:/nonexistent"})
+                        environment={"PULSE_SERVER": f"unix:{self.session.folder}/nothing"})
 
     def test_that_a_text_was_copied_and_for_how_long(self):
         ear = Ear("object:property-change:accessible-name")

@@ -1,59 +1,15 @@
 """The five launchers: chosen, typed, opened, cleared."""
 
-import json
-
 from applications import WEB, RecordingApplication
-from desktop_test import DesktopTest
 from launchers import application, encode, website
+from launchers_test import LaunchersTest
 from library import FRESH_ID, known_id
 from tray import StatusItem, Tray
-from waiting import wait_for, wait_for_value
-from web_server import WebServer, png
-from x11 import color_at, press_keys, type_text, windows_named
-
-SECRET_COLOR = (0x12, 0xC4, 0x55)
+from waiting import wait_for
+from x11 import press_keys, type_text, windows_named
 
 
-class LaunchersTest(DesktopTest):
-    def setUp(self):
-        self.application = RecordingApplication(self.session, "Zither Notes", "Writes music down",
-                                                arguments='--greeting "hello world" %U')
-        self.addCleanup(self.application.remove)
-
-    @property
-    def launchers_file(self):
-        return self.session.data_folder / "launchers.json"
-
-    def start(self, slots=None):
-        self.session.clear_data()
-        self.session.data_folder.mkdir(mode=0o700)
-        if slots is not None:
-            self.launchers_file.write_text(encode(slots))
-        return self.open_panel()
-
-    def close_settings(self, panel):
-        press_keys("Escape")
-        wait_for("the card gone", lambda: not panel.has_any("Quick Launchers", "dialog"))
-
-    def slot(self, card, number):
-        return card.find(f"Launcher {number}", "panel")
-
-    def saved_slots(self):
-        try:
-            return json.loads(self.launchers_file.read_text())
-        except (FileNotFoundError, ValueError):
-            return [None] * 5
-
-    def expect_saved_slots(self, *slots):
-        """Byte for byte, but for the identifiers, which are the program's own to choose."""
-        wait_for_value("the slots", [None if slot is None else slot["target"] for slot in slots],
-                       lambda: [slot and slot["target"] for slot in self.saved_slots()])
-        expected = [slot and slot | {"id": saved["id"]}
-                    for slot, saved in zip(slots, self.saved_slots())]
-        for slot in filter(None, expected):
-            self.assertRegex(slot["id"], FRESH_ID)
-        self.assertEqual(self.launchers_file.read_text(), encode(expected))
-
+class ChosenLaunchersTest(LaunchersTest):
     def test_an_application_is_chosen_with_the_keyboard_and_started(self):
         panel = self.start()
         card = panel.open_settings()
@@ -94,42 +50,6 @@ class LaunchersTest(DesktopTest):
         wait_for("no chooser", lambda: not windows_named("Choose an Application"))
         self.assertFalse(self.launchers_file.exists())
         self.assertTrue(self.slot(card, 3).has_any("Empty launcher"))
-
-    def test_a_website_is_typed_and_its_icon_appears(self):
-        icon = png(SECRET_COLOR)
-        server = WebServer(icon)
-        self.addCleanup(server.close)
-        panel = self.start()
-        card = panel.open_settings()
-
-        slot = self.slot(card, 2)
-        slot.find("Website", "text").click()
-        type_text("http://127.0.0.1/start?q=1")
-        press_keys("Return")
-
-        slot.find("127.0.0.1")
-        slot.find("http://127.0.0.1/start?q=1")
-        stored = website("127.0.0.1", "http://127.0.0.1/start?q=1", FRESH_ID)
-        self.expect_saved_slots(None, stored, None, None, None)
-        cached = self.session.data_folder / "Favicons" / f"{self.saved_slots()[1]['id']}.png"
-        wait_for("the icon", cached.exists)
-        self.assertEqual(cached.read_bytes(), icon)
-        self.assertEqual(server.paths, ["/favicon.ico"])
-        # The badge has 17 points, then a gap of 8, then the icon's 22.
-        badge = slot.frame
-        place = badge.center._replace(x=badge.x + 9 + 17 + 8 + 11, y=badge.y + 9 + 13)
-        wait_for_value("the icon on the screen", "#%02X%02X%02X" % SECRET_COLOR,
-                       lambda: color_at(place))
-
-        self.close_settings(panel)
-        slot = self.slot(panel.open_settings(), 2)
-        self.assertEqual(slot.find("Website", "text").text, "http://127.0.0.1/start?q=1")
-
-        slot.find("Clear launcher", "push button").press()
-        slot.find("Empty launcher")
-        self.expect_saved_slots(None, None, None, None, None)
-        wait_for("the icon gone", lambda: not cached.exists())
-        self.assertEqual(slot.find("Website", "text").text, "")
 
     def test_an_address_that_is_none_is_refused(self):
         panel = self.start()

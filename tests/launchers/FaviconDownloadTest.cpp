@@ -89,7 +89,7 @@ protected:
             server.emplace([this](Exchange &exchange) { currentAnswer()(exchange); },
                            WebPort::Number);
         } catch (const std::system_error &error) {
-            GTEST_SKIP() << "Port 80 of 127.0.0.1 cannot be had, nor a network for this test: "
+            GTEST_SKIP() << "Port 80 of 127.0.0.1 and network namespaces are not available: "
                          << error.what();
         }
         restart();

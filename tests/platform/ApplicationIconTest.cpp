@@ -208,7 +208,9 @@ TEST_F(ApplicationIconTest, IsTheGenericOneWhereTheEntryHasNoneThatCanBeUsed)
 TEST_F(ApplicationIconTest, IsTheGenericOneOfWhatIsNoApplication)
 {
     addGeneric();
-    for (const auto *const path : { "", "relative", "/no/such.desktop", "/dev/null", "/" }) {
+    const std::string missing = TestDesktop::path("missing.desktop");
+    for (const auto &path : { std::string(), std::string("relative"), missing,
+                              std::string("/dev/null"), std::string("/") }) {
         const auto icon = workspace.applicationIcon(path, 16, 2);
         EXPECT_EQ(icon.size(), QSize(32, 32)) << path;
         EXPECT_EQ(icon.devicePixelRatio(), 2);
@@ -219,7 +221,7 @@ TEST_F(ApplicationIconTest, IsTheGenericOneOfWhatIsNoApplication)
 TEST_F(ApplicationIconTest, IsNoneWhereTheThemeHasNoneEither)
 {
     EXPECT_TRUE(iconOf("missing", 16, 1).isNull());
-    EXPECT_TRUE(workspace.applicationIcon("/no/such.desktop", 16, 1).isNull());
+    EXPECT_TRUE(workspace.applicationIcon(TestDesktop::path("missing.desktop"), 16, 1).isNull());
 }
 
 TEST_F(ApplicationIconTest, IsNoneOfASizeThatMakesNoSense)

@@ -124,7 +124,7 @@ TEST_F(DesktopEntryTest, IsNoneThatTellsOfNoApplication)
            "[Desktop Entry]\n"s, "[Desktop Entry]\nName=Name\nExec=sh\n"s,
            "[Desktop Entry]\nType=Link\nName=Name\nURL=https://example.com\n"s,
            "[Other]\nType=Application\n[Desktop Entry]\nType=Application\nExec=sh\n"s,
-           entryText("no-such-program"), entryText("/no/such/program"),
+           entryText("no-such-program"), entryText(TestDesktop::path("nothing")),
            entryText("sh -c 'unclosed"), entryText("sh", "TryExec=no-such-program\n"),
            entryText("sh") + std::string(2'000'000, '#') })
         EXPECT_FALSE(open(text)) << text.substr(0, 80);
@@ -138,8 +138,9 @@ TEST_F(DesktopEntryTest, IsNoneWhereThereIsNoPlainFile)
     std::filesystem::create_directory(folder);
     const std::string circle = TestDesktop::path("circle.desktop");
     std::filesystem::create_symlink(circle, circle);
-    for (const auto &other : { pipe, folder, circle, "/dev/zero"s, "/proc/kmsg"s, "/no/such/file"s,
-                               std::string(10'000, '/'), "/"s + std::string(10'000, 'x') })
+    for (const auto &other :
+         { pipe, folder, circle, "/dev/zero"s, "/proc/kmsg"s, TestDesktop::path("nothing").string(),
+           std::string(10'000, '/'), "/"s + std::string(10'000, 'x') })
         EXPECT_FALSE(DesktopEntry::open(other)) << other.substr(0, 80);
 }
 

@@ -2,11 +2,13 @@
 
 #include "fakes/TestFiles.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace
 {
@@ -17,7 +19,7 @@ protected:
     void SetUp() override
     {
         setenv("LC_ALL", "en_US.UTF-8", 1);
-        setenv("PULSE_SERVER", "unix:/nonexistent", 1);
+        setenv("PULSE_SERVER", ("unix:" + server).c_str(), 1);
     }
 
     static bool isModuleOpen()
@@ -25,6 +27,8 @@ protected:
         return TestFiles::read("/proc/self/maps").find("/speech.so") != std::string::npos;
     }
 
+    QTemporaryDir folder;
+    std::string server = folder.filePath(QStringLiteral("nothing")).toStdString();
     DesktopSpeech speech;
 };
 

@@ -80,7 +80,8 @@ TEST_F(InstanceListenerTest, DoesNotMindSendersThatAreGone)
 
 TEST(InstanceListenerWithoutALockTest, HasNothingToHear)
 {
-    SingleInstance instance("/no/such/folder");
+    const QTemporaryDir folder;
+    SingleInstance instance(folder.filePath(QStringLiteral("nothing")).toStdString());
     instance.start({});
     const InstanceListener listener(instance, {});
     QCoreApplication::processEvents();

@@ -185,7 +185,8 @@ TEST_F(LaunchApplicationTest, StartsNothingFromABrokenEntry)
     for (const auto &text :
          { ""s, "program"s, "\0\xff\x1b"s, "[Desktop Entry]\nExec=program\n"s, entryText(""),
            entryText("no-such-program"), entryText(plain), entryText(TestDesktop::path("home")),
-           entryText("program 'unclosed"), entryText("program", "Path=/no/such/folder\n"),
+           entryText("program 'unclosed"),
+           entryText("program", "Path=" + TestDesktop::path("nothing").string() + "\n"),
            "[Desktop Entry]\nType=Application\nName=Name\n"s,
            "[Desktop Entry]\nType=Link\nName=Name\nURL=https://example.com\nExec=program\n"s }) {
         const auto id = "broken" + std::to_string(text.size()) + ".desktop";
@@ -199,8 +200,9 @@ TEST_F(LaunchApplicationTest, StartsNothingThatIsNoPlainFileWithAnAbsolutePath)
     const std::string entry = addEntry("a.desktop", entryText("program"));
     const std::string pipe = TestDesktop::path("pipe.desktop");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    for (const auto &path : { ""s, "a.desktop"s, "program"s, entry + '\0', pipe, "/"s, "/dev/zero"s,
-                              TestDesktop::path("home").string(), "/no/such.desktop"s })
+    for (const auto &path :
+         { ""s, "a.desktop"s, "program"s, entry + '\0', pipe, "/"s, "/dev/zero"s,
+           TestDesktop::path("home").string(), TestDesktop::path("nothing.desktop").string() })
         workspace.openApplication(path);
     EXPECT_EQ(startedPrograms(), Texts { "last" });
 }

@@ -94,7 +94,8 @@ TEST_F(StartupNotificationTest, SaysNothingOfProgramsThatWouldNotAnswer)
 TEST_F(StartupNotificationTest, WithdrawsWhatCannotBeStarted)
 {
     workspace.openApplication(addEntry(
-        "tool.desktop", entryText("program", "StartupNotify=true\nPath=/no/such/folder\n")));
+        "tool.desktop", entryText("program", "StartupNotify=true\nPath=" +
+                                                 TestDesktop::path("nothing").string() + "\n")));
     const auto messages = waitForMessages(2);
     ASSERT_EQ(messages.size(), 2U) << messages.front();
     EXPECT_TRUE(messages[0].starts_with("new:")) << messages[0];

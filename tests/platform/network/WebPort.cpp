@@ -8,6 +8,7 @@
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -17,7 +18,7 @@ namespace WebPort
 namespace
 {
 
-bool canBeHad()
+bool isAvailable()
 {
     try {
         const HttpServer server([](auto &) {}, Number);
@@ -27,24 +28,44 @@ bool canBeHad()
     }
 }
 
-void bringUpLoopback()
+bool bringUpLoopback()
 {
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     ifreq request {};
     std::strcpy(request.ifr_name, "lo");
     request.ifr_flags = IFF_UP;
-    ioctl(socket, SIOCSIFFLAGS, &request);
+    const bool isUp = ioctl(socket, SIOCSIFFLAGS, &request) == 0;
     close(socket);
+    return isUp;
+}
+
+bool enter(int namespaces)
+{
+    return unshare(namespaces) == 0 && bringUpLoopback();
+}
+
+/// A process cannot leave a namespace that turns out to be of no use, so a child tries it.
+bool isOfUse(int namespaces)
+{
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(enter(namespaces) && isAvailable() ? 0 : 1);
+    int status = 1;
+    waitpid(child, &status, 0);
+    return status == 0;
 }
 
 } // namespace
 
 void prepare()
 {
-    if (canBeHad() || unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0)
-        return;
-    bringUpLoopback();
-    prctl(PR_SET_DUMPABLE, 1); // or checkers of leaks may not look into the process any more
+    // Root needs no user namespace, which a changed root folder rules out.
+    for (const int namespaces : { CLONE_NEWNET, CLONE_NEWUSER | CLONE_NEWNET })
+        if (isOfUse(namespaces)) {
+            enter(namespaces);
+            prctl(PR_SET_DUMPABLE, 1); // for leak checkers, which look into the process
+            return;
+        }
 }
 
 } // namespace WebPort

@@ -61,7 +61,8 @@ protected:
     QTemporaryDir folder;
     Path data = folder.path().toStdString();
     Path model = data / "pocketsphinx/model/en-us";
-    std::vector<std::string> command { "/usr/bin/env", "LC_ALL=C", "XDG_DATA_DIRS=/nonexistent",
+    std::vector<std::string> command { "/usr/bin/env", "LC_ALL=C",
+                                       "XDG_DATA_DIRS=" + (data / "nothing").string(),
                                        "XDG_DATA_HOME=" + data.string(), LISTENER };
 };
 

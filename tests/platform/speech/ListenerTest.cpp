@@ -5,6 +5,7 @@
 #include "platform/speech/Recognition.h"
 #include "platform/speech/Voice.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -172,10 +173,12 @@ TEST_F(ListenerTest, IsReadyForTheNextTaskSoonAfterACancel)
 
 TEST(ListenerInquiryTest, IsAnsweredByTheModelsThereAre)
 {
-    setenv("XDG_DATA_HOME", "/nonexistent", 1);
-    setenv("XDG_DATA_DIRS", "/nonexistent", 1);
+    const QTemporaryDir folder;
+    const auto nothing = folder.filePath(QStringLiteral("nothing")).toStdString();
+    setenv("XDG_DATA_HOME", nothing.c_str(), 1);
+    setenv("XDG_DATA_DIRS", nothing.c_str(), 1);
     EXPECT_FALSE(listenerHasModel(LISTENER));
-    EXPECT_FALSE(listenerHasModel("/nonexistent/listener"));
+    EXPECT_FALSE(listenerHasModel(nothing));
     unsetenv("XDG_DATA_HOME");
     unsetenv("XDG_DATA_DIRS");
     setenv("LANG", "xx_XX", 1);

@@ -75,7 +75,7 @@ private:
         bool waitFor(Condition condition)
         {
             std::unique_lock lock(mutex);
-            return changed.wait_for(lock, std::chrono::seconds(150),
+            return changed.wait_for(lock, std::chrono::minutes(10),
                                     [this, &condition] { return condition(*this); });
         }
 
