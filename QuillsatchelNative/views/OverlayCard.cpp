@@ -86,7 +86,7 @@ void OverlayCard::addText(QBoxLayout &layout, const QString &text, const QFont &
 
 void OverlayCard::appear()
 {
-    m_earlierFocus = window()->focusWidget(); // known while another window is active, too
+    rememberFocus();
     setGeometry(parentWidget()->rect());
     placeCard();
     m_picture = picture();
@@ -109,16 +109,33 @@ void OverlayCard::finishAppearing()
 void OverlayCard::disappear()
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    if (m_earlierFocus && m_earlierFocus->isVisible())
-        m_earlierFocus->setFocus(Qt::PopupFocusReason);
-    else
-        setFocus(Qt::PopupFocusReason); // so that hiding the card does not look for another
+    auto *const earlier = earlierFocus();
+    // Without one the card keeps the focus, or hiding it would move the focus to any widget.
+    (earlier ? earlier : this)->setFocus(Qt::PopupFocusReason);
     m_picture = picture();
     m_card->hide();
     animate(m_presence, 0, [this] {
         hide();
         deleteLater();
     });
+}
+
+// The window knows its focus even while another window is active.
+void OverlayCard::rememberFocus()
+{
+    m_earlierFocus.clear();
+    for (auto *widget = window()->focusWidget(); widget; widget = widget->parentWidget())
+        m_earlierFocus.emplace_back(widget);
+}
+
+// The field that renames a tab ends when it loses the focus. Its chip then takes the focus back.
+QWidget *OverlayCard::earlierFocus() const
+{
+    const auto found = std::ranges::find_if(m_earlierFocus, [this](const auto &widget) {
+        return widget && widget->isVisible() &&
+               (widget == m_earlierFocus.front() || widget->focusPolicy() != Qt::NoFocus);
+    });
+    return found == m_earlierFocus.end() ? nullptr : found->data();
 }
 
 void OverlayCard::animate(qreal from, qreal to, std::function<void()> done)

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 class QBoxLayout;
 class QVariantAnimation;
@@ -69,16 +70,18 @@ private:
     void animate(qreal from, qreal to, std::function<void()> done);
     void placeCard();
     void finishAppearing();
+    void rememberFocus();
+    QWidget *earlierFocus() const;
     QPixmap picture() const;
     const QPixmap &shadow();
 
     Look m_look;
     QWidget *m_card;
     SymbolButton *m_closeButton;
-    QPointer<QVariantAnimation> m_animation; // while the card comes or goes
-    QPointer<QWidget> m_earlierFocus;
-    QPixmap m_picture; // of the card, while it comes or goes
-    QPixmap m_shadow;  // made anew when the card's size changes
+    QPointer<QVariantAnimation> m_animation;       // while the card comes or goes
+    std::vector<QPointer<QWidget>> m_earlierFocus; // the widget, then those it lies in
+    QPixmap m_picture;                             // of the card, while it comes or goes
+    QPixmap m_shadow;                              // made anew when the card's size changes
     qreal m_presence = 1;
     bool m_isPressedBeside = false;
 };

@@ -53,7 +53,6 @@ TabChip::TabChip(QWidget *parent)
     , m_deletion(new QAction(tr("Delete Tab"), this))
 {
     setCheckable(true);
-    setToolTip(tr("Double-click to rename"));
     setAccessibleRole(*this, QAccessible::PageTab);
     connect(this, &QAbstractButton::clicked, this, [this] { onSelect(); });
     connect(m_renaming, &QAction::triggered, this, [this] { onRename(); });
@@ -93,16 +92,23 @@ void TabChip::renderActive(bool isActive)
 
 void TabChip::renderField(bool isEditing)
 {
-    if (!isEditing) {
-        if (m_field)
-            m_field->deleteLater();
-        m_field.clear();
-        return;
-    }
+    setToolTip(isEditing ? QString() : tr("Double-click to rename"));
+    if (!isEditing)
+        return removeField();
     if (!m_field)
         makeField();
     if (m_field->text().toStdString() != m_name)
         m_field->setText(stringFromUtf8(m_name));
+}
+
+// The chip keeps the focus that the field had. Qt would move it to another widget.
+void TabChip::removeField()
+{
+    if (isFieldFocused())
+        setFocus(Qt::MouseFocusReason);
+    if (m_field)
+        m_field->deleteLater();
+    m_field.clear();
 }
 
 void TabChip::makeField()
@@ -133,12 +139,23 @@ void TabChip::placeField()
         m_field->setGeometry(rect().adjusted(HorizontalPadding, 0, -HorizontalPadding, 0));
 }
 
-void TabChip::focusField()
+bool TabChip::focusField()
 {
     if (!m_field)
-        return;
+        return false;
     m_field->setFocus(Qt::OtherFocusReason);
     m_field->selectAll();
+    return true;
+}
+
+bool TabChip::isFieldFocused() const
+{
+    return m_field && window()->focusWidget() == m_field;
+}
+
+bool TabChip::isInField(const QWidget &widget) const
+{
+    return m_field && (&widget == m_field || m_field->isAncestorOf(&widget));
 }
 
 bool TabChip::eventFilter(QObject *object, QEvent *event)
@@ -148,15 +165,10 @@ bool TabChip::eventFilter(QObject *object, QEvent *event)
     if (event->type() == QEvent::InputMethod) {
         m_isComposing = !static_cast<QInputMethodEvent *>(event)->preeditString().isEmpty();
         update();
-    } else if (event->type() == QEvent::FocusOut) {
-        const auto reason = static_cast<QFocusEvent *>(event)->reason();
-        // A menu over the field, or another window, only borrows the focus.
-        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
-            onEndEditing();
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
-            setFocus(Qt::OtherFocusReason); // which the field hears as the end
+            setFocus(Qt::OtherFocusReason); // which ends the renaming
             return true;
         }
     }

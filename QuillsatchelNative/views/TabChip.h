@@ -28,16 +28,18 @@ public:
     std::function<void()> onDelete = [] {};
     /// Another name was typed.
     std::function<void(const std::string &)> onName = [](const std::string &) {};
-    /// Return was pressed in the field, or the focus went elsewhere.
-    std::function<void()> onEndEditing = [] {};
 
     /// Shows the tab as a label or, while it is edited, as a field.
     void render(const PromptTab &tab, bool isActive, bool isEditing, bool canDelete);
 
     const QUuid &tabID() const { return m_tabID; }
 
-    /// Puts the keyboard into the field, its whole text selected; nothing unless it is editing.
-    void focusField();
+    /// Gives the field the focus and selects its text. False if there is no field.
+    bool focusField();
+    /// Whether the field has the focus, or gets it back with its window.
+    bool isFieldFocused() const;
+    /// Whether a press on `widget` is a press on the field.
+    bool isInField(const QWidget &widget) const;
 
     QSize sizeHint() const override;
     /// The width of the text's frame, in points, for a tab of this name.
@@ -54,9 +56,11 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    void renderName();
     void renderActive(bool isActive);
     void renderField(bool isEditing);
     void makeField();
+    void removeField();
     void placeField();
     void showMenu(const QPoint &globalPlace);
 

@@ -5,6 +5,7 @@
 #include "views/SymbolButton.h"
 #include "views/TabChip.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPointer>
@@ -40,7 +41,10 @@ TabStrip::TabStrip(SatchelStore &store, MainQueue &mainQueue, QWidget *parent)
     makeRow();
     m_newTabButton->setFixedSize(NewTabButtonSize);
     m_newTabButton->setLabel(tr("New tab"));
-    connect(m_newTabButton, &QAbstractButton::clicked, this, [this] { m_store.addTab(); });
+    connect(m_newTabButton, &QAbstractButton::clicked, this, &TabStrip::addTab);
+    connect(qApp, &QApplication::focusChanged, this, &TabStrip::followFocus);
+    connect(m_scrollArea->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+            &TabStrip::revealEditedChip);
     m_scheduler.observe(store);
     render();
 }
@@ -71,12 +75,13 @@ QSize TabStrip::sizeHint() const
 
 void TabStrip::render()
 {
-    const bool hasFocus = focusedChip();
+    const bool hadFocus = focusedChip();
     const auto place = std::ranges::find(m_chips, focusedChip()) - m_chips.begin();
     renderChips();
     layOutChips();
     const bool isNew = revealActiveChip();
-    if (hasFocus)
+    revealEditedChip();
+    if (hadFocus || focusedChip())
         keepFocus(static_cast<std::size_t>(place), isNew);
 }
 
@@ -131,12 +136,7 @@ TabChip *TabStrip::makeChip()
     };
     chip->onDelete = [this, chip] { m_store.deleteTab(chip->tabID()); };
     chip->onName = [this, chip](const std::string &name) {
-        m_revealedTabID.reset(); // the chip may grow out of sight
         m_store.renameTab(chip->tabID(), name);
-    };
-    chip->onEndEditing = [this, chip] {
-        if (m_editingTabID == chip->tabID())
-            endEditing();
     };
     chip->show();
     return chip;
@@ -162,6 +162,13 @@ bool TabStrip::revealActiveChip()
     return true;
 }
 
+// Whatever scrolls or resizes the row: typing into a field out of sight would be blind.
+void TabStrip::revealEditedChip()
+{
+    if (auto *const edited = chipOf(m_editingTabID))
+        m_scrollArea->ensureWidgetVisible(edited, 0, 0);
+}
+
 // The keys that press a tab are not left with one that is active no longer, or gone.
 void TabStrip::keepFocus(std::size_t place, bool isAnotherActive)
 {
@@ -172,6 +179,13 @@ void TabStrip::keepFocus(std::size_t place, bool isAnotherActive)
         chip = m_chips[std::min(place, m_chips.size() - 1)];
     if (chip)
         chip->setFocus(Qt::OtherFocusReason);
+}
+
+TabChip *TabStrip::chipOf(const std::optional<QUuid> &id) const
+{
+    const auto found =
+        std::ranges::find_if(m_chips, [&id](const TabChip *chip) { return chip->tabID() == id; });
+    return found == m_chips.end() ? nullptr : *found;
 }
 
 TabChip *TabStrip::activeChip() const
@@ -191,6 +205,8 @@ TabChip *TabStrip::focusedChip() const
 void TabStrip::beginEditing(const QUuid &id)
 {
     m_editingTabID = id;
+    m_focusedTabID.reset();
+    qApp->installEventFilter(this);
     m_scheduler.schedule();
     // The field exists only once the strip was rendered.
     m_mainQueue.async([strip = QPointer(this), id] {
@@ -201,15 +217,44 @@ void TabStrip::beginEditing(const QUuid &id)
 
 void TabStrip::focusField(const QUuid &id)
 {
-    const auto found = std::ranges::find(m_chips, id, &TabChip::tabID);
-    if (found != m_chips.end())
-        (*found)->focusField();
+    auto *const chip = chipOf(id);
+    if (chip && chip->focusField())
+        m_focusedTabID = id;
+}
+
+// The window's account of its focus counts. A menu, or another window, only borrows the focus.
+void TabStrip::followFocus()
+{
+    const auto *const chip = chipOf(m_focusedTabID);
+    if (chip && !chip->isFieldFocused())
+        endEditing();
+}
+
+// Buttons take no focus when they are pressed, so presses have to be watched as well. A press in a
+// menu may be one in the field's own.
+bool TabStrip::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() != QEvent::MouseButtonPress || QApplication::activePopupWidget())
+        return false;
+    const auto *const pressed = qobject_cast<QWidget *>(object);
+    const auto *const edited = chipOf(m_editingTabID);
+    if (pressed && edited && !edited->isInField(*pressed))
+        endEditing();
+    return false;
 }
 
 void TabStrip::endEditing()
 {
     m_editingTabID.reset();
+    m_focusedTabID.reset();
+    qApp->removeEventFilter(this);
     m_scheduler.schedule();
+}
+
+void TabStrip::addTab()
+{
+    endEditing();
+    m_store.addTab();
 }
 
 QList<QWidget *> TabStrip::focusStops() const
@@ -229,6 +274,11 @@ void TabStrip::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.fillRect(rect(), Painting::qColor(SrgbColor::black(0.08)));
+}
+
+void TabStrip::resizeEvent(QResizeEvent * /*event*/)
+{
+    revealEditedChip();
 }
 
 void TabStrip::wheelEvent(QWheelEvent *event)

@@ -14,7 +14,10 @@ class SymbolButton;
 class TabChip;
 
 /// The bar with one chip a tab in a row that scrolls, and the button that adds a tab. It keeps
-/// only which chip is being renamed; all else is the store's.
+/// only which chip is being renamed; everything else is the store's.
+///
+/// Renaming ends when the focus leaves the field, on a press outside the field, and when a tab is
+/// added. Meanwhile the row does not scroll the chip out of sight.
 class TabStrip final : public QWidget
 {
     Q_OBJECT
@@ -35,7 +38,9 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
@@ -46,13 +51,17 @@ private:
     void removeChip(TabChip *chip);
     void layOutChips();
     bool revealActiveChip();
+    void revealEditedChip();
     void keepFocus(std::size_t place, bool isAnotherActive);
+    TabChip *chipOf(const std::optional<QUuid> &id) const;
     TabChip *activeChip() const;
     TabChip *focusedChip() const;
 
     void beginEditing(const QUuid &id);
     void focusField(const QUuid &id);
+    void followFocus();
     void endEditing();
+    void addTab();
 
     SatchelStore &m_store;
     MainQueue &m_mainQueue;
@@ -62,5 +71,6 @@ private:
     SymbolButton *m_newTabButton;
     std::vector<TabChip *> m_chips; // in the order of the tabs
     std::optional<QUuid> m_editingTabID;
+    std::optional<QUuid> m_focusedTabID; // once the field of the edited tab has the focus
     std::optional<QUuid> m_revealedTabID;
 };

@@ -44,6 +44,23 @@ TEST_F(TabNamesTest, StoresANameThatAnAssistiveProgramTypes)
     EXPECT_EQ(field->text(), QStringLiteral("Older"));
 }
 
+TEST_F(TabNamesTest, RenamingEndsWhenACardOpens)
+{
+    openView({ tabOf("Old") });
+    Input::doubleClick(chip("Old"));
+    settle();
+    ASSERT_TRUE(view->findChild<QLineEdit *>());
+    preferences.showsInfoCard.set(true);
+    settle();
+    settle();
+    EXPECT_FALSE(view->findChild<QLineEdit *>());
+    EXPECT_TRUE(aboutCard()->hasFocus());
+
+    preferences.showsInfoCard.set(false);
+    settle();
+    EXPECT_TRUE(chip("Old").hasFocus());
+}
+
 TEST_F(TabNamesTest, ADeletedTabsFocusStaysNearbyAndTheStripWhereItIs)
 {
     std::vector<PromptTab> tabs;

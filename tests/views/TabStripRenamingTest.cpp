@@ -137,6 +137,90 @@ TEST_F(TabStripRenamingTest, EndsWhenAnotherChipIsClicked)
     EXPECT_EQ(activeChip(), 2U);
 }
 
+TEST_F(TabStripRenamingTest, EndsOnAPressAnywhereOutsideTheField)
+{
+    const QPoint onTheGround(400, 150);
+    const QPoint besideTheChips(390, 19);
+    const QPoint besideTheFieldInItsChip = chip(1).mapTo(&window, QPoint(3, 10));
+    for (const QPoint place : { onTheGround, besideTheChips, besideTheFieldInItsChip }) {
+        doubleClick(1);
+        ASSERT_TRUE(isRenaming());
+        Input::press(window, place);
+        settle();
+        EXPECT_FALSE(isRenaming()) << place.x() << ", " << place.y();
+        Input::release(window, place);
+        settle();
+        EXPECT_FALSE(isRenaming()) << place.x() << ", " << place.y();
+    }
+}
+
+TEST_F(TabStripRenamingTest, LeavesTheFocusWithTheChipAfterAPressOutside)
+{
+    doubleClick(1);
+    Input::click(window, { 400, 150 });
+    settle();
+    EXPECT_TRUE(chip(1).hasFocus());
+    Input::key(window, Qt::Key_F2);
+    settle();
+    EXPECT_TRUE(isRenaming());
+}
+
+TEST_F(TabStripRenamingTest, EndsWhenATabIsAdded)
+{
+    doubleClick(1);
+    Input::click(*Input::button(*strip, "New tab"));
+    settle();
+    EXPECT_FALSE(isRenaming());
+    EXPECT_EQ(names(), Texts({ "One", "Two", "Three", "New Tab" }));
+
+    doubleClick(1);
+    QAccessible::queryAccessibleInterface(Input::button(*strip, "New tab"))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return names().size() == 5U; }));
+    settle();
+    EXPECT_FALSE(isRenaming());
+}
+
+TEST_F(TabStripRenamingTest, GoesOnWhileTheFieldIsPressed)
+{
+    doubleClick(1);
+    Input::click(*field());
+    settle();
+    EXPECT_TRUE(isRenaming());
+    EXPECT_TRUE(field()->hasFocus());
+}
+
+TEST_F(TabStripRenamingTest, GoesOnWhenTheFieldsMenuIsUsed)
+{
+    doubleClick(1);
+    type("Name");
+    Input::withMenu([this] { Input::click(*field(), field()->rect().center(), Qt::RightButton); },
+                    [](QMenu &menu) {
+                        for (auto *const action : menu.actions()) {
+                            if (action->text().contains(QStringLiteral("Select All")))
+                                Input::choose(menu, action);
+                        }
+                    });
+    settle();
+    ASSERT_TRUE(isRenaming());
+    EXPECT_EQ(field()->selectedText().toStdString(), "Name");
+}
+
+TEST_F(TabStripRenamingTest, EndsWhenTheFocusGoesElsewhereWhileAnotherWindowIsActive)
+{
+    doubleClick(1);
+    QWidget other;
+    Input::show(other);
+    elsewhere->setFocus(Qt::PopupFocusReason);
+    other.hide();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    settle();
+    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_FALSE(isRenaming());
+}
+
 TEST_F(TabStripRenamingTest, GoesOnToTheChipThatIsDoubleClickedNext)
 {
     doubleClick(1);

@@ -33,6 +33,17 @@ protected:
         settle();
     }
 
+    /// Turns a wheel that scrolls to the sides, over the middle of the chips.
+    void turnSideways(int notches)
+    {
+        auto *const hit = window.childAt(200, 19);
+        QWheelEvent event(hit->mapFrom(&window, QPointF(200, 19)),
+                          window.mapToGlobal(QPointF(200, 19)), {}, { 120 * notches, 0 },
+                          Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(hit, &event);
+    }
+
     static constexpr int Count = 60;
 };
 
@@ -87,6 +98,56 @@ TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhileItGrows)
     Input::type(window, "a much longer name for a tab");
     settle();
     EXPECT_TRUE(isInSight(59));
+}
+
+TEST_F(TabStripScrollingTest, ShowsTheWholeChipThatIsToBeRenamed)
+{
+    Input::wheel(*strip, -1); // which leaves a part of the first one
+    ASSERT_FALSE(isInSight(0));
+    Input::click(chip(0), { chip(0).width() - 20, 10 });
+    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {},
+                       Input::placeInWindow(chip(0), { chip(0).width() - 20, 10 }));
+    settle();
+    ASSERT_TRUE(field());
+    EXPECT_TRUE(isInSight(0));
+}
+
+TEST_F(TabStripScrollingTest, NeverScrollsTheRenamedTabOutOfSight)
+{
+    select(30);
+    doubleClick(30);
+    for (int count = 0; count < 50; ++count)
+        Input::wheel(*strip, -1);
+    EXPECT_TRUE(isInSight(30));
+    turnSideways(-50);
+    EXPECT_TRUE(isInSight(30));
+    turnSideways(100);
+    EXPECT_TRUE(isInSight(30));
+    EXPECT_TRUE(field());
+}
+
+TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhenTheStripGetsNarrower)
+{
+    select(30);
+    Input::wheel(*strip, 2); // so that it lies at the right
+    select(31);
+    doubleClick(31);
+    strip->resize(300, TabStrip::Height);
+    settle();
+    EXPECT_GE(placeOf(31).left(), 9);
+    EXPECT_LT(placeOf(31).right(), 300 - 9 - 24 - 4);
+}
+
+TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhenTabsBeforeItGoAway)
+{
+    select(30);
+    doubleClick(30);
+    while (store().tabs().get().size() > 35)
+        store().deleteTab(store().tabs().get().front().id);
+    settle();
+    ASSERT_TRUE(field());
+    EXPECT_TRUE(isInSight(5));
+    EXPECT_EQ(field()->parentWidget(), &chip(5));
 }
 
 TEST_F(TabStripScrollingTest, ShowsTheChipThatTheKeyboardReaches)

@@ -2,6 +2,7 @@
 #include "views/Picture.h"
 #include "views/TabStripFixture.h"
 
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 namespace
@@ -168,6 +169,25 @@ TEST_F(TabStripTest, OffersToRenameAndToDelete)
     });
     EXPECT_EQ(names(), Texts({ "One", "Two" }));
     EXPECT_EQ(activeChip(), 0U);
+}
+
+TEST_F(TabStripTest, TellsOverAChipHowToRenameIt)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    Input::moveTo(chip(1), { 20, 10 });
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_EQ(QToolTip::text().toStdString(), "Double-click to rename");
+}
+
+TEST_F(TabStripTest, TellsNothingOverTheFieldThatRenamesATab)
+{
+    openStrip({ tabOf("One"), tabOf("Two") });
+    doubleClick(1);
+    ASSERT_TRUE(field());
+    for (const QPoint place : { QPoint(30, 10), QPoint(3, 10) }) {
+        Input::moveTo(chip(1), place);
+        EXPECT_FALSE(QTest::qWaitFor([] { return QToolTip::isVisible(); }, 1000)) << place.x();
+    }
 }
 
 TEST_F(TabStripTest, DoesNotLetTheOnlyTabBeDeleted)
