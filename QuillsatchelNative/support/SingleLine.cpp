@@ -36,14 +36,43 @@ bool turnsDirection(QChar character)
 
 bool isHarmful(QChar character)
 {
-    return character.category() == QChar::Other_Control || turnsDirection(character);
+    switch (character.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return turnsDirection(character);
+    }
 }
 
 QString singleLine(std::string_view text)
 {
     QString line = stringFromUtf8(text);
+    const auto isBoth = [](QChar first, QChar second) {
+        return isHarmful(first) && isHarmful(second);
+    };
+    const auto repeated = std::ranges::unique(line, isBoth);
+    line.truncate(repeated.begin() - line.begin());
     std::ranges::replace_if(line, isHarmful, QLatin1Char(' '));
-    return line.simplified();
+    return line;
+}
+
+/// Characters that show nothing although Unicode does not class them as blanks or formats: fillers,
+/// the empty Braille pattern, variation selectors and the grapheme joiner.
+bool isFiller(char32_t character)
+{
+    constexpr std::u32string_view Fillers = U"\u034F\u115F\u1160\u2800\u3164\uFFA0";
+    return Fillers.find(character) != Fillers.npos ||
+           (character >= 0xFE00 && character <= 0xFE0F) ||
+           (character >= 0xE0100 && character <= 0xE01EF);
+}
+
+bool isInvisible(char32_t character)
+{
+    const auto category = QChar::category(character);
+    return QChar::isSpace(character) || category == QChar::Other_Control ||
+           category == QChar::Other_Format || isFiller(character);
 }
 
 } // namespace
@@ -72,6 +101,11 @@ QString ends(std::string_view text)
     if (text.size() <= 2 * MoreThanFits)
         return singleLine(text);
     return beginning(text) + Ellipsis + singleLine(utf8End(text, MoreThanFits));
+}
+
+bool looksEmpty(QStringView line)
+{
+    return std::ranges::all_of(line.toUcs4(), isInvisible);
 }
 
 } // namespace SingleLine

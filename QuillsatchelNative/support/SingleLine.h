@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 #include <string_view>
 
-/// Texts that come from anywhere, made fit to be drawn on one line: line breaks, control characters
-/// and characters that turn the direction of what follows become blanks, and of a text longer than
-/// any line on a screen only a part is looked at.
+/// Makes any text fit to be drawn on one line. A run of line breaks, control characters and
+/// characters that turn the direction of what follows becomes one blank; other blanks stay as they
+/// are. Of a text longer than any line on a screen only a part is looked at.
 namespace SingleLine
 {
 
@@ -19,5 +20,9 @@ QString abridged(std::string_view text);
 
 /// Both ends of `text` (UTF-8), for lines that are cut in the middle.
 QString ends(std::string_view text);
+
+/// Whether `line` shows nothing: it has only blanks, invisible characters and fillers, or no
+/// characters.
+bool looksEmpty(QStringView line);
 
 } // namespace SingleLine

@@ -1,6 +1,7 @@
 #include "views/TabChip.h"
 
 #include "support/CharacterCount.h"
+#include "support/SingleLine.h"
 #include "support/Utf8.h"
 #include "views/AccessibleRole.h"
 #include "views/Painting.h"
@@ -38,13 +39,6 @@ int textHeight()
     return QFontMetrics(nameFont(true)).height();
 }
 
-/// As much of the name as any chip could show, on one line.
-QString singleLine(const std::string &name)
-{
-    constexpr std::size_t MoreThanFits = 512;
-    return QString::fromStdString(name.substr(0, MoreThanFits)).simplified();
-}
-
 } // namespace
 
 TabChip::TabChip(QWidget *parent)
@@ -72,13 +66,20 @@ void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool c
     m_deletion->setEnabled(canDelete);
     if (isOther) {
         m_name = tab.name;
-        setText(tab.name.empty() ? tr("Untitled") : singleLine(tab.name));
-        setShortcut({}); // which Qt makes of an ampersand in the text
-        setAccessibleName(text());
-        resize(sizeHint());
+        renderName();
     }
     renderActive(isActive);
     renderField(isEditing);
+}
+
+// A name of blanks is shown as it is, but a screen reader would pass over it.
+void TabChip::renderName()
+{
+    const QString line = SingleLine::beginning(m_name);
+    setText(m_name.empty() ? tr("Untitled") : line);
+    setShortcut({}); // which Qt makes of an ampersand in the text
+    setAccessibleName(SingleLine::looksEmpty(line) ? tr("Untitled") : line);
+    resize(sizeHint());
 }
 
 void TabChip::renderActive(bool isActive)

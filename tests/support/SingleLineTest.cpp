@@ -29,10 +29,28 @@ TEST(SingleLineTest, LeavesTextsOfOneLineAlone)
 TEST(SingleLineTest, MakesBlanksOfLineBreaks)
 {
     for (const auto *const text :
-         { "a\nb", "a\r\nb", "a\vb", "a\fb", "a\u0085b", "a\u2028b", "a\u2029b", "\na\n\n\nb\n" }) {
+         { "a\nb", "a\r\nb", "a\vb", "a\fb", "a\u0085b", "a\u2028b", "a\u2029b", "a\n\n\nb" }) {
         EXPECT_EQ(beginning(text), "a b");
         EXPECT_EQ(ends(text), "a b");
     }
+    EXPECT_EQ(beginning("\na\n\nb\n"), " a b ");
+}
+
+TEST(SingleLineTest, KeepsBlanksAsTheyAre)
+{
+    for (const auto *const text : { "a  b", " a ", "   ", "a\u00A0\u00A0b", "\u3000a" }) {
+        EXPECT_EQ(beginning(text), text);
+        EXPECT_EQ(ends(text), text);
+    }
+}
+
+TEST(SingleLineTest, KnowsWhatLooksEmpty)
+{
+    for (const auto *const text : { u"", u"  ", u"\t\n", u"\u00A0\u3000", u"\u200B\u200D\uFEFF",
+                                    u"\u2800", u"\u3164", u"\uFE0F", u"\u202E", u"\U000E0020" })
+        EXPECT_TRUE(SingleLine::looksEmpty(text)) << QStringView(text).toString().toStdString();
+    for (const auto *const text : { u"a", u"  a", u"-", u"\u0301", u"\U0001F600", u"\uFFFD" })
+        EXPECT_FALSE(SingleLine::looksEmpty(text)) << QStringView(text).toString().toStdString();
 }
 
 TEST(SingleLineTest, MakesBlanksOfControlCharacters)
@@ -42,7 +60,7 @@ TEST(SingleLineTest, MakesBlanksOfControlCharacters)
                         "b"),
               "a b");
     EXPECT_EQ(beginning("a\u0090b"), "a b");
-    EXPECT_EQ(beginning("\x01"), "");
+    EXPECT_EQ(beginning("\x01"), " ");
 }
 
 TEST(SingleLineTest, KeepsTheDirectionThatLettersHave)

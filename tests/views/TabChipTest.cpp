@@ -129,6 +129,26 @@ TEST_F(TabChipTest, ShowsUntitledForAnEmptyName)
     EXPECT_FALSE(Picture(chip, Ground).inkIn(chip.rect(), Ground).isEmpty());
 }
 
+TEST_F(TabChipTest, IsCalledUntitledWhenItsNameLooksEmpty)
+{
+    for (const auto *const name : { " ", "   ", "\t", "\u00A0", "\u200B", "\n" }) {
+        render(name);
+        EXPECT_EQ(Input::spokenName(chip), "Untitled") << name;
+        EXPECT_TRUE(Picture(chip, Ground).inkIn(chip.rect(), Ground).isEmpty()) << name;
+    }
+}
+
+TEST_F(TabChipTest, KeepsTheBlanksOfItsName)
+{
+    for (const auto *const name : { "a  b", " a ", "a\u00A0b" }) {
+        render(name);
+        EXPECT_EQ(Input::spokenName(chip), name);
+        EXPECT_EQ(chip.text().toStdString(), name);
+    }
+    render("a\nb");
+    EXPECT_EQ(Input::spokenName(chip), "a b");
+}
+
 TEST_F(TabChipTest, ShowsTheSamePlaceholderWhileAnEmptyNameIsEdited)
 {
     render("", true, true);
