@@ -6,6 +6,11 @@
 #include <QWidget>
 #include <QWindow>
 
+void WindowDrag::begin(const QWidget &widget)
+{
+    widget.window()->windowHandle()->startSystemMove();
+}
+
 void WindowDrag::press(const QMouseEvent &event)
 {
     m_pressedAt.reset();
@@ -21,5 +26,5 @@ void WindowDrag::move(const QMouseEvent &event)
     if (distance < QGuiApplication::styleHints()->startDragDistance())
         return;
     m_pressedAt.reset();
-    m_widget.window()->windowHandle()->startSystemMove();
+    begin(m_widget);
 }

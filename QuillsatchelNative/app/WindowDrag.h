@@ -7,9 +7,9 @@
 class QMouseEvent;
 class QWidget;
 
-/// Moves the window of a widget along with the pointer. It begins with the first real movement,
-/// not with the press: a window manager that is asked during a very short click misses its end
-/// and leaves the window stuck to the pointer.
+/// Moves the window of a widget that also reacts to a double click. The drag starts when the
+/// pointer has moved a little, because once the window manager has the pointer there is no second
+/// click.
 class WindowDrag
 {
 public:
@@ -18,6 +18,10 @@ public:
         : m_widget(widget)
     {
     }
+
+    /// Hands the pointer over to the window manager, which moves the widget's window until the
+    /// button is released.
+    static void begin(const QWidget &widget);
 
     /// To be told of the widget's presses and of its moves while a button is down.
     void press(const QMouseEvent &event);

@@ -1,5 +1,9 @@
 #include "app/WindowDragLabel.h"
 
+#include "app/WindowDrag.h"
+
+#include <QMouseEvent>
+
 WindowDragLabel::WindowDragLabel(const QString &text, QWidget *parent)
     : QLabel(text, parent)
 {
@@ -7,10 +11,6 @@ WindowDragLabel::WindowDragLabel(const QString &text, QWidget *parent)
 
 void WindowDragLabel::mousePressEvent(QMouseEvent *event)
 {
-    m_drag.press(*event);
-}
-
-void WindowDragLabel::mouseMoveEvent(QMouseEvent *event)
-{
-    m_drag.move(*event);
+    if (event->button() == Qt::LeftButton)
+        WindowDrag::begin(*this);
 }

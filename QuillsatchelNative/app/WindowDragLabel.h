@@ -1,10 +1,8 @@
 #pragma once
 
-#include "app/WindowDrag.h"
-
 #include <QLabel>
 
-/// A label by which the whole window is dragged.
+/// A label by which the whole window is dragged. The drag starts with the press.
 class WindowDragLabel final : public QLabel
 {
     Q_OBJECT
@@ -14,8 +12,4 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-
-private:
-    WindowDrag m_drag { *this };
 };

@@ -126,6 +126,28 @@ class PlaceTest(WindowTest):
         self.drag(self.panel.find("Quillsatchel", "label").frame.center, -90, 30,
                   lambda begun: begun._replace(x=begun.x - 90, y=begun.y + 30))
 
+    def test_its_name_moves_it_from_the_first_point_on(self):
+        frame = self.window.frame()
+        start = self.panel.find("Quillsatchel", "label").frame.center
+
+        def follows():
+            # The window manager may take over the pointer only after it has moved.
+            move_pointer(start.moved(2, 0))
+            move_pointer(start.moved(4, 0))
+            return self.window.frame() == frame._replace(x=frame.x + 4)
+
+        with button_held(start):
+            wait_for("the panel following by four points", follows)
+
+    def test_clicks_on_its_name_leave_it_where_it_is(self):
+        frame = self.window.frame()
+        name = self.panel.find("Quillsatchel", "label")
+        for _ in range(10):
+            name.click()
+        glide(name.frame.center, 60, 40)
+        time.sleep(0.3)  # any window manager that still holds the window has moved it by now
+        self.assertEqual(self.window.frame(), frame)
+
     def test_its_background_does_not_move_it(self):
         frame = self.window.frame()
         first, second = (self.panel.node(number, 2).frame for number in (1, 2))
