@@ -84,8 +84,9 @@ void OverlayCard::addText(QBoxLayout &layout, const QString &text, const QFont &
     layout.addWidget(label);
 }
 
-void OverlayCard::appear()
+void OverlayCard::appear(Qt::FocusReason reason)
 {
+    m_focusReason = reason;
     rememberFocus();
     setGeometry(parentWidget()->rect());
     placeCard();
@@ -103,7 +104,7 @@ void OverlayCard::finishAppearing()
     m_card->show();
     m_closeButton->raise();
     if (hasFocus())
-        m_closeButton->setFocus(Qt::PopupFocusReason);
+        m_closeButton->setFocus(m_focusReason);
 }
 
 void OverlayCard::disappear()

@@ -41,8 +41,9 @@ public:
     /// The user asks to close the card.
     std::function<void()> onClose = [] {};
 
-    /// Shows the card over its parent and moves the focus into it.
-    void appear();
+    /// Shows the card over its parent and moves the focus into it, for this reason: it decides
+    /// whether the button with the focus shows it.
+    void appear(Qt::FocusReason reason = Qt::OtherFocusReason);
     /// Lets the card go; it deletes itself once it is gone.
     void disappear();
 
@@ -82,6 +83,7 @@ private:
     std::vector<QPointer<QWidget>> m_earlierFocus; // the widget, then those it lies in
     QPixmap m_picture;                             // of the card, while it comes or goes
     QPixmap m_shadow;                              // made anew when the card's size changes
+    Qt::FocusReason m_focusReason = Qt::OtherFocusReason;
     qreal m_presence = 1;
     bool m_isPressedBeside = false;
 };

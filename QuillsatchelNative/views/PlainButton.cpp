@@ -33,6 +33,33 @@ void PlainButton::setLabel(const QString &label)
     setAccessibleName(label);
 }
 
+Qt::FocusReason PlainButton::focusReason() const
+{
+    return m_showsFocus ? Qt::OtherFocusReason : Qt::MouseFocusReason;
+}
+
+void PlainButton::setShowsFocus(bool showsFocus)
+{
+    m_showsFocus = showsFocus;
+    update();
+}
+
+bool PlainButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress)
+        setShowsFocus(true);
+    return QAbstractButton::event(event);
+}
+
+// A menu or another window gives back the focus that it borrowed, shown or not as before.
+void PlainButton::focusInEvent(QFocusEvent *event)
+{
+    const auto reason = event->reason();
+    if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+        setShowsFocus(reason != Qt::MouseFocusReason);
+    QAbstractButton::focusInEvent(event);
+}
+
 void PlainButton::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
@@ -41,7 +68,7 @@ void PlainButton::paintEvent(QPaintEvent * /*event*/)
         painter.setOpacity(PressedOpacity);
     paintContent(painter);
     painter.restore();
-    if (hasFocus())
+    if (hasFocus() && m_showsFocus)
         Painting::focusRing(painter, rect(), focusRadius());
 }
 

@@ -25,10 +25,11 @@ constexpr int NewNodePadding = 8;
 constexpr int CardMargin = 8; // at least, around a card that floats over the view
 
 /// Has the card that `make` makes appear while it is wanted, and lets it go afterwards. True if it
-/// has just appeared. It keeps clear of the `topInset` under the title bar.
+/// has just appeared. It keeps clear of the `topInset` under the title bar and takes the focus for
+/// the given reason.
 template <typename Make>
 bool renderCard(QPointer<OverlayCard> &card, const Published<bool> &isWanted, int topInset,
-                Make &&make)
+                Qt::FocusReason reason, Make &&make)
 {
     if (isWanted.get() == !card.isNull())
         return false;
@@ -39,7 +40,7 @@ bool renderCard(QPointer<OverlayCard> &card, const Published<bool> &isWanted, in
     }
     card = std::forward<Make>(make)();
     card->setContentsMargins(CardMargin, topInset + CardMargin, CardMargin, CardMargin);
-    card->appear();
+    card->appear(reason);
     return true;
 }
 
@@ -172,10 +173,12 @@ void QuillsatchelView::renderMessage(const std::optional<QString> &message)
 
 void QuillsatchelView::renderCards()
 {
+    const auto reason = m_lastInput.focusReason();
     const bool isAboutNew = renderCard(m_aboutCard, m_windowPreferences.showsInfoCard, m_topInset,
-                                       [this] { return makeAboutCard(); });
-    const bool isSettingsNew = renderCard(m_settingsCard, m_windowPreferences.showsSettingsCard,
-                                          m_topInset, [this] { return makeSettingsCard(); });
+                                       reason, [this] { return makeAboutCard(); });
+    const bool isSettingsNew =
+        renderCard(m_settingsCard, m_windowPreferences.showsSettingsCard, m_topInset, reason,
+                   [this] { return makeSettingsCard(); });
     if (isAboutNew && m_settingsCard && !isSettingsNew) { // the settings lie above
         m_settingsCard->raise();
         m_settingsCard->setFocus(Qt::PopupFocusReason);

@@ -5,6 +5,7 @@
 #include "library/SatchelStore.h"
 #include "preferences/WindowPreferences.h"
 #include "support/Cancellable.h"
+#include "views/LastInput.h"
 #include "views/RenderScheduler.h"
 
 #include <QPointer>
@@ -75,6 +76,7 @@ private:
     DictationController m_dictation;
     std::string m_dictatedText; // what the dictated node holds until the user changes it
     RenderScheduler m_scheduler;
+    LastInput m_lastInput;
     TabStrip *m_tabStrip;
     NodeList *m_nodeList;
     MessageLine *m_messageLine;

@@ -75,14 +75,14 @@ QSize TabStrip::sizeHint() const
 
 void TabStrip::render()
 {
-    const bool hadFocus = focusedChip();
-    const auto place = std::ranges::find(m_chips, focusedChip()) - m_chips.begin();
+    const auto *const earlier = focusedChip();
+    const auto place = std::ranges::find(m_chips, earlier) - m_chips.begin();
     renderChips();
     layOutChips();
     const bool isNew = revealActiveChip();
     revealEditedChip();
-    if (hadFocus || focusedChip())
-        keepFocus(static_cast<std::size_t>(place), isNew);
+    if (const auto *const from = earlier ? earlier : focusedChip())
+        keepFocus(static_cast<std::size_t>(place), isNew, from->focusReason());
 }
 
 void TabStrip::renderChips()
@@ -170,7 +170,7 @@ void TabStrip::revealEditedChip()
 }
 
 // The keys that press a tab are not left with one that is active no longer, or gone.
-void TabStrip::keepFocus(std::size_t place, bool isAnotherActive)
+void TabStrip::keepFocus(std::size_t place, bool isAnotherActive, Qt::FocusReason reason)
 {
     auto *chip = focusedChip();
     if (isAnotherActive)
@@ -178,7 +178,7 @@ void TabStrip::keepFocus(std::size_t place, bool isAnotherActive)
     else if (!chip && !m_chips.empty())
         chip = m_chips[std::min(place, m_chips.size() - 1)];
     if (chip)
-        chip->setFocus(Qt::OtherFocusReason);
+        chip->setFocus(reason);
 }
 
 TabChip *TabStrip::chipOf(const std::optional<QUuid> &id) const

@@ -52,7 +52,7 @@ private:
     void layOutChips();
     bool revealActiveChip();
     void revealEditedChip();
-    void keepFocus(std::size_t place, bool isAnotherActive);
+    void keepFocus(std::size_t place, bool isAnotherActive, Qt::FocusReason reason);
     TabChip *chipOf(const std::optional<QUuid> &id) const;
     TabChip *activeChip() const;
     TabChip *focusedChip() const;

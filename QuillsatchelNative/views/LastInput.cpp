@@ -1,0 +1,41 @@
+#include "views/LastInput.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+
+LastInput::LastInput()
+{
+    qApp->installEventFilter(this);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, &LastInput::forgetKeys);
+}
+
+Qt::FocusReason LastInput::focusReason() const
+{
+    return m_isKey ? Qt::OtherFocusReason : Qt::MouseFocusReason;
+}
+
+// A key that is a shortcut is never pressed as far as widgets know.
+bool LastInput::eventFilter(QObject * /*object*/, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride:
+        m_isKey = true;
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+        m_isKey = false;
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+// What is chosen in the desktop's tray meanwhile comes without any press.
+void LastInput::forgetKeys(Qt::ApplicationState state)
+{
+    if (state != Qt::ApplicationActive)
+        m_isKey = false;
+}
