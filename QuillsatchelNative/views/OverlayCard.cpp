@@ -7,6 +7,7 @@
 #include "views/SymbolButton.h"
 
 #include <QBoxLayout>
+#include <QEasingCurve>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -30,6 +31,14 @@ constexpr QSize CloseButtonSize(28, 28);
 constexpr int CloseSymbolSize = 12;
 constexpr int Duration = 160; // milliseconds
 constexpr qreal SmallestScale = 0.97;
+
+/// The standard ease-out curve.
+QEasingCurve easeOut()
+{
+    QEasingCurve curve(QEasingCurve::BezierSpline);
+    curve.addCubicBezierSegment({ 0, 0 }, { 0.58, 1 }, { 1, 1 });
+    return curve;
+}
 
 /// The card's ground.
 class Body final : public QWidget
@@ -146,7 +155,7 @@ void OverlayCard::animate(qreal from, qreal to, std::function<void()> done)
     const bool wantsMotion =
         style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
     m_animation->setDuration(wantsMotion ? Duration : 0);
-    m_animation->setEasingCurve(QEasingCurve::OutCubic);
+    m_animation->setEasingCurve(easeOut());
     m_animation->setStartValue(from);
     m_animation->setEndValue(to);
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {

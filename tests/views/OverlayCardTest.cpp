@@ -2,8 +2,10 @@
 #include "views/Picture.h"
 
 #include <QElapsedTimer>
+#include <QVariantAnimation>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <set>
 
 namespace
@@ -85,6 +87,85 @@ TEST_F(OverlayCardTest, FadesAndGrowsWhileItComes)
     EXPECT_GT(atFirst, atLast);
     EXPECT_TRUE(isColor(Picture(card, ground).at(2, 2), over(SrgbColor::black(0.58), ground)));
     EXPECT_EQ(card.cardGeometry(), place);
+}
+
+/// Where the cubic Bezier curve with the control points (0, 0) and (0.58, 1) is after a quarter, a
+/// half and three quarters of its time.
+constexpr std::array<double, 3> EaseOut { 0.378, 0.685, 0.906 };
+
+class OverlayCardFrameTest : public OverlayCardTest
+{
+protected:
+    /// Holds the animation at so many quarters of its time.
+    void stopAt(int quarters)
+    {
+        auto &animation = *aboutCard()->findChild<QVariantAnimation *>();
+        animation.pause();
+        animation.setCurrentTime(animation.duration() * quarters / 4);
+    }
+
+    /// How much of the card is there, from 0 to 1, told by the ground beside it.
+    double presence()
+    {
+        const QColor beside = Picture(*aboutCard(), Qt::white).at(2, 2);
+        return (1 - beside.redF()) / 0.58;
+    }
+
+    /// How wide the card is drawn, compared with what it measures at rest.
+    double scale()
+    {
+        const QRectF card = aboutCard()->cardGeometry();
+        const Picture picture(*aboutCard(), Qt::white);
+        const double inset = edgeNear(picture, card.left(), card.center().y()) - card.left();
+        return 1 - 2 * inset / card.width();
+    }
+
+    /// How exact that is: painting a picture moves its edges to the next pixel.
+    double tolerance()
+    {
+        return 1.5 / aboutCard()->devicePixelRatio() / aboutCard()->cardGeometry().width();
+    }
+
+    /// Where the card's left edge is, exact to a fraction of a pixel: it is where the picture
+    /// falls below the mean of what is outside and inside.
+    static double edgeNear(const Picture &picture, double left, double y)
+    {
+        const double pixel = 1 / picture.scale();
+        const auto light = [&picture, y, pixel](double x) {
+            return picture.at(x + pixel / 4, y).redF();
+        };
+        const double mean = (light(left - 2 * pixel) + light(left + 8)) / 2;
+        double x = left - 2 * pixel;
+        while (light(x + pixel) > mean)
+            x += pixel;
+        const double part = (light(x) - mean) / (light(x) - light(x + pixel));
+        return x + (0.5 + part) * pixel;
+    }
+};
+
+TEST_F(OverlayCardFrameTest, ComesWithTheStandardEaseOutAndGrowsFromNinetySevenHundredths)
+{
+    preferences.showsInfoCard.set(true);
+    settle();
+    for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
+        stopAt(static_cast<int>(quarter) + 1);
+        EXPECT_NEAR(presence(), EaseOut[quarter], 0.012) << quarter;
+        EXPECT_NEAR(scale(), 0.97 + 0.03 * EaseOut[quarter], tolerance()) << quarter;
+    }
+}
+
+TEST_F(OverlayCardFrameTest, GoesWithTheStandardEaseOutAndShrinksToNinetySevenHundredths)
+{
+    openCard();
+    auto *const card = aboutCard();
+    preferences.showsInfoCard.set(false);
+    settle();
+    ASSERT_EQ(aboutCard(), card);
+    for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
+        stopAt(static_cast<int>(quarter) + 1);
+        EXPECT_NEAR(presence(), 1 - EaseOut[quarter], 0.012) << quarter;
+        EXPECT_NEAR(scale(), 1 - 0.03 * EaseOut[quarter], tolerance()) << quarter;
+    }
 }
 
 TEST_F(OverlayCardTest, ClosesByAClickBesideTheCard)
