@@ -83,7 +83,7 @@ TEST_F(StatusMenuTest, ShowsNamesOnOneLineThatFitsTheScreen)
 {
     EXPECT_EQ(titleFor("a\nb\tc\x01"
                        "d \u202E e"),
-              "a b c d e");
+              "a b c d   e");
     EXPECT_EQ(titleFor(std::string(1024 * 1024, 'a')), std::string(79, 'a') + "…");
     EXPECT_EQ(titleFor(""), "");
 }
