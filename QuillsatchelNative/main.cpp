@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/EmojiFont.h"
 #include "app/PanelApplication.h"
 #include "platform/ApplicationFolder.h"
 #include "platform/Platform.h"
@@ -25,9 +26,10 @@ int main(int argc, char *argv[])
         return outcome == SingleInstance::Outcome::handedOver ? EXIT_SUCCESS : EXIT_FAILURE;
 
     LaunchArguments arguments(argc, argv);
-    const FontPreload fontPreload;
+    FontPreload fontPreload;
     const PanelApplication application(arguments.count(), arguments.values());
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
+    EmojiFont::apply(fontPreload.colorEmojiFamily());
     PanelApplication::setDesktopFileName(QStringLiteral("example.quillsatchel.Quillsatchel"));
     if (instance.ownsFolder())
         for (const auto *const name : { "", "/Favicons" })

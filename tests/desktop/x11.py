@@ -150,6 +150,15 @@ def color_at(point):
     return re.search(r"#[0-9A-F]{6}", pixel)[0]
 
 
+def colors_in(frame):
+    """Every color there, as triples of 0 to 255."""
+    x, y, width, height = frame
+    picture = subprocess.run(
+        ["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
+        check=True, stdout=subprocess.PIPE).stdout
+    return set(zip(picture[0::3], picture[1::3], picture[2::3]))
+
+
 def open_colored_window(session, title, color, frame, add_cleanup=lambda *_: None):
     """Another program's active window, painted in one colour."""
     x, y, width, height = frame

@@ -1,8 +1,68 @@
 #include "platform/desktop/FontPreload.h"
 
 #include <fontconfig/fontconfig.h>
+#include <memory>
+
+namespace
+{
+
+using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
+
+constexpr FcChar32 GrinningFace = 0x1F600;
+
+Pattern emojiPattern()
+{
+    Pattern pattern(FcPatternCreate(), &FcPatternDestroy);
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8 *>("emoji"));
+    FcPatternAddBool(pattern.get(), FC_COLOR, FcTrue);
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    return pattern;
+}
+
+bool isColorEmoji(FcPattern *font)
+{
+    FcBool isColor = FcFalse;
+    FcCharSet *characters = nullptr;
+    return FcPatternGetBool(font, FC_COLOR, 0, &isColor) == FcResultMatch && isColor &&
+           FcPatternGetCharSet(font, FC_CHARSET, 0, &characters) == FcResultMatch &&
+           FcCharSetHasChar(characters, GrinningFace);
+}
+
+QString findColorEmoji()
+{
+    FcResult result = FcResultNoMatch;
+    const Pattern font(FcFontMatch(nullptr, emojiPattern().get(), &result), &FcPatternDestroy);
+    FcChar8 *family = nullptr;
+    if (!font || !isColorEmoji(font.get()) ||
+        FcPatternGetString(font.get(), FC_FAMILY, 0, &family) != FcResultMatch)
+        return {};
+    return QString::fromUtf8(reinterpret_cast<const char *>(family));
+}
+
+} // namespace
 
 FontPreload::FontPreload()
-    : m_thread([] { FcInit(); })
+    : m_thread([this] {
+        FcInit();
+        m_colorEmojiFamily = findColorEmoji();
+    })
 {
+}
+
+FontPreload::~FontPreload()
+{
+    wait();
+}
+
+QString FontPreload::colorEmojiFamily()
+{
+    wait();
+    return m_colorEmojiFamily;
+}
+
+void FontPreload::wait()
+{
+    if (m_thread.joinable())
+        m_thread.join();
 }

@@ -1,0 +1,49 @@
+"""Emoji in the colors of the machine's color font."""
+
+import colorsys
+
+from desktop_test import DesktopTest
+from launchers import encode, website
+from library import encode as encode_library, known_id, node, tab
+from waiting import wait_for
+from x11 import colors_in, press_keys
+
+EMOJI = "\U0001F600"  # a grinning face, yellow
+MANY = EMOJI * 4
+
+
+class EmojiTest(DesktopTest):
+    def test_emoji_have_their_colors_in_tabs_nodes_launchers_and_the_rename_field(self):
+        panel = self.open_panel_with_emoji()
+        self.expect_yellow(panel.editor(1, 1).frame)
+        chip = panel.tab(MANY)
+        self.expect_yellow(chip.frame)
+
+        chip.click(times=2)
+        self.expect_yellow(panel.find("Tab name", "text").frame)
+        press_keys("Return")
+
+        card = panel.open_settings()
+        self.expect_yellow(card.find("Launcher 1", "panel").find(MANY, "label").frame)
+
+    def test_letters_and_digits_stay_in_the_desktops_font(self):
+        panel = self.open_panel([tab("Prompts", node("0123456789 #*", id=known_id(2)),
+                                     id=known_id(1))])
+        self.assertFalse(list(filter(is_yellow, colors_in(panel.editor(1, 1).frame))))
+
+    def open_panel_with_emoji(self):
+        self.session.clear_data()
+        self.session.data_folder.mkdir(mode=0o700)
+        self.library_file.write_bytes(encode_library(
+            [tab(MANY, node(MANY, id=known_id(2)), id=known_id(1))]))
+        (self.session.data_folder / "launchers.json").write_text(encode(
+            [website(MANY, "https://example.com", known_id(3)), None, None, None, None]))
+        return self.open_panel()
+
+    def expect_yellow(self, frame):
+        wait_for("yellow", lambda: any(map(is_yellow, colors_in(frame))))
+
+
+def is_yellow(color):
+    hue, saturation, value = colorsys.rgb_to_hsv(*(part / 255 for part in color))
+    return 0.08 < hue < 0.18 and saturation > 0.5 and value > 0.6

@@ -1,0 +1,57 @@
+#include "platform/desktop/FontPreload.h"
+
+#include "fakes/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fontconfig/fontconfig.h>
+#include <string>
+
+namespace
+{
+
+/// Font configurations of the test's own.
+class FontPreloadTest : public testing::Test
+{
+protected:
+    ~FontPreloadTest() override
+    {
+        unsetenv("FONTCONFIG_FILE");
+        FcFini();
+    }
+
+    std::string familyWith(const std::string &rules)
+    {
+        const auto file = folder.path().toStdString() + "/fonts.conf";
+        TestFiles::write(file, "<?xml version=\"1.0\"?><fontconfig>" + rules + "</fontconfig>");
+        setenv("FONTCONFIG_FILE", file.c_str(), 1);
+        FcFini(); // what is in effect so far
+        return FontPreload().colorEmojiFamily().toStdString();
+    }
+
+    QTemporaryDir folder;
+};
+
+const std::string SystemRules = "<include>/etc/fonts/fonts.conf</include>";
+
+TEST_F(FontPreloadTest, FindsTheColorFontForEmoji)
+{
+    EXPECT_EQ(familyWith(SystemRules), "Noto Color Emoji");
+}
+
+TEST_F(FontPreloadTest, FindsNoFontThatHasNoColors)
+{
+    EXPECT_EQ(familyWith(SystemRules + "<selectfont><rejectfont><pattern><patelt name=\"color\">"
+                                       "<bool>true</bool></patelt></pattern></rejectfont>"
+                                       "</selectfont>"),
+              "");
+}
+
+TEST_F(FontPreloadTest, FindsNothingWithoutFonts)
+{
+    EXPECT_EQ(familyWith(""), "");
+}
+
+} // namespace
