@@ -438,7 +438,7 @@ TEST_F(ApplicationPanelTest, KeepsTheDirectionOfTexts)
     open();
     EXPECT_EQ(shownNames(), Names { "a b" });
     const auto comment = list().model()->index(0, 0).data(Qt::AccessibleDescriptionRole);
-    EXPECT_EQ(comment.toString().toStdString(), "c d");
+    EXPECT_EQ(comment.toString().toStdString(), "c d ");
 }
 
 TEST_F(ApplicationPanelTest, NamesItsPartsForThoseWhoCannotSee)
