@@ -1,8 +1,11 @@
 #include "views/ApplicationFileDialog.h"
 
 #include "views/Painting.h"
+#include "views/PopupMenu.h"
 #include "views/SatchelTheme.h"
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -42,6 +45,7 @@ bool isEntry(const QFileInfo &file)
 ApplicationFileDialog::ApplicationFileDialog(const QString &title, const QString &prompt,
                                              QWidget *parent)
     : QFileDialog(parent, title, startingFolder())
+    , m_menu(new PopupMenu(this))
 {
     // The desktop's own is not sure to be there, nor to be dark.
     setOptions(DontUseNativeDialog | ReadOnly);
@@ -51,6 +55,24 @@ ApplicationFileDialog::ApplicationFileDialog(const QString &title, const QString
     setLabelText(Accept, prompt);
     setPalette(opaque(palette()));
     resize(Size);
+    addMenu();
+}
+
+// In place of the menus of Qt's views, which block, and crash if the dialog is deleted meanwhile.
+// Of their entries only this one is of use for choosing.
+void ApplicationFileDialog::addMenu()
+{
+    auto *const showHidden = m_menu->addAction(tr("Show hidden files"));
+    showHidden->setCheckable(true);
+    connect(showHidden, &QAction::toggled, this,
+            [this](bool isShown) { setFilter(filter().setFlag(QDir::Hidden, isShown)); });
+    for (auto *const view : findChildren<QAbstractItemView *>())
+        view->setContextMenuPolicy(Qt::NoContextMenu); // leaves the event to the dialog
+}
+
+void ApplicationFileDialog::contextMenuEvent(QContextMenuEvent *event)
+{
+    m_menu->open(event->globalPos(), event->reason());
 }
 
 // Qt's own would take any file whose name is typed, and hold up the program to say that one is

@@ -2,6 +2,8 @@
 
 #include <QFileDialog>
 
+class PopupMenu;
+
 /// Lets the user choose a desktop entry anywhere on disk. `fileSelected` has its path.
 class ApplicationFileDialog final : public QFileDialog
 {
@@ -13,4 +15,10 @@ public:
 
 protected:
     void accept() override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void addMenu();
+
+    PopupMenu *m_menu;
 };

@@ -4,11 +4,11 @@
 #include "support/Whitespace.h"
 #include "views/AccessibleRole.h"
 #include "views/ActionButton.h"
+#include "views/ColorMenu.h"
 #include "views/DragHandle.h"
 #include "views/NodeEditor.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
-#include "views/Symbol.h"
 #include "views/SymbolButton.h"
 
 #include <QMenu>
@@ -22,7 +22,6 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-constexpr int MenuIconSize = 12;
 constexpr int Padding = 10;
 constexpr int Spacing = 8;
 constexpr int HeaderHeight = 24;
@@ -113,6 +112,7 @@ void PromptCard::renderText(const PromptBlock &block)
         m_editor->replaceText(block.text);
         return;
     }
+    closeMenus();
     m_blockID = block.id;
     m_editor->showText(block.text);
 }
@@ -172,22 +172,21 @@ void PromptCard::paintEvent(QPaintEvent * /*event*/)
 
 void PromptCard::showColorMenu()
 {
-    QMenu menu(this);
-    // While the menu is open, the list may hand the card another node.
-    const auto choose = [this, id = m_blockID](BlockColor color) {
-        if (id == m_blockID)
-            onColor(color);
-    };
-    for (const BlockColor color : BlockColor::allCases) {
-        const bool isCurrent = color == m_color;
-        const auto tint = color.swiftUIColor().value_or(SatchelTheme::secondary);
-        auto *const action = menu.addAction(
-            Symbol::menuIcon(isCurrent ? u"checkmark"_s : u"circle.fill"_s, tint, MenuIconSize),
-            QString::fromStdString(color.title()), this, [choose, color] { choose(color); });
-        if (isCurrent)
-            menu.setActiveAction(action);
-    }
-    menu.exec(m_colorButton->mapToGlobal(QPoint(0, m_colorButton->height())));
+    auto *const menu = new ColorMenu(m_color, this);
+    menu->onColor = [this](BlockColor color) { onColor(color); };
+    menu->open(m_colorButton->mapToGlobal(QPoint(0, m_colorButton->height())));
+}
+
+// The menus of the card and of its text would act on another node.
+void PromptCard::closeMenus()
+{
+    for (auto *const menu : findChildren<QMenu *>())
+        menu->close();
+}
+
+void PromptCard::hideEvent(QHideEvent * /*event*/)
+{
+    closeMenus();
 }
 
 void PromptCard::focusEditor()

@@ -59,6 +59,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void connectHandle();
@@ -67,6 +68,7 @@ private:
     void renderActions();
     void layOutActions();
     void showColorMenu();
+    void closeMenus();
 
     std::optional<QUuid> m_blockID;
     BlockColor m_color;

@@ -1,7 +1,9 @@
 #include "views/Symbol.h"
 
 #include "views/Painting.h"
+#include "views/SymbolIconEngine.h"
 
+#include <QFile>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -75,12 +77,12 @@ void paint(QPainter &painter, const QString &name, const QRectF &frame,
     painter.drawPixmap(Painting::onWholePixels(painter, place.topLeft()), pixmap);
 }
 
-QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int side)
+QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int side,
+               WhenSelected whenSelected)
 {
-    QIcon icon;
-    for (const qreal scale : { 1.0, 2.0 })
-        icon.addPixmap(cachedPixmap(name, QSizeF(side, side), scale, colorOf(tint)));
-    return icon;
+    if (!QFile::exists(fileOf(name)))
+        return {};
+    return QIcon(new SymbolIconEngine(name, tint, side, whenSelected)); // which it owns
 }
 
 QIcon applicationIcon(const QString &name)

@@ -20,8 +20,16 @@ namespace Symbol
 void paint(QPainter &painter, const QString &name, const QRectF &frame,
            const std::optional<SrgbColor> &tint);
 
+/// How a symbol stands out from the ground of a menu's selected entry, which may look like its
+/// tint.
+enum class WhenSelected {
+    White,
+    Outlined ///< in white; for a disc
+};
+
 /// The symbol as menus show it, `side` points square.
-QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int side);
+QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int side,
+               WhenSelected whenSelected = WhenSelected::White);
 
 /// The symbol in the sizes that window managers and docks ask for.
 QIcon applicationIcon(const QString &name);

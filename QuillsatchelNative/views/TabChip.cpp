@@ -5,6 +5,7 @@
 #include "support/Utf8.h"
 #include "views/AccessibleRole.h"
 #include "views/Painting.h"
+#include "views/PopupMenu.h"
 #include "views/SatchelTheme.h"
 
 #include <QAction>
@@ -12,7 +13,6 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPainter>
 
 #include <algorithm>
@@ -227,17 +227,21 @@ void TabChip::mouseDoubleClickEvent(QMouseEvent *event)
 
 void TabChip::contextMenuEvent(QContextMenuEvent *event)
 {
+    if (!m_menu)
+        makeMenu();
     const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
-    showMenu(isByMouse ? event->globalPos() : mapToGlobal(rect().bottomLeft()));
+    m_menu->open(isByMouse ? event->globalPos() : mapToGlobal(rect().bottomLeft()),
+                 event->reason());
 }
 
-void TabChip::showMenu(const QPoint &globalPlace)
+// Kept, because the accessibility tree knows each action as an entry of the menu that it was first
+// found in.
+void TabChip::makeMenu()
 {
-    QMenu menu(this);
-    menu.addAction(m_renaming);
-    menu.addSeparator();
-    menu.addAction(m_deletion);
-    menu.exec(globalPlace);
+    m_menu = new PopupMenu(this);
+    m_menu->addAction(m_renaming);
+    m_menu->addSeparator();
+    m_menu->addAction(m_deletion);
 }
 
 void TabChip::keyPressEvent(QKeyEvent *event)

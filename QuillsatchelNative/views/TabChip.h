@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+class PopupMenu;
 class QAction;
 class QLineEdit;
 
@@ -62,12 +63,13 @@ private:
     void makeField();
     void removeField();
     void placeField();
-    void showMenu(const QPoint &globalPlace);
+    void makeMenu();
 
     QUuid m_tabID;
     std::string m_name;
     QAction *m_renaming;
     QAction *m_deletion;
+    PopupMenu *m_menu = nullptr; // from its first use on
     QPointer<QLineEdit> m_field;
     bool m_isComposing = false; // in the field, with an input method
 };

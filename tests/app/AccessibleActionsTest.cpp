@@ -12,11 +12,7 @@
 
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <QTimer>
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <utility>
 
 namespace
 {
@@ -49,22 +45,35 @@ protected:
         settle();
     }
 
-    /// Hands the menu that `open` opens to `use`.
-    static void inMenu(const std::function<void()> &open,
-                       const std::function<void(QAccessibleInterface &)> &use)
+    void openMenuOf(QWidget &widget)
     {
-        QTimer eye;
-        bool wasOpen = false;
-        QObject::connect(&eye, &QTimer::timeout, [&] {
-            auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-            if (!menu || std::exchange(wasOpen, true))
-                return;
-            use(accessible(*menu));
-            menu->close();
-        });
-        eye.start(5);
-        open();
-        EXPECT_TRUE(wasOpen);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QApplication::sendEvent(&widget, &event);
+        ASSERT_TRUE(Input::openMenu());
+    }
+
+    static void pressEntry(const std::string &name)
+    {
+        auto &menu = accessible(*Input::openMenu());
+        for (int index = 0; index < menu.childCount(); ++index) {
+            auto &entry = *menu.child(index);
+            if (entry.text(QAccessible::Name).toStdString() == name)
+                return entry.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        }
+        FAIL() << name;
+    }
+
+    /// The checked entries of the open menu.
+    static Texts checkedEntries()
+    {
+        Texts names;
+        auto &menu = accessible(*Input::openMenu());
+        for (int index = 0; index < menu.childCount(); ++index) {
+            auto &entry = *menu.child(index);
+            if (entry.state().checked)
+                names.push_back(entry.text(QAccessible::Name).toStdString());
+        }
+        return names;
     }
 
     /// Replaces the whole text.
@@ -120,15 +129,68 @@ TEST_F(AccessibleActionsTest, ChooseAColorFromTheMenu)
     start({ tabOf("One", { "a" }) });
     auto &palette = button("Node color");
     EXPECT_EQ(accessible(palette).text(QAccessible::Description).toStdString(), "None");
-    inMenu([this, &palette] { pressByAction(palette); },
-           [](QAccessibleInterface &menu) {
-               auto &orange = *menu.child(2);
-               EXPECT_EQ(orange.role(), QAccessible::MenuItem);
-               EXPECT_EQ(orange.text(QAccessible::Name).toStdString(), "Orange");
-               orange.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-           });
+    pressByAction(palette);
+    ASSERT_TRUE(Input::openMenu());
+    EXPECT_EQ(checkedEntries(), Texts({ "None" }));
+    pressEntry("Orange");
+    EXPECT_FALSE(Input::openMenu());
     settle();
     EXPECT_EQ(accessible(palette).text(QAccessible::Description).toStdString(), "Orange");
+
+    pressByAction(palette);
+    ASSERT_TRUE(Input::openMenu());
+    EXPECT_EQ(checkedEntries(), Texts({ "Orange" }));
+    Input::openMenu()->close();
+}
+
+TEST_F(AccessibleActionsTest, DeleteATabWhileItsMenuIsOpen)
+{
+    start({ tabOf("One"), tabOf("Two") });
+    openMenuOf(*chips()[1]);
+    perform(*chips()[1], QStringLiteral("Delete Tab"));
+    EXPECT_EQ(chips().size(), 1U);
+    EXPECT_FALSE(Input::openMenu());
+}
+
+TEST_F(AccessibleActionsTest, DeleteATabByItsMenu)
+{
+    start({ tabOf("One"), tabOf("Two"), tabOf("Three") });
+    for (const std::size_t left : { 2U, 1U }) {
+        openMenuOf(*chips()[1]);
+        pressEntry("Delete Tab");
+        settle();
+        settle();
+        EXPECT_EQ(chips().size(), left);
+        EXPECT_FALSE(Input::openMenu());
+    }
+}
+
+TEST_F(AccessibleActionsTest, KnowTheEntriesOfAMenuThatOpensAgain)
+{
+    start({ tabOf("One"), tabOf("Two") });
+    for (int count = 0; count < 2; ++count) {
+        openMenuOf(*chips()[1]);
+        auto &menu = accessible(*Input::openMenu());
+        for (int index = 0; index < menu.childCount(); ++index)
+            EXPECT_EQ(menu.child(index)->parent(), &menu) << index;
+        Input::openMenu()->close();
+        settle();
+    }
+}
+
+TEST_F(AccessibleActionsTest, DeleteANodeWhileItsMenusAreOpen)
+{
+    start({ tabOf("One", { "a", "b", "c" }) });
+    pressByAction(*Input::button(*cards()[0], "Node color"));
+    ASSERT_TRUE(Input::openMenu());
+    pressByAction(*Input::button(*cards()[0], "Delete node"));
+    EXPECT_EQ(texts(), (Texts { "b", "c" }));
+    EXPECT_FALSE(Input::openMenu());
+
+    openMenuOf(*editor(0).viewport());
+    pressByAction(*Input::button(*cards()[0], "Delete node"));
+    EXPECT_EQ(texts(), (Texts { "c" }));
+    EXPECT_FALSE(Input::openMenu());
 }
 
 TEST_F(AccessibleActionsTest, MoveANode)

@@ -76,6 +76,11 @@ class Control:
         except GLib.Error:
             return []  # some went away just now
 
+    def children(self):
+        """What this control holds itself, hidden or not."""
+        count = self._accessible.get_child_count()
+        return [Control(self._accessible.get_child_at_index(index)) for index in range(count)]
+
     def has_any(self, name=None, role=None):
         return bool(self.find_all(name, role))
 

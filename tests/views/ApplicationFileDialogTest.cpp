@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QListView>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -171,6 +172,38 @@ TEST_F(ApplicationFileDialogTest, KeepsLinksThatOutlastWhatTheyLeadTo)
     choose(dialog, QStringLiteral("app.desktop"));
     settle();
     EXPECT_EQ(answers, Answers { (link + QStringLiteral("/app.desktop")).toStdString() });
+}
+
+TEST_F(ApplicationFileDialogTest, ShowsHiddenFilesOnRequest)
+{
+    auto &dialog = openDialog();
+    auto &viewport = *dialog.findChild<QListView *>(QStringLiteral("listView"))->viewport();
+    for (const bool isShown : { true, false }) {
+        Input::withMenu(
+            [&viewport] {
+                Input::click(viewport, { 5, 5 }, Qt::RightButton);
+            },
+            [](QMenu &menu) { Input::choose(menu, menu.actions().first()); });
+        EXPECT_EQ(dialog.filter().testFlag(QDir::Hidden), isShown);
+    }
+}
+
+TEST_F(ApplicationFileDialogTest, GoesWithThePanelWhileAMenuIsOpen)
+{
+    for (const auto &name : { QStringLiteral("listView"), QStringLiteral("sidebar") }) {
+        const QPointer<ApplicationFileDialog> dialog = &openDialog();
+        auto &viewport = *dialog->findChild<QListView *>(name)->viewport();
+        // A menu that blocks would return only when the panel is gone.
+        QTimer::singleShot(0, qApp, [this] {
+            panel->reject();
+            settle();
+        });
+        Input::click(viewport, { 5, 5 }, Qt::RightButton);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !panel; }));
+        EXPECT_FALSE(dialog);
+        EXPECT_FALSE(Input::openMenu());
+        openEmpty();
+    }
 }
 
 TEST_F(ApplicationFileDialogTest, ChangesNothingOnDisk)

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 
 /// How well what is drawn stands out from what it is drawn on, as the Web Content Accessibility
@@ -43,24 +44,52 @@ inline QImage enlarged(QWidget &widget, const QRect &area, const QColor &behind)
     return image;
 }
 
-/// Of what is drawn in the picture from its ground, which is what most of it has. What is smaller
-/// than a stroke is not counted.
-inline double within(const QImage &picture)
+constexpr int Stroke = 12; // pixels; less is not counted
+
+/// How many pixels have each colour.
+inline std::map<QRgb, int> colorsOf(const QImage &picture)
 {
-    constexpr int Stroke = 12; // pixels
     std::map<QRgb, int> counts;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x)
             ++counts[picture.pixel(x, y)];
     }
-    const auto ground =
-        std::ranges::max_element(counts, {}, [](const auto &color) { return color.second; });
+    return counts;
+}
+
+/// The colour of most pixels.
+inline QRgb groundOf(const std::map<QRgb, int> &colors)
+{
+    return std::ranges::max_element(colors, {}, [](const auto &color) { return color.second; })
+        ->first;
+}
+
+/// Of what is drawn in the picture from its ground. What is smaller than a stroke is not counted.
+inline double within(const QImage &picture)
+{
+    const auto colors = colorsOf(picture);
+    const QRgb ground = groundOf(colors);
     double greatest = 1;
-    for (const auto &[color, count] : counts) {
+    for (const auto &[color, count] : colors) {
         if (count >= Stroke)
-            greatest = std::max(greatest, between(color, ground->first));
+            greatest = std::max(greatest, between(color, ground));
     }
     return greatest;
+}
+
+/// The same for a pixmap that was scaled up, whose lines have pixels of many shades: the contrast
+/// that the strongest of them reach together.
+inline double withinScaled(const QImage &picture)
+{
+    const auto colors = colorsOf(picture);
+    const QRgb ground = groundOf(colors);
+    std::multimap<double, int, std::greater<>> counts;
+    for (const auto &[color, count] : colors)
+        counts.emplace(between(color, ground), count);
+    int pixels = 0;
+    const auto last = std::ranges::find_if(
+        counts, [&pixels](const auto &contrast) { return (pixels += contrast.second) >= Stroke; });
+    return last == counts.end() ? 1 : last->first;
 }
 
 } // namespace Contrast

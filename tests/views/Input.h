@@ -5,8 +5,8 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QTest>
-#include <QTimer>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
@@ -129,23 +129,22 @@ inline void commit(const QString &text)
     QApplication::sendEvent(QApplication::focusWidget(), &event);
 }
 
-/// Calls `open`, which shows a menu and returns when it is closed, and hands the open menu to
-/// `use`.
+inline QMenu *openMenu()
+{
+    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+}
+
+/// Calls `open`, which shows a menu, hands the menu to `use` and closes it.
 inline void withMenu(const std::function<void()> &open, const std::function<void(QMenu &)> &use)
 {
-    bool wasOpen = false;
-    QTimer::singleShot(0, qApp, [&use, &wasOpen] {
-        auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu)
-            return;
-        wasOpen = true;
-        use(*menu);
-        menu->close();
-    });
     auto *const window = QApplication::activeWindow();
     open();
-    EXPECT_TRUE(wasOpen);
-    // The offscreen platform takes menus for windows like others.
+    const QPointer menu = openMenu();
+    ASSERT_TRUE(menu);
+    use(*menu);
+    if (menu)
+        menu->close();
+    // The offscreen platform activates a menu like any window.
     window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
 }

@@ -1,5 +1,6 @@
 #include "views/PromptCardFixture.h"
 
+#include <QActionGroup>
 #include <QImage>
 #include <gtest/gtest.h>
 
@@ -204,16 +205,45 @@ TEST_F(PromptCardActionsTest, LetsTheKeyboardChooseAColor)
     EXPECT_EQ(reports, Reports({ "color Red" }));
 }
 
-TEST_F(PromptCardActionsTest, ColorsNoOtherNodeThanTheOneTheMenuWasOpenedFor)
+TEST_F(PromptCardActionsTest, ClosesItsMenusWhenItShowsAnotherNode)
 {
     show();
+    for (auto *const owner :
+         { static_cast<QWidget *>(button("Node color")), editor().viewport() }) {
+        const auto which = owner == editor().viewport() ? Qt::RightButton : Qt::LeftButton;
+        Input::click(*owner, owner->rect().center(), which);
+        ASSERT_TRUE(Input::openMenu());
+        render();
+        EXPECT_TRUE(Input::openMenu()) << "it is the same node";
+        block = { .text = "other", .color = {} };
+        render();
+        EXPECT_FALSE(Input::openMenu());
+    }
+}
+
+TEST_F(PromptCardActionsTest, ClosesItsMenusWhenItIsHidden)
+{
+    show();
+    press("Node color");
+    ASSERT_TRUE(Input::openMenu());
+    card.hide();
+    EXPECT_FALSE(Input::openMenu());
+}
+
+TEST_F(PromptCardActionsTest, MarksTheCurrentColorForAssistiveTechnology)
+{
+    block.color = BlockColor::green;
+    render();
+    show();
     Input::withMenu([this] { press("Node color"); },
-                    [this](QMenu &menu) {
-                        block = { .text = "other", .color = {} };
-                        render();
-                        Input::choose(menu, menu.actions()[3]);
+                    [](QMenu &menu) {
+                        auto &entries = *QAccessible::queryAccessibleInterface(&menu);
+                        for (int index = 0; index < entries.childCount(); ++index) {
+                            EXPECT_TRUE(menu.actions()[index]->isCheckable());
+                            EXPECT_EQ(entries.child(index)->state().checked, index == 4) << index;
+                        }
+                        EXPECT_TRUE(menu.actions()[0]->actionGroup()->isExclusive());
                     });
-    EXPECT_EQ(reports, Reports());
 }
 
 TEST_F(PromptCardActionsTest, NamesItsControlsForThoseWhoCannotSee)

@@ -86,6 +86,16 @@ TEST(SymbolTest, DrawsNothingForAnUnknownName)
     EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white(), 12).isNull());
 }
 
+TEST(SymbolTest, IsWhiteInTheSelectedEntryOfAMenu)
+{
+    const QIcon icon = Symbol::menuIcon(u"circle.fill"_s, SrgbColor { 1, 0, 0 }, 12);
+    const auto centerOf = [&icon](QIcon::Mode mode) {
+        return icon.pixmap(QSize(12, 12), mode).toImage().pixelColor(6, 6);
+    };
+    EXPECT_EQ(centerOf(QIcon::Normal), QColor(Qt::red));
+    EXPECT_EQ(centerOf(QIcon::Active), QColor(Qt::white));
+}
+
 TEST(SymbolTest, ShowsTheArtworkInItsOwnColors)
 {
     for (const auto &name : { u"CupIcon"_s, u"DockIcon"_s, u"Logo"_s }) {
