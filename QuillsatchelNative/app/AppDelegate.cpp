@@ -61,7 +61,18 @@ void AppDelegate::makePanel()
 void AppDelegate::makeMenus()
 {
     m_menus = new PanelMenus(*m_panel, [this](const MenuItem &item) { perform(item); });
-    m_panel->onShowMenu = [this](const QPoint &place) { m_menus->popUp(place); };
+    m_menus->launcherItems = [this] { return launcherItemsOfPanel(); };
+    m_panel->onShowMenu = [this](const QPoint &place, QContextMenuEvent::Reason reason) {
+        m_menus->popUp(place, reason);
+    };
+}
+
+// The panel's menu stands in for the status menu while no tray shows that one.
+std::vector<MenuItem> AppDelegate::launcherItemsOfPanel() const
+{
+    if (!m_statusItem || m_statusItem->isShown())
+        return {};
+    return StatusMenu::makeLauncherItems(m_launcherStore, m_panel->devicePixelRatio());
 }
 
 // Drawing the icon takes longer than anything in the panel, and the desktop is asked over D-Bus;

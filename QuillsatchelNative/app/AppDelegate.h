@@ -11,6 +11,7 @@
 #include <QPointer>
 
 #include <memory>
+#include <vector>
 
 class FloatingPanel;
 class PanelMenus;
@@ -58,6 +59,7 @@ public:
 private:
     void makePanel();
     void makeMenus();
+    std::vector<MenuItem> launcherItemsOfPanel() const;
     void perform(const MenuItem &item);
     void showOnDesktop();
     void configureStatusItem();

@@ -9,7 +9,6 @@
 #include "views/QuillsatchelView.h"
 
 #include <QCloseEvent>
-#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -171,14 +170,14 @@ void FloatingPanel::orderOut()
         showMinimized();
 }
 
-// The content has menus of its own under the pointer; the menu key is the panel's where what has
-// the focus does not want it.
+// The content has menus of its own under the pointer. The Menu key opens the panel's menu unless
+// the focused widget has one.
 void FloatingPanel::contextMenuEvent(QContextMenuEvent *event)
 {
     if (event->reason() == QContextMenuEvent::Keyboard)
-        onShowMenu(placeBelowTitleBar());
+        onShowMenu(placeBelowTitleBar(), event->reason());
     else if (event->y() < TitleBar::Height)
-        onShowMenu(event->globalPos());
+        onShowMenu(event->globalPos(), event->reason());
     else
         event->ignore();
 }
@@ -186,7 +185,7 @@ void FloatingPanel::contextMenuEvent(QContextMenuEvent *event)
 void FloatingPanel::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier)
-        onShowMenu(placeBelowTitleBar());
+        onShowMenu(placeBelowTitleBar(), QContextMenuEvent::Keyboard);
     else
         QWidget::keyPressEvent(event);
 }

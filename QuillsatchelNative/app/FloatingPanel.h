@@ -4,6 +4,7 @@
 #include "platform/WindowSystem.h"
 #include "support/Cancellable.h"
 
+#include <QContextMenuEvent>
 #include <QWidget>
 
 #include <functional>
@@ -40,7 +41,8 @@ public:
     /// Whether the desktop shows something that brings a hidden panel back.
     std::function<bool()> canBeBroughtBack = [] { return false; };
     /// The user asks for the menu of the panel, at a place on the screen.
-    std::function<void(const QPoint &)> onShowMenu = [](const QPoint &) {};
+    std::function<void(const QPoint &, QContextMenuEvent::Reason)> onShowMenu =
+        [](const QPoint &, QContextMenuEvent::Reason) {};
 
     void setVisible(bool visible) override;
 

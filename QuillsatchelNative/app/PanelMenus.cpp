@@ -2,10 +2,13 @@
 
 #include "app/EditCommand.h"
 #include "app/MainMenu.h"
+#include "views/PopupMenu.h"
 
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+
+#include <utility>
 
 namespace
 {
@@ -20,19 +23,20 @@ void closeOpenMenus()
 
 } // namespace
 
-PanelMenus::PanelMenus(QWidget &panel, const MenuMirror::Perform &perform)
+PanelMenus::PanelMenus(QWidget &panel, MenuMirror::Perform perform)
     : QObject(&panel)
     , m_panel(panel)
+    , m_perform(std::move(perform))
     , m_applicationMenu(new QMenu(&panel))
     , m_editMenu(new QMenu(&panel))
-    , m_panelMenu(new QMenu(&panel))
+    , m_panelMenu(new PopupMenu(&panel))
 {
     const auto application = MainMenu::makeApplicationMenu();
     m_applicationMenu->setTitle(application.title);
-    // A key is heard while a menu is open, too, which would stay over what the key changes.
-    MenuMirror::fill(*m_applicationMenu, application.items, [perform](const MenuItem &item) {
+    // Shortcuts work while a menu is open, which would stay in front of what they change.
+    MenuMirror::fill(*m_applicationMenu, application.items, [this](const MenuItem &item) {
         closeOpenMenus();
-        perform(item);
+        m_perform(item);
     });
     const auto edit = MainMenu::makeEditMenu();
     m_editMenu->setTitle(edit.title);
@@ -40,15 +44,11 @@ PanelMenus::PanelMenus(QWidget &panel, const MenuMirror::Perform &perform)
                      [this](const MenuItem &item) { EditCommand::perform(item.action, focus()); });
     connect(m_editMenu, &QMenu::aboutToShow, this, &PanelMenus::renderEditMenu);
 
-    // A menu that nobody sees has keys that nobody hears: they are the panel's.
+    // Shortcuts of a hidden menu never fire, so the panel owns the actions.
     const auto actions = m_applicationMenu->actions();
     for (auto *const action : actions)
         action->setShortcutContext(Qt::ApplicationShortcut);
     panel.addActions(actions);
-
-    m_panelMenu->addActions(actions);
-    m_panelMenu->addSeparator();
-    m_panelMenu->addMenu(m_editMenu);
 }
 
 void PanelMenus::offerToDesktop()
@@ -60,16 +60,40 @@ void PanelMenus::offerToDesktop()
         delete bar; // it would be drawn into the panel
 }
 
-void PanelMenus::popUp(const QPoint &place)
+void PanelMenus::popUp(const QPoint &place, QContextMenuEvent::Reason reason)
 {
-    m_panelMenu->popup(place);
+    renderPanelMenu();
+    m_panelMenu->open(place, reason);
 }
 
-// A desktop's menu bar may have taken the keyboard from the panel.
+void PanelMenus::renderPanelMenu()
+{
+    m_panelMenu->clear();
+    for (auto *const action : m_applicationMenu->actions()) {
+        m_panelMenu->addAction(action);
+        if (MenuMirror::actionOf(*action) == MenuItem::Action::ShowSettings)
+            addLaunchers();
+    }
+    m_panelMenu->addSeparator();
+    m_panelMenu->addMenu(m_editMenu);
+}
+
+// The application menu has a separator after these.
+void PanelMenus::addLaunchers()
+{
+    const auto items = launcherItems();
+    if (!items.empty())
+        m_panelMenu->addSeparator();
+    for (const auto &item : items)
+        m_panelMenu->addAction(MenuMirror::makeAction(item, m_perform, m_panelMenu));
+}
+
+// The keyboard may be with the desktop's menu bar, or with a menu that is used by keys. The panel
+// remembers which of its widgets had it before.
 QWidget *PanelMenus::focus() const
 {
     auto *const focus = QApplication::focusWidget();
-    return focus ? focus : m_panel.focusWidget();
+    return focus && focus->windowType() != Qt::Popup ? focus : m_panel.focusWidget();
 }
 
 void PanelMenus::renderEditMenu()

@@ -37,14 +37,21 @@ Menu StatusMenu::make(bool isAlwaysOnTop, const LauncherStore &launchers, double
                       .keyEquivalent = Qt::CTRL | Qt::Key_Comma,
                       .image = LauncherIcon { {}, "gearshape", "Settings" } },
                 } };
-    const auto configuredItems = launchers.configuredItems();
-    if (!configuredItems.empty())
+    const auto launcherItems = makeLauncherItems(launchers, scale);
+    if (!launcherItems.empty())
         menu.items.push_back(MenuItem::separator());
-    for (const auto &configured : configuredItems)
-        menu.items.push_back(makeLauncherItem(configured, launchers, scale));
+    menu.items.insert(menu.items.end(), launcherItems.begin(), launcherItems.end());
     menu.items.push_back(MenuItem::separator());
     menu.items.push_back({ .action = Action::Quit,
                            .title = tr("Quit Quillsatchel"),
                            .keyEquivalent = Qt::CTRL | Qt::Key_Q });
     return menu;
+}
+
+std::vector<MenuItem> StatusMenu::makeLauncherItems(const LauncherStore &launchers, double scale)
+{
+    std::vector<MenuItem> items;
+    for (const auto &configured : launchers.configuredItems())
+        items.push_back(makeLauncherItem(configured, launchers, scale));
+    return items;
 }

@@ -40,9 +40,10 @@ class ContrastTest : public PanelFixture
 protected:
     /// Of what is drawn in a part of the active window, on white and on black, in each way in
     /// which the panel lets them through.
-    double least(const QRect &area)
+    double least(const QRect &area) { return least(*QApplication::activeWindow(), area); }
+
+    double least(QWidget &window, const QRect &area)
     {
-        auto &window = *QApplication::activeWindow();
         double contrast = 21;
         for (const auto &[isCompositing, isBlurring] :
              { std::pair(false, false), { true, false }, { true, true } }) {
@@ -80,6 +81,34 @@ protected:
         return object.role() == QAccessible::StaticText ||
                object.role() == QAccessible::AlertMessage ||
                (object.role() == QAccessible::EditableText && !value.isEmpty());
+    }
+
+    /// The icons and texts of the open menu, selected and not. What cannot be chosen may be faint.
+    void expectEntriesToStandOut()
+    {
+        auto &menu = *Input::openMenu();
+        for (auto *const action : menu.actions()) {
+            if (action->isSeparator() || !action->isEnabled())
+                continue;
+            for (auto *const selected : { static_cast<QAction *>(nullptr), action }) {
+                SCOPED_TRACE(action->text().toStdString() + (selected ? ", selected" : ""));
+                menu.setActiveAction(selected);
+                expectEntryToStandOut(menu, action);
+            }
+        }
+        menu.close();
+    }
+
+    void expectEntryToStandOut(QMenu &menu, QAction *action)
+    {
+        constexpr int IconColumn = 24;
+        const QRect row = menu.actionGeometry(action);
+        const QRect icon(row.topLeft(), QSize(IconColumn, row.height()));
+        EXPECT_GE(least(menu, row.adjusted(IconColumn, 2, -2, -2)), EnoughForText);
+        if (!action->icon().isNull()) {
+            const QImage picture = Contrast::enlarged(menu, icon.adjusted(2, 2, 0, -2), Qt::black);
+            EXPECT_GE(Contrast::withinScaled(picture), EnoughForShapes);
+        }
     }
 
     /// All texts below the widget that is not covered.
@@ -271,6 +300,34 @@ TEST_F(ContrastTest, IsEnoughForButtonsUnderThePointer)
         settle();
         ASSERT_TRUE(button.underMouse());
         EXPECT_GE(least(inside(button)), EnoughForText) << name;
+    }
+}
+
+TEST_F(ContrastTest, IsEnoughForTheMenuOfColors)
+{
+    startWithEveryColor();
+    for (auto *const card : cards()) {
+        Input::click(*Input::button(*card, "Node color"));
+        ASSERT_TRUE(Input::openMenu());
+        SCOPED_TRACE(Input::spokenName(*card));
+        expectEntriesToStandOut();
+    }
+}
+
+TEST_F(ContrastTest, IsEnoughForTheMenusOfThePanelATabAndAText)
+{
+    TestFiles::write(folder / "launchers.json", ExampleLaunchers::json);
+    start({ tabOf("One", { "a" }), tabOf("Two") });
+    auto &text = editor(0);
+    text.selectAll();
+    const std::vector<QWidget *> owners { chips()[0], &button("New Node"), &text };
+    for (auto *const focused : owners) {
+        panel().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&panel()));
+        focused->setFocus();
+        Input::key(panel(), Qt::Key_F10, Qt::ShiftModifier);
+        ASSERT_TRUE(Input::openMenu());
+        expectEntriesToStandOut();
     }
 }
 

@@ -177,6 +177,94 @@ TEST_F(PanelMenusTest, OffersNothingWithoutAFocusedText)
         EXPECT_FALSE(entry(QString::fromLatin1(title)).isEnabled()) << title;
 }
 
+TEST_F(PanelMenusTest, ActsOnTheFocusedTextWhenItIsUsedByKeys)
+{
+    start({ tabOf("Prompts", { "abc" }) });
+    Input::click(editor(0));
+    openByKey();
+    QTest::keyClick(menu(), Qt::Key_Up);
+    QTest::keyClick(menu(), Qt::Key_Right);
+    ASSERT_EQ(titlesOf(*menu()).front(), "Undo");
+    const auto *const selectAll = menu()->actions().last();
+    EXPECT_TRUE(selectAll->isEnabled());
+    QTest::keyClick(menu(), Qt::Key_Up);
+    QTest::keyClick(menu(), Qt::Key_Return);
+    EXPECT_FALSE(menu());
+    EXPECT_EQ(editor(0).textCursor().selectedText().toStdString(), "abc");
+}
+
+TEST_F(PanelMenusTest, ActsOnTheNameOfARenamedTabWhenItIsUsedByKeys)
+{
+    start();
+    Input::doubleClick(*chips()[0]);
+    settle();
+    const QPointer field = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    ASSERT_TRUE(field);
+    openByKey();
+    QTest::keyClick(menu(), Qt::Key_Up);
+    QTest::keyClick(menu(), Qt::Key_Right);
+    EXPECT_TRUE(menu()->activeAction()->isEnabled());
+    EXPECT_EQ(menu()->activeAction()->text().toStdString(), "Cut");
+    QTest::keyClick(menu(), Qt::Key_Return);
+    settle();
+    ASSERT_TRUE(field);
+    EXPECT_EQ(field->text().toStdString(), "");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "Prompts");
+}
+
+TEST_F(PanelMenusTest, StartsAtTheFirstEntryWhenItIsOpenedByKeyboard)
+{
+    start();
+    openByKey();
+    ASSERT_TRUE(menu()->activeAction());
+    EXPECT_EQ(menu()->activeAction()->text().toStdString(), "About Quillsatchel");
+    menu()->close();
+    askForMenu(*panel().findChild<TitleBar *>(), QContextMenuEvent::Mouse);
+    EXPECT_FALSE(menu()->activeAction());
+}
+
+TEST_F(PanelMenusTest, OpensByShiftF10AsByTheMenuKey)
+{
+    start({ tabOf("Prompts", { "abc" }) });
+    const auto titlesAfterShiftF10 = [this](QWidget &focused) {
+        focused.setFocus();
+        Input::key(panel(), Qt::Key_F10, Qt::ShiftModifier);
+        auto *const open = menu();
+        auto titles = open ? titlesOf(*open) : Texts();
+        if (open)
+            open->close();
+        panel().activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&panel()));
+        return titles;
+    };
+    EXPECT_EQ(titlesAfterShiftF10(*chips()[0]), Texts({ "Rename Tab", "-", "Delete Tab" }));
+    EXPECT_EQ(titlesAfterShiftF10(button("New Node")).front(), "About Quillsatchel");
+    EXPECT_TRUE(titlesAfterShiftF10(editor(0)).front().starts_with("&Undo"));
+}
+
+TEST_F(PanelMenusTest, ListsTheLaunchersWhereNoTrayDoes)
+{
+    start();
+    ASSERT_TRUE(delegate->launcherStore().setWebsite("four.example", 4));
+    ASSERT_TRUE(delegate->launcherStore().setWebsite("a&b.example/docs", 1));
+    openByKey();
+    EXPECT_EQ(titlesOf(*menu()),
+              Texts({ "About Quillsatchel", "Settings\u2026", "-", "a&&b.example", "four.example",
+                      "-", "Hide Quillsatchel", "Quit Quillsatchel", "-", "Edit" }));
+    EXPECT_FALSE(entry(u"four.example"_s).icon().isNull());
+    entry(u"a&&b.example"_s).trigger();
+    EXPECT_EQ(machine.workspace.opened, Texts({ "https://a&b.example/docs" }));
+    EXPECT_FALSE(menu());
+
+    machine.statusBar.kind.set(StatusBar::Kind::Notifier);
+    openByKey();
+    EXPECT_EQ(menu()->actions().size(), 7) << "the launchers are in the tray's menu";
+    menu()->close();
+    machine.statusBar.kind.set(StatusBar::Kind::None);
+    openByKey();
+    EXPECT_EQ(menu()->actions().size(), 10);
+}
+
 TEST_F(PanelMenusTest, LeavesTheEditKeysToTheText)
 {
     start({ tabOf("Prompts", { "abc" }) });

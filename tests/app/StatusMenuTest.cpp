@@ -79,6 +79,16 @@ TEST_F(StatusMenuTest, ListsTheLaunchersBetweenTwoSeparators)
     EXPECT_FALSE(menu.items[0].representedSlot);
 }
 
+TEST_F(StatusMenuTest, MakesTheLaunchersAlone)
+{
+    EXPECT_TRUE(StatusMenu::makeLauncherItems(store(), 2).empty());
+    fillSlots({ 4, 0 });
+    const auto items = StatusMenu::makeLauncherItems(store(), 2);
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].representedSlot, 0);
+    EXPECT_EQ(items[1].title.toStdString(), "site4.example");
+}
+
 TEST_F(StatusMenuTest, ShowsNamesOnOneLineThatFitsTheScreen)
 {
     EXPECT_EQ(titleFor("a\nb\tc\x01"
