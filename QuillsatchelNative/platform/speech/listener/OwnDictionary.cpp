@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <fstream>
-#include <iterator>
 #include <string_view>
+#include <system_error>
 
 namespace
 {
@@ -27,12 +28,28 @@ bool isKept(std::string_view word)
     return !EnglishVocabulary::isLeftOut(word) && std::none_of(added.begin(), added.end(), isWord);
 }
 
+std::string textOf(const std::filesystem::path &path)
+{
+    constexpr std::uintmax_t LargestDictionary = 64 * 1024 * 1024; // bytes
+    std::error_code error;
+    // Opening a pipe would wait until another program writes into it.
+    if (!std::filesystem::is_regular_file(path, error))
+        return {};
+    const auto size = std::filesystem::file_size(path, error);
+    if (error || size > LargestDictionary)
+        return {};
+    std::string text(size, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
 } // namespace
 
 std::string ownDictionary(const std::filesystem::path &path)
 {
-    std::ifstream file(path, std::ios::binary);
-    const std::string text { std::istreambuf_iterator(file), {} };
+    const auto text = textOf(path);
     std::string own;
     own.reserve(text.size());
     for (std::size_t begin = 0; begin < text.size();) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
-/// What is in the dictionary file `path` of an English model, without the words that we leave out,
-/// and with those that we add: see EnglishVocabulary.
+/// The dictionary file `path` of an English model, without the words that we leave out, and with
+/// those that we add: see EnglishVocabulary. A file that is missing, unreadable, larger than 64 MiB
+/// or no regular file counts as an empty one.
 std::string ownDictionary(const std::filesystem::path &path);

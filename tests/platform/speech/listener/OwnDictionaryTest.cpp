@@ -1,15 +1,18 @@
 #include "platform/speech/listener/OwnDictionary.h"
 
 #include "fakes/TestFiles.h"
+#include "fakes/UnprivilegedScope.h"
 #include "platform/speech/listener/EnglishVocabulary.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <set>
 #include <sstream>
 #include <string>
+#include <sys/stat.h>
 
 namespace
 {
@@ -61,6 +64,38 @@ TEST_F(OwnDictionaryTest, CopesWithEmptyAndMissingFiles)
     EXPECT_EQ(linesOf("").size(), count + 1); // and an empty line
     EXPECT_EQ(linesOf("\n\n").size(), count + 1);
     EXPECT_FALSE(ownDictionary(path.parent_path() / "nothing").empty());
+}
+
+TEST_F(OwnDictionaryTest, TakesAnythingButAReadableFileForAnEmptyOne)
+{
+    const auto empty = ownDictionary("/nonexistent/words.dict");
+    const auto other = path.parent_path() / "other.dict";
+    std::filesystem::create_directory(other);
+    EXPECT_EQ(ownDictionary(other), empty) << "a folder";
+    std::filesystem::remove(other);
+    ASSERT_EQ(mkfifo(other.c_str(), 0600), 0);
+    EXPECT_EQ(ownDictionary(other), empty) << "a pipe";
+    std::filesystem::remove(other);
+    for (const auto *const target : { "/dev/zero", "/dev/null", "/proc/self/mem", "other.dict" }) {
+        std::filesystem::create_symlink(target, other);
+        EXPECT_EQ(ownDictionary(other), empty) << target;
+        std::filesystem::remove(other);
+    }
+}
+
+TEST_F(OwnDictionaryTest, TakesAClosedFileForAnEmptyOne)
+{
+    TestFiles::write(path, "word W ER D\n");
+    TestFiles::setMode(path, 0);
+    const UnprivilegedScope scope(path.parent_path());
+    EXPECT_EQ(ownDictionary(path), ownDictionary("/nonexistent/words.dict"));
+}
+
+TEST_F(OwnDictionaryTest, TakesAnEnormousFileForAnEmptyOne)
+{
+    TestFiles::write(path, "word W ER D\n");
+    std::filesystem::resize_file(path, std::uintmax_t(1) << 40);
+    EXPECT_EQ(ownDictionary(path), ownDictionary("/nonexistent/words.dict"));
 }
 
 } // namespace
