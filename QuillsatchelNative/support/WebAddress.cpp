@@ -1,5 +1,10 @@
 #include "support/WebAddress.h"
 
+#include "support/Utf8.h"
+
+#include <QChar>
+#include <QList>
+#include <QString>
 #include <QUtf8StringView>
 #include <uriparser/Uri.h>
 
@@ -116,6 +121,28 @@ std::string withLettersDecoded(std::string_view text)
     return decoded;
 }
 
+bool isVisible(char32_t character)
+{
+    switch (QChar::category(character)) {
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+    case QChar::Separator_Space:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return false;
+    default:
+        return true;
+    }
+}
+
+/// With invisible characters two hosts could look like one.
+bool isVisible(std::string_view host)
+{
+    const auto characters = stringFromUtf8(host).toUcs4();
+    return std::all_of(characters.begin(), characters.end(),
+                       [](char32_t character) { return isVisible(character); });
+}
+
 } // namespace
 
 std::optional<WebAddress> WebAddress::parse(std::string_view text)
@@ -128,7 +155,8 @@ std::optional<WebAddress> WebAddress::parse(std::string_view text)
     const auto parts = findParts(*encoded);
     if (!parts)
         return std::nullopt;
-    return WebAddress(std::move(*encoded), *parts);
+    WebAddress address(std::move(*encoded), *parts);
+    return isVisible(address.host()) ? std::optional(std::move(address)) : std::nullopt;
 }
 
 std::optional<WebAddress::Parts> WebAddress::findParts(std::string_view encoded)

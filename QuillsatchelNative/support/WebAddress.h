@@ -11,7 +11,8 @@
 class WebAddress
 {
 public:
-    /// None if `text` (UTF-8) is not an address, absolute or relative. Nothing is trimmed.
+    /// None if `text` (UTF-8) is not an address, absolute or relative, or its host has invisible
+    /// characters: blanks, control or format characters, encoded or not. Nothing is trimmed.
     static std::optional<WebAddress> parse(std::string_view text);
 
     /// The whole address, ASCII only.

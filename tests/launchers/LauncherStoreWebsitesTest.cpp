@@ -235,6 +235,14 @@ TEST_F(LauncherStoreWebsitesTest, RejectsWhatDoesNotParse)
         expectRejected(typed);
 }
 
+TEST_F(LauncherStoreWebsitesTest, RejectsHostsWithInvisibleCharacters)
+{
+    for (const auto typed :
+         { "exam\u200Bple.com"sv, "\uFEFFexample.com"sv, "example.com\u200E"sv,
+           "https://example.com\u2060/path"sv, "https://exam%E2%80%8Bple.com"sv, "\u00AD.com"sv })
+        expectRejected(typed);
+}
+
 TEST_F(LauncherStoreWebsitesTest, RejectsEveryTextForASlotThatThereIsNot)
 {
     writeFile(ExampleLaunchers::json);

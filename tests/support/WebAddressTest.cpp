@@ -165,7 +165,8 @@ TEST(WebAddressTest, GivesLettersOutsideAsciiInAHostAsLetters)
     EXPECT_EQ(host("https://b%c3%bccher.example/"), "b\u00FCcher.example");
     EXPECT_EQ(host("https://\u65E5\u672C.example"), "\u65E5\u672C.example");
     EXPECT_EQ(host("https://\U0001F600.example"), "\U0001F600.example");
-    EXPECT_EQ(host("https://%7F%C2%80"), "%7F\u0080");
+    EXPECT_EQ(host("https://%7F%C3%A9"), "%7F\u00E9");
+    EXPECT_EQ(host("https://\u2764\uFE0F.example"), "\u2764\uFE0F.example");
 }
 
 TEST(WebAddressTest, KeepsOtherEncodedCharactersInAHostEncoded)
@@ -346,6 +347,24 @@ TEST(WebAddressTest, RefusesWhatAHostMayNotHold)
     };
     for (const auto text : Texts)
         EXPECT_FALSE(WebAddress::parse(text)) << text;
+}
+
+TEST(WebAddressTest, RefusesInvisibleCharactersInAHost)
+{
+    constexpr std::array Characters {
+        "\u200B"sv, "%E2%80%8B"sv, "%e2%80%8b"sv, "\uFEFF"sv, "%EF%BB%BF"sv,  "\u200C"sv,
+        "\u200D"sv, "\u200E"sv,    "\u202E"sv,    "\u2060"sv, "\u2066"sv,     "\u00AD"sv,
+        "\u061C"sv, "\u180E"sv,    "\uFFF9"sv,    "\u0085"sv, "\u00A0"sv,     "%C2%A0"sv,
+        "\u2003"sv, "\u3000"sv,    "\u2028"sv,    "\u2029"sv, "\U000E0020"sv,
+    };
+    for (const auto character : Characters) {
+        const std::string text(character);
+        EXPECT_FALSE(WebAddress::parse("https://" + text + "example.com")) << text;
+        EXPECT_FALSE(WebAddress::parse("https://exam" + text + "ple.com/path")) << text;
+        EXPECT_FALSE(WebAddress::parse("//user@example.com" + text + ":80")) << text;
+        EXPECT_FALSE(WebAddress::parse("https://" + text)) << text;
+        EXPECT_TRUE(WebAddress::parse("https://example.com/" + text + "?" + text)) << text;
+    }
 }
 
 TEST(WebAddressTest, RefusesWhatIsNoAddress)
