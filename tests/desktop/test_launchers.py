@@ -38,6 +38,23 @@ class ChosenLaunchersTest(LaunchersTest):
                         lambda: (found := windows_named("Choose an Application"))[1:] and found)
         self.assertEqual([window.theme_variant() for window in both], ["dark", "dark"])
 
+    def test_an_application_without_a_name_is_called_by_its_file(self):
+        entry = self.application.entry
+        entry.write_text(entry.read_text().replace("Name=Zither Notes", "Name="))
+        panel = self.start()
+        card = panel.open_settings()
+
+        self.slot(card, 1).find("Choose App…", "push button").press()
+        wait_for("the chooser", lambda: windows_named("Choose an Application"))
+        wait_for("the field with the focus", lambda: panel.focused_name() == "Search applications")
+        panel.find("zither-notes", "list item")
+        type_text("zither")
+        press_keys("Return")
+
+        self.slot(card, 1).find("zither-notes")
+        wait_for("the saved launcher", lambda: self.saved_slots()[0])
+        self.assertEqual(self.saved_slots()[0]["name"], "zither-notes")
+
     def test_a_choice_is_thought_better_of(self):
         panel = self.start()
         card = panel.open_settings()

@@ -58,8 +58,16 @@ TEST_F(DesktopEntryTest, TakesTheUsersNextLanguage)
 TEST_F(DesktopEntryTest, KeepsNamesAsTheyStandThere)
 {
     EXPECT_EQ(names("Name=a  b \\\\ %f é\U0001F600\n").name, "a  b \\ %f é\U0001F600");
-    EXPECT_EQ(names("Name=\nName[de]=\n").name, "");
-    EXPECT_EQ(names("Name=\nName[de]=\n").displayName, "");
+}
+
+TEST_F(DesktopEntryTest, TakesAnEmptyNameForNone)
+{
+    EXPECT_EQ(names("Name=\nName[de]=\n").name, std::nullopt);
+    EXPECT_EQ(names("Name=\nName[de]=\n").displayName, std::nullopt);
+    EXPECT_EQ(names("Name=Plain\nName[de]=\n").displayName, std::nullopt);
+    qputenv("LANGUAGE", "nl:de");
+    EXPECT_EQ(names("Name=Plain\nName[nl]=\nName[de]=Vesper\n").displayName, "Vesper");
+    qputenv("LANGUAGE", "de");
 }
 
 TEST_F(DesktopEntryTest, NeedsNoName)

@@ -19,10 +19,11 @@ bool isWorthOpening(const std::string &path)
     return !error && size > 0 && size <= LargestFile; // devices of the kernel's have no size
 }
 
+/// None for an empty text too: an entry with "Name=" has no name.
 std::optional<std::string> textOf(char *value)
 {
     const GText text(value);
-    return text ? std::optional(std::string(text.get())) : std::nullopt;
+    return text && *text ? std::optional(std::string(text.get())) : std::nullopt;
 }
 
 std::string orEmpty(const char *text)

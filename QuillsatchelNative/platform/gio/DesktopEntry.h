@@ -19,6 +19,7 @@ public:
 
     GDesktopAppInfo *info() const { return m_info.get(); }
 
+    /// Empty names are none.
     ApplicationNames names() const;
 
     /// A name in the icon theme or an absolute path; empty if the entry has none.

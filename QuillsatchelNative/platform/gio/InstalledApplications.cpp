@@ -53,11 +53,9 @@ private:
 Application describe(const std::string &path, const DesktopEntry &entry)
 {
     const auto names = entry.names();
-    auto name = names.displayName.value_or(names.name.value_or(""));
-    if (name.empty())
-        name = std::filesystem::path(path).stem().string();
+    const auto fileName = std::filesystem::path(path).stem().string();
     return { .path = path,
-             .name = std::move(name),
+             .name = names.displayName.value_or(names.name.value_or(fileName)),
              .comment = entry.comment(),
              .keywords = entry.keywords() };
 }
