@@ -1,5 +1,6 @@
 // The listener itself, with the model that Debian has, hears synthetic voices.
 
+#include "fakes/FileSizeLimit.h"
 #include "platform/speech/ListenerInquiry.h"
 #include "platform/speech/ListenerRecognizer.h"
 #include "platform/speech/Recognition.h"
@@ -93,6 +94,14 @@ TEST_F(ListenerTest, UnderstandsPlainSentences)
          { "summarize the following text", "suggest a better title for this article",
            "how can i learn to play the piano without a teacher" })
         EXPECT_TRUE(isNearly(hear(sentence), sentence)) << sentence;
+}
+
+TEST_F(ListenerTest, UnderstandsWhereItMayWriteNoDictionaryOfItsOwn)
+{
+    const std::string sentence = "summarize the following text";
+    const auto samples = *Voice::say(sentence);
+    const FileSizeLimit limit(1000);
+    EXPECT_TRUE(isNearly(hear(samples), sentence));
 }
 
 TEST_F(ListenerTest, TellsTheWordsWhileTheyAreSaid)

@@ -2,8 +2,8 @@
 #include "platform/speech/listener/ListenerService.h"
 #include "platform/speech/listener/RecognitionEngines.h"
 #include "platform/speech/listener/SpeechModels.h"
-#include "support/WriteAll.h"
 #include "support/FileDescriptor.h"
+#include "support/WriteAll.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -32,6 +32,8 @@ int main(int argc, char *argv[])
 {
     // Whoever listens to us may die while we are deep in thought.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // Without room for a dictionary of its own the engine takes that of the model.
+    std::signal(SIGXFSZ, SIG_IGN);
     const auto choice = chooseRecognitionEngine(SpeechModels::ofEnvironment(), userLanguageTag());
     if (!choice)
         return EXIT_FAILURE;
