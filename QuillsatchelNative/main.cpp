@@ -6,6 +6,7 @@
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
+#include "platform/desktop/SignalHandler.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/StandardFileLocations.h"
 #include "platform/desktop/StartupEnvironment.h"
@@ -14,11 +15,15 @@
 #include "support/FilePath.h"
 #include "support/UnfinishedFile.h"
 
+#include <csignal>
 #include <cstdlib>
 
 int main(int argc, char *argv[])
 {
     const TerminalDetachment terminalDetachment;
+    // A save beyond the limit of file sizes fails as on a full disk, and does not end the program.
+    const SignalHandler fileSizeExceeded(SIGXFSZ, [](int) {});
+    StartupEnvironment::removeRelativeDataHome();
     const QString folder = prepareApplicationFolder(StandardFileLocations());
     SingleInstance instance(FilePath::native(folder));
     const auto outcome = instance.start(StartupEnvironment::token());

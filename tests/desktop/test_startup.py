@@ -1,10 +1,15 @@
 """Starting with no library, and with one that cannot be read."""
 
+import os
+import resource
+import shutil
 import stat
+import time
 
+from applications import RecordingApplication
 from desktop_test import DesktopTest
-from library import node, tab
-from waiting import wait_for_value
+from library import known_id, node, tab
+from waiting import wait_for, wait_for_value
 from x11 import press_keys, type_text
 
 
@@ -54,6 +59,49 @@ class StartupTest(DesktopTest):
         panel = self.open_panel()
 
         wait_for_value("the nodes", ["kept for later\n"], panel.node_texts)
+
+    def test_a_relative_data_home_is_ignored(self):
+        home = self.session.folder / "home"
+        default = home / ".local" / "share"
+        self.addCleanup(shutil.rmtree, home / ".local", ignore_errors=True)
+        here = os.getcwd()
+        self.addCleanup(os.chdir, here)
+        os.chdir(self.session.folder)
+        application = RecordingApplication(self.session, "Found By Default")
+        self.addCleanup(application.remove)
+        (default / "applications").mkdir(parents=True)
+        application.entry.rename(default / "applications" / application.entry.name)
+        elsewhere = RecordingApplication(self.session, "Found Elsewhere")
+        self.addCleanup(elsewhere.remove)
+
+        panel = self.open_panel(environment={"XDG_DATA_HOME": "data_home"})
+        panel.find("New Node").click()
+        type_text("kept")
+
+        saved = default / "Quillsatchel" / "prompts.json"
+        wait_for("the saved node", lambda: saved.exists() and '"kept"' in saved.read_text())
+        self.assertFalse(self.session.data_folder.exists())
+        panel.open_settings().find("Launcher 1", "panel").find("Choose App…", "push button").press()
+        panel.find("Found By Default", "list item")
+        self.assertFalse(panel.has_any("Found Elsewhere", "list item"))
+
+    def test_a_save_beyond_the_limit_of_file_sizes_does_not_end_the_program(self):
+        panel = self.open_panel([tab("Prompts", node("before", id=known_id(2)), id=known_id(1))])
+        saved = self.library_file.read_bytes()
+        unlimited = (resource.RLIM_INFINITY, resource.RLIM_INFINITY)
+        resource.prlimit(panel.process_id, resource.RLIMIT_FSIZE, (100, unlimited[1]))
+        panel.editor(1, 1).click()
+        press_keys("ctrl+Home")
+        type_text("typed ")
+        time.sleep(1)  # the save is due after a quarter of a second
+        self.assertTrue(panel.is_running())
+        self.assertEqual(self.library_file.read_bytes(), saved)
+
+        resource.prlimit(panel.process_id, resource.RLIMIT_FSIZE, unlimited)
+        type_text("more ")
+
+        self.expect_saved(tab("Prompts", node("typed more before", id=known_id(2)),
+                              id=known_id(1)))
 
     def expect_default_library(self, panel):
         self.assertEqual(panel.tab_names(), ["Prompts"])

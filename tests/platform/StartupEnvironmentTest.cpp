@@ -34,4 +34,18 @@ TEST_F(StartupEnvironmentTest, LeavesNothingForTheProgramsWeStart)
     EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
 }
 
+TEST_F(StartupEnvironmentTest, RemovesARelativeDataHome)
+{
+    const auto before = qgetenv("XDG_DATA_HOME");
+    for (const auto *const folder : { "data", "./data", "../data", "~/data", "" }) {
+        qputenv("XDG_DATA_HOME", folder);
+        StartupEnvironment::removeRelativeDataHome();
+        EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_DATA_HOME")) << folder;
+    }
+    qputenv("XDG_DATA_HOME", "/data/../other");
+    StartupEnvironment::removeRelativeDataHome();
+    EXPECT_EQ(qgetenv("XDG_DATA_HOME"), "/data/../other");
+    qputenv("XDG_DATA_HOME", before);
+}
+
 } // namespace

@@ -11,6 +11,7 @@ namespace
 
 constexpr auto ActivationToken = "XDG_ACTIVATION_TOKEN";
 constexpr auto StartupID = "DESKTOP_STARTUP_ID";
+constexpr auto DataHome = "XDG_DATA_HOME";
 
 } // namespace
 
@@ -24,6 +25,12 @@ void clear()
 {
     qunsetenv(ActivationToken);
     qunsetenv(StartupID);
+}
+
+void removeRelativeDataHome()
+{
+    if (!qgetenv(DataHome).startsWith('/'))
+        qunsetenv(DataHome);
 }
 
 } // namespace StartupEnvironment

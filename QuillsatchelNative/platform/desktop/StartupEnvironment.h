@@ -2,7 +2,7 @@
 
 #include "platform/StartupToken.h"
 
-/// Where a desktop puts the token of a start: variables of the environment.
+/// What the desktop says about a start: variables of the environment.
 namespace StartupEnvironment
 {
 
@@ -10,5 +10,9 @@ StartupToken token();
 
 /// Removes the token, once it has been used: it is not that of the programs we start.
 void clear();
+
+/// Removes a relative XDG_DATA_HOME, which the base directory specification calls invalid. Call
+/// this first: GLib, for one, would use it, and so would the programs we start.
+void removeRelativeDataHome();
 
 } // namespace StartupEnvironment
