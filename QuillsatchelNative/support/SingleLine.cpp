@@ -2,6 +2,7 @@
 
 #include "support/Utf8.h"
 
+#include <QList>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
