@@ -22,14 +22,12 @@ constexpr QSize FrameSize(44, 24);
 constexpr QSize GlyphSize(24, 9);
 constexpr qreal MinimumDistance = 4;
 
-/// The vector between two places in the window, in points. Places are pixels divided by the scale:
-/// the quotients have rounding errors, so that 36 pixels at a scale of 1.5 could be less than 24
-/// points.
-QPointF distance(const QPointF &from, const QPointF &to)
+/// Without the rounding errors of places, which are pixels divided by the scale: 36 pixels at a
+/// scale of 1.5 could otherwise be less than 24 points.
+qreal exact(qreal points)
 {
     constexpr qreal StepsPerPoint = 4096;
-    const auto exact = [](qreal points) { return std::round(points * StepsPerPoint) / StepsPerPoint; };
-    return { exact(to.x() - from.x()), exact(to.y() - from.y()) };
+    return std::round(points * StepsPerPoint) / StepsPerPoint;
 }
 
 QPoint glyphPlace()
@@ -92,30 +90,49 @@ void DragHandle::addStep(const QString &name, int step)
 void DragHandle::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        m_pressedAt = event->scenePosition();
+        m_press = { event->scenePosition(), event->scenePosition(), topInWindow() };
 }
 
 void DragHandle::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!m_pressedAt)
+    if (!m_press)
         return;
-    const QPointF moved = distance(*m_pressedAt, event->scenePosition());
-    if (!m_isDragging && std::hypot(moved.x(), moved.y()) < MinimumDistance)
+    m_press->pointer = event->scenePosition();
+    const QPointF moved = m_press->pointer - m_press->place;
+    if (!m_isDragging && exact(std::hypot(moved.x(), moved.y())) < MinimumDistance)
         return;
     if (!std::exchange(m_isDragging, true))
         grabKeyboard(); // for Escape: the mouse leaves the focus where it is
-    setTranslation(moved.y());
+    showTranslation();
 }
 
 void DragHandle::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || !m_pressedAt)
+    if (event->button() != Qt::LeftButton || !m_press)
         return;
-    const qreal height = distance(*m_pressedAt, event->scenePosition()).y();
+    m_press->pointer = event->scenePosition();
+    const qreal height = translation();
     const bool wasDragging = m_isDragging;
     endDrag();
     if (wasDragging)
         onDrop(height);
+}
+
+void DragHandle::followCard()
+{
+    if (m_isDragging)
+        showTranslation();
+}
+
+int DragHandle::topInWindow() const
+{
+    return mapTo(window(), QPoint()).y();
+}
+
+qreal DragHandle::translation() const
+{
+    const int cardMoved = topInWindow() - m_press->top;
+    return exact(m_press->pointer.y() - m_press->place.y()) - cardMoved;
 }
 
 void DragHandle::keyPressEvent(QKeyEvent *event)
@@ -123,7 +140,7 @@ void DragHandle::keyPressEvent(QKeyEvent *event)
     const bool isUp = event->key() == Qt::Key_Up;
     if (isUp || event->key() == Qt::Key_Down)
         onStep(isUp ? -1 : 1);
-    else if (event->key() == Qt::Key_Escape && m_pressedAt)
+    else if (event->key() == Qt::Key_Escape && m_press)
         endDrag();
     else
         QWidget::keyPressEvent(event);
@@ -144,7 +161,7 @@ void DragHandle::paintEvent(QPaintEvent * /*event*/)
         Painting::focusRing(painter, rect(), 5);
 }
 
-void DragHandle::setTranslation(qreal translation)
+void DragHandle::showTranslation()
 {
     auto *const list = parentWidget()->parentWidget();
     if (!m_glyph && list) {
@@ -154,13 +171,13 @@ void DragHandle::setTranslation(qreal translation)
         update();
     }
     if (m_glyph)
-        m_glyph->move(mapTo(list, glyphPlace()) + QPoint(0, qRound(translation)));
-    onTranslation(translation);
+        m_glyph->move(mapTo(list, glyphPlace()) + QPoint(0, qRound(translation())));
+    onTranslation(translation());
 }
 
 void DragHandle::endDrag()
 {
-    m_pressedAt.reset();
+    m_press.reset();
     if (!std::exchange(m_isDragging, false))
         return;
     releaseKeyboard();

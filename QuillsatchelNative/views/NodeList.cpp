@@ -2,6 +2,7 @@
 
 #include "views/EmptyState.h"
 #include "views/FocusOrder.h"
+#include "views/Hover.h"
 #include "views/NodeEditor.h"
 #include "views/OverlayScrollBar.h"
 #include "views/PromptCard.h"
@@ -101,14 +102,26 @@ void NodeList::placeCards()
     const Rows inSight = layOut().inSight();
     for (Row row = inSight.first; row < inSight.end; ++row)
         showRow(row);
-    for (auto &slot : m_slots) {
-        if (slot.row)
-            slot.card->setGeometry(cardGeometry(*slot.row));
-    }
+    const bool haveMoved = moveCards();
     orderCards();
     if (rowLeft)
         focusRow(*rowLeft);
+    if (haveMoved)
+        Hover::update(*this);
     prepareNearbyLater();
+}
+
+/// Moves each card to its row. False if all were there already.
+bool NodeList::moveCards()
+{
+    bool haveMoved = false;
+    for (auto &slot : m_slots) {
+        if (!slot.row || slot.card->geometry() == cardGeometry(*slot.row))
+            continue;
+        slot.card->setGeometry(cardGeometry(*slot.row));
+        haveMoved = true;
+    }
+    return haveMoved;
 }
 
 // Cards keep to their nodes, so that a focused editor keeps its cursor and its undo history when

@@ -60,6 +60,7 @@ private:
     void renderEmptyState();
     void updateScrollRange();
     void placeCards();
+    bool moveCards();
     std::optional<Row> followRows(const Rows &nearby);
     std::optional<Row> findRow(const Slot &slot, const Rows &nearby) const;
     void showRow(Row row);

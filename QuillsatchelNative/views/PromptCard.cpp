@@ -156,6 +156,11 @@ void PromptCard::resizeEvent(QResizeEvent * /*event*/)
     layOutActions();
 }
 
+void PromptCard::moveEvent(QMoveEvent * /*event*/)
+{
+    m_handle->followCard();
+}
+
 void PromptCard::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);

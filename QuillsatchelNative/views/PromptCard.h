@@ -57,6 +57,7 @@ public:
     static int reorderSteps(qreal translation);
 
 protected:
+    void moveEvent(QMoveEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void hideEvent(QHideEvent *event) override;

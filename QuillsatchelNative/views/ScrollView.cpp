@@ -1,5 +1,6 @@
 #include "views/ScrollView.h"
 
+#include "views/Hover.h"
 #include "views/OverlayScrollBar.h"
 
 #include <QApplication>
@@ -93,6 +94,7 @@ void ScrollView::layOut()
 void ScrollView::placeContent()
 {
     m_content->move(0, -m_scrollBar->value());
+    Hover::update(*this);
 }
 
 void ScrollView::reveal(QWidget &row)

@@ -5,10 +5,12 @@ import time
 from desktop_test import DesktopTest
 from library import known_id, node, tab
 from waiting import wait_for, wait_for_value
-from x11 import (Point, button_held, clipboard, glide, press_keys, set_clipboard, type_text)
+from x11 import (Point, button_held, click, clipboard, glide, press_keys, set_clipboard, type_text)
 
 COLOR_TITLES = ["None", "Red", "Orange", "Yellow", "Green", "Blue", "Purple", "Pink"]
 COPIED_MARK_SECONDS = 1.4
+WHEEL_DOWN = 5
+NOTCHES = 3  # of 72 points each
 
 
 class TabsTest(DesktopTest):
@@ -145,6 +147,19 @@ class NodesTest(DesktopTest):
     def expect_order(self, *texts):
         wait_for_value("the nodes' order", list(texts), lambda: [
             self.panel.editor(number, len(texts)).text for number in range(1, len(texts) + 1)])
+
+    def test_scrolling_while_dragging_counts_as_dragging(self):
+        nodes = [node(text, id=known_id(number)) for number, text in enumerate("abcdef", start=2)]
+        panel = self.open_panel([tab("Prompts", *nodes, id=known_id(1))])
+
+        start = panel.node(1, 6).find("Drag node to reorder").frame.center
+        with button_held(start):
+            end = glide(start, 0, 50)
+            click(end, WHEEL_DOWN, times=NOTCHES)
+            glide(end, 0, 2)
+
+        a, b, c, *others = nodes
+        self.expect_saved(tab("Prompts", b, c, a, *others, id=known_id(1)))
 
     def test_copy_gives_the_text_and_says_so_for_1_4_seconds(self):
         panel = self.open_panel([tab("Prompts", node("to be copied", id=known_id(2)),

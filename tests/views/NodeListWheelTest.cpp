@@ -1,5 +1,7 @@
+#include "views/DragHandle.h"
 #include "views/NodeListFixture.h"
 
+#include <QCursor>
 #include <gtest/gtest.h>
 
 namespace
@@ -18,6 +20,17 @@ protected:
     }
 
     NodeEditor &editor(std::size_t row) const { return editorOf(*cardOf(row)); }
+
+    /// Where the lines of a dragged handle are, from the top of the window.
+    int middleOfLines() const
+    {
+        for (auto *const child :
+             list->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (child->size() == QSize(24, 9))
+                return child->mapTo(&window, child->rect().center()).y();
+        }
+        return -1;
+    }
 
     int textScroll(std::size_t row) const { return editor(row).verticalScrollBar()->value(); }
 };
@@ -67,6 +80,53 @@ TEST_F(NodeListWheelTest, ScrollsTheListOverAFocusedEditorWithNothingToScroll)
     cardOf(1)->focusEditor();
     Input::wheel(editor(1), -1);
     EXPECT_GT(scrollBar().value(), 0);
+}
+
+TEST_F(NodeListWheelTest, KeepsADraggedHandleAtThePointer)
+{
+    auto &card = *cardOf(1);
+    int steps = 0;
+    card.onReorder = [&steps](const QUuid &, int asked) { steps = asked; };
+    auto &handle = *card.findChild<DragHandle *>();
+    const QPoint start = Input::placeInWindow(handle, handle.rect().center());
+    Input::press(window, start);
+    Input::moveTo(window, start + QPoint(0, 50));
+    ASSERT_NEAR(middleOfLines(), start.y() + 50, 1);
+    Input::wheel(*list, -4);
+    ASSERT_EQ(scrollBar().value(), 4 * 72);
+    EXPECT_EQ(card.dragTranslation(), 50 + 4 * 72);
+    EXPECT_NEAR(middleOfLines(), start.y() + 50, 1);
+    Input::moveTo(window, start + QPoint(0, 51));
+    EXPECT_EQ(card.dragTranslation(), 51 + 4 * 72);
+    EXPECT_NEAR(middleOfLines(), start.y() + 51, 1);
+    Input::release(window, start + QPoint(0, 51));
+    EXPECT_EQ(steps, 2);
+    EXPECT_EQ(middleOfLines(), -1);
+}
+
+TEST_F(NodeListWheelTest, BeginsNoDragByScrolling)
+{
+    auto &card = *cardOf(1);
+    auto &handle = *card.findChild<DragHandle *>();
+    const QPoint start = Input::placeInWindow(handle, handle.rect().center());
+    Input::press(window, start);
+    Input::wheel(*list, -1);
+    Input::moveTo(window, start + QPoint(0, 3));
+    EXPECT_EQ(card.dragTranslation(), 0);
+    Input::release(window, start + QPoint(0, 3));
+}
+
+TEST_F(NodeListWheelTest, HighlightsWhatScrollsUnderThePointer)
+{
+    const auto &trash = *Input::button(*cardOf(1), "Delete node");
+    QCursor::setPos(trash.mapToGlobal(trash.rect().center()));
+    settle();
+    ASSERT_TRUE(trash.underMouse());
+    Input::wheel(*list, -1);
+    EXPECT_FALSE(trash.underMouse());
+    EXPECT_TRUE(window.childAt(window.mapFromGlobal(QCursor::pos()))->underMouse());
+    Input::wheel(*list, 1);
+    EXPECT_TRUE(trash.underMouse());
 }
 
 TEST_F(NodeListWheelTest, StopsAtBothEnds)

@@ -2,6 +2,7 @@
 #include "views/LauncherSettingsCard.h"
 #include "views/PanelContentFixture.h"
 
+#include <QCursor>
 #include <gtest/gtest.h>
 
 namespace
@@ -116,6 +117,18 @@ TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClickThatIsFasterThanTheDr
     settle();
     ASSERT_EQ(blocks().size(), 1U);
     EXPECT_EQ(blocks()[0].text, "b");
+}
+
+TEST_F(QuillsatchelViewTest, HighlightsTheTrashThatComesUnderThePointer)
+{
+    openView(Texts { "a", "b" });
+    const auto &trash = *Input::button(card(0), "Delete node");
+    QCursor::setPos(trash.mapToGlobal(trash.rect().center()));
+    settle();
+    ASSERT_TRUE(trash.underMouse());
+    store().deleteBlock(blocks()[0].id);
+    settle();
+    EXPECT_TRUE(Input::button(card(0), "Delete node")->underMouse());
 }
 
 TEST_F(QuillsatchelViewTest, DoesNotDictateOnADoubleClickOnPaste)

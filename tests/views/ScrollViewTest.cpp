@@ -3,6 +3,7 @@
 #include "views/Input.h"
 #include "views/OverlayScrollBar.h"
 
+#include <QCursor>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -48,6 +49,16 @@ TEST_F(ScrollViewTest, AsksForTheHeightOfItsContent)
     EXPECT_EQ(view.content()->size(), QSize(200, 10 * RowHeight));
     EXPECT_EQ(bar().maximum(), 6 * RowHeight);
     EXPECT_EQ(bar().pageStep(), 200);
+}
+
+TEST_F(ScrollViewTest, HighlightsWhatScrollsUnderThePointer)
+{
+    QCursor::setPos(rows[0]->mapToGlobal(rows[0]->rect().center()));
+    QApplication::processEvents();
+    ASSERT_TRUE(rows[0]->underMouse());
+    Input::wheel(view, -1);
+    EXPECT_FALSE(rows[0]->underMouse());
+    EXPECT_TRUE(rows[1]->underMouse());
 }
 
 TEST_F(ScrollViewTest, ScrollsByTheWheel)
