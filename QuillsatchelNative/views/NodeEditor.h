@@ -8,6 +8,10 @@
 /// The text editor of a card: plain text, no frame, no ground of its own. Tab types a tab,
 /// Ctrl+Tab leaves. The wheel is the list's unless the focused editor has more text than it
 /// shows.
+///
+/// A line ends with LF in what the user pastes and in the whole text of a node once the user edits
+/// it: CR LF, CR and U+2029 become LF, since a document has only one kind of line end. A node that
+/// is only shown keeps its text as it is. U+2028 is a character like others.
 class NodeEditor final : public QPlainTextEdit
 {
     Q_OBJECT

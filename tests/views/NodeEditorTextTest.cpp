@@ -88,6 +88,17 @@ TEST_F(NodeEditorTextTest, TurnsForeignLineEndsIntoItsOwnWhenTheyArePasted)
     EXPECT_EQ(lastReport(), "a\nb\nc\nd");
 }
 
+TEST_F(NodeEditorTextTest, TurnsForeignLineEndsIntoItsOwnOnceANodeIsEdited)
+{
+    EXPECT_EQ(afterTyping("a\r\nb\rc\u2029d"), "a\nb\nc\ndx");
+    EXPECT_EQ(afterTyping("\r\r\n\n\r"), "\n\n\n\nx");
+    editor.showText("old");
+    editor.replaceText("a\r\nb\rc\u2029d");
+    key(Qt::Key_End, Qt::ControlModifier);
+    type("x");
+    EXPECT_EQ(lastReport(), "a\nb\nc\ndx");
+}
+
 TEST_F(NodeEditorTextTest, NeverReportsHalfASurrogatePair)
 {
     const QString high(QChar(0xD83D));

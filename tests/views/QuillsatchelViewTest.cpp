@@ -131,6 +131,23 @@ TEST_F(QuillsatchelViewTest, HighlightsTheTrashThatComesUnderThePointer)
     EXPECT_TRUE(Input::button(card(0), "Delete node")->underMouse());
 }
 
+TEST_F(QuillsatchelViewTest, ConvertsForeignLineEndsOnceTheNodeIsEdited)
+{
+    const std::string text = "a\r\nb\rc\u2029d";
+    openView(Texts { text });
+    press(card(0), "Copy");
+    EXPECT_EQ(machine.pasteboard.contents, text);
+    store().setBlockColor(blocks()[0].id, BlockColor::blue);
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, text);
+    Input::click(editor(0));
+    Input::key(*view, Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(blocks()[0].text, text) << "looking at it is no edit";
+    Input::type(*view, "!");
+    advance(SaveDelay);
+    EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a\nb\nc\nd!");
+}
+
 TEST_F(QuillsatchelViewTest, DoesNotDictateOnADoubleClickOnPaste)
 {
     openView(Texts { "" });
