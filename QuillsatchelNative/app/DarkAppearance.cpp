@@ -26,6 +26,8 @@ QPalette darkPalette()
     palette.setColor(QPalette::PlaceholderText, white(0.5));
     palette.setColor(QPalette::Highlight, Painting::qColor(SatchelTheme::accent.withOpacity(0.75)));
     palette.setColor(QPalette::HighlightedText, Qt::white);
+    // Only the text with the keyboard has the accent.
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, white(0.2));
     palette.setColor(QPalette::ToolTipBase, ground);
     palette.setColor(QPalette::ToolTipText, white(0.92));
     palette.setColor(QPalette::Disabled, QPalette::Text, white(0.35));

@@ -12,6 +12,7 @@
 #include "views/PushButton.h"
 #include "views/TextField.h"
 
+#include <QTextCursor>
 #include <gtest/gtest.h>
 
 #include <map>
@@ -61,6 +62,18 @@ protected:
     static QRect place(const QWidget &widget)
     {
         return { widget.mapTo(widget.window(), QPoint()), widget.size() };
+    }
+
+    /// The selected part of the editor's first line, in the window.
+    static QRect selection(const NodeEditor &editor)
+    {
+        QTextCursor cursor = editor.textCursor();
+        cursor.setPosition(cursor.selectionStart());
+        const QRect start = editor.cursorRect(cursor);
+        cursor.movePosition(QTextCursor::EndOfLine);
+        const QRect end = editor.cursorRect(cursor);
+        return { editor.viewport()->mapTo(editor.window(), start.topLeft()),
+                 QSize(end.left() - start.left(), start.height()) };
     }
 
     /// Without the widget's own border.
@@ -205,6 +218,9 @@ TEST_F(ContrastTest, IsEnoughForTheTextsOnEveryColor)
         settle();
         settle();
         expectTextsToStandOut(*card);
+        EXPECT_GE(least(selection(editor)), EnoughForText) << "without the keyboard";
+        editor.setFocus();
+        EXPECT_GE(least(selection(editor)), EnoughForText) << "with the keyboard";
     }
 }
 

@@ -44,6 +44,25 @@ TEST_F(QuillsatchelViewLookTest, StacksStripDividerListAndButton)
     }
 }
 
+TEST_F(QuillsatchelViewLookTest, DimsSelectedTextWithoutTheKeyboard)
+{
+    openView(Texts { "    ", "    " });
+    for (const std::size_t index : { 0U, 1U }) {
+        Input::click(editor(index));
+        Input::key(*view, Qt::Key_A, Qt::ControlModifier);
+    }
+    const Picture picture(*view, Ground);
+    const auto colorOfSelection = [this, &picture](std::size_t index) {
+        const QRect cursor = editor(index).cursorRect(); // behind the last blank
+        const QPoint place = cursor.center() - QPoint(4, 0);
+        const QPoint inView = editor(index).viewport()->mapTo(&*view, place);
+        return picture.at(inView.x() + 0.5, inView.y() + 0.5);
+    };
+    const QColor card = over({ 0.125, 0.12, 0.14 }, Ground);
+    EXPECT_TRUE(isColor(colorOfSelection(0), over(SrgbColor::white(0.2), card)));
+    EXPECT_TRUE(isColor(colorOfSelection(1), over({ 0.91, 0.16, 0.17, 0.75 }, card)));
+}
+
 TEST_F(QuillsatchelViewLookTest, DrawsTheDividerBelowTheStrip)
 {
     openView(Texts {});
