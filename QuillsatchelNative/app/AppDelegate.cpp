@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/DarkAppearance.h"
+#include "app/DialogChrome.h"
 #include "app/FloatingPanel.h"
 #include "app/PanelMenus.h"
 #include "app/StatusItem.h"
@@ -25,7 +26,9 @@ constexpr std::chrono::milliseconds DesktopDelay(100); // the first frame stands
 
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
-    , m_applicationChooser(platform.workspace, platform.windowSystem)
+    , m_applicationChooser(
+          platform.workspace,
+          [this](QDialog &dialog) { DialogChrome::addTo(dialog, m_platform.windowSystem); })
     , m_store(platform)
     , m_launcherStore(m_applicationChooser, platform)
 {

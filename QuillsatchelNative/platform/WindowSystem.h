@@ -28,10 +28,6 @@ public:
     /// window is hidden: ask again after each showing. Nothing happens where it is not offered.
     virtual void showOnAllDesktops(QWindow &window) = 0;
 
-    /// Asks for a dark title bar for a window whose title bar is the window manager's, before it is
-    /// first shown. Nothing happens where it is not offered.
-    virtual void darkenTitleBar(QWindow &window) = 0;
-
     /// Has what is behind a window blurred, but not beyond round corners. The desktop does not
     /// learn of a change by itself: ask again after each. `size`, the window's, and `radius` are
     /// in points. Nothing happens where it is not offered.

@@ -1,6 +1,5 @@
 #include "views/ApplicationPanel.h"
 
-#include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationIcons.h"
@@ -68,10 +67,10 @@ bool isReturn(int key)
 } // namespace
 
 ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
-                                   Workspace &workspace, WindowSystem &windowSystem,
+                                   Workspace &workspace, std::function<void(QDialog &)> decorate,
                                    QWidget *parent)
     : QDialog(parent)
-    , m_windowSystem(windowSystem)
+    , m_decorate(std::move(decorate))
     , m_model(new ApplicationListModel(this))
 {
     setWindowTitle(title);
@@ -88,19 +87,12 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
         addActions(parent->actions()); // a hidden parent hears no keys
     renderSelection();
     listApplications(workspace);
-    darken(*this);
+    m_decorate(*this);
 }
 
 ApplicationPanel::~ApplicationPanel()
 {
     tell();
-}
-
-// The desktop may be light; what these windows show is always dark.
-void ApplicationPanel::darken(QWidget &window)
-{
-    window.winId(); // there is a window from now on
-    m_windowSystem.darkenTitleBar(*window.windowHandle());
 }
 
 void ApplicationPanel::addField(QBoxLayout &layout)
@@ -232,7 +224,7 @@ void ApplicationPanel::openFileDialog()
         m_fileDialog = new ApplicationFileDialog(windowTitle(), m_chooseButton->text(), this);
         connect(m_fileDialog, &QFileDialog::fileSelected, this,
                 [this](const QString &path) { finish(path.toStdString()); });
-        darken(*m_fileDialog);
+        m_decorate(*m_fileDialog);
     }
     m_fileDialog->show();
     m_fileDialog->raise();

@@ -14,7 +14,6 @@ class PushButton;
 class QBoxLayout;
 class QKeyEvent;
 class TextField;
-class WindowSystem;
 class Workspace;
 struct Application;
 
@@ -28,8 +27,10 @@ class ApplicationPanel final : public QDialog
 public:
     /// Asks the workspace for its applications, which fill the list when they come. `prompt` is the
     /// title of the confirming button. The panel stays above the window of `parent`.
+    /// `decorate` is called for this dialog and for the one behind "Other…", before either is
+    /// shown.
     ApplicationPanel(const QString &title, const QString &prompt, Workspace &workspace,
-                     WindowSystem &windowSystem, QWidget *parent);
+                     std::function<void(QDialog &)> decorate, QWidget *parent);
     ~ApplicationPanel() override;
 
     ApplicationPanel(const ApplicationPanel &) = delete;
@@ -46,7 +47,6 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void darken(QWidget &window);
     void addField(QBoxLayout &layout);
     void addList(QBoxLayout &layout, Workspace &workspace);
     void addButtons(QBoxLayout &layout, const QString &prompt);
@@ -61,7 +61,7 @@ private:
     void openFileDialog();
     void tell();
 
-    WindowSystem &m_windowSystem;
+    std::function<void(QDialog &)> m_decorate;
     ApplicationListModel *m_model;
     TextField *m_field = nullptr;
     ApplicationList *m_list = nullptr;

@@ -5,8 +5,7 @@
 #include <QPointer>
 
 class ApplicationPanel;
-class QWidget;
-class WindowSystem;
+class QDialog;
 class Workspace;
 
 /// Chooses in a panel above the window that is active when it is asked, one at a time: a new
@@ -14,7 +13,8 @@ class Workspace;
 class PanelApplicationChooser final : public ApplicationChooser
 {
 public:
-    PanelApplicationChooser(Workspace &workspace, WindowSystem &windowSystem);
+    /// `decorate` is called for each dialog before it is shown.
+    PanelApplicationChooser(Workspace &workspace, std::function<void(QDialog &)> decorate);
     ~PanelApplicationChooser() override;
 
     PanelApplicationChooser(const PanelApplicationChooser &) = delete;
@@ -28,6 +28,6 @@ public:
 
 private:
     Workspace &m_workspace;
-    WindowSystem &m_windowSystem;
+    std::function<void(QDialog &)> m_decorate;
     QPointer<ApplicationPanel> m_panel; // while it is open; its parent's, if it has one
 };

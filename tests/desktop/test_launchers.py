@@ -6,7 +6,8 @@ from launchers_test import LaunchersTest
 from library import FRESH_ID, known_id
 from tray import StatusItem, Tray
 from waiting import wait_for
-from x11 import press_keys, type_text, windows_named
+from x11 import (Point, Rect, add_monitor, button_held, color_at, glide, press_keys, type_text,
+                 windows_named)
 
 
 class ChosenLaunchersTest(LaunchersTest):
@@ -26,17 +27,43 @@ class ChosenLaunchersTest(LaunchersTest):
         chosen = application(self.application, FRESH_ID)
         self.expect_saved_slots(chosen, None, None, None, None)
 
-    def test_the_chooser_asks_for_title_bars_as_dark_as_it_is(self):
+    def test_the_title_bars_of_the_choosers_are_as_dark_as_they_are(self):
         panel = self.start()
-        card = panel.open_settings()
-        self.slot(card, 1).find("Choose App…", "push button").press()
-        chooser, = wait_for("the chooser", lambda: windows_named("Choose an Application"))
-        self.assertEqual(chooser.theme_variant(), "dark")
-
+        self.open_chooser(panel)
         panel.find("Other…", "push button").press()
         both = wait_for("the file dialog",
                         lambda: (found := windows_named("Choose an Application"))[1:] and found)
-        self.assertEqual([window.theme_variant() for window in both], ["dark", "dark"])
+
+        for window in both:
+            window.activate()
+            x, y, width, _ = window.outer_frame()
+            for place in (Point(x + 50, y + 5), Point(x + width - 12, y + 14)):
+                wait_for("a dark title bar", lambda: max(bytes.fromhex(color_at(place)[1:])) < 80)
+
+    def test_the_chooser_is_moved_by_its_title_and_closed_by_its_button(self):
+        panel = self.start()
+        chooser = self.open_chooser(panel)
+        frame = chooser.frame()
+        title = Point(frame.center.x, frame.y + 14)
+        with button_held(title):
+            glide(title, 60, 40)
+            wait_for("the chooser following", lambda: chooser.frame() != frame)
+
+        panel.find("Choose an Application", "dialog").find("Close", "push button").press()
+        wait_for("no chooser", lambda: not windows_named("Choose an Application"))
+
+    def test_the_chooser_fits_on_a_low_screen(self):
+        add_monitor("low", Rect(0, 0, 1280, 430), "screen", self.addCleanup)
+        panel = self.start()
+        frame = self.open_chooser(panel).outer_frame()
+        self.assertGreaterEqual(frame.y, 0)
+        self.assertLessEqual(frame.y + frame.height, 430)
+
+    def open_chooser(self, panel):
+        self.slot(panel.open_settings(), 1).find("Choose App…", "push button").press()
+        chooser, = wait_for("the chooser", lambda: windows_named("Choose an Application"))
+        wait_for("the field with the focus", lambda: panel.focused_name() == "Search applications")
+        return chooser
 
     def test_an_application_without_a_name_is_called_by_its_file(self):
         entry = self.application.entry

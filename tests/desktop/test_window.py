@@ -8,9 +8,9 @@ from library import known_id, node, tab
 from session import WINDOW_MANAGER
 from tray import StatusItem, Tray
 from waiting import wait_for, wait_for_value
-from x11 import (Point, Rect, WindowEvents, active_window, button_held, color_at, glide,
-                 managed_windows, move_pointer, offer_blur, open_colored_window, run, show_desktop,
-                 type_text, work_area)
+from x11 import (Point, Rect, WindowEvents, active_window, add_monitor, button_held, color_at,
+                 glide, managed_windows, move_pointer, offer_blur, open_colored_window,
+                 remove_monitor, show_desktop, type_text, work_area)
 
 ALL_DESKTOPS = 0xFFFFFFFF
 IDEAL_SIZE = (430, 650)
@@ -500,18 +500,6 @@ def size_of(area):
     """Of all the rectangles together."""
     return (max((each.x + each.width for each in area), default=0),
             max((each.y + each.height for each in area), default=0))
-
-
-def add_monitor(name, area, output, add_cleanup):
-    """A part of the screen that programs take for a monitor, on an output or on none."""
-    x, y, width, height = area
-    run("xrandr", "--setmonitor", name, f"{width}/{width // 4}x{height}/{height // 4}+{x}+{y}",
-        output)
-    add_cleanup(lambda: name in run("xrandr", "--listmonitors") and remove_monitor(name))
-
-
-def remove_monitor(name):
-    run("xrandr", "--delmonitor", name)
 
 
 def look_of_corner(corner, inward):

@@ -70,9 +70,12 @@ class Window:
         number = re.search(r"= (\d+)", self._property("_NET_WM_DESKTOP"))
         return int(number[1]) if number else None
 
-    def theme_variant(self):
-        """What it asks to be decorated like."""
-        return self._property("_GTK_THEME_VARIANT").partition("=")[2].strip().strip('"')
+    def outer_frame(self):
+        """With what the window manager draws around it."""
+        numbers = re.findall(r"\d+", self._property("_NET_FRAME_EXTENTS").partition("=")[2])
+        left, right, top, bottom = map(int, numbers or 4 * [0])
+        x, y, width, height = self.frame()
+        return Rect(x - left, y - top, width + left + right, height + top + bottom)
 
     def minimum_size(self):
         hints = self._property("WM_NORMAL_HINTS")
@@ -141,6 +144,18 @@ def offer_blur(is_offered):
 
 def show_desktop(number):
     run("wmctrl", "-s", number)
+
+
+def add_monitor(name, area, output, add_cleanup):
+    """A part of the screen that programs take for a monitor, on an output or on none."""
+    x, y, width, height = area
+    run("xrandr", "--setmonitor", name, f"{width}/{width // 4}x{height}/{height // 4}+{x}+{y}",
+        output)
+    add_cleanup(lambda: name in run("xrandr", "--listmonitors") and remove_monitor(name))
+
+
+def remove_monitor(name):
+    run("xrandr", "--delmonitor", name)
 
 
 def color_at(point):

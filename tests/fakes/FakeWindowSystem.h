@@ -15,8 +15,6 @@ class FakeWindowSystem final : public WindowSystem
 public:
     void showOnAllDesktops(QWindow & /*window*/) override { ++showings; }
 
-    void darkenTitleBar(QWindow &window) override { darkened.push_back(&window); }
-
     void blurBehind(QWindow & /*window*/, const QSize &size, int radius) override
     {
         blurs.push_back({ size, radius });
@@ -37,7 +35,6 @@ public:
     };
 
     int showings = 0;
-    std::vector<QWindow *> darkened;  ///< one each time it is asked for
     std::vector<Blur> blurs;          ///< one each time it is asked for
     std::vector<StartupToken> tokens; ///< one an activation
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationList.h"
@@ -46,9 +45,9 @@ protected:
     /// Shows a panel that has not heard from the workspace yet.
     void openEmpty()
     {
-        panel =
-            new ApplicationPanel(QStringLiteral("Choose an Application"),
-                                 QStringLiteral("Add Launcher"), workspace, windowSystem, nullptr);
+        panel = new ApplicationPanel(
+            QStringLiteral("Choose an Application"), QStringLiteral("Add Launcher"), workspace,
+            [this](QDialog &dialog) { decorated.push_back(&dialog); }, nullptr);
         panel->onFinish = [this](const auto &path) { answers.push_back(path); };
         panel->show();
         panel->activateWindow();
@@ -132,7 +131,7 @@ protected:
     }
 
     FakeWorkspace workspace;
-    FakeWindowSystem windowSystem;
+    std::vector<QDialog *> decorated;
     QPointer<ApplicationPanel> panel;
     Answers answers;
 

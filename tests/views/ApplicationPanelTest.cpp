@@ -28,13 +28,13 @@ protected:
     QWidget *focus() const { return panel->focusWidget(); }
 };
 
-TEST_F(ApplicationPanelTest, AsksForDarkTitleBars)
+TEST_F(ApplicationPanelTest, HasItsDialogsDecorated)
 {
     open();
-    EXPECT_EQ(windowSystem.darkened, std::vector { panel->windowHandle() });
+    EXPECT_EQ(decorated, std::vector<QDialog *> { panel });
     Input::click(button("Other\u2026"));
     ASSERT_TRUE(fileDialog());
-    EXPECT_EQ(windowSystem.darkened.back(), fileDialog()->windowHandle());
+    EXPECT_EQ(decorated, (std::vector<QDialog *> { panel, fileDialog() }));
 }
 
 TEST_F(ApplicationPanelTest, IsAnOrdinaryWindowUnderItsTitle)

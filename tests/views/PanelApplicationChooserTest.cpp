@@ -1,6 +1,5 @@
 #include "views/PanelApplicationChooser.h"
 
-#include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "views/ApplicationPanel.h"
 #include "views/Input.h"
@@ -77,9 +76,8 @@ protected:
     const Answers none { std::nullopt };
     std::vector<std::unique_ptr<Answers>> answersOfAll; // a chooser that goes answers, too
     FakeWorkspace workspace;
-    FakeWindowSystem windowSystem;
     std::unique_ptr<PanelApplicationChooser> chooser =
-        std::make_unique<PanelApplicationChooser>(workspace, windowSystem);
+        std::make_unique<PanelApplicationChooser>(workspace, [](QDialog &) {});
 };
 
 TEST_F(PanelApplicationChooserTest, ShowsAPanelAndReturns)

@@ -90,19 +90,6 @@ void X11WindowSystem::showOnAllDesktops(QWindow &window)
     sendToRoot(message, ToWindowManager);
 }
 
-// Window managers that draw title bars with the desktop's theme know it from GTK's programs.
-void X11WindowSystem::darkenTitleBar(QWindow &window)
-{
-    if (!m_connection)
-        return;
-    constexpr std::string_view Variant = "dark";
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE,
-                        static_cast<xcb_window_t>(window.winId()),
-                        X11Connection::atom(m_connection, "_GTK_THEME_VARIANT"),
-                        X11Connection::atom(m_connection, "UTF8_STRING"), 8,
-                        static_cast<std::uint32_t>(Variant.size()), Variant.data());
-}
-
 void X11WindowSystem::blurBehind(QWindow &window, const QSize &size, int radius)
 {
     if (!m_connection)

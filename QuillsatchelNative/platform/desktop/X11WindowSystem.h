@@ -22,7 +22,6 @@ public:
     X11WindowSystem();
 
     void showOnAllDesktops(QWindow &window) override;
-    void darkenTitleBar(QWindow &window) override;
     void blurBehind(QWindow &window, const QSize &size, int radius) override;
     void activate(QWindow &window, const StartupToken &token) override;
 

@@ -1,0 +1,74 @@
+#include "app/DialogChrome.h"
+
+#include "app/DialogTitleBar.h"
+#include "app/FloatingPanel.h"
+#include "app/PanelFrame.h"
+#include "app/TitleBar.h"
+
+#include <QDialog>
+#include <QEvent>
+#include <QLayout>
+#include <QPainter>
+#include <QScreen>
+
+void DialogChrome::addTo(QDialog &dialog, WindowSystem &windowSystem)
+{
+    new DialogChrome(dialog, windowSystem);
+}
+
+DialogChrome::DialogChrome(QDialog &dialog, WindowSystem &windowSystem)
+    : QObject(&dialog)
+    , m_dialog(dialog)
+    , m_windowSystem(windowSystem)
+    , m_titleBar(new DialogTitleBar(&dialog))
+    , m_frame(new PanelFrame(&dialog))
+{
+    dialog.setWindowFlag(Qt::FramelessWindowHint);
+    dialog.setAttribute(Qt::WA_TranslucentBackground);
+    dialog.setSizeGripEnabled(false);
+    dialog.installEventFilter(this);
+    makeRoom();
+    arrange();
+    m_compositingCancellable = windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
+}
+
+void DialogChrome::makeRoom()
+{
+    const QSize room(0, TitleBar::Height);
+    auto &layout = *m_dialog.layout();
+    layout.setContentsMargins(layout.contentsMargins() + QMargins(0, room.height(), 0, 0));
+    m_dialog.setMinimumSize(m_dialog.minimumSize() + room);
+    const QSize largest = m_dialog.screen()->availableGeometry().size();
+    m_dialog.resize((m_dialog.size() + room).boundedTo(largest));
+}
+
+bool DialogChrome::eventFilter(QObject * /*dialog*/, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        arrange();
+    else if (event->type() == QEvent::WindowStateChange)
+        renderEdge();
+    else if (event->type() == QEvent::Paint)
+        paintGround();
+    return false;
+}
+
+void DialogChrome::arrange()
+{
+    m_titleBar->setGeometry(0, 0, m_dialog.width(), TitleBar::Height);
+    m_frame->setGeometry(m_dialog.rect());
+    m_frame->raise();
+}
+
+void DialogChrome::renderEdge()
+{
+    const bool isRound = m_windowSystem.isCompositing.get() && !m_dialog.isMaximized();
+    m_frame->setRadius(isRound ? FloatingPanel::CornerRadius : 0);
+    m_frame->setAttribute(Qt::WA_TransparentForMouseEvents, m_dialog.isMaximized());
+}
+
+// A translucent window has no ground of its own. The frame cuts its corners round.
+void DialogChrome::paintGround()
+{
+    QPainter(&m_dialog).fillRect(m_dialog.rect(), m_dialog.palette().window());
+}

@@ -1,0 +1,44 @@
+#include "app/DialogTitleBar.h"
+
+#include "app/TrafficLight.h"
+#include "app/WindowDrag.h"
+#include "views/Painting.h"
+#include "views/SatchelTheme.h"
+
+#include <QLabel>
+#include <QMouseEvent>
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+
+constexpr int LeftPadding = 8;
+
+} // namespace
+
+DialogTitleBar::DialogTitleBar(QWidget *dialog)
+    : QWidget(dialog)
+    , m_close(new TrafficLight(u"xmark"_s, SatchelTheme::accent, tr("Close"), this))
+    , m_title(new QLabel(dialog->windowTitle(), this))
+{
+    connect(m_close, &QAbstractButton::clicked, dialog, &QWidget::close);
+    m_title->setAlignment(Qt::AlignCenter);
+    m_title->setFont(Painting::systemFont(11, QFont::DemiBold));
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Painting::qColor(SatchelTheme::secondary));
+    m_title->setPalette(palette);
+}
+
+void DialogTitleBar::resizeEvent(QResizeEvent * /*event*/)
+{
+    m_close->move(LeftPadding, (height() - m_close->height()) / 2);
+    const int aside = LeftPadding + m_close->width();
+    m_title->setGeometry(rect().marginsRemoved({ aside, 0, aside, 0 }));
+}
+
+void DialogTitleBar::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        WindowDrag::begin(*this);
+}
