@@ -26,6 +26,7 @@ constexpr std::chrono::milliseconds DesktopDelay(100); // the first frame stands
 
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
+    , m_textGestures(platform.pasteboard)
     , m_applicationChooser(
           platform.workspace,
           [this](QDialog &dialog) { DialogChrome::addTo(dialog, m_platform.windowSystem); })
@@ -63,7 +64,8 @@ void AppDelegate::makePanel()
 
 void AppDelegate::makeMenus()
 {
-    m_menus = new PanelMenus(*m_panel, [this](const MenuItem &item) { perform(item); });
+    m_menus = new PanelMenus(*m_panel, m_platform.pasteboard,
+                             [this](const MenuItem &item) { perform(item); });
     m_menus->launcherItems = [this] { return launcherItemsOfPanel(); };
     m_panel->onShowMenu = [this](const QPoint &place, QContextMenuEvent::Reason reason) {
         m_menus->popUp(place, reason);

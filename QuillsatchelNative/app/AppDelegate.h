@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/MenuItem.h"
+#include "app/TextGestures.h"
 #include "launchers/LauncherStore.h"
 #include "library/SatchelStore.h"
 #include "platform/Platform.h"
@@ -68,6 +69,7 @@ private:
     void observeWindowPreferences();
 
     Platform &m_platform;
+    TextGestures m_textGestures;
     PanelApplicationChooser m_applicationChooser;
     SatchelStore m_store;
     LauncherStore m_launcherStore;

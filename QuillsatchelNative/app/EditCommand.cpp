@@ -1,16 +1,17 @@
 #include "app/EditCommand.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
+#include "platform/Pasteboard.h"
+#include "support/Utf8.h"
+#include "views/NodeEditor.h"
+
 #include <QLineEdit>
-#include <QPlainTextEdit>
 
 namespace
 {
 
 using Action = MenuItem::Action;
 
-bool isPossibleIn(Action action, const QPlainTextEdit &editor)
+bool isPossibleIn(Action action, const NodeEditor &editor, const Pasteboard &pasteboard)
 {
     switch (action) {
     case Action::Undo:
@@ -22,7 +23,7 @@ bool isPossibleIn(Action action, const QPlainTextEdit &editor)
     case Action::Copy:
         return editor.textCursor().hasSelection();
     case Action::Paste:
-        return editor.canPaste();
+        return !editor.isReadOnly() && pasteboard.hasText();
     case Action::SelectAll:
         return !editor.document()->isEmpty();
     default:
@@ -30,7 +31,7 @@ bool isPossibleIn(Action action, const QPlainTextEdit &editor)
     }
 }
 
-bool isPossibleIn(Action action, const QLineEdit &field)
+bool isPossibleIn(Action action, const QLineEdit &field, const Pasteboard &pasteboard)
 {
     switch (action) {
     case Action::Undo:
@@ -42,7 +43,7 @@ bool isPossibleIn(Action action, const QLineEdit &field)
     case Action::Copy:
         return field.hasSelectedText();
     case Action::Paste:
-        return !field.isReadOnly() && !QGuiApplication::clipboard()->text().isEmpty();
+        return !field.isReadOnly() && pasteboard.hasText();
     case Action::SelectAll:
         return !field.text().isEmpty();
     default:
@@ -62,8 +63,6 @@ void performIn(Action action, Text &text)
         return text.cut();
     case Action::Copy:
         return text.copy();
-    case Action::Paste:
-        return text.paste();
     case Action::SelectAll:
         return text.selectAll();
     default:
@@ -71,23 +70,59 @@ void performIn(Action action, Text &text)
     }
 }
 
+void insertInto(NodeEditor &editor, const QString &text)
+{
+    editor.insert(text);
+}
+
+// Moving the cursor ends the undo step that typing before it belongs to.
+void insertInto(QLineEdit &field, const QString &text)
+{
+    if (!field.hasSelectedText()) {
+        const int place = field.cursorPosition();
+        field.setCursorPosition(place == 0 ? static_cast<int>(field.text().size()) : 0);
+        field.setCursorPosition(place);
+    }
+    field.insert(text);
+}
+
 } // namespace
 
-bool EditCommand::isPossible(Action action, QWidget *focus)
+bool EditCommand::isText(const QWidget *widget)
 {
-    if (const auto *const editor = qobject_cast<QPlainTextEdit *>(focus))
-        return isPossibleIn(action, *editor);
+    return qobject_cast<const NodeEditor *>(widget) || qobject_cast<const QLineEdit *>(widget);
+}
+
+bool EditCommand::isPossible(Action action, QWidget *focus, const Pasteboard &pasteboard)
+{
+    if (const auto *const editor = qobject_cast<NodeEditor *>(focus))
+        return isPossibleIn(action, *editor, pasteboard);
     if (const auto *const field = qobject_cast<QLineEdit *>(focus))
-        return isPossibleIn(action, *field);
+        return isPossibleIn(action, *field, pasteboard);
     return false;
 }
 
-void EditCommand::perform(Action action, QWidget *focus)
+void EditCommand::perform(Action action, QWidget *focus, const Pasteboard &pasteboard)
 {
-    if (!isPossible(action, focus))
+    if (action == Action::Paste) { // asks the clipboard's owner once, not also whether it has text
+        if (const auto text = isText(focus) ? pasteboard.text() : std::nullopt)
+            insert(stringFromUtf8(*text), focus);
         return;
-    if (auto *const editor = qobject_cast<QPlainTextEdit *>(focus))
+    }
+    if (!isPossible(action, focus, pasteboard))
+        return;
+    if (auto *const editor = qobject_cast<NodeEditor *>(focus))
         performIn(action, *editor);
     else if (auto *const field = qobject_cast<QLineEdit *>(focus))
         performIn(action, *field);
+}
+
+void EditCommand::insert(const QString &text, QWidget *focus)
+{
+    auto *const editor = qobject_cast<NodeEditor *>(focus);
+    auto *const field = qobject_cast<QLineEdit *>(focus);
+    if (editor && !editor->isReadOnly())
+        insertInto(*editor, text);
+    else if (field && !field->isReadOnly())
+        insertInto(*field, text);
 }

@@ -23,9 +23,10 @@ void closeOpenMenus()
 
 } // namespace
 
-PanelMenus::PanelMenus(QWidget &panel, MenuMirror::Perform perform)
+PanelMenus::PanelMenus(QWidget &panel, const Pasteboard &pasteboard, MenuMirror::Perform perform)
     : QObject(&panel)
     , m_panel(panel)
+    , m_pasteboard(pasteboard)
     , m_perform(std::move(perform))
     , m_applicationMenu(new QMenu(&panel))
     , m_editMenu(new QMenu(&panel))
@@ -40,8 +41,9 @@ PanelMenus::PanelMenus(QWidget &panel, MenuMirror::Perform perform)
     });
     const auto edit = MainMenu::makeEditMenu();
     m_editMenu->setTitle(edit.title);
-    MenuMirror::fill(*m_editMenu, edit.items,
-                     [this](const MenuItem &item) { EditCommand::perform(item.action, focus()); });
+    MenuMirror::fill(*m_editMenu, edit.items, [this](const MenuItem &item) {
+        EditCommand::perform(item.action, focus(), m_pasteboard);
+    });
     connect(m_editMenu, &QMenu::aboutToShow, this, &PanelMenus::renderEditMenu);
 
     // Shortcuts of a hidden menu never fire, so the panel owns the actions.
@@ -100,6 +102,7 @@ void PanelMenus::renderEditMenu()
 {
     for (auto *const action : m_editMenu->actions()) {
         if (!action->isSeparator())
-            action->setEnabled(EditCommand::isPossible(MenuMirror::actionOf(*action), focus()));
+            action->setEnabled(
+                EditCommand::isPossible(MenuMirror::actionOf(*action), focus(), m_pasteboard));
     }
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+class Pasteboard;
 class PopupMenu;
 class QMenu;
 class QPoint;
@@ -22,8 +23,8 @@ class PanelMenus final : public QObject
 
 public:
     /// The menus of `panel`, which becomes their parent. `perform` is called with what is chosen
-    /// from the application menu and from the launchers.
-    PanelMenus(QWidget &panel, MenuMirror::Perform perform);
+    /// from the application menu and from the launchers. `pasteboard` must outlive the menus.
+    PanelMenus(QWidget &panel, const Pasteboard &pasteboard, MenuMirror::Perform perform);
 
     /// The launchers to list in the menu that pops up; asked each time it opens.
     std::function<std::vector<MenuItem>()> launcherItems = [] { return std::vector<MenuItem>(); };
@@ -41,6 +42,7 @@ private:
     void renderEditMenu();
 
     QWidget &m_panel;
+    const Pasteboard &m_pasteboard;
     MenuMirror::Perform m_perform;
     QMenu *m_applicationMenu;
     QMenu *m_editMenu;

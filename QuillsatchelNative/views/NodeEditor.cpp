@@ -116,6 +116,14 @@ void NodeEditor::replaceText(const std::string &text)
     document()->setModified(false); // else typing that follows would be part of the same step
 }
 
+void NodeEditor::insert(const QString &text)
+{
+    QMimeData source;
+    source.setText(text);
+    insertFromMimeData(&source);
+    ensureCursorVisible();
+}
+
 void NodeEditor::reportText()
 {
     if (m_isReplacing)

@@ -28,6 +28,9 @@ public:
     /// shown, so a late redraw never disturbs the typing.
     void replaceText(const std::string &text);
 
+    /// Inserts as the user does, in place of the selection.
+    void insert(const QString &text);
+
 protected:
     QMimeData *createMimeDataFromSelection() const override;
     void insertFromMimeData(const QMimeData *source) override;

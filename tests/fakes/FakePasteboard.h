@@ -10,5 +10,10 @@ public:
 
     std::optional<std::string> text() const override { return contents; }
 
+    bool hasText() const override { return contents.has_value(); }
+
+    std::optional<std::string> selectedText() const override { return selection; }
+
     std::optional<std::string> contents;
+    std::optional<std::string> selection;
 };

@@ -1,20 +1,92 @@
 #include "platform/desktop/QtPasteboard.h"
 
+#include "platform/desktop/TextFormat.h"
+#include "platform/desktop/X11Connection.h"
+#include "platform/desktop/X11SelectionReader.h"
 #include "support/Utf8.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
 
+#include <chrono>
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr auto Patience = 1s;
+
+QClipboard &clipboard()
+{
+    return *QGuiApplication::clipboard();
+}
+
+const char *selectionOf(QClipboard::Mode mode)
+{
+    return mode == QClipboard::Clipboard ? "CLIPBOARD" : "PRIMARY";
+}
+
+// Our own contents need no request, and could not be requested while we wait.
+bool isOnX11Elsewhere(QClipboard::Mode mode)
+{
+    auto *const connection = X11Connection::current();
+    if (!connection)
+        return false;
+    const auto selection = X11Connection::atom(connection, selectionOf(mode));
+    return !X11Connection::hasMade(connection,
+                                   X11Connection::selectionOwner(connection, selection));
+}
+
+X11SelectionReader readerOf(QClipboard::Mode mode)
+{
+    return { selectionOf(mode), Patience };
+}
+
+std::optional<std::string> textFromX11(QClipboard::Mode mode)
+{
+    auto reader = readerOf(mode);
+    const QString format = TextFormat::best(reader.formats());
+    const auto bytes = format.isEmpty() ? std::nullopt : reader.data(format);
+    return bytes ? std::optional(TextFormat::decoded(*bytes, format)) : std::nullopt;
+}
+
+// One format is fetched, once: Qt on Wayland waits a second for each.
+std::optional<std::string> textFromQt(QClipboard::Mode mode)
+{
+    const auto *const contents = clipboard().mimeData(mode);
+    const QString format = contents ? TextFormat::best(contents->formats()) : QString();
+    const QByteArray bytes = format.isEmpty() ? QByteArray() : contents->data(format);
+    return bytes.isNull() ? std::nullopt : std::optional(TextFormat::decoded(bytes, format));
+}
+
+std::optional<std::string> textIn(QClipboard::Mode mode)
+{
+    return isOnX11Elsewhere(mode) ? textFromX11(mode) : textFromQt(mode);
+}
+
+} // namespace
+
 void QtPasteboard::setText(std::string_view text)
 {
-    QGuiApplication::clipboard()->setText(stringFromUtf8(text));
+    clipboard().setText(stringFromUtf8(text));
 }
 
 std::optional<std::string> QtPasteboard::text() const
 {
-    const auto *const contents = QGuiApplication::clipboard()->mimeData();
-    if (!contents || !contents->hasText())
-        return std::nullopt;
-    return contents->text().toStdString();
+    return textIn(QClipboard::Clipboard);
+}
+
+bool QtPasteboard::hasText() const
+{
+    if (isOnX11Elsewhere(QClipboard::Clipboard))
+        return !TextFormat::best(readerOf(QClipboard::Clipboard).formats()).isEmpty();
+    const auto *const contents = clipboard().mimeData();
+    return contents && !TextFormat::best(contents->formats()).isEmpty();
+}
+
+std::optional<std::string> QtPasteboard::selectedText() const
+{
+    return clipboard().supportsSelection() ? textIn(QClipboard::Selection) : std::nullopt;
 }

@@ -2,10 +2,12 @@
 
 #include "platform/Pasteboard.h"
 
-/// The desktop's clipboard selection.
+/// The desktop's clipboard, and its selection where it has one.
 class QtPasteboard final : public Pasteboard
 {
 public:
     void setText(std::string_view text) override;
     std::optional<std::string> text() const override;
+    bool hasText() const override;
+    std::optional<std::string> selectedText() const override;
 };

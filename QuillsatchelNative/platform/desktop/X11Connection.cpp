@@ -22,3 +22,17 @@ xcb_atom_t X11Connection::atom(xcb_connection_t *connection, std::string_view na
         xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
+
+xcb_window_t X11Connection::selectionOwner(xcb_connection_t *connection, xcb_atom_t selection)
+{
+    const auto cookie = xcb_get_selection_owner(connection, selection);
+    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection, cookie, nullptr));
+    return reply ? reply->owner : xcb_window_t(XCB_WINDOW_NONE);
+}
+
+bool X11Connection::hasMade(xcb_connection_t *connection, xcb_window_t window)
+{
+    const auto *const setup = xcb_get_setup(connection);
+    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}

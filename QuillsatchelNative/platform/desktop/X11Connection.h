@@ -18,6 +18,12 @@ xcb_window_t root(xcb_connection_t *connection);
 /// The server's number for a name.
 xcb_atom_t atom(xcb_connection_t *connection, std::string_view name);
 
+/// The window that owns a selection; none without an owner.
+xcb_window_t selectionOwner(xcb_connection_t *connection, xcb_atom_t selection);
+
+/// Whether the window was made over this connection.
+bool hasMade(xcb_connection_t *connection, xcb_window_t window);
+
 struct FreeReply {
     void operator()(void *reply) const { std::free(reply); } // NOLINT(*-no-malloc)
 };

@@ -38,10 +38,7 @@ void X11Selection::watch()
 
 bool X11Selection::hasOwner() const
 {
-    const auto cookie = xcb_get_selection_owner(m_connection, m_atom);
-    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(m_connection, cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
+    return X11Connection::selectionOwner(m_connection, m_atom) != XCB_WINDOW_NONE;
 }
 
 bool X11Selection::nativeEventFilter(const QByteArray &eventType, void *message,

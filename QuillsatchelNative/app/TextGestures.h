@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class Pasteboard;
+class QContextMenuEvent;
+class QKeyEvent;
+class QMenu;
+class QMouseEvent;
+class QPoint;
+class QWidget;
+
+/// What keys and pointer ask of every text of the program beyond typing: pasting, inserting the
+/// selection of another program by a middle click, and the context menu. Qt's own handling asks the
+/// clipboard's owner again and again and waits five seconds each time.
+class TextGestures final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Works for all windows while this lives. Needs the QApplication; `pasteboard` must outlive
+    /// this object.
+    explicit TextGestures(const Pasteboard &pasteboard);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool pressKey(const QKeyEvent &event, QWidget &text) const;
+    bool releaseButton(const QMouseEvent &event, QWidget &text) const;
+    void insertSelection(QWidget &text) const;
+    void openMenu(QWidget &text, const QPoint &place);
+
+    const Pasteboard &m_pasteboard;
+    QPointer<QMenu> m_menu; // the one that is open
+};

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDeadlineTimer>
+#include <QString>
+#include <QStringList>
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+/// Reads a selection of the X server, such as the clipboard, over a connection of its own. Qt's
+/// clipboard waits five seconds for each request that the owner leaves unanswered; here one
+/// deadline covers all requests together. Does not run the event loop, so it cannot read what this
+/// process offers itself.
+class X11SelectionReader
+{
+public:
+    /// `patience` begins now.
+    X11SelectionReader(std::string_view selection, std::chrono::milliseconds patience);
+
+    /// What the owner offers; empty without an owner, or one that answers in time.
+    QStringList formats();
+
+    /// The selection in one of its formats; none if it does not come whole and in time.
+    std::optional<QByteArray> data(const QString &format);
+
+    /// Requests a conversion without waiting for the answer.
+    void request(std::string_view target);
+
+    /// Whether the last request was answered, if only by a refusal. Does not wait.
+    bool hasAnswer();
+
+    /// Readable when an answer may be there.
+    int descriptor() const { return xcb_get_file_descriptor(m_connection.get()); }
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t *connection) const;
+    };
+
+    struct Property {
+        xcb_atom_t type = XCB_ATOM_NONE;
+        int bits = 0; // of each item: 8, 16 or 32
+        QByteArray bytes;
+    };
+
+    using IsAwaited = std::function<bool(const xcb_generic_event_t &)>;
+
+    std::optional<Property> property(std::string_view target);
+    std::optional<QByteArray> pieces();
+    std::optional<Property> takeProperty();
+    bool await(const IsAwaited &isAwaited);
+    bool takeEvent(const IsAwaited &isAwaited);
+    bool waitForInput() const;
+    QString nameOf(xcb_get_atom_name_cookie_t cookie);
+
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    QDeadlineTimer m_deadline;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+    xcb_atom_t m_selection = XCB_ATOM_NONE;
+    xcb_atom_t m_property = XCB_ATOM_NONE;
+};

@@ -1,0 +1,96 @@
+"""Pasting what other programs offer, also those that offer it badly or do not answer."""
+
+import contextlib
+import subprocess
+import time
+
+from desktop_test import DesktopTest
+from library import known_id, node, tab
+from processes import end
+from waiting import wait_for
+from x11 import press_keys, type_text
+
+# A clipboard is given a second. The rest is for a busy machine; Qt alone would wait ten seconds.
+MOST_SECONDS = 4
+
+
+class ClipboardTest(DesktopTest):
+    def setUp(self):
+        self.open_panel([tab("Prompts", node(id=known_id(2)), id=known_id(1))])
+
+    @contextlib.contextmanager
+    def clipboard_of(self, behaviour, **offers):
+        """The clipboard of another program; `offers` are bytes by the names of their formats."""
+        formats = []
+        for number, (name, content) in enumerate(offers.items()):
+            file = self.session.folder / f"offer-{number}"
+            file.write_bytes(content)
+            formats += [name, file]
+        program = self.program.parent / "tests" / "selection_owner"
+        owner = self.session.start(program, "CLIPBOARD", behaviour, *formats,
+                                   stdout=subprocess.PIPE)
+        try:
+            self.assertEqual(owner.stdout.readline(), b"ready\n")
+            yield
+        finally:
+            end(owner)
+            owner.stdout.close()
+
+    def expect_text(self, text):
+        self.expect_saved(tab("Prompts", node(text, id=known_id(2)), id=known_id(1)))
+
+    def focus_node(self):
+        self.panel.editor(1, 1).click()
+        wait_for("the node with the focus", lambda: self.panel.focused_name() == "Node text")
+
+
+class SilentOwnerTest(ClipboardTest):
+    def test_the_paste_button_gives_up_after_a_second(self):
+        with self.clipboard_of("silent"):
+            self.focus_node()
+            started = time.monotonic()
+            self.panel.find("Paste", "push button").click()
+            self.expect_typing_works_since(started)
+
+    def test_the_key_for_pasting_gives_up_after_a_second(self):
+        with self.clipboard_of("silent"):
+            self.focus_node()
+            started = time.monotonic()
+            press_keys("ctrl+v")
+            self.expect_typing_works_since(started)
+
+    def test_the_context_menu_opens_within_a_second_and_offers_no_paste(self):
+        with self.clipboard_of("silent"):
+            self.focus_node()
+            started = time.monotonic()
+            menu = self.panel.menu_after(lambda: self.panel.editor(1, 1).click(button=3))
+            self.assertLess(time.monotonic() - started, MOST_SECONDS)
+            self.assertFalse(menu.find("Paste").has("enabled"))
+            press_keys("Escape")
+            wait_for("the menu gone", menu.is_gone)
+
+    def test_an_owner_that_never_ends_its_answer_gets_a_second(self):
+        with self.clipboard_of("trickles", UTF8_STRING=b"x" * 1000):
+            self.focus_node()
+            started = time.monotonic()
+            press_keys("ctrl+v")
+            self.expect_typing_works_since(started)
+
+    def expect_typing_works_since(self, started):
+        type_text("x")
+        wait_for("typing to be shown", lambda: self.panel.editor(1, 1).text == "x")
+        self.assertLess(time.monotonic() - started, MOST_SECONDS)
+        self.expect_text("x")
+
+
+class FormatsTest(ClipboardTest):
+    def test_text_with_parameters_is_pasted_and_keeps_a_leading_byte_order_mark(self):
+        text = "\ufeffGr\u00fc\u00dfe"
+        for paste in (lambda: press_keys("ctrl+v"),
+                      lambda: self.panel.find("Paste", "push button").click()):
+            with self.clipboard_of("answers", **{"text/plain;charset=utf-8": text.encode()}):
+                self.focus_node()
+                press_keys("ctrl+a", "Delete")
+                wait_for("the offer to paste", lambda: self.panel.has_any("Paste"))
+                paste()
+                self.expect_text(text)
