@@ -3,6 +3,7 @@
 #include "app/PanelApplication.h"
 #include "platform/ApplicationFolder.h"
 #include "platform/Platform.h"
+#include "platform/desktop/ClipboardHandover.h"
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
@@ -17,6 +18,29 @@
 
 #include <csignal>
 #include <cstdlib>
+
+namespace
+{
+
+/// Shows the panel until the application is told to end. Nothing of it is left afterwards.
+int run(SingleInstance &instance)
+{
+    const TerminationSignals terminationSignals;
+    StandardFileLocations fileLocations(&instance);
+    const auto &desktop = desktopPlatform();
+    Platform platform {
+        desktop.mainQueue,    desktop.pasteboard, desktop.workspace,  fileLocations,
+        desktop.windowSystem, desktop.statusBar,  desktop.httpClient, desktop.speech
+    };
+    AppDelegate delegate(platform);
+    delegate.applicationDidFinishLaunching();
+    StartupEnvironment::clear();
+    const InstanceListener listener(
+        instance, [&delegate](const StartupToken &token) { delegate.showPanel(token); });
+    return PanelApplication::exec();
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -40,17 +64,7 @@ int main(int argc, char *argv[])
         for (const auto *const name : { "", "/Favicons" })
             UnfinishedFile::removeLeftovers(FilePath::native(folder + QLatin1String(name)));
 
-    const TerminationSignals terminationSignals;
-    StandardFileLocations fileLocations(&instance);
-    const auto &desktop = desktopPlatform();
-    Platform platform {
-        desktop.mainQueue,    desktop.pasteboard, desktop.workspace,  fileLocations,
-        desktop.windowSystem, desktop.statusBar,  desktop.httpClient, desktop.speech
-    };
-    AppDelegate delegate(platform);
-    delegate.applicationDidFinishLaunching();
-    StartupEnvironment::clear();
-    const InstanceListener listener(
-        instance, [&delegate](const StartupToken &token) { delegate.showPanel(token); });
-    return PanelApplication::exec();
+    const int status = run(instance);
+    ClipboardHandover::finish();
+    return status;
 }

@@ -1,6 +1,7 @@
 """Pasting what other programs offer, also those that offer it badly or do not answer."""
 
 import contextlib
+import pathlib
 import subprocess
 import time
 
@@ -13,25 +14,32 @@ from x11 import press_keys, type_text
 # A clipboard is given a second. The rest is for a busy machine; Qt alone would wait ten seconds.
 MOST_SECONDS = 4
 
+# The program allows a clipboard manager 0.3 seconds; Qt alone would wait five.
+MOST_SECONDS_TO_END = 2
+
 
 class ClipboardTest(DesktopTest):
     def setUp(self):
         self.open_panel([tab("Prompts", node(id=known_id(2)), id=known_id(1))])
 
-    @contextlib.contextmanager
     def clipboard_of(self, behaviour, **offers):
         """The clipboard of another program; `offers` are bytes by the names of their formats."""
+        return self.selection_of("CLIPBOARD", behaviour, **offers)
+
+    @contextlib.contextmanager
+    def selection_of(self, selection, behaviour, **offers):
+        """Gives the file of the last offer."""
         formats = []
         for number, (name, content) in enumerate(offers.items()):
             file = self.session.folder / f"offer-{number}"
             file.write_bytes(content)
             formats += [name, file]
         program = self.program.parent / "tests" / "selection_owner"
-        owner = self.session.start(program, "CLIPBOARD", behaviour, *formats,
+        owner = self.session.start(program, selection, behaviour, *formats,
                                    stdout=subprocess.PIPE)
         try:
             self.assertEqual(owner.stdout.readline(), b"ready\n")
-            yield
+            yield pathlib.Path(formats[-1]) if formats else None
         finally:
             end(owner)
             owner.stdout.close()
@@ -94,3 +102,44 @@ class FormatsTest(ClipboardTest):
                 wait_for("the offer to paste", lambda: self.panel.has_any("Paste"))
                 paste()
                 self.expect_text(text)
+
+
+class EndTest(ClipboardTest):
+    """What was copied when the program ends."""
+
+    def test_a_clipboard_manager_that_does_not_answer_does_not_delay_the_end(self):
+        for copy in (self.copy_node, self.select_text, self.cut_text):
+            with self.subTest(copy.__name__), \
+                    self.selection_of("CLIPBOARD_MANAGER", "silent"):
+                copy()
+                self.assertLess(self.seconds_to_end(), MOST_SECONDS_TO_END)
+            self.setUp()
+
+    def test_a_clipboard_manager_gets_the_text(self):
+        with self.selection_of("CLIPBOARD_MANAGER", "saves", SAVE_TARGETS=b"") as file:
+            self.copy_node()
+            self.assertLess(self.seconds_to_end(), MOST_SECONDS_TO_END)
+            self.assertEqual(file.read_text(), "copied")
+
+    def copy_node(self):
+        self.focus_node()
+        type_text("copied")
+        self.expect_text("copied")
+        self.panel.find("Copy", "push button").click()
+        self.panel.find("Copied", "push button")
+
+    def select_text(self):
+        self.focus_node()
+        type_text("selected")
+        press_keys("ctrl+a")
+        self.expect_text("selected")
+
+    def cut_text(self):
+        self.select_text()
+        press_keys("ctrl+x")
+        self.expect_text("")
+
+    def seconds_to_end(self):
+        started = time.monotonic()
+        self.assertEqual(self.panel.end(), 0)
+        return time.monotonic() - started

@@ -10,6 +10,7 @@
 //     trickles    in pieces, a byte each 0.3 seconds
 //     lists       the formats are listed, but never sent
 //     silent      no request is answered
+//     saves       a clipboard manager: asked to save, it writes the clipboard's text to FILE
 
 #include "platform/desktop/X11Connection.h"
 
@@ -59,6 +60,7 @@ public:
 
     void offer(const char *format, const char *path)
     {
+        m_path = path;
         std::ifstream file(path, std::ios::binary);
         m_offers.push_back({ atom(format), std::string(std::istreambuf_iterator<char>(file), {}) });
     }
@@ -80,6 +82,8 @@ public:
                 return;
             if (type == XCB_SELECTION_REQUEST && m_behaviour != "silent")
                 answer(*reinterpret_cast<const xcb_selection_request_event_t *>(event.get()));
+            if (type == XCB_SELECTION_NOTIFY)
+                save();
             if (type == XCB_PROPERTY_NOTIFY)
                 goOn(*reinterpret_cast<const xcb_property_notify_event_t *>(event.get()));
         }
@@ -104,11 +108,28 @@ private:
                 { reinterpret_cast<const char *>(formats.data()),
                   formats.size() * sizeof(xcb_atom_t) });
             notify(request, request.property);
+        } else if (m_behaviour == "saves") {
+            m_saving = request;
+            xcb_convert_selection(m_connection.get(), m_window, atom("CLIPBOARD"),
+                                  atom("UTF8_STRING"), atom("SAVED"), XCB_CURRENT_TIME);
+            xcb_flush(m_connection.get());
         } else if (offer == m_offers.end()) {
             notify(request, XCB_ATOM_NONE);
         } else if (m_behaviour != "lists") {
             send(request, *offer);
         }
+    }
+
+    void save()
+    {
+        const auto cookie = xcb_get_property(m_connection.get(), 1, m_window, atom("SAVED"),
+                                             XCB_GET_PROPERTY_TYPE_ANY, 0, PieceSize);
+        const ReplyPointer<xcb_get_property_reply_t> text(
+            xcb_get_property_reply(m_connection.get(), cookie, nullptr));
+        std::ofstream(m_path, std::ios::binary)
+            .write(static_cast<const char *>(xcb_get_property_value(text.get())),
+                   xcb_get_property_value_length(text.get()));
+        notify(m_saving, m_saving.property);
     }
 
     void send(const xcb_selection_request_event_t &request, const Offer &offer)
@@ -170,6 +191,8 @@ private:
     xcb_atom_t m_selection;
     std::string_view m_behaviour;
     std::vector<Offer> m_offers;
+    const char *m_path = "";
+    xcb_selection_request_event_t m_saving {};
     std::optional<Offer> m_rest; // what is being sent in pieces
 };
 
