@@ -7,6 +7,7 @@
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
+#include "platform/desktop/QtFailures.h"
 #include "platform/desktop/SignalHandler.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/StandardFileLocations.h"
@@ -54,6 +55,7 @@ int main(int argc, char *argv[])
     if (outcome != SingleInstance::Outcome::first)
         return outcome == SingleInstance::Outcome::handedOver ? EXIT_SUCCESS : EXIT_FAILURE;
 
+    const QtFailures qtFailures;
     LaunchArguments arguments(argc, argv);
     FontPreload fontPreload;
     const PanelApplication application(arguments.count(), arguments.values());

@@ -1,16 +1,23 @@
-"""Starting with no library, and with one that cannot be read."""
+"""Starting with no library, with one that cannot be read, and on a system that refuses something."""
 
 import os
 import resource
 import shutil
 import stat
+import subprocess
+import tempfile
 import time
+import unittest
 
 from applications import RecordingApplication
 from desktop_test import DesktopTest
 from library import known_id, node, tab
+from processes import end
 from waiting import wait_for, wait_for_value
-from x11 import press_keys, type_text
+from x11 import press_keys, type_text, windows_named
+
+ORDINARY_USER = 54321  # runs nothing else, so that its limit of threads is this program's
+MOST_THREADS = 7  # more than the program needs
 
 
 class StartupTest(DesktopTest):
@@ -106,6 +113,54 @@ class StartupTest(DesktopTest):
     def expect_default_library(self, panel):
         self.assertEqual(panel.tab_names(), ["Prompts"])
         self.assertTrue(panel.has_any("No nodes yet"))
+
+
+class RefusalTest(DesktopTest):
+    def test_without_a_display_it_says_so_in_one_line_and_ends(self):
+        displays = {"DISPLAY": ":4711", "WAYLAND_DISPLAY": "missing"}
+        done = subprocess.run([self.program], env=os.environ | displays, timeout=30, text=True,
+                              stderr=subprocess.PIPE)
+        self.assert_ended_with_a_line(done.returncode, done.stderr)
+        self.assertIn("DISPLAY is :4711", done.stderr)
+
+    @unittest.skipIf(os.geteuid(), "Only root can be a user without other processes.")
+    def test_at_any_limit_of_threads_it_works_or_says_so_in_one_line_and_ends(self):
+        # X11 servers let only their own user connect, unless told.
+        subprocess.run(["xhost", f"+si:localuser:#{ORDINARY_USER}"], check=True,
+                       stdout=subprocess.DEVNULL)
+        worked = [self.works_with_threads(limit) for limit in range(1, MOST_THREADS + 1)]
+        self.assertEqual(worked, sorted(worked), "more threads never hurt")
+        self.assertEqual(set(worked), {False, True})
+
+    def works_with_threads(self, limit):
+        def become_limited_user():
+            os.setgid(ORDINARY_USER)
+            os.setuid(ORDINARY_USER)
+            resource.setrlimit(resource.RLIMIT_NPROC, (limit, limit))
+
+        with tempfile.TemporaryDirectory() as home, self.subTest(limit):
+            os.chown(home, ORDINARY_USER, ORDINARY_USER)
+            program = shutil.copy(self.program, home)  # the folders above may be root's alone
+            homes = {name: home for name in os.environ if name.startswith("XDG_")}
+            process = subprocess.Popen([program], env=os.environ | homes | {"HOME": home},
+                                       stderr=subprocess.PIPE, text=True,
+                                       preexec_fn=become_limited_user)
+            self.addCleanup(process.kill)
+            with process.stderr:
+                wait_for("a panel or an end",
+                         lambda: windows_named("Quillsatchel") or process.poll() is not None)
+                try:
+                    process.wait(2)  # the desktop is asked a little after the panel is shown
+                except subprocess.TimeoutExpired:
+                    self.assertEqual(end(process), 0)
+                    return True
+                self.assert_ended_with_a_line(process.returncode, process.stderr.read())
+        return False
+
+    def assert_ended_with_a_line(self, status, message):
+        self.assertEqual(status, 1, message)
+        self.assertEqual(len(message.splitlines()), 1, message)
+        self.assertTrue(message.startswith("Quillsatchel ends: "), message)
 
 
 def mode_of(path):

@@ -2,6 +2,7 @@
 
 #include <fontconfig/fontconfig.h>
 #include <memory>
+#include <system_error>
 
 namespace
 {
@@ -43,11 +44,16 @@ QString findColorEmoji()
 } // namespace
 
 FontPreload::FontPreload()
-    : m_thread([this] {
+{
+    const auto read = [this] {
         FcInit();
         m_colorEmojiFamily = findColorEmoji();
-    })
-{
+    };
+    try {
+        m_thread = std::thread(read);
+    } catch (const std::system_error &) { // the system allows no more threads
+        read();
+    }
 }
 
 FontPreload::~FontPreload()

@@ -6,6 +6,7 @@
 
 /// Reads the system's font configuration on a second thread while the program connects to the
 /// display: it is a good part of what drawing the first letter costs. The destructor waits for it.
+/// Without a second thread, if the system allows none, the constructor reads it.
 class FontPreload
 {
 public:

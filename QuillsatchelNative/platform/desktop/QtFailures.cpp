@@ -1,0 +1,52 @@
+#include "platform/desktop/QtFailures.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+namespace
+{
+
+QtMessageHandler formerHandler = nullptr;
+
+[[noreturn]] void fail(const std::string &reason)
+{
+    std::cerr << "Quillsatchel ends: " << reason << std::endl;
+    std::_Exit(EXIT_FAILURE);
+}
+
+std::string setting(const char *variable)
+{
+    const QByteArray value = qgetenv(variable);
+    return variable + (value.isEmpty() ? std::string(" is not set") : " is " + value.toStdString());
+}
+
+// What Qt says of each window system that it tries is no failure if another one is there.
+void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (message.startsWith(QLatin1String("QThread::start: Thread creation error")))
+        fail("the system allows it no more threads.");
+    const std::string_view category = context.category ? context.category : "";
+    const bool isOfWindowSystem = category.starts_with("qt.qpa");
+    if (type == QtFatalMsg && message.contains(QLatin1String("platform plugin")))
+        fail("there is no display. " + setting("DISPLAY") + ", " + setting("WAYLAND_DISPLAY") +
+             ".");
+    if (type == QtFatalMsg || !isOfWindowSystem)
+        formerHandler(type, context, message);
+}
+
+} // namespace
+
+QtFailures::QtFailures()
+    : m_former(formerHandler = qInstallMessageHandler(&handle))
+{
+}
+
+QtFailures::~QtFailures()
+{
+    qInstallMessageHandler(m_former);
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// Ends the process with status 1 and one line on standard error where Qt would abort or hang:
+/// without a display, or if the system refuses a thread that Qt then waits for. Works as long as
+/// this lives. One at a time.
+class QtFailures
+{
+public:
+    QtFailures();
+    ~QtFailures();
+
+    QtFailures(const QtFailures &) = delete;
+    QtFailures &operator=(const QtFailures &) = delete;
+
+private:
+    QtMessageHandler m_former;
+};
