@@ -98,6 +98,12 @@ class InstallTest(unittest.TestCase):
         for test in self.module_tests:
             run(shutil.copy(test, self.prefix / "bin"), env=self.environment())
 
+    def test_modules_that_others_can_write_are_not_loaded(self):
+        test = shutil.copy(self.module_tests[0], self.prefix / "bin")
+        (self.prefix / self.modules).chmod(0o777)
+        done = subprocess.run([test], env=self.environment(), stdout=subprocess.DEVNULL)
+        self.assertEqual(done.returncode, 1)
+
     def test_removing_what_was_installed_leaves_no_file_but_the_users_data(self):
         environment = self.environment()
         kept = pathlib.Path(environment["XDG_DATA_HOME"], "Quillsatchel/prompts.json")

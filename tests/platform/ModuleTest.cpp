@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -15,11 +17,17 @@ namespace
 class ModuleTest : public testing::Test
 {
 protected:
-    /// As a path from the root of the installation or build.
-    void addFile(const char *path)
+    ModuleTest() { umask(S_IWGRP | S_IWOTH); }
+
+    ~ModuleTest() override { umask(m_formerMask); }
+
+    std::filesystem::path path(const char *inRoot) const
     {
-        TestFiles::write(std::filesystem::path(m_root.path().toStdString()) / path, "");
+        return std::filesystem::path(m_root.path().toStdString()) / inRoot;
     }
+
+    /// As a path from the root of the installation or build.
+    void addFile(const char *name) { TestFiles::write(path(name), ""); }
 
     /// As a path from that root, too.
     QString found(const char *programFolder, const char *name) const
@@ -31,6 +39,7 @@ protected:
 
 private:
     QTemporaryDir m_root;
+    mode_t m_formerMask = umask(0);
 };
 
 TEST_F(ModuleTest, IsFoundWhereItIsInstalled)
@@ -40,12 +49,29 @@ TEST_F(ModuleTest, IsFoundWhereItIsInstalled)
     EXPECT_EQ(found("bin", "network"), QStringLiteral(INSTALLED_MODULES "/network.so"));
 }
 
-TEST_F(ModuleTest, IsFoundWhereItIsBuiltFromTheProgramAndFromFoldersBelow)
+TEST_F(ModuleTest, IsFoundInABuildFolderFromTheProgramAndFromFoldersBelow)
 {
+    addFile("CMakeCache.txt");
     addFile("modules/speech.so");
     addFile("tests/SomeTest");
     EXPECT_EQ(found("", "speech"), QStringLiteral("modules/speech.so"));
     EXPECT_EQ(found("tests", "speech"), QStringLiteral("modules/speech.so"));
+}
+
+TEST_F(ModuleTest, IsThatOfItsOwnBuildInABuildFolder)
+{
+    addFile("build/CMakeCache.txt");
+    addFile("build/quillsatchel");
+    addFile(INSTALLED_MODULES "/network.so");
+    EXPECT_EQ(found("build", "network"), QString());
+}
+
+TEST_F(ModuleTest, IsNotFoundBesideACopyOfTheProgram)
+{
+    addFile("modules/network.so");
+    addFile("copy/quillsatchel");
+    addFile("copy/modules/network.so");
+    EXPECT_EQ(found("copy", "network"), QString());
 }
 
 TEST_F(ModuleTest, IsTheInstalledOneOfAnInstalledProgram)
@@ -54,6 +80,35 @@ TEST_F(ModuleTest, IsTheInstalledOneOfAnInstalledProgram)
     addFile("bin/modules/network.so");
     addFile(INSTALLED_MODULES "/network.so");
     EXPECT_EQ(found("bin", "network"), QStringLiteral(INSTALLED_MODULES "/network.so"));
+}
+
+TEST_F(ModuleTest, IsNotLoadedFromAFileOrFolderThatOthersCanWrite)
+{
+    addFile("bin/quillsatchel");
+    addFile(INSTALLED_MODULES "/network.so");
+    for (const auto *const each : { INSTALLED_MODULES, INSTALLED_MODULES "/network.so" }) {
+        const auto mode = TestFiles::mode(path(each));
+        for (const auto writable : { 0020U, 0002U }) {
+            TestFiles::setMode(path(each), mode | writable);
+            EXPECT_EQ(found("bin", "network"), QString()) << each;
+        }
+        TestFiles::setMode(path(each), mode);
+        EXPECT_EQ(found("bin", "network"), QStringLiteral(INSTALLED_MODULES "/network.so"));
+    }
+}
+
+TEST_F(ModuleTest, IsNotLoadedFromAFileOrFolderOfAnotherUser)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "Only root can give files away.";
+    addFile("bin/quillsatchel");
+    addFile(INSTALLED_MODULES "/network.so");
+    for (const auto *const each : { INSTALLED_MODULES, INSTALLED_MODULES "/network.so" }) {
+        ASSERT_EQ(chown(path(each).c_str(), 65534, 65534), 0);
+        EXPECT_EQ(found("bin", "network"), QString()) << each;
+        ASSERT_EQ(chown(path(each).c_str(), 0, 0), 0);
+        EXPECT_NE(found("bin", "network"), QString()) << each;
+    }
 }
 
 TEST_F(ModuleTest, IsNotFoundInAnIncompleteInstallation)

@@ -1,20 +1,62 @@
 #include "platform/desktop/Module.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
 
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+using FileStatus = struct stat;
+
+std::optional<FileStatus> statusOf(const QString &path)
+{
+    FileStatus status {};
+    const bool isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
+    return isThere ? std::optional(status) : std::nullopt;
+}
+
+// The program's owner can change the program itself. In a user namespace, root's files may appear
+// to be that owner's instead of root's.
+bool isTrusted(uid_t owner)
+{
+    const auto program = statusOf(QStringLiteral("/proc/self/exe"));
+    return owner == 0 || owner == geteuid() || (program && owner == program->st_uid);
+}
+
+bool canOthersWrite(const QString &path)
+{
+    const auto status = statusOf(path);
+    return !status || !isTrusted(status->st_uid) || (status->st_mode & (S_IWGRP | S_IWOTH)) != 0;
+}
+
+bool isBuildFolder(const QString &folder)
+{
+    return QFileInfo::exists(folder + QLatin1String("/CMakeCache.txt"));
+}
+
+/// Test programs and benchmarks lie one folder below the program that was built with them.
+QString moduleFolder(const QString &programFolder)
+{
+    if (isBuildFolder(programFolder))
+        return programFolder + QLatin1String("/modules");
+    if (isBuildFolder(programFolder + QLatin1String("/..")))
+        return programFolder + QLatin1String("/../modules");
+    return programFolder + QLatin1String("/" QUILLSATCHEL_MODULES);
+}
+
+} // namespace
+
 QString Module::file(const QString &programFolder, const char *name)
 {
-    // Where they are installed, and where they are built. Test programs and benchmarks lie in
-    // folders below the program's.
-    for (const auto *const folder : { "/" QUILLSATCHEL_MODULES "/", "/modules/", "/../modules/" }) {
-        QString path =
-            programFolder + QLatin1String(folder) + QLatin1String(name) + QStringLiteral(".so");
-        if (QFileInfo::exists(path))
-            return path;
-    }
-    return {};
+    const QString folder = moduleFolder(programFolder);
+    const QString path = folder + QLatin1Char('/') + QLatin1String(name) + QLatin1String(".so");
+    return canOthersWrite(folder) || canOthersWrite(path) ? QString() : path;
 }
 
 Module::AnyFunction Module::findMake(const char *name)

@@ -14,8 +14,8 @@ public:
     template <typename Interface>
     using Make = Interface *(*)();
 
-    /// An object of the module `name`, such as "network"; null where the module is missing, as in
-    /// an incomplete installation. A module once opened stays open.
+    /// An object of the module `name`, such as "network"; null if `file` finds none. A module once
+    /// opened stays open.
     template <typename Interface>
     static std::unique_ptr<Interface> make(const char *name)
     {
@@ -23,8 +23,10 @@ public:
         return std::unique_ptr<Interface>(function ? function() : nullptr);
     }
 
-    /// The file of the module `name` for a program in `programFolder`, installed or as it was
-    /// built; empty where there is none.
+    /// The file of the module `name` for a program in `programFolder`: the installed one, or in a
+    /// build folder that build's own. Empty where it is missing, as in an incomplete installation,
+    /// and where users other than this one, root and the program's owner can write the file or its
+    /// folder.
     static QString file(const QString &programFolder, const char *name);
 
 private:
