@@ -77,6 +77,13 @@ class SilentOwnerTest(ClipboardTest):
             press_keys("Escape")
             wait_for("the menu gone", menu.is_gone)
 
+    def test_a_middle_click_gives_the_selection_of_another_program_a_second(self):
+        with self.selection_of("PRIMARY", "silent"):
+            self.focus_node()
+            started = time.monotonic()
+            self.panel.editor(1, 1).click(button=2)
+            self.expect_typing_works_since(started)
+
     def test_an_owner_that_never_ends_its_answer_gets_a_second(self):
         with self.clipboard_of("trickles", UTF8_STRING=b"x" * 1000):
             self.focus_node()
@@ -102,6 +109,13 @@ class FormatsTest(ClipboardTest):
                 wait_for("the offer to paste", lambda: self.panel.has_any("Paste"))
                 paste()
                 self.expect_text(text)
+
+    def test_a_middle_click_inserts_what_is_selected_elsewhere(self):
+        self.focus_node()
+        type_text("before ")
+        with self.selection_of("PRIMARY", "answers", UTF8_STRING=b"selected"):
+            self.panel.editor(1, 1).click(button=2)
+            self.expect_text("before selected")
 
 
 class EndTest(ClipboardTest):
