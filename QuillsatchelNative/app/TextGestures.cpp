@@ -6,13 +6,13 @@
 #include "platform/Pasteboard.h"
 #include "support/Utf8.h"
 #include "views/NodeEditor.h"
+#include "views/PopupMenu.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMouseEvent>
 
 namespace
@@ -61,7 +61,7 @@ bool TextGestures::eventFilter(QObject *watched, QEvent *event)
         return pressKey(*static_cast<QKeyEvent *>(event), *text);
     if (type == QEvent::MouseButtonRelease)
         return releaseButton(*static_cast<QMouseEvent *>(event), *text);
-    openMenu(*text, static_cast<QContextMenuEvent *>(event)->globalPos());
+    openMenu(*text, *static_cast<QContextMenuEvent *>(event));
     return true;
 }
 
@@ -94,9 +94,9 @@ void TextGestures::insertSelection(QWidget &text) const
 }
 
 // The text owns the menu: it closes with a text that goes while it is open.
-void TextGestures::openMenu(QWidget &text, const QPoint &place)
+void TextGestures::openMenu(QWidget &text, const QContextMenuEvent &event)
 {
-    m_menu = new QMenu(&text);
+    m_menu = new PopupMenu(&text);
     m_menu->setAttribute(Qt::WA_DeleteOnClose);
     MenuMirror::fill(*m_menu, MainMenu::makeEditMenu().items, [this, &text](const MenuItem &item) {
         EditCommand::perform(item.action, &text, m_pasteboard);
@@ -104,5 +104,5 @@ void TextGestures::openMenu(QWidget &text, const QPoint &place)
     for (auto *const entry : m_menu->actions())
         entry->setEnabled(
             EditCommand::isPossible(MenuMirror::actionOf(*entry), &text, m_pasteboard));
-    m_menu->popup(place);
+    m_menu->open(event.globalPos(), event.reason());
 }

@@ -4,11 +4,10 @@
 #include <QPointer>
 
 class Pasteboard;
+class PopupMenu;
 class QContextMenuEvent;
 class QKeyEvent;
-class QMenu;
 class QMouseEvent;
-class QPoint;
 class QWidget;
 
 /// What keys and pointer ask of every text of the program beyond typing: pasting, inserting the
@@ -29,8 +28,8 @@ private:
     bool pressKey(const QKeyEvent &event, QWidget &text) const;
     bool releaseButton(const QMouseEvent &event, QWidget &text) const;
     void insertSelection(QWidget &text) const;
-    void openMenu(QWidget &text, const QPoint &place);
+    void openMenu(QWidget &text, const QContextMenuEvent &event);
 
     const Pasteboard &m_pasteboard;
-    QPointer<QMenu> m_menu; // the one that is open
+    QPointer<PopupMenu> m_menu; // the one that is open
 };
