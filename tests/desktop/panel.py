@@ -14,6 +14,13 @@ class Panel:
     def __init__(self, session, program, scale=1, environment=None):
         self._process = session.start(
             program, environment={"QT_SCALE_FACTOR": str(scale)} | (environment or {}))
+        try:
+            self._await()
+        except BaseException:
+            self.end()  # or the next start would only bring this one forward
+            raise
+
+    def _await(self):
         self.window, = wait_for("a panel", lambda: windows_named("Quillsatchel"))
         self._application = find_application(self._process)
         self._menus = MenuEar()
