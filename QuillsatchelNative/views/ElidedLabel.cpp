@@ -34,6 +34,6 @@ void ElidedLabel::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setPen(Painting::qColor(m_color));
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(m_text, m_mode, width()));
+    Painting::drawLine(painter, rect(), Qt::AlignLeft,
+                       fontMetrics().elidedText(m_text, m_mode, width()));
 }

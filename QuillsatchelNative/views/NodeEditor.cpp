@@ -1,6 +1,8 @@
 #include "views/NodeEditor.h"
 
 #include "support/Utf8.h"
+#include "views/EmojiHighlighter.h"
+#include "views/EmojiRanges.h"
 #include "views/OverlayScrollBar.h"
 #include "views/Painting.h"
 
@@ -74,6 +76,8 @@ NodeEditor::NodeEditor(QWidget *parent)
     : QPlainTextEdit(parent)
 {
     setFont(Painting::systemFont(13));
+    if (EmojiRanges::areNeeded(font()))
+        new EmojiHighlighter(font(), document());
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Node text"));
     setVerticalScrollBar(new OverlayScrollBar(Qt::Vertical, this));

@@ -1,8 +1,12 @@
 #include "views/Painting.h"
 
+#include "views/EmojiRanges.h"
+
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPen>
+#include <QStyle>
+#include <QTextLayout>
 
 #include <algorithm>
 
@@ -47,6 +51,23 @@ void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, cons
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset,
                             radius - inset);
+}
+
+void drawLine(QPainter &painter, const QRect &frame, Qt::Alignment horizontally,
+              const QString &text)
+{
+    const auto emoji = EmojiRanges::in(text, painter.font());
+    if (emoji.isEmpty())
+        return painter.drawText(frame, horizontally | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    QTextLayout layout(text, painter.font());
+    layout.setFormats(emoji);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    const QSizeF size(line.naturalTextWidth(), line.height());
+    const QRect place = QStyle::alignedRect(QGuiApplication::layoutDirection(),
+                                            horizontally | Qt::AlignVCenter, size.toSize(), frame);
+    layout.draw(&painter, place.topLeft());
 }
 
 void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color)

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QRectF>
+#include <QString>
 
 class QPainter;
 
@@ -27,6 +28,10 @@ void fillRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const 
 /// The line lies inside `rect`, so that it stays crisp and is not cut off at a widget's edge.
 void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color,
                        qreal width = 1);
+
+/// Draws one line of text in the painter's font and pen, centred in height.
+void drawLine(QPainter &painter, const QRect &frame, Qt::Alignment horizontally,
+              const QString &text);
 
 /// As rounded as a rectangle can be.
 void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color);

@@ -209,8 +209,8 @@ void TabChip::paintContent(QPainter &painter)
     // A centred field shows its placeholder only while it has no keyboard, which this one has.
     painter.setPen(showsPlaceholder ? palette().color(QPalette::PlaceholderText)
                                     : Painting::qColor(SrgbColor::white(isChecked() ? 0.95 : 0.8)));
-    painter.drawText(frame, Qt::AlignCenter,
-                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, frame.width()));
+    Painting::drawLine(painter, frame, Qt::AlignHCenter,
+                       painter.fontMetrics().elidedText(text(), Qt::ElideRight, frame.width()));
 }
 
 void TabChip::resizeEvent(QResizeEvent * /*event*/)

@@ -1,12 +1,14 @@
 """Emoji in the colors of the machine's color font."""
 
 import colorsys
+import pathlib
+import shutil
 
 from desktop_test import DesktopTest
 from launchers import encode, website
 from library import encode as encode_library, known_id, node, tab
 from waiting import wait_for
-from x11 import colors_in, press_keys
+from x11 import colors_in, press_keys, run
 
 EMOJI = "\U0001F600"  # a grinning face, yellow
 MANY = EMOJI * 4
@@ -26,19 +28,40 @@ class EmojiTest(DesktopTest):
         card = panel.open_settings()
         self.expect_yellow(card.find("Launcher 1", "panel").find(MANY, "label").frame)
 
+    def test_emoji_have_their_colors_where_the_general_font_has_monochrome_ones(self):
+        panel = self.open_panel_with_emoji(self.fonts("DejaVu Sans", "Noto Color Emoji"))
+        self.expect_yellow(panel.editor(1, 1).frame)
+        self.expect_yellow(panel.tab(MANY).frame)
+        card = panel.open_settings()
+        self.expect_yellow(card.find("Launcher 1", "panel").find(MANY, "label").frame)
+
     def test_letters_and_digits_stay_in_the_desktops_font(self):
         panel = self.open_panel([tab("Prompts", node("0123456789 #*", id=known_id(2)),
                                      id=known_id(1))])
         self.assertFalse(list(filter(is_yellow, colors_in(panel.editor(1, 1).frame))))
 
-    def open_panel_with_emoji(self):
+    def fonts(self, *families):
+        """The environment of a machine with these fonts only."""
+        folder = self.session.folder / "fonts"
+        folder.mkdir()
+        self.addCleanup(shutil.rmtree, folder)
+        for family in families:
+            file = pathlib.Path(run("env", "-u", "FONTCONFIG_FILE", "fc-match",
+                                    "--format=%{file}", family))
+            (folder / file.name).symlink_to(file)
+        rules = folder / "fonts.conf"
+        rules.write_text(f"<fontconfig><dir>{folder}</dir><include>/etc/fonts/conf.d</include>"
+                         f"<cachedir>{folder}/cache</cachedir></fontconfig>")
+        return {"FONTCONFIG_FILE": str(rules)}
+
+    def open_panel_with_emoji(self, environment=None):
         self.session.clear_data()
         self.session.data_folder.mkdir(mode=0o700)
         self.library_file.write_bytes(encode_library(
             [tab(MANY, node(MANY, id=known_id(2)), id=known_id(1))]))
         (self.session.data_folder / "launchers.json").write_text(encode(
             [website(MANY, "https://example.com", known_id(3)), None, None, None, None]))
-        return self.open_panel()
+        return self.open_panel(environment=environment)
 
     def expect_yellow(self, frame):
         wait_for("yellow", lambda: any(map(is_yellow, colors_in(frame))))
