@@ -14,7 +14,7 @@ from x11 import press_keys, type_text
 # A clipboard is given a second. The rest is for a busy machine; Qt alone would wait ten seconds.
 MOST_SECONDS = 4
 
-# The program allows a silent clipboard manager 0.4 seconds; Qt alone would wait five.
+# The program allows a silent clipboard manager 0.3 seconds; Qt alone would wait five.
 MOST_SECONDS_TO_END = 2
 
 

@@ -20,7 +20,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto Patience = 400ms;
+constexpr auto Patience = 300ms;
 
 /// Calls a function for each request that this process serves as the owner of a selection.
 class RequestWatch final : private QAbstractNativeEventFilter
