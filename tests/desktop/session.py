@@ -164,4 +164,8 @@ def has_window_named(name):
 
 
 def _has_window_manager():
-    return subprocess.run(["wmctrl", "-m"], capture_output=True).returncode == 0
+    # It names itself before it manages windows, and tells the number of desktops afterwards. That
+    # number outlives it.
+    questions = (["wmctrl", "-m"], ["xdotool", "get_num_desktops"])
+    return all(subprocess.run(question, capture_output=True).returncode == 0
+               for question in questions)
