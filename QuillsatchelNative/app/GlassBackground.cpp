@@ -44,5 +44,5 @@ void GlassBackground::paint(QPainter &painter, const QRect &rect, int radius, Ba
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
-    painter.drawRoundedRect(rect, radius, radius);
+    painter.drawRoundedRect(Painting::onWholePixels(painter, rect), radius, radius);
 }

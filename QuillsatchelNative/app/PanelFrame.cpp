@@ -48,15 +48,17 @@ void PanelFrame::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF edge = Painting::onWholePixels(painter, rect());
     if (m_radius > 0) {
         QPainterPath corners;
-        corners.addRect(rect());
-        corners.addRoundedRect(rect(), m_radius, m_radius);
+        corners.addRect(edge);
+        corners.addRoundedRect(edge, m_radius, m_radius);
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         painter.fillPath(corners, Qt::black);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     }
-    Painting::strokeRoundedRect(painter, rect(), m_radius, SatchelTheme::border);
+    Painting::strokeRoundedRect(painter, edge, m_radius, SatchelTheme::border,
+                                Painting::wholePixelLine(painter));
 }
 
 Qt::Edges PanelFrame::edgesAt(const QPoint &place) const

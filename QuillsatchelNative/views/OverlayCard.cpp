@@ -55,8 +55,10 @@ protected:
     {
         QPainter painter(this);
         const SrgbColor fill { 0.035, 0.035, 0.045, m_fillOpacity };
-        Painting::fillRoundedRect(painter, rect(), Radius, fill);
-        Painting::strokeRoundedRect(painter, rect(), Radius, SrgbColor::white(0.14));
+        const QRectF edge = Painting::onWholePixels(painter, rect());
+        Painting::fillRoundedRect(painter, edge, Radius, fill);
+        Painting::strokeRoundedRect(painter, edge, Radius, SrgbColor::white(0.14),
+                                    Painting::wholePixelLine(painter));
     }
 
 private:
@@ -192,7 +194,8 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setOpacity(m_presence);
-    painter.fillRect(rect(), Painting::qColor(SrgbColor::black(m_look.backdropOpacity)));
+    painter.fillRect(Painting::onWholePixels(painter, rect()),
+                     Painting::qColor(SrgbColor::black(m_look.backdropOpacity)));
     const QPointF centre = QRectF(m_card->geometry()).center();
     const qreal scale = SmallestScale + (1 - SmallestScale) * m_presence;
     painter.translate(centre);

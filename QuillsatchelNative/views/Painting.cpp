@@ -26,6 +26,17 @@ QPointF onWholePixels(const QPainter &painter, const QPointF &place)
     return painter.deviceTransform().inverted().map(whole);
 }
 
+QRectF onWholePixels(const QPainter &painter, const QRectF &rect)
+{
+    return { onWholePixels(painter, rect.topLeft()), onWholePixels(painter, rect.bottomRight()) };
+}
+
+qreal wholePixelLine(const QPainter &painter, qreal width)
+{
+    const qreal scale = painter.deviceTransform().m11();
+    return std::max(1, qRound(width * scale)) / scale;
+}
+
 QFont systemFont(int points, QFont::Weight weight)
 {
     QFont font = QGuiApplication::font();

@@ -20,6 +20,14 @@ QColor qColor(const SrgbColor &color);
 /// would be soft.
 QPointF onWholePixels(const QPainter &painter, const QPointF &place);
 
+/// `rect` with each edge moved to the nearest whole device pixel. At fractional scales a widget may
+/// end within a pixel, which antialiasing would cover in part only.
+QRectF onWholePixels(const QPainter &painter, const QRectF &rect);
+
+/// The width in points of a line that is about `width` points wide and covers whole device pixels,
+/// at least one.
+qreal wholePixelLine(const QPainter &painter, qreal width = 1);
+
 /// The desktop's font at `points`, which are logical pixels.
 QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
 

@@ -65,6 +65,26 @@ TEST(PaintingTest, StrokesInsideTheRectangle)
     }
 }
 
+TEST(PaintingTest, MovesEdgesToWholePixelsAtFractionalScales)
+{
+    Picture(QSize(60, 40), 1.25, Ground, [](QPainter &painter) {
+        EXPECT_EQ(Painting::onWholePixels(painter, QRectF(0, 1, 58, 40)),
+                  QRectF(QPointF(0, 0.8), QPointF(58.4, 40.8)));
+        EXPECT_EQ(Painting::wholePixelLine(painter), 0.8);
+        EXPECT_EQ(Painting::wholePixelLine(painter, 0.1), 0.8);
+    });
+}
+
+TEST(PaintingTest, KeepsEdgesThatAreOnWholePixels)
+{
+    for (const int scale : { 1, 2 }) {
+        Picture(QSize(60, 40), scale, Ground, [](QPainter &painter) {
+            EXPECT_EQ(Painting::onWholePixels(painter, QRectF(3, 1, 58, 40)), QRectF(3, 1, 58, 40));
+            EXPECT_EQ(Painting::wholePixelLine(painter), 1);
+        });
+    }
+}
+
 TEST(PaintingTest, RoundsACapsuleWhollyAtItsEnds)
 {
     const Picture picture = painted([](QPainter &painter) {
