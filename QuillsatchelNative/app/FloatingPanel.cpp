@@ -48,8 +48,7 @@ void FloatingPanel::setContent(QuillsatchelView *content, TitleBar *titleBar)
 {
     m_content = content;
     m_titleBar = titleBar;
-    setMinimumSize(content->minimumSize());
-    resize(content->sizeHint());
+    m_pointSize.setSizes(content->sizeHint(), content->minimumSize());
     m_frame->raise();
 }
 
@@ -92,7 +91,10 @@ void FloatingPanel::comeIntoView()
     QList<QRect> areas;
     for (const auto *const screen : QGuiApplication::screens())
         areas.push_back(screen->availableGeometry());
-    place(PanelPlacement::inView(windowHandle()->geometry(), minimumSize(), areas));
+    const QRect frame = PanelPlacement::inView(windowHandle()->geometry(), minimumSize(), areas);
+    if (frame.size() != windowHandle()->size())
+        m_pointSize.setSubstitute(frame.size());
+    place(frame);
 }
 
 // While the panel is hidden, the widget does not pass its place on to the window, nor does the

@@ -3,6 +3,7 @@
 #include "app/ScreenChanges.h"
 #include "platform/WindowSystem.h"
 #include "support/Cancellable.h"
+#include "views/PointSize.h"
 
 #include <QContextMenuEvent>
 #include <QWidget>
@@ -80,5 +81,6 @@ private:
     Cancellable m_compositingCancellable;
     Cancellable m_blurCancellable;
     Cancellable m_windowManagerCancellable;
+    PointSize m_pointSize { *this };
     ScreenChanges m_screenChanges { [this] { comeIntoView(); } };
 };

@@ -74,8 +74,7 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
     , m_model(new ApplicationListModel(this))
 {
     setWindowTitle(title);
-    setMinimumSize(SmallestSize);
-    resize(Size);
+    m_pointSize.setSizes(Size, SmallestSize);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(Padding, Padding, Padding, Padding);
     layout->setSpacing(Spacing);

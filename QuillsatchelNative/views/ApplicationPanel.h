@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/PointSize.h"
+
 #include <QDialog>
 
 #include <functional>
@@ -62,6 +64,7 @@ private:
     void tell();
 
     std::function<void(QDialog &)> m_decorate;
+    PointSize m_pointSize { *this };
     ApplicationListModel *m_model;
     TextField *m_field = nullptr;
     ApplicationList *m_list = nullptr;

@@ -12,8 +12,8 @@ class Panel:
     """The program, started on a session's desktop."""
 
     def __init__(self, session, program, scale=1, environment=None):
-        self._process = session.start(
-            program, environment={"QT_SCALE_FACTOR": str(scale)} | (environment or {}))
+        scaling = {} if scale == 1 else {"QT_SCALE_FACTOR": str(scale)}
+        self._process = session.start(program, environment=scaling | (environment or {}))
         try:
             self._await()
         except BaseException:

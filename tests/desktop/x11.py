@@ -35,6 +35,10 @@ class Rect(NamedTuple):
     def size(self):
         return self.width, self.height
 
+    def contains(self, other):
+        return (self.x <= other.x and other.x + other.width <= self.x + self.width and
+                self.y <= other.y and other.y + other.height <= self.y + self.height)
+
 
 class Window:
     """A window by its number, as others see it."""
@@ -172,6 +176,21 @@ def colors_in(frame):
         ["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
         check=True, stdout=subprocess.PIPE).stdout
     return set(zip(picture[0::3], picture[1::3], picture[2::3]))
+
+
+class Picture:
+    """The screen as it is now."""
+
+    def __init__(self):
+        size = run("xdotool", "getdisplaygeometry").split()
+        self._width = int(size[0])
+        self._pixels = subprocess.run(["import", "-window", "root", "-depth", "8", "rgb:-"],
+                                      check=True, capture_output=True).stdout
+
+    def pixel(self, x, y):
+        """Red, green and blue, from 0 to 255."""
+        begin = 3 * (y * self._width + x)
+        return tuple(self._pixels[begin:begin + 3])
 
 
 def open_colored_window(session, title, color, frame, add_cleanup=lambda *_: None):

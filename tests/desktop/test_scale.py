@@ -1,0 +1,227 @@
+"""The panel at fractional scales, pixel by pixel."""
+
+import time
+
+from desktop_test import DesktopTest
+from library import known_id, node, tab
+from settings_manager import SettingsManager
+from tray import StatusItem, Tray
+from waiting import wait_for, wait_for_value
+from x11 import Picture, Point, Rect, color_at, open_colored_window, work_area
+
+WHITE, BLACK = "#FFFFFF", "#000000"
+CORNER = 12  # points: a little more than the radius
+SHINE_THROUGH = 16  # of 255: far less than through a half covered pixel
+HIGHEST = 819  # pixels: of a panel with room for another window's title bar above it
+SIZE, MINIMUM = (430, 650), (390, 420)  # points
+SIDES = ("left", "right", "top", "bottom")
+
+
+class ScaleChangeTest(DesktopTest):
+    """The desktop's resolution changes while the panel is open."""
+
+    def setUp(self):
+        self.settings = SettingsManager(**{"Xft/DPI": 1024 * 96})
+        self.addCleanup(self.settings.end)
+        self.panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
+        self.window = self.panel.window
+        self.window.ask_for_place(120, 30)
+        self.await_frame(Rect(120, 30, *SIZE))
+
+    def test_it_grows_and_shrinks_with_its_contents_and_keeps_its_place(self):
+        for scale in (1.25, 1.5, 1.25, 1, 1.5, 1):
+            self.set_scale(scale)
+            self.await_frame(Rect(120, 30, *pixels(SIZE, scale)))
+            self.expect_contents_within_panel(scale)
+
+    def test_it_can_still_be_resized(self):
+        self.set_scale(1.5)
+        self.await_frame(Rect(120, 30, *pixels(SIZE, 1.5)))
+        self.window.ask_for_size(100, 100)
+        self.await_frame(Rect(120, 30, *pixels(MINIMUM, 1.5)))
+        self.window.ask_for_size(750, 900)
+        self.await_frame(Rect(120, 30, 750, 900))
+        self.expect_contents_within_panel(1.5)
+
+    def test_it_keeps_the_size_the_user_gave_it(self):
+        self.window.ask_for_size(500, 600)
+        self.await_frame(Rect(120, 30, 500, 600))
+        self.set_scale(1.5)
+        self.await_frame(Rect(120, 30, 750, 900))
+        self.set_scale(1)
+        self.await_frame(Rect(120, 30, 500, 600))
+
+    def test_it_shrinks_to_fit_on_the_screen_and_grows_again(self):
+        self.set_scale(2)
+        self.await_frame(Rect(120, 0, 2 * SIZE[0], 1024))
+        self.set_scale(1)
+        wait_for_value("the size", SIZE, lambda: self.window.frame().size)
+
+    def test_it_has_the_new_size_when_it_was_hidden_meanwhile(self):
+        tray = Tray(self.session)
+        self.addCleanup(tray.end)
+        item = StatusItem(self.panel.process_id)
+        self.panel.find("Close", "push button").click()
+        wait_for("the panel hidden", lambda: not self.window.is_in_sight())
+
+        self.set_scale(1.5)
+        time.sleep(0.5)  # so that it is not the showing that resizes it
+        item.activate()
+
+        wait_for("the panel in sight", self.window.is_in_sight)
+        self.await_frame(Rect(120, 30, *pixels(SIZE, 1.5)))
+        self.expect_contents_within_panel(1.5)
+
+    def test_it_has_the_new_size_when_it_was_zoomed_meanwhile(self):
+        self.panel.find("Zoom", "push button").click()
+        self.await_frame(work_area())
+        self.set_scale(1.5)
+        wait_for_value("the width of New Node", round(work_area().width / 1.5) - 16,
+                       lambda: self.panel.find("New Node", "push button").frame.width)
+        self.expect_contents_within_panel(1.5)
+
+        self.panel.find("Zoom", "push button").press()
+
+        self.await_frame(Rect(120, 30, *pixels(SIZE, 1.5)))
+        self.expect_contents_within_panel(1.5)
+
+    def set_scale(self, scale):
+        self.settings.set({"Xft/DPI": int(1024 * 96 * scale)})
+
+    def await_frame(self, expected):
+        wait_for_value("the panel's frame", expected, self.window.frame)
+
+    def expect_contents_within_panel(self, scale):
+        """Assistive technology is told of places in points."""
+        panel = Rect(*(int(length / scale) for length in self.window.frame()))
+        for name, role in (("New tab", "push button"), ("Always on Top", "check box"),
+                           ("Copy", "push button"), ("New Node", "push button")):
+            wait_for(f"{name} in the panel",
+                     lambda: panel.contains(self.panel.find(name, role).frame))
+
+
+class FrameTest(DesktopTest):
+    def test_the_frame_is_exact_at_scale_1_25(self):
+        self.open_at(1.25)
+        self.expect_exact_frame(1.25)
+
+    def test_the_frame_is_exact_at_scale_1_5(self):
+        self.open_at(1.5)
+        self.expect_exact_frame(1.5)
+
+    def test_the_frame_is_exact_at_scale_1_75(self):
+        self.open_at(1.75)
+        self.expect_exact_frame(1.75)
+
+    def test_the_frame_is_exact_at_120_dots_per_inch(self):
+        self.open_at_resolution(120)
+        self.expect_exact_frame(1.25)
+
+    def test_the_frame_is_exact_at_144_dots_per_inch(self):
+        self.open_at_resolution(144)
+        self.expect_exact_frame(1.5)
+
+    def test_the_frame_is_exact_with_a_card_over_it(self):
+        self.open_at(1.25)
+        self.panel.open_settings()
+        self.expect_exact_frame(1.25)
+
+    def open_at_resolution(self, dots_per_inch):
+        settings = SettingsManager(**{"Xft/DPI": 1024 * dots_per_inch})
+        self.addCleanup(settings.end)
+        self.open_at()
+        self.assertEqual(self.window.frame().width, round_half_up(430 * dots_per_inch / 96))
+
+    def open_at(self, scale=None):
+        self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))],
+                        environment={"QT_SCALE_FACTOR": str(scale)} if scale else None)
+        self.window = self.panel.window
+        self.make_room_around(self.window.frame())
+
+    def make_room_around(self, frame):
+        if frame.height > HIGHEST:
+            self.window.ask_for_size(frame.width, HIGHEST)
+            self.window.ask_for_place(frame.x, 100)
+            wait_for("room above the panel", lambda: self.window.frame().y == 100)
+            wait_for("a lower panel", lambda: self.window.frame().height <= HIGHEST)
+
+    def expect_exact_frame(self, scale):
+        on_white, on_black = self.picture_on(WHITE), self.picture_on(BLACK)
+        frame, corner = self.window.frame(), round_half_up(CORNER * scale)
+        for side in SIDES:
+            self.expect_backdrop_beside(side, frame, on_white)
+            self.expect_nothing_shines_through(side, frame, corner, on_white, on_black)
+            self.expect_border(side, frame, scale, on_white)
+        self.expect_equal_corners(frame, corner, on_white)
+
+    def expect_backdrop_beside(self, side, frame, on_white):
+        for along in range(length_of(side, frame)):
+            self.assertEqual(on_white.pixel(*place_at(side, frame, along, -1)), (255, 255, 255),
+                             f"beside the {side} edge, {along}")
+
+    def expect_nothing_shines_through(self, side, frame, corner, on_white, on_black):
+        for along in range(corner, length_of(side, frame) - corner):
+            place = place_at(side, frame, along, 0)
+            difference = distance(on_white.pixel(*place), on_black.pixel(*place))
+            self.assertLess(difference, SHINE_THROUGH, f"at the {side} edge, {along}")
+
+    def expect_border(self, side, frame, scale, picture):
+        """A line of whole pixels, lighter than what is inside it."""
+        width = round_half_up(scale)
+        middle = length_of(side, frame) // 4
+        colors = [picture.pixel(*place_at(side, frame, middle, depth)) for depth in range(4)]
+        for depth, color in enumerate(colors):
+            lighter = distance(color, colors[-1])
+            message = f"{side} edge, pixel {depth} of {colors}"
+            if depth < width:
+                self.assertGreater(lighter, 15, message)
+            else:
+                self.assertLess(lighter, 4, message)
+
+    def expect_equal_corners(self, frame, corner, picture):
+        """Within the rim, since buttons lie further inside."""
+        right, bottom = frame.x + frame.width - 1, frame.y + frame.height - 1
+        rim = corner // 4
+        for across in range(corner):
+            for down in range(corner if across < rim else rim):
+                colors = [picture.pixel(x, y)
+                          for x in (frame.x + across, right - across)
+                          for y in (frame.y + down, bottom - down)]
+                for color in colors[1:]:
+                    self.assertLess(distance(color, colors[0]), 24, f"{across}, {down}: {colors}")
+
+    def picture_on(self, color):
+        """With a window of this colour behind the panel."""
+        frame = self.window.frame()
+        margin = 80  # more than the window's own decoration
+        around = Rect(frame.x - margin, frame.y - margin, frame.width + 2 * margin,
+                      frame.height + 2 * margin)
+        open_colored_window(self.session, f"backdrop {color}", color, around, self.addCleanup)
+        beside = Point(frame.x - 2, frame.center.y)
+        wait_for_value("the backdrop", color, lambda: color_at(beside))
+        return Picture()
+
+
+def length_of(side, frame):
+    return frame.height if side in ("left", "right") else frame.width
+
+
+def place_at(side, frame, along, depth):
+    """The pixel so far from the beginning of a side, and so deep below its edge."""
+    right, bottom = frame.x + frame.width - 1, frame.y + frame.height - 1
+    return {"left": (frame.x + depth, frame.y + along), "right": (right - depth, frame.y + along),
+            "top": (frame.x + along, frame.y + depth),
+            "bottom": (frame.x + along, bottom - depth)}[side]
+
+
+def distance(color, other):
+    """The greatest difference of a component."""
+    return max(abs(here - there) for here, there in zip(color, other))
+
+
+def pixels(size, scale):
+    return tuple(round_half_up(length * scale) for length in size)
+
+
+def round_half_up(number):
+    return int(number + 0.5)
