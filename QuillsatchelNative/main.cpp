@@ -4,6 +4,7 @@
 #include "platform/ApplicationFolder.h"
 #include "platform/Platform.h"
 #include "platform/desktop/ClipboardHandover.h"
+#include "platform/desktop/DesktopScale.h"
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
@@ -36,6 +37,7 @@ int run(SingleInstance &instance)
     AppDelegate delegate(platform);
     delegate.applicationDidFinishLaunching();
     StartupEnvironment::clear();
+    DesktopScale::clear();
     const InstanceListener listener(
         instance, [&delegate](const StartupToken &token) { delegate.showPanel(token); });
     return PanelApplication::exec();
@@ -57,6 +59,7 @@ int main(int argc, char *argv[])
 
     const QtFailures qtFailures;
     LaunchArguments arguments(argc, argv);
+    DesktopScale::prepare();
     FontPreload fontPreload;
     const PanelApplication application(arguments.count(), arguments.values());
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));

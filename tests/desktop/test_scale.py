@@ -100,6 +100,33 @@ class ScaleChangeTest(DesktopTest):
                      lambda: panel.contains(self.panel.find(name, role).frame))
 
 
+class WindowScaleTest(DesktopTest):
+    """A desktop that scales all windows without a higher resolution."""
+
+    def test_it_opens_as_large_as_the_windows_of_the_desktop(self):
+        self.open_with({"Gdk/WindowScalingFactor": 2})
+        self.assertEqual(self.panel.window.frame().width, 2 * SIZE[0])
+
+    def test_it_multiplies_the_scale_with_the_resolution(self):
+        self.open_with({"Gdk/WindowScalingFactor": 2, "Xft/DPI": 1024 * 120})
+        self.assertEqual(self.panel.window.minimum_size()[0], 2.5 * MINIMUM[0])
+
+    def test_it_scales_once_if_the_resolution_includes_the_scale(self):
+        self.open_with({"Gdk/WindowScalingFactor": 2, "Xft/DPI": 1024 * 192,
+                        "Gdk/UnscaledDPI": 1024 * 96})
+        self.assertEqual(self.panel.window.frame().width, 2 * SIZE[0])
+
+    def test_it_prefers_the_scale_in_its_environment(self):
+        self.open_with({"Gdk/WindowScalingFactor": 2}, {"QT_SCALE_FACTOR": "1"})
+        self.assertEqual(self.panel.window.frame().size, SIZE)
+
+    def open_with(self, settings, environment=None):
+        manager = SettingsManager(**settings)
+        self.addCleanup(manager.end)
+        self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))],
+                        environment=environment)
+
+
 class FrameTest(DesktopTest):
     def test_the_frame_is_exact_at_scale_1_25(self):
         self.open_at(1.25)
