@@ -29,7 +29,7 @@ TEST(PanelPlacementTest, LeavesThePanelThatIsInViewAcrossTwoScreens)
     EXPECT_EQ(inView({ 1100, 400 }, { Left, Right }), QRect({ 1280, 400 }, Size));
 }
 
-TEST(PanelPlacementTest, MovesAPanelIntoViewOfWhichAnyPartIsOutOfSight)
+TEST(PanelPlacementTest, MovesAPartlyHiddenPanelIntoView)
 {
     EXPECT_EQ(inView({ 851, 300 }, { Left }), QRect({ 850, 300 }, Size));
     EXPECT_EQ(inView({ -1, 300 }, { Left }), QRect({ 0, 300 }, Size));

@@ -27,7 +27,7 @@ def prepare_for_a_website():
 
 
 def _succeeds_in_a_child(action):
-    """A process cannot leave a namespace that turns out to be of no use, so a child tries it."""
+    """A process cannot leave a namespace, so a child process tries first."""
     child = os.fork()
     if child == 0:
         is_usable = False

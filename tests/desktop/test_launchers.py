@@ -27,7 +27,7 @@ class ChosenLaunchersTest(LaunchersTest):
         chosen = application(self.application, FRESH_ID)
         self.expect_saved_slots(chosen, None, None, None, None)
 
-    def test_the_title_bars_of_the_choosers_are_as_dark_as_they_are(self):
+    def test_the_choosers_have_dark_title_bars(self):
         panel = self.start()
         self.open_chooser(panel)
         panel.find("Other…", "push button").press()

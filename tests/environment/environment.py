@@ -35,7 +35,7 @@ def place():
 
 def make(folder):
     """The variables of a new environment, whose folders are made in `folder`."""
-    # Tests that run as root become another user, who must reach the files he is given.
+    # Tests that run as root become another user, who must reach the test's files.
     folder.chmod(0o711)
     temporary = folder / "tmp"
     temporary.mkdir()

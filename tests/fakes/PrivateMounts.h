@@ -9,9 +9,9 @@
 #include <unistd.h>
 #include <utility>
 
-/// Mounts that only this process sees, as root or in a user namespace of its own. From the first
-/// question on, an ordinary user has root's permissions on his own files: tests of permissions
-/// belong into another process. Needs a process with one thread.
+/// Mounts that only this process sees, as root or in a user namespace of its own. After
+/// `arePossible`, an ordinary user has root's permissions on their own files, so put permission
+/// tests in another executable. Needs a process with one thread.
 namespace PrivateMounts
 {
 

@@ -60,7 +60,7 @@ TEST_F(DesktopEntryTest, KeepsNamesAsTheyStandThere)
     EXPECT_EQ(names("Name=a  b \\\\ %f é\U0001F600\n").name, "a  b \\ %f é\U0001F600");
 }
 
-TEST_F(DesktopEntryTest, TakesAnEmptyNameForNone)
+TEST_F(DesktopEntryTest, IgnoresAnEmptyName)
 {
     EXPECT_EQ(names("Name=\nName[de]=\n").name, std::nullopt);
     EXPECT_EQ(names("Name=\nName[de]=\n").displayName, std::nullopt);

@@ -41,7 +41,7 @@ TEST_F(FontPreloadTest, FindsTheColorFontForEmoji)
     EXPECT_EQ(familyWith(SystemRules), "Noto Color Emoji");
 }
 
-TEST_F(FontPreloadTest, FindsNoFontThatHasNoColors)
+TEST_F(FontPreloadTest, IgnoresMonochromeFonts)
 {
     EXPECT_EQ(familyWith(SystemRules + "<selectfont><rejectfont><pattern><patelt name=\"color\">"
                                        "<bool>true</bool></patelt></pattern></rejectfont>"

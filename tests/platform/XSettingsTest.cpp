@@ -27,7 +27,7 @@ TEST(XSettingsTest, ReadsBothByteOrders)
     EXPECT_EQ(XSettings::integersIn(big).at("Four"), 258);
 }
 
-TEST(XSettingsTest, KeepsWhatStandsBeforeDamage)
+TEST(XSettingsTest, KeepsSettingsBeforeDamage)
 {
     const auto whole = Header + Scale + Theme + Color + Below;
     for (std::size_t length = 0; length < whole.size(); ++length) {

@@ -403,7 +403,7 @@ TEST_P(DocumentFileFaultsTest, AFileWithoutPermissionToReadItIsKeptUnderAnotherN
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, NothingIsWrittenWhileAnotherProcessMayAndItsFileIsKeptAfterwards)
+TEST_P(DocumentFileFaultsTest, WritesNothingWhileAnotherProcessOwnsTheFolderAndKeepsItsFile)
 {
     auto &store = startFromExample();
     machine.fileLocations.isWritable = false;
@@ -558,7 +558,7 @@ TEST_P(DocumentFileFaultsTest, UsesTheNextFreeNameWhereAFolderOrALinkIsInTheWay)
     EXPECT_TRUE(fs::is_symlink(copy(3)));
 }
 
-TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileOnceHoweverManySavesFail)
+TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileOnceThroughFailingSaves)
 {
     writeFile("unreadable");
     TestFiles::setMode(file, 0400);

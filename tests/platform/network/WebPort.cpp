@@ -44,8 +44,8 @@ bool enter(int namespaces)
     return unshare(namespaces) == 0 && bringUpLoopback();
 }
 
-/// A process cannot leave a namespace that turns out to be of no use, so a child tries it.
-bool isOfUse(int namespaces)
+/// A process cannot leave a namespace, so a child process tries first.
+bool isUsable(int namespaces)
 {
     const pid_t child = fork();
     if (child == 0)
@@ -61,7 +61,7 @@ void prepare()
 {
     // Root needs no user namespace, which a changed root folder rules out.
     for (const int namespaces : { CLONE_NEWNET, CLONE_NEWUSER | CLONE_NEWNET })
-        if (isOfUse(namespaces)) {
+        if (isUsable(namespaces)) {
             enter(namespaces);
             prctl(PR_SET_DUMPABLE, 1); // for leak checkers, which look into the process
             return;

@@ -66,7 +66,7 @@ TEST_F(OwnDictionaryTest, CopesWithEmptyAndMissingFiles)
     EXPECT_FALSE(ownDictionary(path.parent_path() / "nothing").empty());
 }
 
-TEST_F(OwnDictionaryTest, TakesAnythingButAReadableFileForAnEmptyOne)
+TEST_F(OwnDictionaryTest, IsEmptyWithoutAReadableRegularFile)
 {
     const auto empty = ownDictionary("/nonexistent/words.dict");
     const auto other = path.parent_path() / "other.dict";
@@ -83,7 +83,7 @@ TEST_F(OwnDictionaryTest, TakesAnythingButAReadableFileForAnEmptyOne)
     }
 }
 
-TEST_F(OwnDictionaryTest, TakesAClosedFileForAnEmptyOne)
+TEST_F(OwnDictionaryTest, IsEmptyWithoutPermissionToRead)
 {
     TestFiles::write(path, "word W ER D\n");
     TestFiles::setMode(path, 0);
@@ -91,7 +91,7 @@ TEST_F(OwnDictionaryTest, TakesAClosedFileForAnEmptyOne)
     EXPECT_EQ(ownDictionary(path), ownDictionary("/nonexistent/words.dict"));
 }
 
-TEST_F(OwnDictionaryTest, TakesAnEnormousFileForAnEmptyOne)
+TEST_F(OwnDictionaryTest, IsEmptyForAFileAboveTheLimit)
 {
     TestFiles::write(path, "word W ER D\n");
     std::filesystem::resize_file(path, std::uintmax_t(1) << 40);
