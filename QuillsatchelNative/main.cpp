@@ -49,6 +49,7 @@ int main(int argc, char *argv[])
 {
     const TerminalDetachment terminalDetachment;
     // A save beyond the limit of file sizes fails as on a full disk, and does not end the program.
+    // A handler rather than SIG_IGN, which programs we start would inherit.
     const SignalHandler fileSizeExceeded(SIGXFSZ, [](int) {});
     StartupEnvironment::removeRelativeDataHome();
     const QString folder = prepareApplicationFolder(StandardFileLocations());

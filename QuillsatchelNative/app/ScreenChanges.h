@@ -17,7 +17,7 @@ public:
     /// Needs the QGuiApplication.
     explicit ScreenChanges(std::function<void()> onChange);
 
-    /// Tells once more when windows have settled too, as after a change.
+    /// Calls `onChange` after the settling time, as after a change of the screens.
     void settle() { m_settling.start(); }
 
 private:

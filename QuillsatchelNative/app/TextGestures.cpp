@@ -93,7 +93,7 @@ void TextGestures::insertSelection(QWidget &text) const
         EditCommand::insert(stringFromUtf8(*selected), &text);
 }
 
-// The text owns the menu: it closes with a text that goes while it is open.
+// The text owns the menu: deleting the text closes it.
 void TextGestures::openMenu(QWidget &text, const QContextMenuEvent &event)
 {
     m_menu = new PopupMenu(&text);

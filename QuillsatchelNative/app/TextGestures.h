@@ -10,8 +10,7 @@ class QKeyEvent;
 class QMouseEvent;
 class QWidget;
 
-/// What keys and pointer ask of every text of the program beyond typing: pasting, inserting the
-/// selection of another program by a middle click, and the context menu. Qt's own handling asks the
+/// Handles pasting, middle clicks and context menus in all text widgets. Qt's own handling asks the
 /// clipboard's owner again and again and waits five seconds each time.
 class TextGestures final : public QObject
 {

@@ -171,7 +171,8 @@ std::vector<IconEntry> entriesOf(const QByteArray &icon, int side)
 }
 
 /// Whether the reader of icons can count the colours that a bitmap says it has. It refuses too many
-/// itself, but takes what is no `int` for none, and then fills only some of the image.
+/// itself, but treats counts above the range of `int` as zero, and then fills only some of the
+/// image.
 bool hasCountableColors(const QByteArray &bitmap)
 {
     constexpr qsizetype CountPlace = 32;

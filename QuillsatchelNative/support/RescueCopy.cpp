@@ -84,7 +84,7 @@ bool copyTo(const fs::path &file, const fs::path &name)
            copied.flush() && copied.takePlace();
 }
 
-// Renamed, a file that may not be read gives way to one that may.
+// Renaming an unreadable file frees its name, so that the next save creates a readable one.
 bool keepAs(const fs::path &file, const fs::path &name)
 {
     if (!isReadable(file) && isInOwnFolder(file) && move(file, name))

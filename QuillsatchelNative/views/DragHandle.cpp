@@ -22,8 +22,8 @@ constexpr QSize FrameSize(44, 24);
 constexpr QSize GlyphSize(24, 9);
 constexpr qreal MinimumDistance = 4;
 
-/// Without the rounding errors of places, which are pixels divided by the scale: 36 pixels at a
-/// scale of 1.5 could otherwise be less than 24 points.
+/// Removes rounding errors. Positions are pixels divided by the scale, so 36 pixels at scale 1.5
+/// could be less than 24 points.
 qreal exact(qreal points)
 {
     constexpr qreal StepsPerPoint = 4096;

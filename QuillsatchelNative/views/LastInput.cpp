@@ -14,7 +14,7 @@ Qt::FocusReason LastInput::focusReason() const
     return m_isKey ? Qt::OtherFocusReason : Qt::MouseFocusReason;
 }
 
-// A key that is a shortcut is never pressed as far as widgets know.
+// Widgets get no KeyPress for shortcuts, only ShortcutOverride.
 bool LastInput::eventFilter(QObject * /*object*/, QEvent *event)
 {
     switch (event->type()) {
@@ -33,7 +33,7 @@ bool LastInput::eventFilter(QObject * /*object*/, QEvent *event)
     return false;
 }
 
-// What is chosen in the desktop's tray meanwhile comes without any press.
+// Choosing from the tray menu sends no press events.
 void LastInput::forgetKeys(Qt::ApplicationState state)
 {
     if (state != Qt::ApplicationActive)

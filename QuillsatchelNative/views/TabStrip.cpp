@@ -162,7 +162,7 @@ bool TabStrip::revealActiveChip()
     return true;
 }
 
-// Whatever scrolls or resizes the row: typing into a field out of sight would be blind.
+// Runs after every scroll and resize, so that the edited field stays visible.
 void TabStrip::revealEditedChip()
 {
     if (auto *const edited = chipOf(m_editingTabID))
@@ -222,7 +222,8 @@ void TabStrip::focusField(const QUuid &id)
         m_focusedTabID = id;
 }
 
-// The window's account of its focus counts. A menu, or another window, only borrows the focus.
+// Uses the window's focus widget, which stays the same while a menu or another window has the
+// keyboard.
 void TabStrip::followFocus()
 {
     const auto *const chip = chipOf(m_focusedTabID);

@@ -34,7 +34,7 @@ public:
     bool ownsFolder() const { return m_ownsFolder; }
 
     /// Whether the first one may write in the folder: false while another process has its lock,
-    /// which takes a replaced folder or lock file. Locks a replacement that nobody has locked.
+    /// which takes a replaced folder or lock file. Locks the replacement if no other process has.
     bool mayWrite();
 
     /// Where the first one hears of further starts; null if it cannot.

@@ -19,7 +19,7 @@ bool isWorthOpening(const std::string &path)
     return !error && size > 0 && size <= LargestFile; // devices of the kernel's have no size
 }
 
-/// None for an empty text too: an entry with "Name=" has no name.
+/// Empty values count as missing: an entry with "Name=" has no name.
 std::optional<std::string> textOf(char *value)
 {
     const GText text(value);

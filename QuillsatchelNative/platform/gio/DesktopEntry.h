@@ -19,7 +19,7 @@ public:
 
     GDesktopAppInfo *info() const { return m_info.get(); }
 
-    /// Empty names are none.
+    /// Empty names count as missing.
     ApplicationNames names() const;
 
     /// A name in the icon theme or an absolute path; empty if the entry has none.

@@ -13,9 +13,8 @@
 class Download
 {
 public:
-    /// Call it once. On the download's thread, `receive` gets the body, as far as it came before the
-    /// connection ended, if there is any and it is not too long. `onEnd` is called last, also without
-    /// a body. Throws
+    /// Call it once. On the download's thread, `receive` gets the body, possibly truncated, unless
+    /// it is empty or exceeds the limit. `onEnd` is called last, also without a body. Throws
     /// `std::system_error`, and calls neither, where no thread can be had.
     void start(const QUrl &url, const Transfer::Options &options,
                std::function<void(const QByteArray &body)> receive, std::function<void()> onEnd);

@@ -11,8 +11,8 @@
 #include <stop_token>
 #include <string>
 
-/// The HTTP exchanges of one download, one after the other. Each blocks the calling thread. A response
-/// may have a body of 8 MiB and headers of 256 KiB.
+/// The HTTP exchanges of one download, one after the other. Each blocks the calling thread. A
+/// response may have a body of 8 MiB and headers of 256 KiB.
 class Transfer
 {
 public:
@@ -37,8 +37,9 @@ public:
 
     /// A GET through `proxy`, as `SystemProxy` names it; through that of the environment variables
     /// known to many programs (`http_proxy` and the like) if it is empty. `protocols`, separated by
-    /// commas, are those that the address may be of. No status is a failure, and a body that is cut
-    /// off counts as far as it came. None if nothing comes, or too much, or too late.
+    /// commas, are those that the address may be of. Any HTTP status counts as success, and so does
+    /// a truncated body that is not empty. None if no bytes arrive, the response exceeds a limit,
+    /// or the timeout expires.
     std::optional<Response> get(const std::string &address, const std::string &protocols,
                                 const std::string &proxy);
 
