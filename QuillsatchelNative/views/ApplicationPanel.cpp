@@ -74,7 +74,8 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
     , m_model(new ApplicationListModel(this))
 {
     setWindowTitle(title);
-    m_pointSize.setSizes(Size, SmallestSize);
+    setMinimumSize(SmallestSize);
+    resize(Size);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(Padding, Padding, Padding, Padding);
     layout->setSpacing(Spacing);
@@ -87,6 +88,7 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
     renderSelection();
     listApplications(workspace);
     m_decorate(*this);
+    m_pointSize.setSizes(size(), minimumSize()); // with the room that the decoration takes
 }
 
 ApplicationPanel::~ApplicationPanel()

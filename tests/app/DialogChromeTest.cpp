@@ -3,12 +3,15 @@
 #include "app/DialogTitleBar.h"
 #include "app/PanelFrame.h"
 #include "fakes/FakeWindowSystem.h"
+#include "fakes/FakeWorkspace.h"
+#include "views/ApplicationPanel.h"
 #include "views/Input.h"
 #include "views/Picture.h"
 
 #include <QDialog>
 #include <QLabel>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace
@@ -48,6 +51,23 @@ TEST_F(DialogChromeTest, LeavesTheContentsTheirRoom)
     EXPECT_EQ(dialog.size(), QSize(300, 228));
     EXPECT_EQ(dialog.minimumSize(), QSize(100, 128));
     EXPECT_EQ(content->geometry(), QRect(12, 40, 276, 176));
+}
+
+TEST_F(DialogChromeTest, LeavesTheContentsOfAnApplicationPanelTheirRoom)
+{
+    FakeWorkspace workspace;
+    ApplicationPanel panel(
+        QStringLiteral("Choose"), QStringLiteral("Add"), workspace,
+        [this](QDialog &decorated) { DialogChrome::addTo(decorated, windowSystem); }, nullptr);
+    const auto expectRoom = [&panel](const char *when) {
+        Input::show(panel);
+        EXPECT_EQ(panel.size(), QSize(420, 508)) << when;
+        EXPECT_EQ(panel.minimumSize(), QSize(320, 328)) << when;
+        EXPECT_EQ(panel.windowHandle()->minimumSize(), QSize(320, 328)) << when;
+    };
+    expectRoom("first shown");
+    panel.hide();
+    expectRoom("shown again");
 }
 
 TEST_F(DialogChromeTest, FollowsTheSizeOfTheDialog)
