@@ -2,31 +2,35 @@
 
 #include "FirstFrame.h"
 #include "app/AppDelegate.h"
+#include "app/EmojiFont.h"
 #include "app/FloatingPanel.h"
 #include "app/PanelApplication.h"
 #include "platform/ApplicationFolder.h"
+#include "platform/desktop/DesktopScale.h"
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
 #include "platform/desktop/LaunchArguments.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/StandardFileLocations.h"
 #include "platform/desktop/StartupEnvironment.h"
-
-#include <QFile>
+#include "support/FilePath.h"
 
 #include <cstdlib>
 
 int main(int argc, char *argv[])
 {
     const QString folder = prepareApplicationFolder(StandardFileLocations());
-    SingleInstance instance(QFile::encodeName(folder).toStdString());
+    SingleInstance instance(FilePath::native(folder));
     if (instance.start(StartupEnvironment::token()) != SingleInstance::Outcome::first)
         return EXIT_FAILURE;
 
     LaunchArguments arguments(argc, argv);
-    const FontPreload fontPreload;
+    DesktopScale::prepare();
+    FontPreload fontPreload;
     const PanelApplication application(arguments.count(), arguments.values());
+    DesktopScale::clear();
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
+    EmojiFont::apply(fontPreload.colorEmojiFamily());
     AppDelegate delegate;
     delegate.applicationDidFinishLaunching();
     announceFirstFrame(*delegate.panel().windowHandle());

@@ -78,7 +78,10 @@ void FloatingPanel::center()
     const QRect area = screen()->availableGeometry();
     QRect frame = rect();
     frame.moveCenter(area.center());
-    setGeometry(PanelPlacement::inView(frame, minimumSize(), { area }));
+    frame = PanelPlacement::inView(frame, minimumSize(), { area });
+    if (frame.size() != size())
+        m_pointSize.setSubstitute(frame.size());
+    setGeometry(frame);
 }
 
 // The window manager places a maximized window. Made normal again, it is where it was before, which

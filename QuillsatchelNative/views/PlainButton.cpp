@@ -92,6 +92,13 @@ void PlainButton::mousePressEvent(QMouseEvent *event)
     QAbstractButton::mousePressEvent(event);
 }
 
+// Cards are used again: shown for another node, the button was not pressed yet.
+void PlainButton::hideEvent(QHideEvent *event)
+{
+    m_pressedAt.reset();
+    QAbstractButton::hideEvent(event);
+}
+
 void PlainButton::mouseDoubleClickEvent(QMouseEvent *event)
 {
     const auto interval =

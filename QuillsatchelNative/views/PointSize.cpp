@@ -55,6 +55,7 @@ void PointSize::setSizes(const QSize &ideal, const QSize &least)
 {
     m_ideal = ideal;
     m_least = least;
+    m_size = ideal;
     m_window.setMinimumSize(least);
     m_window.resize(ideal);
     renderSteps();

@@ -79,6 +79,8 @@ void TabStrip::render()
     const auto place = std::ranges::find(m_chips, earlier) - m_chips.begin();
     renderChips();
     layOutChips();
+    if (m_editingTabID && !chipOf(m_editingTabID))
+        endEditing(); // the tab was deleted
     const bool isNew = revealActiveChip();
     revealEditedChip();
     if (const auto *const from = earlier ? earlier : focusedChip())

@@ -68,10 +68,7 @@ public:
     bool take()
     {
         xcb_set_selection_owner(m_connection.get(), m_window, m_selection, XCB_CURRENT_TIME);
-        const auto cookie = xcb_get_selection_owner(m_connection.get(), m_selection);
-        const ReplyPointer<xcb_get_selection_owner_reply_t> owner(
-            xcb_get_selection_owner_reply(m_connection.get(), cookie, nullptr));
-        return owner && owner->owner == m_window;
+        return X11Connection::selectionOwner(m_connection.get(), m_selection) == m_window;
     }
 
     void run()
@@ -91,10 +88,6 @@ public:
 
 private:
     using Event = ReplyPointer<xcb_generic_event_t>;
-
-    struct Disconnect {
-        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-    };
 
     xcb_atom_t atom(std::string_view name) { return X11Connection::atom(m_connection.get(), name); }
 
@@ -186,7 +179,7 @@ private:
         xcb_flush(m_connection.get());
     }
 
-    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    X11Connection::OwnConnection m_connection = X11Connection::connectAgain();
     xcb_window_t m_window;
     xcb_atom_t m_selection;
     std::string_view m_behaviour;

@@ -5,12 +5,14 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <utility>
@@ -20,9 +22,19 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto Patience = 300ms;
+constexpr auto Patience = 300ms;     // without a sign of the manager
+constexpr auto LongestTransfer = 3s; // of a manager that is at work
 
-/// Calls a function for each request that this process serves as the owner of a selection.
+bool isServed(const xcb_generic_event_t &event)
+{
+    const int type = event.response_type & 0x7F;
+    const auto &property = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+    return type == XCB_SELECTION_REQUEST ||
+           (type == XCB_PROPERTY_NOTIFY && property.state == XCB_PROPERTY_DELETE);
+}
+
+/// Calls a function for each request that this process serves as the owner of a selection, and for
+/// each property that a receiver deletes to get the next piece of a large text.
 class RequestWatch final : private QAbstractNativeEventFilter
 {
 public:
@@ -36,9 +48,8 @@ private:
     bool nativeEventFilter(const QByteArray &eventType, void *message,
                            qintptr * /*result*/) override
     {
-        const auto *const event = static_cast<const xcb_generic_event_t *>(message);
         if (eventType == "xcb_generic_event_t" &&
-            (event->response_type & 0x7F) == XCB_SELECTION_REQUEST)
+            isServed(*static_cast<const xcb_generic_event_t *>(message)))
             m_onRequest();
         return false;
     }
@@ -63,7 +74,10 @@ bool isSavedByManager()
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
     timer.start(Patience);
-    const RequestWatch watch([&timer] { timer.start(Patience); });
+    const QDeadlineTimer end(LongestTransfer);
+    const RequestWatch watch([&timer, &end] {
+        timer.start(std::min<std::chrono::milliseconds>(Patience, end.remainingTimeAsDuration()));
+    });
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     return isAnswered;
 }

@@ -11,7 +11,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -26,10 +25,6 @@ namespace
 constexpr auto Factor = "QT_SCALE_FACTOR";
 constexpr double StandardResolution = 96;
 bool isPrepared = false;
-
-struct Disconnect {
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-};
 
 bool isChosenByEnvironment()
 {
@@ -59,14 +54,6 @@ std::string property(xcb_connection_t *connection, xcb_window_t window, xcb_atom
     return { bytes, static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) };
 }
 
-xcb_window_t settingsOwner(xcb_connection_t *connection)
-{
-    const auto selection = X11Connection::atom(connection, "_XSETTINGS_S0");
-    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, selection), nullptr));
-    return reply ? reply->owner : xcb_window_t(XCB_WINDOW_NONE);
-}
-
 /// Of the X resources, which Qt asks where the settings have no resolution.
 std::optional<double> resourceResolution(xcb_connection_t *connection)
 {
@@ -84,7 +71,8 @@ std::optional<double> resourceResolution(xcb_connection_t *connection)
 
 Settings settingsOf(xcb_connection_t *connection)
 {
-    const auto owner = settingsOwner(connection);
+    const auto owner =
+        X11Connection::selectionOwner(connection, X11Connection::atom(connection, "_XSETTINGS_S0"));
     if (owner == XCB_WINDOW_NONE)
         return {};
     const auto integers = XSettings::integersIn(
@@ -120,7 +108,7 @@ void prepare()
 {
     if (isChosenByEnvironment() || !isOnX11())
         return;
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
+    const auto connection = X11Connection::connectAgain();
     if (xcb_connection_has_error(connection.get()) != 0)
         return;
     const double factor = factorFor(settingsOf(connection.get()));

@@ -4,6 +4,7 @@
 
 #include <QCryptographicHash>
 
+#include <cerrno>
 #include <filesystem>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -36,7 +37,7 @@ bool InstanceBeacon::isLit() const
     const AbstractAddress address(m_name);
     const auto socket = makeSocket();
     if (connect(socket.number(), address.generic(), address.length()) != 0)
-        return false;
+        return errno == EAGAIN; // there is a listener with a full queue
     ucred listener {};
     socklen_t size = sizeof(listener);
     return getsockopt(socket.number(), SOL_SOCKET, SO_PEERCRED, &listener, &size) == 0 &&

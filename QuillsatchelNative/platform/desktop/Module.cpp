@@ -1,7 +1,8 @@
 #include "platform/desktop/Module.h"
 
+#include "support/FilePath.h"
+
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
 
@@ -17,7 +18,7 @@ using FileStatus = struct stat;
 std::optional<FileStatus> statusOf(const QString &path)
 {
     FileStatus status {};
-    const bool isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
+    const bool isThere = stat(FilePath::native(path).c_str(), &status) == 0;
     return isThere ? std::optional(status) : std::nullopt;
 }
 

@@ -54,9 +54,9 @@ SingleInstance::SingleInstance(const std::string &folder, std::chrono::milliseco
 SingleInstance::Outcome SingleInstance::start(const StartupToken &token)
 {
     const auto end = Clock::now() + m_patience;
-    m_state = m_lock.take();
     std::optional<Inquiry> inquiry;
-    while (isTaken()) {
+    for (m_state = takeLock(); m_state == InstanceLock::State::heldByAnother;
+         m_state = takeLock()) {
         if (Clock::now() >= end) {
             std::cerr << "Quillsatchel is running already, but does not answer.\n";
             return Outcome::noAnswer;
@@ -65,8 +65,6 @@ SingleInstance::Outcome SingleInstance::start(const StartupToken &token)
             inquiry.emplace(token);
         if (inquiry->isAnsweredBy(nameOfFirst()))
             return Outcome::handedOver;
-        if (m_state == InstanceLock::State::heldByAnother)
-            m_state = m_lock.take();
     }
     if (m_state == InstanceLock::State::held)
         own();
@@ -89,15 +87,16 @@ bool SingleInstance::mayWrite()
     return state != InstanceLock::State::heldByAnother;
 }
 
-// A lock file that is free may be a new one, while the first one holds a file deleted since.
-bool SingleInstance::isTaken() const
+// A lock file that is free may be a new one, while the first one holds a file deleted since. It is
+// left alone then: the first one must be able to lock it when it saves.
+InstanceLock::State SingleInstance::takeLock()
 {
-    return m_state == InstanceLock::State::heldByAnother || m_beacon.isLit();
+    return m_beacon.isLit() ? InstanceLock::State::heldByAnother : m_lock.take();
 }
 
 std::string SingleInstance::nameOfFirst() const
 {
-    return m_state == InstanceLock::State::heldByAnother ? m_lock.read() : m_beacon.requestName();
+    return m_beacon.isLit() ? m_beacon.requestName() : m_lock.read();
 }
 
 // The beacon leads to its own name, and nowhere if another socket has taken that.

@@ -41,7 +41,7 @@ public:
     const InstanceSocket *socket() const { return m_socket ? &*m_socket : nullptr; }
 
 private:
-    bool isTaken() const;
+    InstanceLock::State takeLock();
     std::string nameOfFirst() const;
     void own();
 

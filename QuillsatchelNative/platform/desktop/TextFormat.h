@@ -4,7 +4,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <string>
 
 /// The formats in which a clipboard offers text: media types, or names of X11 targets.

@@ -1,12 +1,16 @@
 #include "platform/desktop/X11Connection.h"
 
 #include <QGuiApplication>
-#include <xcb/xcb.h>
 
 xcb_connection_t *X11Connection::current()
 {
     const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->connection() : nullptr;
+}
+
+X11Connection::OwnConnection X11Connection::connectAgain()
+{
+    return OwnConnection(xcb_connect(nullptr, nullptr));
 }
 
 xcb_window_t X11Connection::root(xcb_connection_t *connection)

@@ -1,17 +1,26 @@
 #pragma once
 
-#include <xcb/xproto.h>
+#include <xcb/xcb.h>
 
 #include <cstdlib>
 #include <memory>
 #include <string_view>
 
-/// The program's connection to the X server, which is Qt's.
+/// Connections to the X server: Qt's, and those of our own.
 namespace X11Connection
 {
 
 /// None when Qt does not run on X11. Needs the QGuiApplication.
 xcb_connection_t *current();
+
+struct Disconnect {
+    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+};
+
+using OwnConnection = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+/// One more connection to the same server. It has an error where there is no server.
+OwnConnection connectAgain();
 
 xcb_window_t root(xcb_connection_t *connection);
 

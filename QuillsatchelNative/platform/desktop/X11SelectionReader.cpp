@@ -1,7 +1,5 @@
 #include "platform/desktop/X11SelectionReader.h"
 
-#include "platform/desktop/X11Connection.h"
-
 #include <xcb/xcb.h>
 
 #include <cerrno>
@@ -25,14 +23,9 @@ bool isAnswer(const xcb_generic_event_t &event)
 
 } // namespace
 
-void X11SelectionReader::Disconnect::operator()(xcb_connection_t *connection) const
-{
-    xcb_disconnect(connection);
-}
-
 X11SelectionReader::X11SelectionReader(std::string_view selection,
                                        std::chrono::milliseconds patience)
-    : m_connection(xcb_connect(nullptr, nullptr))
+    : m_connection(X11Connection::connectAgain())
     , m_deadline(patience)
 {
     if (xcb_connection_has_error(m_connection.get()) != 0)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/desktop/X11Connection.h"
+
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QString>
@@ -8,7 +10,6 @@
 
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -38,10 +39,6 @@ public:
     int descriptor() const { return xcb_get_file_descriptor(m_connection.get()); }
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t *connection) const;
-    };
-
     struct Property {
         xcb_atom_t type = XCB_ATOM_NONE;
         int bits = 0; // of each item: 8, 16 or 32
@@ -58,7 +55,7 @@ private:
     bool waitForInput() const;
     QString nameOf(xcb_get_atom_name_cookie_t cookie);
 
-    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    X11Connection::OwnConnection m_connection;
     QDeadlineTimer m_deadline;
     xcb_window_t m_window = XCB_WINDOW_NONE;
     xcb_atom_t m_selection = XCB_ATOM_NONE;
