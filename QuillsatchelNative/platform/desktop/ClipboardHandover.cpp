@@ -22,8 +22,8 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto Patience = 300ms;     // without a sign of the manager
-constexpr auto LongestTransfer = 3s; // of a manager that is at work
+constexpr std::chrono::milliseconds Patience = 300ms; // without a sign of the manager
+constexpr auto LongestTransfer = 3s;                  // of a manager that is at work
 
 bool isServed(const xcb_generic_event_t &event)
 {
@@ -76,7 +76,9 @@ bool isSavedByManager()
     timer.start(Patience);
     const QDeadlineTimer end(LongestTransfer);
     const RequestWatch watch([&timer, &end] {
-        timer.start(std::min<std::chrono::milliseconds>(Patience, end.remainingTimeAsDuration()));
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(end.remainingTimeAsDuration());
+        timer.start(std::min(Patience, left));
     });
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     return isAnswered;
