@@ -67,7 +67,6 @@ void FaviconCache::removeCachedIcon(const QUuid &id)
 
 QImage FaviconCache::cachedIcon(const QUuid &id, int side) const
 {
-    const auto bytes =
-        WholeFile::read(pathOf(*m_faviconFolder, id), HttpClient::MaximumBodySize);
+    const auto bytes = WholeFile::read(pathOf(*m_faviconFolder, id), HttpClient::MaximumBodySize);
     return bytes ? RasterImage::read(*bytes, side) : QImage();
 }

@@ -18,8 +18,8 @@ public:
 
     /// A plain GET that follows redirects. `receive` gets the body, for any status, on a thread of
     /// the client. It may be cut off where the connection broke. `receive` is never called for an
-    /// empty body, one larger than `MaximumBodySize`, or one that takes longer than 60 seconds. Main
-    /// thread only.
+    /// empty body, one larger than `MaximumBodySize`, or one that takes longer than 60 seconds.
+    /// Main thread only.
     virtual void get(const WebAddress &address,
                      std::function<void(const QByteArray &body)> receive) = 0;
 };

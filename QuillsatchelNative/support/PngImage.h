@@ -10,8 +10,8 @@ namespace PngImage
 
 bool isPng(const QByteArray &bytes);
 
-/// The image in sRGB, 32 bits a pixel. Null if the bytes are no complete PNG, or if it has more than
-/// `maximumPixels`.
+/// The image in sRGB, 32 bits a pixel. Null if the bytes are no complete PNG, or if it has more
+/// than `maximumPixels`.
 QImage read(const QByteArray &bytes, qint64 maximumPixels);
 
 } // namespace PngImage

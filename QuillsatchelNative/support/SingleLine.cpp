@@ -6,6 +6,7 @@
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
+#include <ranges>
 
 namespace SingleLine
 {
@@ -54,7 +55,7 @@ QString singleLine(std::string_view text)
         return isHarmful(first) && isHarmful(second);
     };
     const auto repeated = std::ranges::unique(line, isBoth);
-    line.truncate(repeated.begin() - line.begin());
+    line.chop(std::ranges::ssize(repeated));
     std::ranges::replace_if(line, isHarmful, QLatin1Char(' '));
     return line;
 }

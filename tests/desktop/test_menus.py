@@ -129,6 +129,7 @@ class OwnerDeletedTest(DesktopTest):
                 chooser = self.open_chooser(panel)
                 chooser.find("Other…", "push button").press()
                 view = panel.find(name, "list")
+                wait_for("an entry of the list", lambda: view.find_all(role="list item"))
                 view.find_all(role="list item")[0].click(button=3)
 
                 chooser.find("Cancel", "push button").press()

@@ -151,7 +151,8 @@ TEST_F(ApplicationIconsTest, ComeSeveralAtATimeWhereTheyAreQuick)
 TEST_F(ApplicationIconsTest, AllComeIntoSightThoughTheyAreSlow)
 {
     SlowWorkspace slow;
-    ApplicationPanel slowPanel({}, {}, slow, [](QDialog &) {}, nullptr);
+    ApplicationPanel slowPanel(
+        {}, {}, slow, [](QDialog &) {}, nullptr);
     auto &model = *slowPanel.findChild<ApplicationListModel *>();
     model.setApplications(workspace.applications);
     slowPanel.show();
