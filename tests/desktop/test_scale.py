@@ -48,6 +48,7 @@ class ScaleChangeTest(DesktopTest):
         self.await_frame(Rect(120, 30, 500, 600))
         self.set_scale(1.5)
         self.await_frame(Rect(120, 30, 750, 900))
+        self.expect_contents_within_panel(1.5)
         self.set_scale(1)
         self.await_frame(Rect(120, 30, 500, 600))
 
