@@ -152,11 +152,13 @@ void FloatingPanel::disappear()
     place(frame);
 }
 
-// Where the window manager maximizes by itself, some tell the new size before the new state: Qt
-// takes that for the normal size.
+// Where the window manager maximizes by itself, Qt may take the new size for the normal one: some
+// tell the size before the state, others right behind it.
 QRect FloatingPanel::normalFrame() const
 {
-    return normalGeometry().size() == size() ? m_earlierFrame : normalGeometry();
+    if (normalGeometry().size() != size())
+        return normalGeometry();
+    return m_lastFrame.size() == size() ? m_earlierFrame : m_lastFrame;
 }
 
 // Accepted, the close would take the window from the window system: shown again it would be
@@ -202,14 +204,22 @@ QPoint FloatingPanel::placeBelowTitleBar() const
 
 void FloatingPanel::resizeEvent(QResizeEvent *event)
 {
-    if (!isMaximized())
-        m_earlierFrame = QRect(pos(), event->oldSize());
+    if (!isMaximized() && event->oldSize() != event->size()) {
+        m_earlierFrame = QRect(pos(), event->oldSize()); // the move follows the resize
+        m_lastFrame.setSize(event->size());
+    }
     m_frame->setGeometry(rect());
     if (m_content)
         m_content->setGeometry(rect());
     if (m_titleBar)
         m_titleBar->setGeometry(0, 0, width(), TitleBar::Height);
     renderBlur();
+}
+
+void FloatingPanel::moveEvent(QMoveEvent * /*event*/)
+{
+    if (!isMaximized())
+        m_lastFrame.moveTopLeft(pos());
 }
 
 void FloatingPanel::changeEvent(QEvent *event)

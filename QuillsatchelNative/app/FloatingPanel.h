@@ -54,6 +54,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -75,6 +76,7 @@ private:
     QuillsatchelView *m_content = nullptr;
     TitleBar *m_titleBar = nullptr;
     PanelFrame *m_frame;
+    QRect m_lastFrame;    // while the panel was not maximized
     QRect m_earlierFrame; // before the last change of the size that was not maximizing
     bool m_isZoomedOnShowing = false;
     bool m_comesIntoViewLater = false; // when it is no longer maximized
