@@ -214,6 +214,7 @@ class ZoomTest(TrayTest):
         self.await_frame(frame)
 
         for _ in range(2):
+            self.settled_frame()  # the program may still be at its last change
             zoom()
             self.await_frame(work_area())
             self.close()
