@@ -1,7 +1,6 @@
 #include "app/DialogTitleBar.h"
 
 #include "app/TrafficLight.h"
-#include "app/WindowDrag.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 
@@ -39,6 +38,10 @@ void DialogTitleBar::resizeEvent(QResizeEvent * /*event*/)
 
 void DialogTitleBar::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        WindowDrag::begin(*this);
+    m_drag.press(*event);
+}
+
+void DialogTitleBar::mouseMoveEvent(QMouseEvent *event)
+{
+    m_drag.move(*event);
 }

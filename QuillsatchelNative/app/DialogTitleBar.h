@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/WindowDrag.h"
+
 #include <QWidget>
 
 class QLabel;
@@ -17,8 +19,10 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
+    WindowDrag m_drag { *this };
     TrafficLight *m_close;
     QLabel *m_title;
 };

@@ -3,6 +3,8 @@
 #include "app/WindowDrag.h"
 #include "preferences/WindowPreferences.h"
 
+#include <QGuiApplication>
+#include <QStyleHints>
 #include <QWidget>
 
 #include <functional>
@@ -36,7 +38,7 @@ private:
     QWidget *makeNameplate();
     void zoomWindow();
 
-    WindowDrag m_drag { *this };
+    WindowDrag m_drag { *this, QGuiApplication::styleHints()->startDragDistance() };
     QWidget *m_windowButtons;
     QWidget *m_nameplate;
     TitlebarControlsView *m_controls;

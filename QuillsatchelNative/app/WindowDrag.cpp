@@ -1,15 +1,8 @@
 #include "app/WindowDrag.h"
 
-#include <QGuiApplication>
 #include <QMouseEvent>
-#include <QStyleHints>
 #include <QWidget>
 #include <QWindow>
-
-void WindowDrag::begin(const QWidget &widget)
-{
-    widget.window()->windowHandle()->startSystemMove();
-}
 
 void WindowDrag::press(const QMouseEvent &event)
 {
@@ -23,8 +16,8 @@ void WindowDrag::move(const QMouseEvent &event)
     if (!m_pressedAt || !event.buttons().testFlag(Qt::LeftButton))
         return;
     const auto distance = (event.globalPosition() - *m_pressedAt).manhattanLength();
-    if (distance < QGuiApplication::styleHints()->startDragDistance())
+    if (distance < m_distance)
         return;
     m_pressedAt.reset();
-    begin(m_widget);
+    m_widget.window()->windowHandle()->startSystemMove(); // until the button is released
 }

@@ -1,7 +1,5 @@
 #include "app/WindowDragLabel.h"
 
-#include "app/WindowDrag.h"
-
 #include <QMouseEvent>
 
 WindowDragLabel::WindowDragLabel(const QString &text, QWidget *parent)
@@ -11,6 +9,10 @@ WindowDragLabel::WindowDragLabel(const QString &text, QWidget *parent)
 
 void WindowDragLabel::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        WindowDrag::begin(*this);
+    m_drag.press(*event);
+}
+
+void WindowDragLabel::mouseMoveEvent(QMouseEvent *event)
+{
+    m_drag.move(*event);
 }

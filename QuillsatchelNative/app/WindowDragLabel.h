@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/WindowDrag.h"
+
 #include <QLabel>
 
-/// A label by which the whole window is dragged. The drag starts with the press.
+/// A label by which the whole window is dragged, from the first movement on.
 class WindowDragLabel final : public QLabel
 {
     Q_OBJECT
@@ -12,4 +14,8 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    WindowDrag m_drag { *this };
 };
