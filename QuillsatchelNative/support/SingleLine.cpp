@@ -6,7 +6,6 @@
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
-#include <ranges>
 
 namespace SingleLine
 {
@@ -54,8 +53,7 @@ QString singleLine(std::string_view text)
     const auto isBoth = [](QChar first, QChar second) {
         return isHarmful(first) && isHarmful(second);
     };
-    const auto repeated = std::ranges::unique(line, isBoth);
-    line.chop(std::ranges::ssize(repeated));
+    line.erase(std::unique(line.begin(), line.end(), isBoth), line.end());
     std::ranges::replace_if(line, isHarmful, QLatin1Char(' '));
     return line;
 }
