@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gio/CPointer.h"
+#include "platform/gio/GObjectPointer.h"
 
 #include <QProcess>
 #include <gio/gio.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gio/CPointer.h"
+#include "support/CPointer.h"
 
 #include <QProcess>
 #include <xcb/xcb.h>

@@ -1,19 +1,20 @@
 #include "platform/desktop/FontPreload.h"
 
+#include "support/CPointer.h"
+
 #include <fontconfig/fontconfig.h>
-#include <memory>
 #include <system_error>
 
 namespace
 {
 
-using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
+using Pattern = CPointer<FcPattern, &FcPatternDestroy>;
 
 constexpr FcChar32 GrinningFace = 0x1F600;
 
 Pattern emojiPattern()
 {
-    Pattern pattern(FcPatternCreate(), &FcPatternDestroy);
+    Pattern pattern(FcPatternCreate());
     FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8 *>("emoji"));
     FcPatternAddBool(pattern.get(), FC_COLOR, FcTrue);
     FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
@@ -33,7 +34,7 @@ bool isColorEmoji(FcPattern *font)
 QString findColorEmoji()
 {
     FcResult result = FcResultNoMatch;
-    const Pattern font(FcFontMatch(nullptr, emojiPattern().get(), &result), &FcPatternDestroy);
+    const Pattern font(FcFontMatch(nullptr, emojiPattern().get(), &result));
     FcChar8 *family = nullptr;
     if (!font || !isColorEmoji(font.get()) ||
         FcPatternGetString(font.get(), FC_FAMILY, 0, &family) != FcResultMatch)

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "support/CPointer.h"
+
 #include <xcb/xcb.h>
 
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 
 /// Connections to the X server: Qt's, and those of our own.
@@ -13,11 +14,7 @@ namespace X11Connection
 /// None when Qt does not run on X11. Needs the QGuiApplication.
 xcb_connection_t *current();
 
-struct Disconnect {
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-};
-
-using OwnConnection = std::unique_ptr<xcb_connection_t, Disconnect>;
+using OwnConnection = CPointer<xcb_connection_t, &xcb_disconnect>;
 
 /// One more connection to the same server. It has an error where there is no server.
 OwnConnection connectAgain();
@@ -33,11 +30,7 @@ xcb_window_t selectionOwner(xcb_connection_t *connection, xcb_atom_t selection);
 /// Whether the window was made over this connection.
 bool hasMade(xcb_connection_t *connection, xcb_window_t window);
 
-struct FreeReply {
-    void operator()(void *reply) const { std::free(reply); } // NOLINT(*-no-malloc)
-};
-
 template <typename Reply>
-using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
+using ReplyPointer = CPointer<Reply, &std::free>;
 
 } // namespace X11Connection

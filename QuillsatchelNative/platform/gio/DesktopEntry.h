@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Application.h"
-#include "platform/gio/CPointer.h"
+#include "platform/gio/GObjectPointer.h"
 
 #include <gio/gdesktopappinfo.h>
 

@@ -1,6 +1,6 @@
 #include "platform/gio/StartupNotification.h"
 
-#include "platform/gio/CPointer.h"
+#include "platform/gio/GObjectPointer.h"
 
 #include <xcb/xcb.h>
 

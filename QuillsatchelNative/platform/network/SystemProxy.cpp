@@ -1,6 +1,6 @@
 #include "platform/network/SystemProxy.h"
 
-#include "platform/gio/CPointer.h"
+#include "platform/gio/GObjectPointer.h"
 
 #include <gio/gio.h>
 

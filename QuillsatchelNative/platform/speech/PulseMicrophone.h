@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/CPointer.h"
+
 #include <pulse/pulseaudio.h>
 
 #include <chrono>
@@ -40,9 +42,9 @@ private:
     void signal();
 
     AudioTap &m_tap;
-    pa_threaded_mainloop *m_loop = nullptr;
-    pa_context *m_context = nullptr;
-    pa_stream *m_stream = nullptr;
+    CPointer<pa_threaded_mainloop, &pa_threaded_mainloop_free> m_loop;
+    CPointer<pa_context, &pa_context_unref> m_context;
+    CPointer<pa_stream, &pa_stream_unref> m_stream;
     std::uint32_t m_source = PA_INVALID_INDEX;
     bool m_isOpen = false;
     bool m_isTooLate = false;

@@ -73,15 +73,14 @@ void addWords(ngram_model_t *model)
 bool loadLanguageModel(ps_decoder_t *decoder, cmd_ln_t *config, const SpeechModel &model)
 {
     const auto path = model.folder / (model.tag + ".lm.bin");
-    auto *const language =
-        ngram_model_read(config, path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder));
+    const CPointer<ngram_model_t, &ngram_model_free> language(
+        ngram_model_read(config, path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder)));
     if (!language)
         return false;
     if (isEnglish(model.tag))
-        addWords(language);
-    const bool isSet = ps_set_lm(decoder, "dictation", language) == 0;
-    ngram_model_free(language);
-    return isSet && ps_set_search(decoder, "dictation") == 0;
+        addWords(language.get());
+    return ps_set_lm(decoder, "dictation", language.get()) == 0 &&
+           ps_set_search(decoder, "dictation") == 0;
 }
 
 } // namespace

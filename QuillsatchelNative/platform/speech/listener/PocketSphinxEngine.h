@@ -2,6 +2,7 @@
 
 #include "platform/speech/listener/RecognitionEngine.h"
 #include "platform/speech/listener/SpeechModel.h"
+#include "support/CPointer.h"
 
 #include <cstdint>
 #include <memory>
@@ -26,17 +27,8 @@ public:
     std::string finish() override;
 
 private:
-    template <auto Free>
-    struct Freed {
-        template <typename Value>
-        void operator()(Value *value) const
-        {
-            Free(value);
-        }
-    };
-
-    using Config = std::unique_ptr<cmd_ln_t, Freed<cmd_ln_free_r>>;
-    using Decoder = std::unique_ptr<ps_decoder_t, Freed<ps_free>>;
+    using Config = CPointer<cmd_ln_t, &cmd_ln_free_r>;
+    using Decoder = CPointer<ps_decoder_t, &ps_free>;
 
     explicit PocketSphinxEngine(Decoder decoder);
 

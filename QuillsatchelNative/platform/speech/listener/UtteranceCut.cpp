@@ -1,10 +1,14 @@
 #include "platform/speech/listener/UtteranceCut.h"
 
+#include "support/CPointer.h"
+
 #include <optional>
 #include <string_view>
 
 namespace
 {
+
+using Segment = CPointer<ps_seg_t, &ps_seg_free>;
 
 constexpr int MostAfterPause = 500; // frames
 constexpr int LeastAfterCut = 100;  // frames: the latest words may yet change
@@ -29,20 +33,19 @@ UtteranceCut UtteranceCut::find(ps_decoder_t *decoder, int frameCount)
     UtteranceCut best;
     std::string words;
     std::optional<int> first; // frames are counted from the beginning of the dictation
-    for (auto *segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
+    for (Segment segment(ps_seg_iter(decoder)); segment;
+         segment.reset(ps_seg_next(segment.release()))) {
         int begin = 0;
         int end = 0;
-        ps_seg_frames(segment, &begin, &end);
+        ps_seg_frames(segment.get(), &begin, &end);
         first = first.value_or(begin);
-        const std::string_view text = ps_seg_word(segment);
+        const std::string_view text = ps_seg_word(segment.get());
         const bool isPause = !isWord(text) && end - begin >= ShortestPause;
         if (isWord(text))
             (words += words.empty() ? "" : " ") += spelling(text);
         const int frame = (isPause ? (begin + end) / 2 : end + 1) - *first;
-        if (frame > frameCount - LeastAfterCut) {
-            ps_seg_free(segment);
+        if (frame > frameCount - LeastAfterCut)
             break;
-        }
         if (isPause ? frame >= frameCount - MostAfterPause : !best.isPause)
             best = { .words = words, .frame = frame, .isPause = isPause };
     }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <glib-object.h>
 #include <memory>
 
-/// Frees what a C library made by the function that the library has for it.
+/// Calls `Free`, the function with which a C library frees its objects.
 template <auto Free>
 struct FreeBy {
     template <typename Object>
@@ -13,11 +12,6 @@ struct FreeBy {
     }
 };
 
+/// Owns an object of a C library, as in `CPointer<FILE, &std::fclose>`.
 template <typename Object, auto Free>
 using CPointer = std::unique_ptr<Object, FreeBy<Free>>;
-
-/// One reference to an object of GLib's kind.
-template <typename Object>
-using GObjectPointer = CPointer<Object, &g_object_unref>;
-
-using GText = CPointer<char, &g_free>;
