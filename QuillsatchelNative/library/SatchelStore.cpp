@@ -54,6 +54,24 @@ const PromptTab *SatchelStore::activeTab() const
     return index ? &m_tabs.get()[*index] : nullptr;
 }
 
+const PromptBlock *SatchelStore::block(QUuid id) const
+{
+    const auto *found = activeBlock(id);
+    if (found)
+        return found;
+    forEachBlock([id, &found](const PromptTab & /*tab*/, const PromptBlock &block) {
+        if (!found && block.id == id)
+            found = &block;
+    });
+    return found;
+}
+
+const PromptBlock *SatchelStore::activeBlock(QUuid id) const
+{
+    const auto position = locate(id);
+    return position ? &m_tabs.get()[position->tab].blocks[position->block] : nullptr;
+}
+
 void SatchelStore::addTab()
 {
     PromptTab tab { .name = "New Tab" };
@@ -150,7 +168,7 @@ void SatchelStore::moveBlock(QUuid id, std::ptrdiff_t offset)
 
 void SatchelStore::copyBlock(QUuid id)
 {
-    const auto *const block = find(id);
+    const auto *const block = activeBlock(id);
     if (!block)
         return;
     m_platform.pasteboard.setText(block->text);
@@ -170,7 +188,7 @@ void SatchelStore::pasteIntoBlock(QUuid id)
 
 void SatchelStore::openBlockURL(QUuid id)
 {
-    const auto *const block = find(id);
+    const auto *const block = activeBlock(id);
     if (!block)
         return;
     const auto address = WebAddress::parse(trimmed(block->text));
@@ -229,12 +247,6 @@ std::optional<SatchelStore::Position> SatchelStore::locate(QUuid id) const
         return std::nullopt;
     m_lastPosition = { id, *tab, static_cast<std::size_t>(found - blocks.begin()) };
     return m_lastPosition;
-}
-
-const PromptBlock *SatchelStore::find(QUuid id) const
-{
-    const auto position = locate(id);
-    return position ? &m_tabs.get()[position->tab].blocks[position->block] : nullptr;
 }
 
 template <typename Change>

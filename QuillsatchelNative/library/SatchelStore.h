@@ -40,6 +40,16 @@ public:
     /// As `activeTabIndex`; it points into `tabs` and is good until the next change.
     const PromptTab *activeTab() const;
 
+    /// The node with this id in any tab, the active one first; null if no tab has it. Valid until
+    /// the next change.
+    const PromptBlock *block(QUuid id) const;
+    /// The node with this id in the active tab, where the operations on nodes act; null if that tab
+    /// does not have it. Valid until the next change.
+    const PromptBlock *activeBlock(QUuid id) const;
+    /// Calls `visit(tab, block)` for every node of every tab, in their order.
+    template <typename Visit>
+    void forEachBlock(Visit &&visit) const;
+
     /// Appends an empty tab "New Tab" and makes it active.
     void addTab();
     /// Takes the name as it is, also an empty one.
@@ -79,7 +89,6 @@ private:
     void saveNow();
 
     std::optional<Position> locate(QUuid id) const;
-    const PromptBlock *find(QUuid id) const;
     template <typename Change>
     void editBlock(QUuid id, Change &&change);
 
@@ -94,3 +103,12 @@ private:
     // when the change is announced.
     mutable std::optional<Position> m_lastPosition;
 };
+
+template <typename Visit>
+void SatchelStore::forEachBlock(Visit &&visit) const
+{
+    for (const auto &tab : m_tabs.get()) {
+        for (const auto &block : tab.blocks)
+            visit(tab, block);
+    }
+}

@@ -25,13 +25,11 @@ constexpr std::chrono::milliseconds PreparationDelay(20); // lets frames and key
 
 } // namespace
 
-NodeList::NodeList(const SatchelStore &store, const DictationController &dictation,
-                   MainQueue &mainQueue, std::function<void(PromptCard &)> wireCard,
-                   QWidget *parent)
+NodeList::NodeList(MainQueue &mainQueue, std::function<Content()> content,
+                   std::function<void(PromptCard &)> wireCard, QWidget *parent)
     : QWidget(parent)
-    , m_store(store)
-    , m_dictation(dictation)
     , m_mainQueue(mainQueue)
+    , m_content(std::move(content))
     , m_wireCard(std::move(wireCard))
     , m_scrollBar(new OverlayScrollBar(Qt::Vertical, this))
 {
@@ -39,18 +37,10 @@ NodeList::NodeList(const SatchelStore &store, const DictationController &dictati
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &NodeList::placeCards);
 }
 
-const std::vector<PromptBlock> &NodeList::blocks() const
-{
-    static const std::vector<PromptBlock> None;
-    const auto *const tab = m_store.activeTab();
-    return tab ? tab->blocks : None;
-}
-
 void NodeList::render()
 {
-    const auto *const tab = m_store.activeTab();
-    const auto tabID = tab ? std::optional(tab->id) : std::nullopt;
-    if (std::exchange(m_shownTabID, tabID) != tabID) {
+    const auto id = m_content().id;
+    if (std::exchange(m_shownID, id) != id) {
         std::ranges::for_each(m_slots, [this](const Slot &slot) { releaseFocus(slot); });
         m_scrollBar->setValue(0);
     }
@@ -67,7 +57,8 @@ void NodeList::render()
 
 void NodeList::renderEmptyState()
 {
-    const bool isEmpty = m_store.activeTab() && blocks().empty();
+    const auto content = m_content();
+    const bool isEmpty = content.id && content.count == 0;
     if (isEmpty && !m_emptyState)
         m_emptyState = new EmptyState(this);
     if (!m_emptyState)
@@ -85,7 +76,7 @@ void NodeList::updateScrollRange()
 
 RowLayout NodeList::layOut() const
 {
-    return { blocks().size(), PromptCard::cardHeight(), height(), m_scrollBar->value() };
+    return { m_content().count, PromptCard::cardHeight(), height(), m_scrollBar->value() };
 }
 
 QRect NodeList::cardGeometry(Row row) const
@@ -153,22 +144,21 @@ std::optional<NodeList::Row> NodeList::followRows(const Rows &nearby)
 
 std::optional<NodeList::Row> NodeList::findRow(const Slot &slot, const Rows &nearby) const
 {
-    const auto &all = blocks();
-    const auto &id = slot.card->blockID();
-    const auto isAt = [&all, &id](Row row) {
-        return row < static_cast<Row>(all.size()) && all[static_cast<std::size_t>(row)].id == id;
+    const auto content = m_content();
+    const auto count = static_cast<Row>(content.count);
+    const auto isAt = [&content, count, id = slot.card->blockID()](Row row) {
+        return row < count && content.node(static_cast<std::size_t>(row)).id == id;
     };
     const bool pinned = isPinned(slot);
     if (isAt(*slot.row) && (pinned || nearby.contains(*slot.row)))
         return slot.row;
-    for (Row row = nearby.first; row < nearby.end; ++row) {
-        if (isAt(row))
-            return row;
+    for (const Rows &rows : { nearby, pinned ? Rows { 0, count } : Rows() }) {
+        for (Row row = rows.first; row < rows.end; ++row) {
+            if (isAt(row))
+                return row;
+        }
     }
-    if (!pinned)
-        return std::nullopt;
-    const auto found = std::ranges::find(all, id, &PromptBlock::id);
-    return found == all.end() ? std::nullopt : std::optional<Row>(found - all.begin());
+    return std::nullopt;
 }
 
 void NodeList::showRow(Row row)
@@ -195,13 +185,12 @@ void NodeList::orderCards()
 
 void NodeList::renderSlot(Slot &slot)
 {
-    const auto &all = blocks();
-    const auto &block = all[static_cast<std::size_t>(*slot.row)];
-    const QString name = tr("Node %1 of %2").arg(*slot.row + 1).arg(all.size());
+    const auto content = m_content();
+    const auto &block = content.node(static_cast<std::size_t>(*slot.row));
+    const QString name = tr("Node %1 of %2").arg(*slot.row + 1).arg(content.count);
     if (slot.card->accessibleName() != name) // Qt announces a name that it has already, too
         slot.card->setAccessibleName(name);
-    slot.card->render(block, m_store.copiedBlockID().get() == block.id,
-                      m_dictation.activeBlockID().get() == block.id);
+    slot.card->render(block, content.copiedID == block.id, content.dictatedID == block.id);
 }
 
 void NodeList::prepareNearbyLater()
@@ -257,7 +246,7 @@ bool NodeList::hasFocusIn(const Slot &slot) const
 bool NodeList::isPinned(const Slot &slot) const
 {
     return slot.card->dragTranslation() != 0 || hasFocusIn(slot) ||
-           m_dictation.activeBlockID().get() == slot.card->blockID();
+           m_content().dictatedID == slot.card->blockID();
 }
 
 // Before a card is hidden: Qt would pass the focus on to whatever comes next in its own order,
@@ -274,7 +263,7 @@ bool NodeList::releaseFocus(const Slot &slot)
 
 void NodeList::focusRow(Row row)
 {
-    const auto *const slot = slotAt(std::min(row, static_cast<Row>(blocks().size()) - 1));
+    const auto *const slot = slotAt(std::min(row, static_cast<Row>(m_content().count) - 1));
     if (slot)
         FocusOrder::stopsIn(*slot->card).front()->setFocus(Qt::TabFocusReason);
 }
@@ -299,7 +288,7 @@ QList<QWidget *> NodeList::focusStops() const
 
 void NodeList::editLastNode()
 {
-    const auto last = static_cast<Row>(blocks().size()) - 1;
+    const auto last = static_cast<Row>(m_content().count) - 1;
     if (last < 0)
         return;
     reveal(last);
@@ -319,7 +308,7 @@ void NodeList::revealFocus()
     // Tab may go on to either side before the cards around are made.
     if (row > 0)
         showRow(row - 1);
-    if (row + 1 < static_cast<Row>(blocks().size()))
+    if (row + 1 < static_cast<Row>(m_content().count))
         showRow(row + 1);
     orderCards();
 }

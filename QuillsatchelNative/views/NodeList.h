@@ -1,11 +1,12 @@
 #pragma once
 
-#include "dictation/DictationController.h"
-#include "library/SatchelStore.h"
+#include "library/PromptBlock.h"
+#include "platform/MainQueue.h"
 #include "views/RowLayout.h"
 
 #include <QWidget>
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -14,28 +15,38 @@ class EmptyState;
 class OverlayScrollBar;
 class PromptCard;
 
-/// The scrolling list of the active tab's nodes.
+/// A scrolling list of nodes.
 ///
-/// Only the cards in sight and one screen around exist, whatever the tab holds: those in sight are
-/// made at once, the others one at a time a little later. The card with the focus, under drag or
-/// under dictation keeps its node wherever the list is scrolled; all others are used again for
-/// other nodes.
+/// Only the visible cards and one screen around them exist, however long the list is. Visible cards
+/// are created immediately, the others one at a time after a short delay. A card that has the
+/// focus, is dragged or is dictated into keeps its node wherever the list is scrolled; all others
+/// are reused for other nodes.
 class NodeList final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `wireCard` connects a new card's callbacks, which go by the card's `blockID` at the time.
-    NodeList(const SatchelStore &store, const DictationController &dictation, MainQueue &mainQueue,
+    /// What the list shows. Valid until the models change.
+    struct Content {
+        std::optional<QUuid> id; ///< a new id scrolls to the top; without one the list is blank
+        std::size_t count = 0;
+        std::function<const PromptBlock &(std::size_t row)> node {};
+        std::optional<QUuid> copiedID {};   ///< the node marked as copied
+        std::optional<QUuid> dictatedID {}; ///< the node that is dictated into
+    };
+
+    /// `content` is called whenever the list needs its nodes, also between two calls of `render`.
+    /// `wireCard` connects the callbacks of a new card; they read the card's `blockID` when called.
+    NodeList(MainQueue &mainQueue, std::function<Content()> content,
              std::function<void(PromptCard &)> wireCard, QWidget *parent);
 
-    /// Brings the cards in line with the models.
+    /// Updates the cards from the content.
     void render();
-    /// Scrolls the last node into sight and lets the user type into it.
+    /// Scrolls to the last node and focuses its editor.
     void editLastNode();
-    /// Scrolls the card with the keyboard focus into sight, if there is one.
+    /// Scrolls to the card with the keyboard focus, if there is one.
     void revealFocus();
-    /// What Tab visits here, in its order.
+    /// The widgets that Tab visits, in order.
     QList<QWidget *> focusStops() const;
 
 protected:
@@ -47,13 +58,12 @@ private:
     using Row = RowLayout::Row;
     using Rows = RowLayout::Rows;
 
-    /// A card and the row it stands in; no row while it waits to be used again.
+    /// A card and its row; no row while the card waits to be reused.
     struct Slot {
         PromptCard *card;
         std::optional<Row> row;
     };
 
-    const std::vector<PromptBlock> &blocks() const;
     RowLayout layOut() const;
     QRect cardGeometry(Row row) const;
 
@@ -78,13 +88,12 @@ private:
     void focusRow(Row row);
     void reveal(Row row);
 
-    const SatchelStore &m_store;
-    const DictationController &m_dictation;
     MainQueue &m_mainQueue;
+    std::function<Content()> m_content;
     std::function<void(PromptCard &)> m_wireCard;
     OverlayScrollBar *m_scrollBar;
     EmptyState *m_emptyState = nullptr;
     std::vector<Slot> m_slots;
-    std::optional<QUuid> m_shownTabID;
+    std::optional<QUuid> m_shownID;
     bool m_isPreparing = false;
 };

@@ -5,7 +5,6 @@
 #include "views/LauncherSettingsCard.h"
 #include "views/MessageLine.h"
 #include "views/NewNodeButton.h"
-#include "views/NodeList.h"
 #include "views/Painting.h"
 #include "views/PromptCard.h"
 #include "views/SatchelTheme.h"
@@ -14,7 +13,6 @@
 #include <QPainter>
 #include <QResizeEvent>
 
-#include <algorithm>
 #include <utility>
 
 namespace
@@ -59,7 +57,8 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     , m_scheduler(platform.mainQueue, [this] { render(); })
     , m_tabStrip(new TabStrip(store, platform.mainQueue, this))
     , m_nodeList(new NodeList(
-          store, m_dictation, platform.mainQueue, [this](PromptCard &card) { wire(card); }, this))
+          platform.mainQueue, [this] { return shownNodes(); },
+          [this](PromptCard &card) { wire(card); }, this))
     , m_messageLine(new MessageLine(this))
     , m_newNodeButton(new NewNodeButton(this))
 {
@@ -99,18 +98,21 @@ void QuillsatchelView::wire(PromptCard &card)
     };
 }
 
-const PromptBlock *QuillsatchelView::blockWith(const QUuid &id) const
+NodeList::Content QuillsatchelView::shownNodes() const
 {
     const auto *const tab = m_store.activeTab();
     if (!tab)
-        return nullptr;
-    const auto found = std::ranges::find(tab->blocks, id, &PromptBlock::id);
-    return found == tab->blocks.end() ? nullptr : &*found;
+        return {};
+    return { .id = tab->id,
+             .count = tab->blocks.size(),
+             .node = [tab](std::size_t row) -> const PromptBlock & { return tab->blocks[row]; },
+             .copiedID = m_store.copiedBlockID().get(),
+             .dictatedID = m_dictation.activeBlockID().get() };
 }
 
 void QuillsatchelView::dictate(const QUuid &id)
 {
-    const auto *const block = blockWith(id);
+    const auto *const block = m_store.activeBlock(id);
     if (!block)
         return;
     const std::string text = block->text;
@@ -121,7 +123,7 @@ void QuillsatchelView::dictate(const QUuid &id)
 
 void QuillsatchelView::takeDictated(const QUuid &id, const std::string &text)
 {
-    const auto *const block = blockWith(id);
+    const auto *const block = m_store.activeBlock(id);
     if (!block || block->text != m_dictatedText)
         return; // dictation never replaces what the user entered
     m_dictatedText = text;
@@ -136,7 +138,7 @@ void QuillsatchelView::endLostDictation()
     const auto id = m_dictation.activeBlockID().get();
     if (!id)
         return;
-    const auto *const block = blockWith(*id);
+    const auto *const block = m_store.activeBlock(*id);
     if (!block || block->text != m_dictatedText || !isVisible())
         m_dictation.stop();
 }

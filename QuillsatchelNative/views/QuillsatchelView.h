@@ -6,6 +6,7 @@
 #include "preferences/WindowPreferences.h"
 #include "support/Cancellable.h"
 #include "views/LastInput.h"
+#include "views/NodeList.h"
 #include "views/RenderScheduler.h"
 
 #include <QPointer>
@@ -18,7 +19,6 @@ class AboutCard;
 class LauncherSettingsCard;
 class MessageLine;
 class NewNodeButton;
-class NodeList;
 class OverlayCard;
 class PromptCard;
 class TabStrip;
@@ -54,8 +54,7 @@ protected:
 
 private:
     void wire(PromptCard &card);
-    /// The node of this id in the active tab; null if there is none.
-    const PromptBlock *blockWith(const QUuid &id) const;
+    NodeList::Content shownNodes() const;
     void dictate(const QUuid &id);
     void takeDictated(const QUuid &id, const std::string &text);
     void endLostDictation();

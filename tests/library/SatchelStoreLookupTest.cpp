@@ -234,6 +234,70 @@ TEST_F(SatchelStoreLookupTest, LetsASinkEditWhileAChangeIsDelivered)
     EXPECT_EQ(texts(store, 0), "x-");
 }
 
+TEST_F(SatchelStoreLookupTest, GivesANodeOfAnyTabById)
+{
+    const auto first = tabOf({ a });
+    const auto second = tabOf({ b, c });
+    writeFile({ first, second });
+    const SatchelStore store(machine.platform);
+    const auto &tabs = store.tabs().get();
+    EXPECT_EQ(store.block(a), &tabs[0].blocks[0]);
+    EXPECT_EQ(store.block(c), &tabs[1].blocks[1]);
+    EXPECT_EQ(store.block(QUuid::createUuid()), nullptr);
+}
+
+TEST_F(SatchelStoreLookupTest, GivesTheNodeOfTheActiveTabFirstIfTwoTabsHaveTheId)
+{
+    const auto first = tabOf({ c, a, a });
+    const auto second = tabOf({ a });
+    writeFile({ first, second });
+    SatchelStore store(machine.platform);
+    const auto &tabs = store.tabs().get();
+    EXPECT_EQ(store.block(a), &tabs[0].blocks[1]);
+    store.selectTab(second.id);
+    EXPECT_EQ(store.block(a), &tabs[1].blocks[0]);
+    store.deleteBlock(a);
+    EXPECT_EQ(store.block(a), &tabs[0].blocks[1]);
+}
+
+TEST_F(SatchelStoreLookupTest, ActsOnNoNodeOfAnotherTab)
+{
+    writeFile({ tabOf({ a }), tabOf({ b }) });
+    SatchelStore store(machine.platform);
+    ASSERT_TRUE(store.block(b));
+    EXPECT_EQ(store.activeBlock(b), nullptr);
+    store.updateBlock(b, "1");
+    store.copyBlock(b);
+    EXPECT_EQ(texts(store, 1), "-");
+    EXPECT_EQ(store.copiedBlockID().get(), std::nullopt);
+}
+
+TEST_F(SatchelStoreLookupTest, FindsNoBlockWithoutTabs)
+{
+    const PromptTab tab;
+    writeFile({ tab, tab });
+    SatchelStore store(machine.platform);
+    store.deleteTab(tab.id);
+    ASSERT_TRUE(store.tabs().get().empty());
+    EXPECT_EQ(store.block(a), nullptr);
+}
+
+TEST_F(SatchelStoreLookupTest, VisitsTheNodesOfAllTabsInOrder)
+{
+    const auto first = tabOf({ a, b });
+    const auto second = tabOf({ c });
+    writeFile({ first, tabOf({}), second }, second.id);
+    const SatchelStore store(machine.platform);
+    std::vector<std::pair<QUuid, QUuid>> visited;
+    store.forEachBlock([&visited](const PromptTab &tab, const PromptBlock &block) {
+        visited.emplace_back(tab.id, block.id);
+    });
+    const std::vector<std::pair<QUuid, QUuid>> expected { { first.id, a },
+                                                          { first.id, b },
+                                                          { second.id, c } };
+    EXPECT_EQ(visited, expected);
+}
+
 TEST_F(SatchelStoreLookupTest, AgreesWithThePlainestRulesInAnyOrderOfOperations)
 {
     std::mt19937 engine(7);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dictation/DictationController.h"
 #include "views/EmptyState.h"
 #include "views/NodeEditor.h"
 #include "views/NodeList.h"
@@ -22,8 +23,8 @@ protected:
         open(tabs);
         window.resize(430, Height);
         list = new NodeList(
-            store(), dictation, machine.mainQueue, [this](PromptCard &card) { wire(card); },
-            &window);
+            machine.mainQueue, [this] { return content(); },
+            [this](PromptCard &card) { wire(card); }, &window);
         list->resize(430, Height);
         Input::show(window);
         draw();
@@ -135,6 +136,18 @@ protected:
     NodeList *list = nullptr;
 
 private:
+    NodeList::Content content() const
+    {
+        const auto *const tab = store().activeTab();
+        if (!tab)
+            return {};
+        return { .id = tab->id,
+                 .count = tab->blocks.size(),
+                 .node = [tab](std::size_t row) -> const PromptBlock & { return tab->blocks[row]; },
+                 .copiedID = store().copiedBlockID().get(),
+                 .dictatedID = dictation.activeBlockID().get() };
+    }
+
     void wire(PromptCard &card)
     {
         card.onText = [this, &card](const std::string &text) {
