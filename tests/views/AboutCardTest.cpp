@@ -56,7 +56,7 @@ TEST_F(AboutCardTest, DimsTheWholePanel)
         EXPECT_TRUE(isColor(picture.at(place.x(), place.y()), dimmed()));
 }
 
-TEST_F(AboutCardTest, IsThreeHundredAndTwentyWideInTheMiddle)
+TEST_F(AboutCardTest, IsCenteredAnd320PointsWide)
 {
     EXPECT_EQ(card().width(), 320);
     EXPECT_NEAR(QRectF(card()).center().x(), 215, 0.5);
@@ -82,7 +82,7 @@ TEST_F(AboutCardTest, IsFilledAndStroked)
     EXPECT_TRUE(isColor(picture.at(card().center().x(), card().top() + 0.4), stroke));
 }
 
-TEST_F(AboutCardTest, HasCornersOfRadiusTwenty)
+TEST_F(AboutCardTest, HasCornerRadius20)
 {
     const Picture picture(*aboutCard(), Qt::black);
     const Picture shape(
@@ -114,7 +114,7 @@ TEST_F(AboutCardTest, CastsAShadowDownwards)
                 darknessAt(card().right() + 10, card().center().y()), 3);
 }
 
-TEST_F(AboutCardTest, HasTheCloseButtonEightFromItsTopRightCorner)
+TEST_F(AboutCardTest, PlacesCloseButton8PointsFromTopRightCorner)
 {
     const QRect place = placeOf(*closeButton());
     EXPECT_EQ(card().right() - place.right(), 8);
@@ -122,7 +122,7 @@ TEST_F(AboutCardTest, HasTheCloseButtonEightFromItsTopRightCorner)
     EXPECT_EQ(closeButton()->toolTip().toStdString(), "Close");
 }
 
-TEST_F(AboutCardTest, SaysWhoMadeTheProgramAndWhy)
+TEST_F(AboutCardTest, ShowsTheAuthorsMessage)
 {
     for (const auto *const text :
          { "I built Quillsatchel because I was tired of hunting through old chats, notes, and "
@@ -139,7 +139,7 @@ TEST_F(AboutCardTest, SaysWhoMadeTheProgramAndWhy)
     }
 }
 
-TEST_F(AboutCardTest, ShowsItsContentTopToBottom)
+TEST_F(AboutCardTest, StacksItsContent)
 {
     const auto links = aboutCard()->findChildren<LinkButton *>();
     ASSERT_EQ(links.size(), 2);
@@ -159,7 +159,7 @@ TEST_F(AboutCardTest, ShowsItsContentTopToBottom)
     EXPECT_EQ(placeOf(*links[1]).top() - bottom - 1, 2);
 }
 
-TEST_F(AboutCardTest, WritesItsTextsInTheirSizes)
+TEST_F(AboutCardTest, SetsTheFontOfEachText)
 {
     struct Style {
         int size;
@@ -180,7 +180,7 @@ TEST_F(AboutCardTest, WritesItsTextsInTheirSizes)
                         QColor::fromRgbF(1, 1, 1, 0.56F)));
 }
 
-TEST_F(AboutCardTest, OpensTheWebsiteByEitherLink)
+TEST_F(AboutCardTest, BothLinksOpenTheWebsite)
 {
     for (auto *const link : aboutCard()->findChildren<LinkButton *>()) {
         machine.workspace.opened.clear();
@@ -194,7 +194,7 @@ TEST_F(AboutCardTest, OpensTheWebsiteByEitherLink)
     EXPECT_TRUE(preferences.showsInfoCard.get());
 }
 
-TEST_F(AboutCardTest, ShowsTheWebsitesAddressInTheAccentColor)
+TEST_F(AboutCardTest, ShowsTheAddressInTheAccentColor)
 {
     auto &link = *aboutCard()->findChildren<LinkButton *>()[1];
     Input::click(link);

@@ -76,7 +76,7 @@ TEST_F(ActionButtonTest, IsFilledAndStrokedInTheAccentColorWhileActive)
                         over({ 0.91, 0.16, 0.17, 0.5 }, fill(true))));
 }
 
-TEST_F(ActionButtonTest, HasCornersOfRadiusFive)
+TEST_F(ActionButtonTest, HasCornerRadius5)
 {
     for (const bool active : { false, true }) {
         render(active);
@@ -107,7 +107,7 @@ TEST_F(ActionButtonTest, TintsSymbolAndTitle)
     }
 }
 
-TEST_F(ActionButtonTest, PadsItsLabelByEightAndFive)
+TEST_F(ActionButtonTest, PadsItsLabelBy8And5Points)
 {
     render(false);
     const QRectF inside(2, 2, button.width() - 4, button.height() - 4);
@@ -128,7 +128,7 @@ TEST_F(ActionButtonTest, PadsItsLabelByEightAndFive)
     EXPECT_EQ(button.font().weight(), QFont::Medium);
 }
 
-TEST_F(ActionButtonTest, IsAsWideAsItsTitleNeeds)
+TEST_F(ActionButtonTest, FitsTheWidthOfItsTitle)
 {
     render(false);
     const int narrow = button.width();
@@ -138,7 +138,7 @@ TEST_F(ActionButtonTest, IsAsWideAsItsTitleNeeds)
               metrics.horizontalAdvance(u"Copied"_s) - metrics.horizontalAdvance(u"Copy"_s));
 }
 
-TEST_F(ActionButtonTest, ActsAtOnceWhenItIsPressed)
+TEST_F(ActionButtonTest, CallsItsActionOnClick)
 {
     render(false);
     Input::show(button);
@@ -149,7 +149,7 @@ TEST_F(ActionButtonTest, ActsAtOnceWhenItIsPressed)
     EXPECT_EQ(presses, 2);
 }
 
-TEST_F(ActionButtonTest, IsSpokenOfByItsTitle)
+TEST_F(ActionButtonTest, UsesItsTitleAsAccessibleName)
 {
     render(false);
     EXPECT_EQ(Input::spokenName(button), "Copy");

@@ -57,7 +57,7 @@ protected:
     QTemporaryDir home;
 };
 
-TEST_F(ApplicationFileDialogTest, EndsThePanelWithThePathThatIsChosenThere)
+TEST_F(ApplicationFileDialogTest, ClosesThePanelWithTheChosenPath)
 {
     const QString path = addFile(QStringLiteral("\u00DCbung \u2603.desktop"));
     choose(openDialog(), path);
@@ -66,7 +66,7 @@ TEST_F(ApplicationFileDialogTest, EndsThePanelWithThePathThatIsChosenThere)
     EXPECT_EQ(answers, Answers { path.toUtf8().toStdString() });
 }
 
-TEST_F(ApplicationFileDialogTest, HoldsUpNeitherProgramNorPanel)
+TEST_F(ApplicationFileDialogTest, LeavesThePanelUsable)
 {
     const auto &dialog = openDialog();
     EXPECT_FALSE(dialog.isModal());
@@ -80,7 +80,7 @@ TEST_F(ApplicationFileDialogTest, HoldsUpNeitherProgramNorPanel)
     EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
 }
 
-TEST_F(ApplicationFileDialogTest, GoesWithThePanel)
+TEST_F(ApplicationFileDialogTest, ClosesWithThePanel)
 {
     const QPointer<ApplicationFileDialog> dialog = &openDialog();
     panel->reject();
@@ -88,7 +88,7 @@ TEST_F(ApplicationFileDialogTest, GoesWithThePanel)
     EXPECT_FALSE(dialog);
 }
 
-TEST_F(ApplicationFileDialogTest, LeavesThePanelOpenWhenItIsCancelled)
+TEST_F(ApplicationFileDialogTest, CancellingLeavesThePanelOpen)
 {
     Input::key(openDialog(), Qt::Key_Escape);
     EXPECT_FALSE(fileDialog());
@@ -97,14 +97,14 @@ TEST_F(ApplicationFileDialogTest, LeavesThePanelOpenWhenItIsCancelled)
     openDialog();
 }
 
-TEST_F(ApplicationFileDialogTest, IsOpenOnce)
+TEST_F(ApplicationFileDialogTest, OpensOnlyOnce)
 {
     openDialog();
     Input::click(button("Other\u2026"));
     EXPECT_EQ(panel->findChildren<ApplicationFileDialog *>().size(), 1);
 }
 
-TEST_F(ApplicationFileDialogTest, StartsInTheUsersApplicationsOrAtHome)
+TEST_F(ApplicationFileDialogTest, StartsInUserApplicationsOrHome)
 {
     EXPECT_EQ(openDialog().directory().path(), QDir::homePath());
     panel->reject();
@@ -132,7 +132,7 @@ TEST_F(ApplicationFileDialogTest, ShowsFoldersAndDesktopEntriesOnly)
     EXPECT_EQ(names, (std::set<std::string> { "below", "one.desktop" }));
 }
 
-TEST_F(ApplicationFileDialogTest, TakesNoOtherFileAndNoneThatIsMissing)
+TEST_F(ApplicationFileDialogTest, RejectsOtherAndMissingFiles)
 {
     const QString text = addFile(QStringLiteral("readme.txt"));
     auto &dialog = openDialog();
@@ -144,7 +144,7 @@ TEST_F(ApplicationFileDialogTest, TakesNoOtherFileAndNoneThatIsMissing)
     }
 }
 
-TEST_F(ApplicationFileDialogTest, GoesIntoAFolderThatIsTyped)
+TEST_F(ApplicationFileDialogTest, OpensATypedFolder)
 {
     const auto folder = QFileInfo(addFile(QStringLiteral("here/one.desktop"))).path();
     auto &dialog = openDialog();
@@ -153,7 +153,7 @@ TEST_F(ApplicationFileDialogTest, GoesIntoAFolderThatIsTyped)
     EXPECT_EQ(dialog.directory().path(), folder);
 }
 
-TEST_F(ApplicationFileDialogTest, KeepsLinksThatOutlastWhatTheyLeadTo)
+TEST_F(ApplicationFileDialogTest, KeepsSymbolicLinksInThePath)
 {
     const QString entry = addFile(QStringLiteral("store/1.0/app.desktop"));
     const QString link = home.filePath(QStringLiteral("current"));
@@ -188,7 +188,7 @@ TEST_F(ApplicationFileDialogTest, ShowsHiddenFilesOnRequest)
     }
 }
 
-TEST_F(ApplicationFileDialogTest, GoesWithThePanelWhileAMenuIsOpen)
+TEST_F(ApplicationFileDialogTest, ClosesWithThePanelWhileAMenuIsOpen)
 {
     for (const auto &name : { QStringLiteral("listView"), QStringLiteral("sidebar") }) {
         const QPointer<ApplicationFileDialog> dialog = &openDialog();
@@ -206,12 +206,12 @@ TEST_F(ApplicationFileDialogTest, GoesWithThePanelWhileAMenuIsOpen)
     }
 }
 
-TEST_F(ApplicationFileDialogTest, ChangesNothingOnDisk)
+TEST_F(ApplicationFileDialogTest, IsReadOnly)
 {
     EXPECT_TRUE(openDialog().testOption(QFileDialog::ReadOnly));
 }
 
-TEST_F(ApplicationFileDialogTest, SpeaksLikeThePanel)
+TEST_F(ApplicationFileDialogTest, UsesThePanelsTexts)
 {
     auto &dialog = openDialog();
     EXPECT_EQ(dialog.windowTitle().toStdString(), "Choose an Application");
@@ -220,7 +220,7 @@ TEST_F(ApplicationFileDialogTest, SpeaksLikeThePanel)
     EXPECT_EQ(types.currentText().toStdString(), "Applications (*.desktop)");
 }
 
-TEST_F(ApplicationFileDialogTest, IsReadable)
+TEST_F(ApplicationFileDialogTest, HasReadableContrast)
 {
     const auto contrast = [](const QColor &a, const QColor &b) {
         return std::abs(a.lightness() - b.lightness());

@@ -71,7 +71,7 @@ protected:
     }
 };
 
-TEST_F(ApplicationIconsTest, AreAskedForOnlyWhenTheirRowsAreInSight)
+TEST_F(ApplicationIconsTest, AreRequestedOnlyForVisibleRows)
 {
     open();
     EXPECT_TRUE(waitForIcons(rowsInSight()));
@@ -81,14 +81,14 @@ TEST_F(ApplicationIconsTest, AreAskedForOnlyWhenTheirRowsAreInSight)
     EXPECT_EQ(workspace.iconsAskedFor.front(), "/apps/Application 0");
 }
 
-TEST_F(ApplicationIconsTest, AreNotAskedForBeforeTheirRowsArePainted)
+TEST_F(ApplicationIconsTest, AreNotRequestedBeforePainting)
 {
     openEmpty();
     workspace.finishListing();
     EXPECT_EQ(iconsAskedFor(), 0);
 }
 
-TEST_F(ApplicationIconsTest, AreAskedForOnce)
+TEST_F(ApplicationIconsTest, AreRequestedOnce)
 {
     open();
     EXPECT_TRUE(waitForIcons(rowsInSight()));
@@ -103,7 +103,7 @@ TEST_F(ApplicationIconsTest, AreAskedForOnce)
     EXPECT_EQ(iconsAskedFor(), before);
 }
 
-TEST_F(ApplicationIconsTest, AreAskedForAsRowsScrollIntoSight)
+TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
 {
     open();
     EXPECT_TRUE(waitForIcons(rowsInSight()));
@@ -118,7 +118,7 @@ TEST_F(ApplicationIconsTest, AreAskedForAsRowsScrollIntoSight)
     EXPECT_LE(iconsAskedFor(), 20);
 }
 
-TEST_F(ApplicationIconsTest, ComeLaterRatherThanHoldUpAFrame)
+TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
 {
     SlowWorkspace slow;
     ApplicationIcons icons(24, slow, nullptr);
@@ -141,14 +141,14 @@ TEST_F(ApplicationIconsTest, ComeLaterRatherThanHoldUpAFrame)
     EXPECT_EQ(slow.iconCount, 3);
 }
 
-TEST_F(ApplicationIconsTest, ComeSeveralAtATimeWhereTheyAreQuick)
+TEST_F(ApplicationIconsTest, LoadSeveralPerFrameWhenQuick)
 {
     ApplicationIcons icons(24, workspace, nullptr);
     EXPECT_TRUE(icons.icon("/a", 1));
     EXPECT_TRUE(icons.icon("/b", 1));
 }
 
-TEST_F(ApplicationIconsTest, AllComeIntoSightThoughTheyAreSlow)
+TEST_F(ApplicationIconsTest, AllLoadEventuallyWhenSlow)
 {
     SlowWorkspace slow;
     ApplicationPanel slowPanel(
@@ -159,7 +159,7 @@ TEST_F(ApplicationIconsTest, AllComeIntoSightThoughTheyAreSlow)
     EXPECT_TRUE(QTest::qWaitFor([&slow] { return slow.iconCount >= 8; }));
 }
 
-TEST_F(ApplicationIconsTest, AreMadeForTheScreenTheyAreShownOn)
+TEST_F(ApplicationIconsTest, MatchTheScreenScale)
 {
     ApplicationIcons icons(24, workspace, nullptr);
     EXPECT_EQ(icons.icon("/a", 1)->width(), 24);
@@ -168,7 +168,7 @@ TEST_F(ApplicationIconsTest, AreMadeForTheScreenTheyAreShownOn)
     EXPECT_EQ(iconsAskedFor(), 2);
 }
 
-TEST_F(ApplicationIconsTest, AreNullWhereTheDesktopHasNone)
+TEST_F(ApplicationIconsTest, AreNullWhenTheDesktopHasNone)
 {
     workspace.icon = {};
     ApplicationIcons icons(24, workspace, nullptr);

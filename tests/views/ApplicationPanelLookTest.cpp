@@ -84,14 +84,14 @@ TEST_F(ApplicationPanelLookTest, ShowsIconNameAndComment)
               picture.strongestInkIn(comment, well()).lightness() + 50);
 }
 
-TEST_F(ApplicationPanelLookTest, PutsALoneNameInTheMiddle)
+TEST_F(ApplicationPanelLookTest, CentersANameWithoutComment)
 {
     open();
     const QRectF name = take().inkIn(textFrame(4), well());
     EXPECT_NEAR(name.center().y(), QRectF(rowFrame(4)).center().y(), 2);
 }
 
-TEST_F(ApplicationPanelLookTest, CutsLongTextsOffWithinTheirLines)
+TEST_F(ApplicationPanelLookTest, KeepsLongTextsOnOneLine)
 {
     const std::string longText = "A long text that does not fit\ninto a row of any list at all, "
                                  "however wide its window may be made by those who like that";
@@ -105,7 +105,7 @@ TEST_F(ApplicationPanelLookTest, CutsLongTextsOffWithinTheirLines)
                 picture.inkIn(commentFrame(1), well()).bottom() - rowFrame(1).bottom(), 3);
 }
 
-TEST_F(ApplicationPanelLookTest, EndsTextsThatAreCutOffWithDots)
+TEST_F(ApplicationPanelLookTest, ElidesLongTextsWithDots)
 {
     const std::string tall(200, 'l');
     workspace.applications = { { "/a", tall, tall, "" } };
@@ -118,7 +118,7 @@ TEST_F(ApplicationPanelLookTest, EndsTextsThatAreCutOffWithDots)
     }
 }
 
-TEST_F(ApplicationPanelLookTest, GivesAllRowsOneHeight)
+TEST_F(ApplicationPanelLookTest, GivesAllRowsTheSameHeight)
 {
     install(100);
     open();
@@ -141,7 +141,7 @@ TEST_F(ApplicationPanelLookTest, ShowsTheSelectedRowInTheAccentColor)
     EXPECT_TRUE(isColor(picture.at(rowFrame(1).left() + 4, rowFrame(1).center().y()), well()));
 }
 
-TEST_F(ApplicationPanelLookTest, LightsTheRowUnderThePointer)
+TEST_F(ApplicationPanelLookTest, HighlightsTheHoveredRow)
 {
     open();
     Input::moveTo(*panel, placeOf(2));
@@ -154,7 +154,7 @@ TEST_F(ApplicationPanelLookTest, LightsTheRowUnderThePointer)
     EXPECT_TRUE(isColor(edge(1), well()));
 }
 
-TEST_F(ApplicationPanelLookTest, IsReadableWhereverItHasText)
+TEST_F(ApplicationPanelLookTest, HasReadableContrast)
 {
     open();
     press(Qt::Key_Down);
@@ -169,7 +169,7 @@ TEST_F(ApplicationPanelLookTest, IsReadableWhereverItHasText)
     EXPECT_GT(contrast(take().strongestInkIn(middle, well()), well()), 4.5);
 }
 
-TEST_F(ApplicationPanelLookTest, ShowsItsNoteInTheMiddleOfTheEmptyList)
+TEST_F(ApplicationPanelLookTest, CentersTheNoteInAnEmptyList)
 {
     workspace.applications.clear();
     open();
@@ -180,7 +180,7 @@ TEST_F(ApplicationPanelLookTest, ShowsItsNoteInTheMiddleOfTheEmptyList)
     EXPECT_GT(note.width(), 80);
 }
 
-TEST_F(ApplicationPanelLookTest, KeepsRowsAndScrollBarApart)
+TEST_F(ApplicationPanelLookTest, KeepsRowsClearOfTheScrollBar)
 {
     open();
     EXPECT_EQ(list().verticalScrollBar()->maximum(), 0);
@@ -200,7 +200,7 @@ TEST_F(ApplicationPanelLookTest, KeepsRowsAndScrollBarApart)
     EXPECT_LT(take().inkIn(barFrame, well()).height(), list().height() / 2.0);
 }
 
-TEST_F(ApplicationPanelLookTest, ShowsWhereTheKeyboardIs)
+TEST_F(ApplicationPanelLookTest, ShowsTheFocus)
 {
     open();
     press(Qt::Key_Down);
@@ -220,7 +220,7 @@ TEST_F(ApplicationPanelLookTest, ShowsWhereTheKeyboardIs)
     EXPECT_TRUE(changesIn(edge, Qt::Key_Tab));
 }
 
-TEST_F(ApplicationPanelLookTest, HasAMagnifyingGlassBeforeWhatIsTyped)
+TEST_F(ApplicationPanelLookTest, ShowsAMagnifyingGlassInTheField)
 {
     open();
     const QRectF before(field().x() + 4, field().y() + 4, 20, field().height() - 8);

@@ -28,7 +28,7 @@ protected:
     QWidget *focus() const { return panel->focusWidget(); }
 };
 
-TEST_F(ApplicationPanelTest, HasItsDialogsDecorated)
+TEST_F(ApplicationPanelTest, DecoratesItsDialogs)
 {
     open();
     EXPECT_EQ(decorated, std::vector<QDialog *> { panel });
@@ -37,7 +37,7 @@ TEST_F(ApplicationPanelTest, HasItsDialogsDecorated)
     EXPECT_EQ(decorated, (std::vector<QDialog *> { panel, fileDialog() }));
 }
 
-TEST_F(ApplicationPanelTest, IsAnOrdinaryWindowUnderItsTitle)
+TEST_F(ApplicationPanelTest, IsAResizableWindowWithItsTitle)
 {
     open();
     EXPECT_EQ(panel->windowTitle().toStdString(), "Choose an Application");
@@ -49,7 +49,7 @@ TEST_F(ApplicationPanelTest, IsAnOrdinaryWindowUnderItsTitle)
     EXPECT_GT(panel->maximumHeight(), 2000);
 }
 
-TEST_F(ApplicationPanelTest, HasTheSearchAboveTheListAboveTheButtons)
+TEST_F(ApplicationPanelTest, StacksSearchListAndButtons)
 {
     open();
     const auto place = [this](const QWidget &widget) {
@@ -68,7 +68,7 @@ TEST_F(ApplicationPanelTest, HasTheSearchAboveTheListAboveTheButtons)
     EXPECT_EQ(add.right(), place(list()).right());
 }
 
-TEST_F(ApplicationPanelTest, GivesTheListAllTheRoomThereIs)
+TEST_F(ApplicationPanelTest, GivesSpareSpaceToTheList)
 {
     open();
     const QSize before = list().size();
@@ -80,7 +80,7 @@ TEST_F(ApplicationPanelTest, GivesTheListAllTheRoomThereIs)
     EXPECT_EQ(before - list().size(), QSize(100, 180));
 }
 
-TEST_F(ApplicationPanelTest, IsThereBeforeTheApplicationsAre)
+TEST_F(ApplicationPanelTest, OpensBeforeTheApplicationsAreListed)
 {
     openEmpty();
     EXPECT_EQ(workspace.listings.size(), 1U);
@@ -91,7 +91,7 @@ TEST_F(ApplicationPanelTest, IsThereBeforeTheApplicationsAre)
     EXPECT_EQ(note(), "");
 }
 
-TEST_F(ApplicationPanelTest, SaysThatItIsLoadingOnlyAfterAMoment)
+TEST_F(ApplicationPanelTest, ShowsLoadingOnlyAfterADelay)
 {
     openEmpty();
     EXPECT_EQ(note(), "");
@@ -100,7 +100,7 @@ TEST_F(ApplicationPanelTest, SaysThatItIsLoadingOnlyAfterAMoment)
     EXPECT_EQ(note(), "");
 }
 
-TEST_F(ApplicationPanelTest, SaysThatThereAreNone)
+TEST_F(ApplicationPanelTest, SaysWhenThereAreNoApplications)
 {
     workspace.applications.clear();
     open();
@@ -109,7 +109,7 @@ TEST_F(ApplicationPanelTest, SaysThatThereAreNone)
     EXPECT_EQ(note(), "No applications found");
 }
 
-TEST_F(ApplicationPanelTest, SaysThatNoneIsFoundUntilOneIs)
+TEST_F(ApplicationPanelTest, SaysWhenNothingMatches)
 {
     open();
     type("calx");
@@ -124,7 +124,7 @@ TEST_F(ApplicationPanelTest, SaysThatNoneIsFoundUntilOneIs)
     EXPECT_EQ(selectedName(), "Calculator");
 }
 
-TEST_F(ApplicationPanelTest, SearchesFromTheFirstKeyOn)
+TEST_F(ApplicationPanelTest, SearchesFromTheFirstKey)
 {
     open();
     EXPECT_TRUE(field().hasFocus());
@@ -137,7 +137,7 @@ TEST_F(ApplicationPanelTest, SearchesFromTheFirstKeyOn)
     EXPECT_EQ(shownNames(), Names { "Tables" });
 }
 
-TEST_F(ApplicationPanelTest, SearchesForWhatWasTypedBeforeTheListCame)
+TEST_F(ApplicationPanelTest, AppliesASearchTypedBeforeTheListArrives)
 {
     openEmpty();
     type("cal");
@@ -147,7 +147,7 @@ TEST_F(ApplicationPanelTest, SearchesForWhatWasTypedBeforeTheListCame)
     EXPECT_EQ(selectedName(), "Calculator");
 }
 
-TEST_F(ApplicationPanelTest, SelectsTheFirstMatchWhileSomethingIsTyped)
+TEST_F(ApplicationPanelTest, SelectsTheFirstMatchOfASearch)
 {
     open();
     EXPECT_EQ(selectedName(), "");
@@ -162,7 +162,7 @@ TEST_F(ApplicationPanelTest, SelectsTheFirstMatchWhileSomethingIsTyped)
     EXPECT_EQ(selectedName(), "");
 }
 
-TEST_F(ApplicationPanelTest, ShowsTheBestMatchesFromTheTop)
+TEST_F(ApplicationPanelTest, ScrollsToTheTopOnEachSearch)
 {
     install(500);
     open();
@@ -180,7 +180,7 @@ TEST_F(ApplicationPanelTest, ShowsTheBestMatchesFromTheTop)
     EXPECT_EQ(list().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(ApplicationPanelTest, AddsOnlyWhatIsSelected)
+TEST_F(ApplicationPanelTest, AddsOnlyASelectedApplication)
 {
     open();
     EXPECT_FALSE(button("Add Launcher").isEnabled());
@@ -194,7 +194,7 @@ TEST_F(ApplicationPanelTest, AddsOnlyWhatIsSelected)
     expectToEndWith("/apps/mail.desktop");
 }
 
-TEST_F(ApplicationPanelTest, MovesTheSelectionWhileTheFieldKeepsTheKeyboard)
+TEST_F(ApplicationPanelTest, ArrowKeysMoveTheSelectionFromTheField)
 {
     open();
     press(Qt::Key_Down);
@@ -208,7 +208,7 @@ TEST_F(ApplicationPanelTest, MovesTheSelectionWhileTheFieldKeepsTheKeyboard)
     EXPECT_TRUE(button("Add Launcher").isEnabled());
 }
 
-TEST_F(ApplicationPanelTest, StaysAtTheEndsOfTheList)
+TEST_F(ApplicationPanelTest, SelectionStopsAtBothEnds)
 {
     open();
     for (int count = 0; count < 7; ++count)
@@ -219,7 +219,7 @@ TEST_F(ApplicationPanelTest, StaysAtTheEndsOfTheList)
     EXPECT_EQ(selectedName(), "Calculator");
 }
 
-TEST_F(ApplicationPanelTest, BearsItsKeysWhileTheListIsEmpty)
+TEST_F(ApplicationPanelTest, IgnoresKeysWhileTheListIsEmpty)
 {
     openEmpty();
     for (const auto key : { Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown })
@@ -229,7 +229,7 @@ TEST_F(ApplicationPanelTest, BearsItsKeysWhileTheListIsEmpty)
     expectToGoOn();
 }
 
-TEST_F(ApplicationPanelTest, MovesByPages)
+TEST_F(ApplicationPanelTest, PageKeysMoveTheSelectionByPages)
 {
     install(500);
     open();
@@ -247,7 +247,7 @@ TEST_F(ApplicationPanelTest, MovesByPages)
     EXPECT_EQ(selectedName(), "Application 0");
 }
 
-TEST_F(ApplicationPanelTest, LeavesHomeAndEndToTheField)
+TEST_F(ApplicationPanelTest, HomeAndEndMoveTheTextCursor)
 {
     open();
     type("cal");
@@ -269,7 +269,7 @@ TEST_F(ApplicationPanelTest, ChoosesOnReturn)
     expectToEndWith("/apps/cal.desktop");
 }
 
-TEST_F(ApplicationPanelTest, ChoosesOnTheOtherReturn)
+TEST_F(ApplicationPanelTest, ChoosesOnKeypadEnter)
 {
     open();
     type("mail");
@@ -284,7 +284,7 @@ TEST_F(ApplicationPanelTest, ChoosesOnADoubleClick)
     expectToEndWith("/apps/tables.desktop");
 }
 
-TEST_F(ApplicationPanelTest, ChoosesNothingByADoubleClickBelowTheRows)
+TEST_F(ApplicationPanelTest, IgnoresADoubleClickBelowTheRows)
 {
     open();
     clickRow(1);
@@ -292,7 +292,7 @@ TEST_F(ApplicationPanelTest, ChoosesNothingByADoubleClickBelowTheRows)
     expectToGoOn();
 }
 
-TEST_F(ApplicationPanelTest, KeepsTheKeyboardInTheFieldWhenARowIsClicked)
+TEST_F(ApplicationPanelTest, ClickingARowKeepsTheFocusInTheField)
 {
     open();
     clickRow(1);
@@ -326,7 +326,7 @@ TEST_F(ApplicationPanelTest, IsCancelledByClosingTheWindow)
     expectToEndWith(std::nullopt);
 }
 
-TEST_F(ApplicationPanelTest, AnswersAlsoWhenItIsDestroyed)
+TEST_F(ApplicationPanelTest, AnswersWhenDestroyed)
 {
     open();
     clickRow(1);
@@ -334,7 +334,7 @@ TEST_F(ApplicationPanelTest, AnswersAlsoWhenItIsDestroyed)
     EXPECT_EQ(answers, Answers { std::nullopt });
 }
 
-TEST_F(ApplicationPanelTest, AnswersOnceHoweverOftenItIsEnded)
+TEST_F(ApplicationPanelTest, AnswersOnlyOnce)
 {
     open();
     panel->reject();
@@ -344,7 +344,7 @@ TEST_F(ApplicationPanelTest, AnswersOnceHoweverOftenItIsEnded)
     EXPECT_EQ(answers, Answers { std::nullopt });
 }
 
-TEST_F(ApplicationPanelTest, MayGoBeforeTheApplicationsCome)
+TEST_F(ApplicationPanelTest, CanCloseBeforeTheApplicationsArrive)
 {
     openEmpty();
     press(Qt::Key_Escape);
@@ -353,7 +353,7 @@ TEST_F(ApplicationPanelTest, MayGoBeforeTheApplicationsCome)
     EXPECT_EQ(answers.size(), 1U);
 }
 
-TEST_F(ApplicationPanelTest, HandsPathsOutAsTheyCame)
+TEST_F(ApplicationPanelTest, KeepsPathsUnchanged)
 {
     workspace.applications = { { "/apps/\u00DCbung \u2603.desktop", "One", "", "" } };
     open();
@@ -362,7 +362,7 @@ TEST_F(ApplicationPanelTest, HandsPathsOutAsTheyCame)
     expectToEndWith("/apps/\u00DCbung \u2603.desktop");
 }
 
-TEST_F(ApplicationPanelTest, LeadsTheKeyboardAroundByTab)
+TEST_F(ApplicationPanelTest, TabVisitsEveryControl)
 {
     open();
     press(Qt::Key_Down); // with nothing selected there is nothing to add
@@ -380,7 +380,7 @@ TEST_F(ApplicationPanelTest, LeadsTheKeyboardAroundByTab)
     EXPECT_EQ(focus(), &field());
 }
 
-TEST_F(ApplicationPanelTest, ObeysTheListsKeysWhileThatHasTheKeyboard)
+TEST_F(ApplicationPanelTest, ListKeysWorkWhileTheListHasFocus)
 {
     open();
     press(Qt::Key_Tab);
@@ -398,7 +398,7 @@ TEST_F(ApplicationPanelTest, ObeysTheListsKeysWhileThatHasTheKeyboard)
     expectToEndWith("/apps/cal.desktop");
 }
 
-TEST_F(ApplicationPanelTest, GoesOnSearchingWhenLettersAreTypedIntoTheList)
+TEST_F(ApplicationPanelTest, TypingInTheListContinuesTheSearch)
 {
     open();
     type("ca");
@@ -410,7 +410,7 @@ TEST_F(ApplicationPanelTest, GoesOnSearchingWhenLettersAreTypedIntoTheList)
     EXPECT_EQ(field().text().toStdString(), "cale m");
 }
 
-TEST_F(ApplicationPanelTest, LetsReturnPressTheButtonThatHasTheKeyboard)
+TEST_F(ApplicationPanelTest, ReturnPressesTheFocusedButton)
 {
     open();
     type("cal");
@@ -419,7 +419,7 @@ TEST_F(ApplicationPanelTest, LetsReturnPressTheButtonThatHasTheKeyboard)
     expectToEndWith(std::nullopt);
 }
 
-TEST_F(ApplicationPanelTest, KeepsShortNotesOfEndlessTexts)
+TEST_F(ApplicationPanelTest, ShortensVeryLongTexts)
 {
     const std::string endless(1'000'000, 'x');
     workspace.applications = { { "/apps/x.desktop", "a\nb" + endless, endless, endless } };
@@ -432,7 +432,7 @@ TEST_F(ApplicationPanelTest, KeepsShortNotesOfEndlessTexts)
     expectToEndWith("/apps/x.desktop");
 }
 
-TEST_F(ApplicationPanelTest, KeepsTheDirectionOfTexts)
+TEST_F(ApplicationPanelTest, RemovesDirectionAndControlCharacters)
 {
     workspace.applications = { { "/apps/x.desktop", "a\u202eb", "c\u2066d\x1b", "" } };
     open();
@@ -441,7 +441,7 @@ TEST_F(ApplicationPanelTest, KeepsTheDirectionOfTexts)
     EXPECT_EQ(comment.toString().toStdString(), "c d ");
 }
 
-TEST_F(ApplicationPanelTest, NamesItsPartsForThoseWhoCannotSee)
+TEST_F(ApplicationPanelTest, NamesItsControlsForAssistiveTechnology)
 {
     open();
     EXPECT_EQ(Input::role(*panel), QAccessible::Dialog);
@@ -454,7 +454,7 @@ TEST_F(ApplicationPanelTest, NamesItsPartsForThoseWhoCannotSee)
         EXPECT_EQ(Input::role(button(name)), QAccessible::Button);
 }
 
-TEST_F(ApplicationPanelTest, SaysNameAndCommentOfEachRow)
+TEST_F(ApplicationPanelTest, ExposesNameAndCommentOfEachRow)
 {
     open();
     auto *const rows = QAccessible::queryAccessibleInterface(&list());

@@ -33,7 +33,7 @@ const std::vector<Application> Few {
     application("Viewer of Images"),
 };
 
-TEST(ApplicationSearchTest, FindsEverythingInItsOrderWhileNothingIsTyped)
+TEST(ApplicationSearchTest, EmptySearchFindsEverythingInOrder)
 {
     const Names all { "Abacus", "Calculator", "Image Viewer", "Office Calculator",
                       "Viewer of Images" };
@@ -41,14 +41,14 @@ TEST(ApplicationSearchTest, FindsEverythingInItsOrderWhileNothingIsTyped)
     EXPECT_EQ(find(Few, " \t "), all);
 }
 
-TEST(ApplicationSearchTest, FindsNothingWhereNothingFits)
+TEST(ApplicationSearchTest, FindsNothingWithoutAMatch)
 {
     EXPECT_EQ(find(Few, "spreadsheet"), Names());
     EXPECT_EQ(find({}, "calc"), Names());
     EXPECT_EQ(find({}, ""), Names());
 }
 
-TEST(ApplicationSearchTest, LooksIntoNamesCommentsAndKeywords)
+TEST(ApplicationSearchTest, SearchesNamesCommentsAndKeywords)
 {
     EXPECT_EQ(find(Few, "abac"), Names { "Abacus" });
     EXPECT_EQ(find(Few, "beads"), Names { "Abacus" });
@@ -56,14 +56,14 @@ TEST(ApplicationSearchTest, LooksIntoNamesCommentsAndKeywords)
     EXPECT_EQ(find(Few, "iewe"), (Names { "Image Viewer", "Viewer of Images" }));
 }
 
-TEST(ApplicationSearchTest, WantsEveryWordWhereverItIs)
+TEST(ApplicationSearchTest, RequiresEveryWordInAnyField)
 {
     EXPECT_EQ(find(Few, "sums abacus"), Names { "Abacus" });
     EXPECT_EQ(find(Few, "  viewer\tphoto  "), Names { "Image Viewer" });
     EXPECT_EQ(find(Few, "viewer sums"), Names());
 }
 
-TEST(ApplicationSearchTest, FindsNoWordAcrossTwoTexts)
+TEST(ApplicationSearchTest, DoesNotMatchAcrossFields)
 {
     const std::vector<Application> apart { application("Note", "Book", "Shelf") };
     EXPECT_EQ(find(apart, "notebook"), Names());
@@ -71,13 +71,13 @@ TEST(ApplicationSearchTest, FindsNoWordAcrossTwoTexts)
     EXPECT_EQ(find(apart, "ote ook elf"), Names { "Note" });
 }
 
-TEST(ApplicationSearchTest, PutsNamesThatBeginSoFirstThenWordsOfNamesThenTheRest)
+TEST(ApplicationSearchTest, RanksNamePrefixThenWordPrefixThenRest)
 {
     EXPECT_EQ(find(Few, "calc"), (Names { "Calculator", "Office Calculator", "Abacus" }));
     EXPECT_EQ(find(Few, "viewer"), (Names { "Viewer of Images", "Image Viewer" }));
 }
 
-TEST(ApplicationSearchTest, KeepsTheGivenOrderAmongThoseThatFitAlike)
+TEST(ApplicationSearchTest, KeepsTheGivenOrderWithinARank)
 {
     const std::vector<Application> alike { application("Map B"), application("Map A"),
                                            application("Atlas", "map"), application("Globe", "map"),
@@ -95,7 +95,7 @@ TEST(ApplicationSearchTest, RanksSeveralWordsLikeOne)
               (Names { "Text Editor", "Editor for Text", "Plain Editor", "Context Editor" }));
 }
 
-TEST(ApplicationSearchTest, KnowsWhereWordsBegin)
+TEST(ApplicationSearchTest, RecognizesWordStarts)
 {
     const std::vector<Application> words { application("Scan"), application("My-can"),
                                            application("(Can)"), application("4can"),
@@ -103,7 +103,7 @@ TEST(ApplicationSearchTest, KnowsWhereWordsBegin)
     EXPECT_EQ(find(words, "can"), (Names { "My-can", "(Can)", "Toucan Can", "Scan", "4can" }));
 }
 
-TEST(ApplicationSearchTest, MakesNoDifferenceBetweenUpperAndLowerCase)
+TEST(ApplicationSearchTest, IgnoresCase)
 {
     EXPECT_EQ(find(Few, "ABACUS"), Names { "Abacus" });
     EXPECT_EQ(find({ application("\u0416\u0423\u041A") }, "\u0436\u0443\u043A").size(), 1U);
@@ -112,7 +112,7 @@ TEST(ApplicationSearchTest, MakesNoDifferenceBetweenUpperAndLowerCase)
               1U);
 }
 
-TEST(ApplicationSearchTest, MakesNoDifferenceBetweenLettersWithAndWithoutAccents)
+TEST(ApplicationSearchTest, IgnoresAccents)
 {
     struct Case {
         const char *name;
@@ -128,13 +128,13 @@ TEST(ApplicationSearchTest, MakesNoDifferenceBetweenLettersWithAndWithoutAccents
         EXPECT_EQ(find({ application(name) }, typed), Names { name }) << typed;
 }
 
-TEST(ApplicationSearchTest, KeepsVowelSignsApartThatAreNoAccents)
+TEST(ApplicationSearchTest, DistinguishesVowelSigns)
 {
     EXPECT_EQ(find({ application("\u0915\u093F\u0924\u093E\u092C") }, "\u0915\u0924"), Names());
     EXPECT_EQ(find({ application("\u0915\u093F\u0924\u093E\u092C") }, "\u0915\u093F").size(), 1U);
 }
 
-TEST(ApplicationSearchTest, TakesSignsForWhatTheyAre)
+TEST(ApplicationSearchTest, MatchesPunctuationLiterally)
 {
     const std::vector<Application> signs { application("C++ Studio"), application("C Studio"),
                                            application("100% .*") };
@@ -143,7 +143,7 @@ TEST(ApplicationSearchTest, TakesSignsForWhatTheyAre)
     EXPECT_EQ(find(signs, "%"), Names { "100% .*" });
 }
 
-TEST(ApplicationSearchTest, BearsTextsThatAreLongOrBroken)
+TEST(ApplicationSearchTest, HandlesLongAndInvalidTexts)
 {
     const std::string longName(1'000'000, 'a');
     EXPECT_EQ(find({ application(longName), application("\xFF\xC3") }, "aa"), Names { longName });

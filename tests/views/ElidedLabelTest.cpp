@@ -44,7 +44,7 @@ protected:
     std::optional<ElidedLabel> label;
 };
 
-TEST_F(ElidedLabelTest, ShowsAShortTextWhole)
+TEST_F(ElidedLabelTest, ShowsAShortTextUnchanged)
 {
     for (const auto mode : { Qt::ElideRight, Qt::ElideMiddle }) {
         show(mode, QStringLiteral("short"));
@@ -52,7 +52,7 @@ TEST_F(ElidedLabelTest, ShowsAShortTextWhole)
     }
 }
 
-TEST_F(ElidedLabelTest, CutsALongTextWhereItsModeSays)
+TEST_F(ElidedLabelTest, ElidesByItsMode)
 {
     const auto text = QStringLiteral("the beginning, the middle and the end");
     const QFontMetrics metrics(font);
@@ -72,7 +72,7 @@ TEST_F(ElidedLabelTest, ShowsMoreWhenItGrows)
     EXPECT_TRUE(shows(text));
 }
 
-TEST_F(ElidedLabelTest, TakesTextsByTheLetter)
+TEST_F(ElidedLabelTest, ShowsMarkupAsPlainText)
 {
     for (const auto *const text : { "a &b", "<b>b</b>" }) {
         show(Qt::ElideRight, QString::fromUtf8(text));
@@ -80,7 +80,7 @@ TEST_F(ElidedLabelTest, TakesTextsByTheLetter)
     }
 }
 
-TEST_F(ElidedLabelTest, IsReadOutWhole)
+TEST_F(ElidedLabelTest, ExposesTheFullTextAsAccessibleName)
 {
     const auto text = QStringLiteral("the beginning, the middle and the end");
     show(Qt::ElideMiddle, text);

@@ -58,7 +58,7 @@ private:
     ProcessorTime m_spent;
 };
 
-TEST_F(ExtremeLibrariesTest, TenThousandTabsAreShownSelectedAndDeleted)
+TEST_F(ExtremeLibrariesTest, ShowsSelectsAndDeletesTenThousandTabs)
 {
     std::vector<PromptTab> tabs;
     for (int number = 0; number < 10'000; ++number)
@@ -80,7 +80,7 @@ TEST_F(ExtremeLibrariesTest, TenThousandTabsAreShownSelectedAndDeleted)
     EXPECT_TRUE(savedDocument() == documentOf(store()));
 }
 
-TEST_F(ExtremeLibrariesTest, AMegabyteOfTabNameIsShownAndRenamed)
+TEST_F(ExtremeLibrariesTest, RenamesATabWithAOneMegabyteName)
 {
     const std::string name(1'000'000, 'W');
     openView({ tabOf(name), tabOf("Other") });
@@ -96,7 +96,7 @@ TEST_F(ExtremeLibrariesTest, AMegabyteOfTabNameIsShownAndRenamed)
     EXPECT_TRUE(store().tabs().get().front().name == name + "x");
 }
 
-TEST_F(ExtremeLibrariesTest, TabNamesOfAnyCharactersAreShownAndStayWhole)
+TEST_F(ExtremeLibrariesTest, KeepsTabNamesOfAnyCharacters)
 {
     const Texts names { "\u05E9\u05DC\u05D5\u05DD \u0633\u0644\u0627\u0645",
                         "\u202Eturned",
@@ -131,7 +131,7 @@ TEST_F(ExtremeLibrariesTest, AMegabyteOfWordsOnOneLineIsShownTypedIntoAndSaved)
     expectShownTypedAndSaved(repeated("words ", 1'000'000));
 }
 
-TEST_F(ExtremeLibrariesTest, AMegabyteWithoutABlankIsShownTypedIntoAndSaved)
+TEST_F(ExtremeLibrariesTest, WrapsAMegabyteWithoutSpaces)
 {
     expectShownTypedAndSaved(repeated("VGhpcyBpcyBhbiBpbWFnZQ", 1'000'000));
     EXPECT_GT(editor(0).verticalScrollBar()->maximum(), 1000) << "it is wrapped all the same";
@@ -142,7 +142,7 @@ TEST_F(ExtremeLibrariesTest, AMegabyteOfNoBreakSpacesIsShownTypedIntoAndSaved)
     expectShownTypedAndSaved(repeated("a\u00A0", 1'000'000));
 }
 
-TEST_F(ExtremeLibrariesTest, AMegabyteWithoutABlankIsPastedAndUndoneAndRedone)
+TEST_F(ExtremeLibrariesTest, PastesUndoesAndRedoesAMegabyteWithoutSpaces)
 {
     const std::string pasted(1'000'000, 'x');
     openView(Texts { "before " });
@@ -159,7 +159,7 @@ TEST_F(ExtremeLibrariesTest, AMegabyteWithoutABlankIsPastedAndUndoneAndRedone)
     EXPECT_TRUE(text() == "before " + pasted);
 }
 
-TEST_F(ExtremeLibrariesTest, AMegabyteWithoutABlankTakesAnothersPlaceFromOutside)
+TEST_F(ExtremeLibrariesTest, ShowsAnExternalMegabyteWithoutSpaces)
 {
     const std::string text(1'000'000, 'x');
     openView(Texts { "before" });

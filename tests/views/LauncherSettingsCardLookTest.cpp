@@ -64,7 +64,7 @@ TEST_F(LauncherSettingsCardLookTest, DimsTheWholePanel)
         EXPECT_TRUE(isColor(seen.at(place.x(), place.y()), dimmed()));
 }
 
-TEST_F(LauncherSettingsCardLookTest, IsAtMostThreeHundredAndSixtyWideInTheMiddle)
+TEST_F(LauncherSettingsCardLookTest, IsCenteredAnd360PointsWide)
 {
     for (const QSize size : { QSize(430, 650), QSize(390, 420), QSize(900, 900) }) {
         panel.resize(size);
@@ -77,7 +77,7 @@ TEST_F(LauncherSettingsCardLookTest, IsAtMostThreeHundredAndSixtyWideInTheMiddle
     }
 }
 
-TEST_F(LauncherSettingsCardLookTest, ShrinksInASmallerPanelWithItsListOnly)
+TEST_F(LauncherSettingsCardLookTest, ShrinksOnlyItsListInASmallPanel)
 {
     openCard();
     const int listTop = placeOf(list()).top() - body().top();
@@ -91,7 +91,7 @@ TEST_F(LauncherSettingsCardLookTest, ShrinksInASmallerPanelWithItsListOnly)
     EXPECT_EQ(list().content()->height(), whole - listTop - 16);
 }
 
-TEST_F(LauncherSettingsCardLookTest, KeepsWithinTheMarginsOfItsPanel)
+TEST_F(LauncherSettingsCardLookTest, StaysInsideThePanelMargins)
 {
     panel.resize(390, 420);
     openCard();
@@ -117,7 +117,7 @@ TEST_F(LauncherSettingsCardLookTest, IsFilledAndStroked)
     EXPECT_TRUE(isColor(onGround.at(body().left() + 8, middle), over(Fill, dimmed()), 1));
 }
 
-TEST_F(LauncherSettingsCardLookTest, HasCornersOfRadiusTwenty)
+TEST_F(LauncherSettingsCardLookTest, HasCornerRadius20)
 {
     openCard();
     const Picture seen = picture();
@@ -155,7 +155,7 @@ TEST_F(LauncherSettingsCardLookTest, CastsAShadowDownwards)
     EXPECT_NEAR(darknessAt(middle, body().bottom() + 1 + 16 + 15), dimmedWhite * 0.6 * 0.159, 3);
 }
 
-TEST_F(LauncherSettingsCardLookTest, HasTheCloseButtonEightFromItsTopRightCorner)
+TEST_F(LauncherSettingsCardLookTest, PlacesCloseButton8PointsFromTopRightCorner)
 {
     openCard();
     const QRect place = placeOf(closeButton());
@@ -175,7 +175,7 @@ TEST_F(LauncherSettingsCardLookTest, HasTheCloseButtonEightFromItsTopRightCorner
     EXPECT_TRUE(isColor(seen.strongestInkIn(place, cardFill()), over(Secondary, cardFill()), 16));
 }
 
-TEST_F(LauncherSettingsCardLookTest, HasAHeaderOfASymbolAndTwoTexts)
+TEST_F(LauncherSettingsCardLookTest, ShowsASymbolATitleAndANote)
 {
     openCard();
     const auto &symbol = *card->findChild<SymbolView *>();
@@ -213,7 +213,7 @@ TEST_F(LauncherSettingsCardLookTest, HasAHeaderOfASymbolAndTwoTexts)
     EXPECT_EQ(placeOf(list()).top() - placeOf(note).bottom() - 1, 12);
 }
 
-TEST_F(LauncherSettingsCardLookTest, SpacesItsEditorsByEight)
+TEST_F(LauncherSettingsCardLookTest, SpacesItsEditorsBy8Points)
 {
     openCard();
     int bottom = placeOf(list()).top() - 8 - 1;
@@ -227,7 +227,7 @@ TEST_F(LauncherSettingsCardLookTest, SpacesItsEditorsByEight)
     EXPECT_EQ(bottom, body().bottom() - 16);
 }
 
-TEST_F(LauncherSettingsCardLookTest, ShowsHowFarItIsScrolled)
+TEST_F(LauncherSettingsCardLookTest, ShowsTheScrollPosition)
 {
     panel.resize(390, 420);
     openCard();
@@ -268,7 +268,7 @@ TEST_F(LauncherSettingsCardLookTest, FillsAndStrokesItsEditors)
                         over(SrgbColor::white(0.09), editorFill()), 1));
 }
 
-TEST_F(LauncherSettingsCardLookTest, LaysAnEditorOutInTwoRows)
+TEST_F(LauncherSettingsCardLookTest, LaysOutAnEditorInTwoRows)
 {
     store().setWebsite("example.com", 0);
     openCard();
@@ -302,7 +302,7 @@ TEST_F(LauncherSettingsCardLookTest, LaysAnEditorOutInTwoRows)
     EXPECT_EQ(placeIn(editor(1), parts(1).label(0)).right(), first.width() - 9 - 1);
 }
 
-TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfFieldAndButtonsAtOneHeight)
+TEST_F(LauncherSettingsCardLookTest, AlignsTheTextsOfFieldAndButtons)
 {
     openCard();
     const auto shown = parts(0);
@@ -320,7 +320,7 @@ TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfFieldAndButtonsAtOneHeight)
     EXPECT_EQ(field.bottom(), button.bottom());
 }
 
-TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfAnEditorInTheirSizesAndColors)
+TEST_F(LauncherSettingsCardLookTest, SetsFontAndColorOfEachEditorText)
 {
     openCard();
     parts(0).submit("ftp://example.com");
@@ -355,7 +355,7 @@ TEST_F(LauncherSettingsCardLookTest, WritesTheTextsOfAnEditorInTheirSizesAndColo
     EXPECT_LE(seen.inkIn(seen.rect(), Qt::black).left(), 2);
 }
 
-TEST_F(LauncherSettingsCardLookTest, CutsNamesAtTheirEndAndAddressesInTheMiddle)
+TEST_F(LauncherSettingsCardLookTest, ElidesNamesAtTheEndAndAddressesInTheMiddle)
 {
     const std::string host = "a-very-long-name-of-a-host-that-no-row-has-room-for.example.com";
     store().setWebsite(host + "/a/path", 0);
@@ -376,7 +376,7 @@ TEST_F(LauncherSettingsCardLookTest, CutsNamesAtTheirEndAndAddressesInTheMiddle)
     }
 }
 
-TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotsNumberOnACircle)
+TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotNumberOnACircle)
 {
     openCard();
     for (const int slot : { 0, 4 }) {
@@ -396,7 +396,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotsNumberOnACircle)
     }
 }
 
-TEST_F(LauncherSettingsCardLookTest, ShowsASymbolWhereThereIsNoPicture)
+TEST_F(LauncherSettingsCardLookTest, ShowsASymbolWithoutAnIcon)
 {
     store().setWebsite("example.com", 0);
     fillWithApplication(1);
@@ -414,7 +414,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsASymbolWhereThereIsNoPicture)
     }
 }
 
-TEST_F(LauncherSettingsCardLookTest, ShowsAPictureInTheWholeOfItsFrame)
+TEST_F(LauncherSettingsCardLookTest, FillsTheFrameWithTheIcon)
 {
     machine.workspace.icon = PictureBytes::filled(256, 256, Qt::green);
     fillWithApplication(0);
@@ -429,7 +429,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsAPictureInTheWholeOfItsFrame)
     EXPECT_EQ(seen.inkIn(around, editorFill()), QRectF(frame));
 }
 
-TEST_F(LauncherSettingsCardLookTest, ShowsPicturesInTheScreensFullDetail)
+TEST_F(LauncherSettingsCardLookTest, ShowsIconsAtDevicePixelResolution)
 {
     // Fine stripes: only as many points as the screen has in the frame can show them.
     const int side = 22 * static_cast<int>(panel.devicePixelRatio());

@@ -61,7 +61,7 @@ protected:
     }
 };
 
-TEST_F(LauncherSettingsCardTest, HasFiveEditorsNumberedOneToFive)
+TEST_F(LauncherSettingsCardTest, HasFiveNumberedEditors)
 {
     for (const auto *const bytes :
          { "[]", "[null, null, null, null, null, null, null]", "broken" }) {
@@ -77,7 +77,7 @@ TEST_F(LauncherSettingsCardTest, HasFiveEditorsNumberedOneToFive)
     }
 }
 
-TEST_F(LauncherSettingsCardTest, OpensWithWhatTheSlotsHold)
+TEST_F(LauncherSettingsCardTest, ShowsTheContentOfTheSlots)
 {
     store().setWebsite("https://example.com", 2);
     openCard();
@@ -89,7 +89,7 @@ TEST_F(LauncherSettingsCardTest, OpensWithWhatTheSlotsHold)
     }
 }
 
-TEST_F(LauncherSettingsCardTest, FillsTheSlotOfTheEditorThatIsUsed)
+TEST_F(LauncherSettingsCardTest, EachEditorFillsItsSlot)
 {
     openCard();
     for (int slot = 0; slot < 5; ++slot) {
@@ -110,7 +110,7 @@ TEST_F(LauncherSettingsCardTest, FillsTheSlotOfTheEditorThatIsUsed)
     EXPECT_TRUE(isSaved());
 }
 
-TEST_F(LauncherSettingsCardTest, BeginsAnewWhenItIsOpenedAgain)
+TEST_F(LauncherSettingsCardTest, ReopeningDiscardsInputAndMessages)
 {
     store().setWebsite("https://example.com", 0);
     openCard();
@@ -122,7 +122,7 @@ TEST_F(LauncherSettingsCardTest, BeginsAnewWhenItIsOpenedAgain)
     EXPECT_EQ(parts(0).urlText(), "https://example.com");
 }
 
-TEST_F(LauncherSettingsCardTest, FollowsTheStoreOnceATurn)
+TEST_F(LauncherSettingsCardTest, RendersOnceForSeveralChanges)
 {
     for (int slot = 0; slot < 5; ++slot)
         fillWithApplication(slot);
@@ -137,7 +137,7 @@ TEST_F(LauncherSettingsCardTest, FollowsTheStoreOnceATurn)
     EXPECT_EQ(machine.workspace.iconsAskedFor.size(), 5U);
 }
 
-TEST_F(LauncherSettingsCardTest, ReadsTheIconsAnewWhenTheSlotsArePublished)
+TEST_F(LauncherSettingsCardTest, ReloadsIconsWhenTheSlotsChange)
 {
     fillAll();
     fillWithApplication(0);
@@ -151,7 +151,7 @@ TEST_F(LauncherSettingsCardTest, ReadsTheIconsAnewWhenTheSlotsArePublished)
     EXPECT_EQ(machine.workspace.iconsAskedFor, std::vector<std::string> { "/apps/editor.desktop" });
 }
 
-TEST_F(LauncherSettingsCardTest, LeavesTheStoreAloneOnceItIsGone)
+TEST_F(LauncherSettingsCardTest, StopsObservingWhenDestroyed)
 {
     fillWithApplication(0);
     openCard();
@@ -162,7 +162,7 @@ TEST_F(LauncherSettingsCardTest, LeavesTheStoreAloneOnceItIsGone)
     EXPECT_TRUE(machine.workspace.iconsAskedFor.empty());
 }
 
-TEST_F(LauncherSettingsCardTest, AsksToBeClosedByItsButtonBesideItAndOnEscape)
+TEST_F(LauncherSettingsCardTest, ClosesByButtonOutsideClickAndEscape)
 {
     openCard();
     Input::click(closeButton());
@@ -177,7 +177,7 @@ TEST_F(LauncherSettingsCardTest, AsksToBeClosedByItsButtonBesideItAndOnEscape)
     EXPECT_EQ(closings, 3);
 }
 
-TEST_F(LauncherSettingsCardTest, IsADialogForThoseWhoCannotSee)
+TEST_F(LauncherSettingsCardTest, HasTheAccessibleRoleOfADialog)
 {
     openCard();
     EXPECT_EQ(Input::role(*card), QAccessible::Dialog);
@@ -186,7 +186,7 @@ TEST_F(LauncherSettingsCardTest, IsADialogForThoseWhoCannotSee)
     EXPECT_TRUE(card->isAncestorOf(QApplication::focusWidget()));
 }
 
-TEST_F(LauncherSettingsCardTest, IsVisitedRowByRow)
+TEST_F(LauncherSettingsCardTest, TabVisitsTheControlsRowByRow)
 {
     store().setWebsite("example.com", 1);
     fillWithApplication(3);
@@ -208,7 +208,7 @@ TEST_F(LauncherSettingsCardTest, IsVisitedRowByRow)
               backwards);
 }
 
-TEST_F(LauncherSettingsCardTest, KeepsTheKeyboardInTheEditorWhoseSlotIsEmptiedMeanwhile)
+TEST_F(LauncherSettingsCardTest, KeepsTheFocusInAnEditorClearedInTheBackground)
 {
     fillAll();
     openCard();
@@ -223,7 +223,7 @@ TEST_F(LauncherSettingsCardTest, KeepsTheKeyboardInTheEditorWhoseSlotIsEmptiedMe
     EXPECT_TRUE(parts(2).chooseButton().hasFocus());
 }
 
-TEST_F(LauncherSettingsCardTest, HasNothingToScrollWhereThereIsRoom)
+TEST_F(LauncherSettingsCardTest, DoesNotScrollWhenEverythingFits)
 {
     openCard();
     EXPECT_EQ(scrollBar().maximum(), 0);
@@ -231,7 +231,7 @@ TEST_F(LauncherSettingsCardTest, HasNothingToScrollWhereThereIsRoom)
         EXPECT_TRUE(isInSight(editor(slot))) << slot;
 }
 
-TEST_F(LauncherSettingsCardTest, ScrollsByTheWheelWhereThereIsNoRoom)
+TEST_F(LauncherSettingsCardTest, ScrollsByTheWheelInASmallPanel)
 {
     openSmallCard();
     EXPECT_GT(scrollBar().maximum(), 0);
@@ -246,7 +246,7 @@ TEST_F(LauncherSettingsCardTest, ScrollsByTheWheelWhereThereIsNoRoom)
     EXPECT_EQ(placeOf(editor(0)).top(), placeOf(list()).top());
 }
 
-TEST_F(LauncherSettingsCardTest, ScrollsByKeysWhereverTheKeyboardIs)
+TEST_F(LauncherSettingsCardTest, ScrollsByKeysWithAnyFocus)
 {
     openSmallCard();
     ASSERT_TRUE(closeButton().hasFocus());
@@ -269,7 +269,7 @@ TEST_F(LauncherSettingsCardTest, ScrollsByKeysWhereverTheKeyboardIs)
     EXPECT_TRUE(parts(0).field().hasFocus());
 }
 
-TEST_F(LauncherSettingsCardTest, ScrollsWhatHasTheKeyboardIntoSight)
+TEST_F(LauncherSettingsCardTest, ScrollsToTheFocusedEditor)
 {
     fillAll();
     openSmallCard();
@@ -283,7 +283,7 @@ TEST_F(LauncherSettingsCardTest, ScrollsWhatHasTheKeyboardIntoSight)
     EXPECT_TRUE(isInSight(editor(0)));
 }
 
-TEST_F(LauncherSettingsCardTest, ScrollsTheMessageIntoSight)
+TEST_F(LauncherSettingsCardTest, ScrollsToTheMessage)
 {
     openSmallCard();
     Input::key(panel, Qt::Key_End);
@@ -293,7 +293,7 @@ TEST_F(LauncherSettingsCardTest, ScrollsTheMessageIntoSight)
     EXPECT_TRUE(parts(4).field().hasFocus());
 }
 
-TEST_F(LauncherSettingsCardTest, ScrollsTheMessageIntoSightWhereverTheKeyboardIs)
+TEST_F(LauncherSettingsCardTest, ScrollsToAMessageOfAnotherEditor)
 {
     openSmallCard();
     Input::key(panel, Qt::Key_End);
@@ -307,7 +307,7 @@ TEST_F(LauncherSettingsCardTest, ScrollsTheMessageIntoSightWhereverTheKeyboardIs
     EXPECT_TRUE(parts(4).field().hasFocus()); // a button takes no keyboard when it is clicked
 }
 
-TEST_F(LauncherSettingsCardTest, LetsTheUserScrollAwayFromTheKeyboard)
+TEST_F(LauncherSettingsCardTest, LetsTheUserScrollAwayFromTheFocus)
 {
     openSmallCard();
     Input::click(parts(0).field());
@@ -321,7 +321,7 @@ TEST_F(LauncherSettingsCardTest, LetsTheUserScrollAwayFromTheKeyboard)
     EXPECT_TRUE(isInSight(editor(4)));
 }
 
-TEST_F(LauncherSettingsCardTest, GrowsByTheMessageWhereThereIsRoom)
+TEST_F(LauncherSettingsCardTest, GrowsByTheHeightOfTheMessage)
 {
     openCard();
     const QRect before = card->cardGeometry();
@@ -337,7 +337,7 @@ TEST_F(LauncherSettingsCardTest, GrowsByTheMessageWhereThereIsRoom)
     EXPECT_EQ(card->cardGeometry(), before);
 }
 
-TEST_F(LauncherSettingsCardTest, GrowsWithinTheFrameThatShowsTheMessage)
+TEST_F(LauncherSettingsCardTest, GrowsInTheFrameThatShowsTheMessage)
 {
     openCard();
     int frames = 0;
@@ -349,7 +349,7 @@ TEST_F(LauncherSettingsCardTest, GrowsWithinTheFrameThatShowsTheMessage)
     EXPECT_TRUE(QTest::qWaitFor([&frames] { return frames > 0; }));
 }
 
-TEST_F(LauncherSettingsCardTest, ScrollsOnceItIsAsTallAsItMayBe)
+TEST_F(LauncherSettingsCardTest, ScrollsAtItsMaximumHeight)
 {
     openCard();
     for (int slot = 0; slot < 5; ++slot) {

@@ -69,7 +69,7 @@ protected:
     RenderScheduler scheduler { machine.mainQueue, [this] { editor->render(); } };
 };
 
-TEST_F(LauncherSlotEditorTest, ShowsTheWebsiteThatItsSlotHolds)
+TEST_F(LauncherSlotEditorTest, ShowsTheWebsiteOfItsSlot)
 {
     const auto parts = openWebsite();
     EXPECT_EQ(parts.title(), "example.com");
@@ -80,7 +80,7 @@ TEST_F(LauncherSlotEditorTest, ShowsTheWebsiteThatItsSlotHolds)
     EXPECT_EQ(parts.message(), "");
 }
 
-TEST_F(LauncherSlotEditorTest, ShowsAnApplicationBesideAnEmptyField)
+TEST_F(LauncherSlotEditorTest, ShowsAnApplicationAndAnEmptyField)
 {
     const auto parts = openApplication();
     EXPECT_EQ(parts.title(), "Editor");
@@ -90,7 +90,7 @@ TEST_F(LauncherSlotEditorTest, ShowsAnApplicationBesideAnEmptyField)
     EXPECT_FALSE(parts.setButton().isEnabled());
 }
 
-TEST_F(LauncherSlotEditorTest, SaysThatItsSlotIsEmpty)
+TEST_F(LauncherSlotEditorTest, ShowsThatItsSlotIsEmpty)
 {
     const auto parts = open();
     EXPECT_EQ(parts.title(), "Empty launcher");
@@ -100,7 +100,7 @@ TEST_F(LauncherSlotEditorTest, SaysThatItsSlotIsEmpty)
     EXPECT_FALSE(parts.clearButton());
 }
 
-TEST_F(LauncherSlotEditorTest, LetsAWebsiteBeSetOnceThereIsText)
+TEST_F(LauncherSlotEditorTest, EnablesSetURLOnceThereIsText)
 {
     const auto parts = open();
     EXPECT_FALSE(parts.setButton().isEnabled());
@@ -116,7 +116,7 @@ TEST_F(LauncherSlotEditorTest, LetsAWebsiteBeSetOnceThereIsText)
     }
 }
 
-TEST_F(LauncherSlotEditorTest, SubmitsBlanksOnReturnAllTheSame)
+TEST_F(LauncherSlotEditorTest, RejectsSpacesOnReturn)
 {
     const auto parts = open();
     Input::click(parts.field());
@@ -127,7 +127,7 @@ TEST_F(LauncherSlotEditorTest, SubmitsBlanksOnReturnAllTheSame)
     EXPECT_FALSE(item(Slot));
 }
 
-TEST_F(LauncherSlotEditorTest, SetsTheWebsiteOnReturnAndByItsButton)
+TEST_F(LauncherSlotEditorTest, SetsTheWebsiteByReturnAndButton)
 {
     const auto parts = open();
     Input::click(parts.field());
@@ -143,7 +143,7 @@ TEST_F(LauncherSlotEditorTest, SetsTheWebsiteOnReturnAndByItsButton)
     EXPECT_TRUE(isSaved());
 }
 
-TEST_F(LauncherSlotEditorTest, ShowsTheAddressAsItWasStored)
+TEST_F(LauncherSlotEditorTest, ShowsTheStoredAddress)
 {
     const auto parts = open();
     parts.submit(" www.example.com ");
@@ -155,7 +155,7 @@ TEST_F(LauncherSlotEditorTest, ShowsTheAddressAsItWasStored)
     EXPECT_TRUE(parts.clearButton());
 }
 
-TEST_F(LauncherSlotEditorTest, RefusesAnotherSchemeAndChangesNothingElse)
+TEST_F(LauncherSlotEditorTest, RejectsOtherSchemesWithoutChangingAnything)
 {
     const auto parts = openWebsite();
     const auto held = item(Slot);
@@ -198,7 +198,7 @@ TEST_F(LauncherSlotEditorTest, KeepsTheMessageUntilTheNextSubmission)
     EXPECT_EQ(parts.message(), EditorParts::InvalidURL);
 }
 
-TEST_F(LauncherSlotEditorTest, EmptiesTheFieldWhenAnApplicationIsChosen)
+TEST_F(LauncherSlotEditorTest, ChoosingAnApplicationClearsTheField)
 {
     const auto parts = openWebsite();
     machine.workspace.names["/apps/editor.desktop"] = { "Editor", "Editor" };
@@ -213,7 +213,7 @@ TEST_F(LauncherSlotEditorTest, EmptiesTheFieldWhenAnApplicationIsChosen)
     EXPECT_FALSE(parts.setButton().isEnabled());
 }
 
-TEST_F(LauncherSlotEditorTest, StaysAsItIsWhenNoApplicationIsChosen)
+TEST_F(LauncherSlotEditorTest, CancellingTheChoiceChangesNothing)
 {
     const auto parts = openWebsite();
     parts.enter("typed");
@@ -237,7 +237,7 @@ TEST_F(LauncherSlotEditorTest, ClearsSlotFieldAndButton)
     EXPECT_TRUE(isSaved());
 }
 
-TEST_F(LauncherSlotEditorTest, KeepsTheFieldWhenTheSlotIsEmptiedElsewhere)
+TEST_F(LauncherSlotEditorTest, KeepsTheFieldWhenTheStoreClearsTheSlot)
 {
     const auto parts = openWebsite();
     store().clear(Slot);
@@ -248,7 +248,7 @@ TEST_F(LauncherSlotEditorTest, KeepsTheFieldWhenTheSlotIsEmptiedElsewhere)
     EXPECT_FALSE(parts.clearButton());
 }
 
-TEST_F(LauncherSlotEditorTest, FollowsAWebsiteThatIsSetElsewhere)
+TEST_F(LauncherSlotEditorTest, ShowsAWebsiteSetInTheStore)
 {
     const auto parts = openWebsite();
     parts.enter("typed");
@@ -258,7 +258,7 @@ TEST_F(LauncherSlotEditorTest, FollowsAWebsiteThatIsSetElsewhere)
     EXPECT_EQ(parts.title(), "example.org");
 }
 
-TEST_F(LauncherSlotEditorTest, FollowsANewLauncherOfTheSameAddress)
+TEST_F(LauncherSlotEditorTest, ShowsANewLauncherWithTheSameAddress)
 {
     const auto parts = openWebsite();
     parts.enter("typed");
@@ -267,7 +267,7 @@ TEST_F(LauncherSlotEditorTest, FollowsANewLauncherOfTheSameAddress)
     EXPECT_EQ(parts.urlText(), "https://example.com");
 }
 
-TEST_F(LauncherSlotEditorTest, KeepsWhatIsBeingTypedWhenOnlyTheIconArrives)
+TEST_F(LauncherSlotEditorTest, KeepsTypedTextWhenTheIconArrives)
 {
     const auto parts = openWebsite();
     parts.enter("typed");
@@ -281,7 +281,7 @@ TEST_F(LauncherSlotEditorTest, KeepsWhatIsBeingTypedWhenOnlyTheIconArrives)
     EXPECT_FALSE(isColor(before.at(45, 22), Qt::green));
 }
 
-TEST_F(LauncherSlotEditorTest, KeepsWhatIsBeingTypedWhenAnotherSlotChanges)
+TEST_F(LauncherSlotEditorTest, KeepsTypedTextWhenAnotherSlotChanges)
 {
     const auto parts = openWebsite();
     parts.enter("typed");
@@ -292,7 +292,7 @@ TEST_F(LauncherSlotEditorTest, KeepsWhatIsBeingTypedWhenAnotherSlotChanges)
     EXPECT_EQ(parts.title(), "example.com");
 }
 
-TEST_F(LauncherSlotEditorTest, ReadsNoIconToPaintItself)
+TEST_F(LauncherSlotEditorTest, PaintingRequestsNoIcon)
 {
     machine.workspace.icon = PictureBytes::filled(64, 64, Qt::blue);
     openApplication();
@@ -302,7 +302,7 @@ TEST_F(LauncherSlotEditorTest, ReadsNoIconToPaintItself)
     EXPECT_EQ(machine.workspace.iconsAskedFor.size(), read);
 }
 
-TEST_F(LauncherSlotEditorTest, ShowsTheBeginningOfALongAddress)
+TEST_F(LauncherSlotEditorTest, ShowsTheStartOfALongAddress)
 {
     const auto parts = open();
     store().setWebsite("https://example.com/" + std::string(200, 'x'), Slot);
@@ -310,7 +310,7 @@ TEST_F(LauncherSlotEditorTest, ShowsTheBeginningOfALongAddress)
     EXPECT_EQ(parts.field().cursorPosition(), 0);
 }
 
-TEST_F(LauncherSlotEditorTest, KeepsTheKeyboardWhenItsSlotIsCleared)
+TEST_F(LauncherSlotEditorTest, KeepsTheFocusWhenItsSlotIsCleared)
 {
     const auto parts = openWebsite();
     parts.clearButton()->setFocus(Qt::TabFocusReason);
@@ -327,7 +327,7 @@ TEST_F(LauncherSlotEditorTest, KeepsTheKeyboardWhenItsSlotIsCleared)
     EXPECT_TRUE(parts.chooseButton().hasFocus());
 }
 
-TEST_F(LauncherSlotEditorTest, LeavesTheKeyboardInTheFieldWhenTheMouseClears)
+TEST_F(LauncherSlotEditorTest, ClearingByMouseKeepsTheFocusInTheField)
 {
     const auto parts = openWebsite();
     Input::click(parts.field());
@@ -336,7 +336,7 @@ TEST_F(LauncherSlotEditorTest, LeavesTheKeyboardInTheFieldWhenTheMouseClears)
     EXPECT_TRUE(parts.field().hasFocus());
 }
 
-TEST_F(LauncherSlotEditorTest, KeepsTheKeyboardWhenNoWebsiteCanBeSetAnyMore)
+TEST_F(LauncherSlotEditorTest, MovesTheFocusWhenSetURLIsDisabled)
 {
     const auto parts = openWebsite();
     parts.setButton().setFocus(Qt::TabFocusReason);
@@ -346,7 +346,7 @@ TEST_F(LauncherSlotEditorTest, KeepsTheKeyboardWhenNoWebsiteCanBeSetAnyMore)
     EXPECT_TRUE(parts.field().hasFocus());
 }
 
-TEST_F(LauncherSlotEditorTest, TakesNoKeyboardFromOthersWhenItsSlotChanges)
+TEST_F(LauncherSlotEditorTest, DoesNotTakeTheFocusFromOthers)
 {
     openWebsite();
     QLineEdit other(&window);
@@ -360,7 +360,7 @@ TEST_F(LauncherSlotEditorTest, TakesNoKeyboardFromOthersWhenItsSlotChanges)
     EXPECT_TRUE(other.hasFocus());
 }
 
-TEST_F(LauncherSlotEditorTest, GrowsByTheMessageAndShrinksAgain)
+TEST_F(LauncherSlotEditorTest, GrowsAndShrinksWithTheMessage)
 {
     const auto parts = open();
     const int height = editor->sizeHint().height();
@@ -371,7 +371,7 @@ TEST_F(LauncherSlotEditorTest, GrowsByTheMessageAndShrinksAgain)
     EXPECT_EQ(editor->sizeHint().height(), height);
 }
 
-TEST_F(LauncherSlotEditorTest, TellsThoseWhoCannotSeeWhatIsWrong)
+TEST_F(LauncherSlotEditorTest, ExposesTheMessageToAssistiveTechnology)
 {
     const auto parts = open();
     EXPECT_EQ(parts.field().accessibleDescription().toStdString(), "");
@@ -399,7 +399,7 @@ TEST_F(LauncherSlotEditorTest, IsANamedGroupWithNamedControls)
     EXPECT_FALSE(parts.setButton().toolTip().isEmpty());
 }
 
-TEST_F(LauncherSlotEditorTest, ShowsTextsOfAnyKindOnOneLine)
+TEST_F(LauncherSlotEditorTest, ShowsControlCharactersOnOneLine)
 {
     const auto parts = openFrom({ .kind = LauncherKind::website,
                                   .name = "a\r\nb\x1b\u2028\u202ec",
@@ -408,7 +408,7 @@ TEST_F(LauncherSlotEditorTest, ShowsTextsOfAnyKindOnOneLine)
     EXPECT_EQ(parts.subtitle(), "https:// / x");
 }
 
-TEST_F(LauncherSlotEditorTest, LooksAtNoMoreOfALongTextThanALineHolds)
+TEST_F(LauncherSlotEditorTest, ShortensLongTexts)
 {
     const std::string filling(1'000'000, 'x');
     const auto parts = openFrom({ .kind = LauncherKind::website,
@@ -423,7 +423,7 @@ TEST_F(LauncherSlotEditorTest, LooksAtNoMoreOfALongTextThanALineHolds)
     EXPECT_EQ(item(Slot)->name.size(), 1'000'008U);
 }
 
-TEST_F(LauncherSlotEditorTest, RefusesATextThatTheFieldMayHaveCutOff)
+TEST_F(LauncherSlotEditorTest, RejectsATextAtTheLengthLimit)
 {
     const auto parts = open();
     const std::string start = "https://example.com/";
@@ -438,7 +438,7 @@ TEST_F(LauncherSlotEditorTest, RefusesATextThatTheFieldMayHaveCutOff)
     EXPECT_EQ(item(Slot)->target, fitting);
 }
 
-TEST_F(LauncherSlotEditorTest, StoresValidTextsWhateverIsTyped)
+TEST_F(LauncherSlotEditorTest, StoresValidTextAfterHalfASurrogatePair)
 {
     const auto parts = open();
     parts.enter("https://example.com/");

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 using NodeEditorTest = NodeEditorFixture;
 
-TEST_F(NodeEditorTest, ReportsTheWholeTextAtEachKey)
+TEST_F(NodeEditorTest, ReportsTheWholeTextAfterEachKey)
 {
     editor.showText("one");
     key(Qt::Key_End, Qt::ControlModifier);
@@ -23,7 +23,7 @@ TEST_F(NodeEditorTest, ReportsTheWholeTextAtEachKey)
     EXPECT_EQ(reports, Texts({ "one!", "one!?", "one!?\n", "one!?" }));
 }
 
-TEST_F(NodeEditorTest, ReportsNothingThatWasShownToIt)
+TEST_F(NodeEditorTest, DoesNotReportTextSetByTheProgram)
 {
     editor.showText("one");
     editor.replaceText("two");
@@ -31,7 +31,7 @@ TEST_F(NodeEditorTest, ReportsNothingThatWasShownToIt)
     EXPECT_EQ(reports, Texts());
 }
 
-TEST_F(NodeEditorTest, StartsTheUndoHistoryAnewForAnotherNode)
+TEST_F(NodeEditorTest, ClearsTheUndoHistoryForAnotherNode)
 {
     editor.showText("one");
     type("x");
@@ -41,7 +41,7 @@ TEST_F(NodeEditorTest, StartsTheUndoHistoryAnewForAnotherNode)
     EXPECT_FALSE(editor.document()->isRedoAvailable());
 }
 
-TEST_F(NodeEditorTest, UndoesAChangeFromOutsideInOneStepAndReportsTheOldText)
+TEST_F(NodeEditorTest, UndoesAnExternalChangeInOneStep)
 {
     editor.showText("old text\nof two lines");
     editor.replaceText("new");
@@ -53,7 +53,7 @@ TEST_F(NodeEditorTest, UndoesAChangeFromOutsideInOneStepAndReportsTheOldText)
     EXPECT_EQ(lastReport(), "new");
 }
 
-TEST_F(NodeEditorTest, UndoesTypingAroundAChangeFromOutside)
+TEST_F(NodeEditorTest, UndoesTypingAroundAnExternalChange)
 {
     editor.showText("");
     type("ab");
@@ -69,7 +69,7 @@ TEST_F(NodeEditorTest, UndoesTypingAroundAChangeFromOutside)
     EXPECT_EQ(lastReport(), "");
 }
 
-TEST_F(NodeEditorTest, KeepsCursorAndSelectionWhenTheSameTextIsShownAgain)
+TEST_F(NodeEditorTest, KeepsTheSelectionWhenTheTextIsUnchanged)
 {
     editor.showText("some text");
     select(2, 6);
@@ -84,7 +84,7 @@ TEST_F(NodeEditorTest, KeepsCursorAndSelectionWhenTheSameTextIsShownAgain)
     EXPECT_EQ(lastReport(), "some text");
 }
 
-TEST_F(NodeEditorTest, KeepsTheCursorInTheTextWhenAnotherIsShown)
+TEST_F(NodeEditorTest, KeepsTheCursorInsideAShorterText)
 {
     editor.showText("a long text");
     select(11, 11);
@@ -94,7 +94,7 @@ TEST_F(NodeEditorTest, KeepsTheCursorInTheTextWhenAnotherIsShown)
     EXPECT_EQ(lastReport().size(), 3U);
 }
 
-TEST_F(NodeEditorTest, KeepsTheCursorWhereItIsInWhatTheTextsHaveInCommon)
+TEST_F(NodeEditorTest, KeepsTheSelectionInTheCommonPart)
 {
     editor.showText("some text");
     select(2, 6);
@@ -105,7 +105,7 @@ TEST_F(NodeEditorTest, KeepsTheCursorWhereItIsInWhatTheTextsHaveInCommon)
     EXPECT_EQ(editor.textCursor().selectedText().toStdString(), "me t");
 }
 
-TEST_F(NodeEditorTest, ShowsEachTextThatTakesAnothersPlace)
+TEST_F(NodeEditorTest, ReplacesAnyTextByAnyOther)
 {
     const Texts texts { "",        "a",          "aa",         "ba",
                         "ab\nab",  "ab\r\nab",   "ab\n\nab",   "\n",
@@ -128,7 +128,7 @@ TEST_F(NodeEditorTest, ShowsEachTextThatTakesAnothersPlace)
     }
 }
 
-TEST_F(NodeEditorTest, WrapsBetweenWordsUnlessANodeHasAnEndlessOne)
+TEST_F(NodeEditorTest, WrapsAnywhereOnlyForVeryLongWords)
 {
     const std::string longest(10'000, 'x');
     const auto wrapsAnywhere = [this](const std::string &text) {
@@ -146,7 +146,7 @@ TEST_F(NodeEditorTest, WrapsBetweenWordsUnlessANodeHasAnEndlessOne)
     EXPECT_FALSE(wrapsAnywhere("some words")) << "in the next node";
 }
 
-TEST_F(NodeEditorTest, WrapsAnEndlessWordThatIsTypedTogether)
+TEST_F(NodeEditorTest, WrapsALongWordCreatedByTyping)
 {
     const std::string half(6000, 'x');
     editor.showText(half + " " + half);
@@ -167,7 +167,7 @@ TEST_F(NodeEditorTest, TypesATab)
     EXPECT_TRUE(editor.hasFocus());
 }
 
-TEST_F(NodeEditorTest, IsLeftForwardsByCtrlTab)
+TEST_F(NodeEditorTest, CtrlTabMovesTheFocusForward)
 {
     editor.showText("a");
     key(Qt::Key_Tab, Qt::ControlModifier);
@@ -175,7 +175,7 @@ TEST_F(NodeEditorTest, IsLeftForwardsByCtrlTab)
     EXPECT_EQ(shown(), "a");
 }
 
-TEST_F(NodeEditorTest, IsLeftBackwardsByCtrlShiftTab)
+TEST_F(NodeEditorTest, CtrlShiftTabMovesTheFocusBackward)
 {
     editor.showText("a");
     key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
@@ -183,7 +183,7 @@ TEST_F(NodeEditorTest, IsLeftBackwardsByCtrlShiftTab)
     EXPECT_EQ(shown(), "a");
 }
 
-TEST_F(NodeEditorTest, BeginsANewLineWithShiftReturnAsWithReturn)
+TEST_F(NodeEditorTest, ShiftReturnInsertsALineBreak)
 {
     editor.showText("");
     type("a");
@@ -194,7 +194,7 @@ TEST_F(NodeEditorTest, BeginsANewLineWithShiftReturnAsWithReturn)
     EXPECT_EQ(lastReport(), "a\nb\nc");
 }
 
-TEST_F(NodeEditorTest, InsertsThePlainTextOfARichText)
+TEST_F(NodeEditorTest, PastesRichTextAsPlainText)
 {
     auto *const rich = new QMimeData;
     rich->setHtml(u"<b>bold</b> <a href='https://example.com'>link</a>"_s);
@@ -210,7 +210,7 @@ TEST_F(NodeEditorTest, InsertsThePlainTextOfARichText)
     EXPECT_EQ(lastReport(), "()");
 }
 
-TEST_F(NodeEditorTest, PastesNoPicture)
+TEST_F(NodeEditorTest, IgnoresPastedImages)
 {
     auto *const picture = new QMimeData;
     picture->setImageData(QImage(4, 4, QImage::Format_RGB32));
@@ -221,7 +221,7 @@ TEST_F(NodeEditorTest, PastesNoPicture)
     EXPECT_EQ(reports, Texts());
 }
 
-TEST_F(NodeEditorTest, CopiesAndCutsPlainText)
+TEST_F(NodeEditorTest, CutsAsPlainText)
 {
     editor.showText("one\ntwo");
     select(0, 7);
@@ -231,7 +231,7 @@ TEST_F(NodeEditorTest, CopiesAndCutsPlainText)
     EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasHtml());
 }
 
-TEST_F(NodeEditorTest, CopiesNoBreakSpacesAsTheyAre)
+TEST_F(NodeEditorTest, CopiesNoBreakSpacesUnchanged)
 {
     editor.showText("a\u00A0b\tc");
     select(0, 5);
@@ -239,7 +239,7 @@ TEST_F(NodeEditorTest, CopiesNoBreakSpacesAsTheyAre)
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "a\u00A0b\tc");
 }
 
-TEST_F(NodeEditorTest, TakesTheKeyboardWhenItIsClicked)
+TEST_F(NodeEditorTest, TakesTheFocusOnClick)
 {
     editor.showText("some text");
     after.setFocus();
@@ -249,14 +249,14 @@ TEST_F(NodeEditorTest, TakesTheKeyboardWhenItIsClicked)
     EXPECT_EQ(lastReport().size(), 10U);
 }
 
-TEST_F(NodeEditorTest, ScrollsByTheWheelWhileItHasTheFocusAndMoreTextThanFits)
+TEST_F(NodeEditorTest, ScrollsByTheWheelWhileFocused)
 {
     editor.showText(std::string(60, '\n'));
     Input::wheel(editor, -1);
     EXPECT_GT(editor.verticalScrollBar()->value(), 0);
 }
 
-TEST_F(NodeEditorTest, LeavesTheWheelToOthersOtherwise)
+TEST_F(NodeEditorTest, IgnoresTheWheelWhileUnfocused)
 {
     editor.showText(std::string(60, '\n'));
     after.setFocus();
@@ -264,7 +264,7 @@ TEST_F(NodeEditorTest, LeavesTheWheelToOthersOtherwise)
     EXPECT_EQ(editor.verticalScrollBar()->value(), 0);
 }
 
-TEST_F(NodeEditorTest, HasANameForThoseWhoCannotSee)
+TEST_F(NodeEditorTest, HasAnAccessibleNameAndRole)
 {
     EXPECT_EQ(Input::spokenName(editor), "Node text");
     EXPECT_EQ(Input::role(editor), QAccessible::EditableText);

@@ -47,7 +47,7 @@ protected:
     }
 };
 
-TEST_F(NodeEditorTextTest, KeepsWhatIsAlreadyThereWhenALetterIsTyped)
+TEST_F(NodeEditorTextTest, KeepsExistingCharactersWhileTyping)
 {
     for (const std::string &text :
          { "no-break\u00A0space \u202F narrow"s, "line\u2028separator"s, "tab\tand\t\ttab"s,
@@ -64,7 +64,7 @@ TEST_F(NodeEditorTextTest, KeepsNulCharacters)
     EXPECT_TRUE(canBeReadAgain(lastReport()));
 }
 
-TEST_F(NodeEditorTextTest, TakesComposedTextAsItIs)
+TEST_F(NodeEditorTextTest, KeepsComposedTextUnchanged)
 {
     editor.showText("");
     for (const QString &text : { u"\u00E9"_s, u"\u4F60\u597D"_s, u"\U0001F600"_s, u"\u00A0"_s }) {
@@ -74,21 +74,21 @@ TEST_F(NodeEditorTextTest, TakesComposedTextAsItIs)
     EXPECT_EQ(lastReport(), "\u00E9\u4F60\u597D\U0001F600\u00A0");
 }
 
-TEST_F(NodeEditorTextTest, PastesTextAsItIs)
+TEST_F(NodeEditorTextTest, PastesTextUnchanged)
 {
     editor.showText("");
     paste(u"a\u00A0b\tc\nd \U0001F600"_s);
     EXPECT_EQ(lastReport(), "a\u00A0b\tc\nd \U0001F600");
 }
 
-TEST_F(NodeEditorTextTest, TurnsForeignLineEndsIntoItsOwnWhenTheyArePasted)
+TEST_F(NodeEditorTextTest, ConvertsPastedLineEndings)
 {
     editor.showText("");
     paste(u"a\r\nb\rc\u2029d"_s);
     EXPECT_EQ(lastReport(), "a\nb\nc\nd");
 }
 
-TEST_F(NodeEditorTextTest, TurnsForeignLineEndsIntoItsOwnOnceANodeIsEdited)
+TEST_F(NodeEditorTextTest, ConvertsLineEndingsOnceANodeIsEdited)
 {
     EXPECT_EQ(afterTyping("a\r\nb\rc\u2029d"), "a\nb\nc\ndx");
     EXPECT_EQ(afterTyping("\r\r\n\n\r"), "\n\n\n\nx");
@@ -115,7 +115,7 @@ TEST_F(NodeEditorTextTest, NeverReportsHalfASurrogatePair)
     }
 }
 
-TEST_F(NodeEditorTextTest, JoinsASurrogatePairThatComesInHalves)
+TEST_F(NodeEditorTextTest, JoinsTheHalvesOfASurrogatePair)
 {
     editor.showText("");
     Input::commit(QString(QChar(0xD83D)));
@@ -123,7 +123,7 @@ TEST_F(NodeEditorTextTest, JoinsASurrogatePairThatComesInHalves)
     EXPECT_EQ(lastReport(), "\U0001F600");
 }
 
-TEST_F(NodeEditorTextTest, StaysValidWhenHalfAPairWasShownAndTypingGoesOn)
+TEST_F(NodeEditorTextTest, StaysValidWhenTypingAfterHalfAPair)
 {
     editor.showText("");
     Input::commit(QString(QChar(0xD83D)));
@@ -134,7 +134,7 @@ TEST_F(NodeEditorTextTest, StaysValidWhenHalfAPairWasShownAndTypingGoesOn)
     EXPECT_EQ(lastReport(), stored + "x");
 }
 
-TEST_F(NodeEditorTextTest, DeletesAWholeCharacterAtATime)
+TEST_F(NodeEditorTextTest, BackspaceDeletesAWholeCharacter)
 {
     editor.showText("a\U0001F600");
     key(Qt::Key_End, Qt::ControlModifier);
@@ -142,7 +142,7 @@ TEST_F(NodeEditorTextTest, DeletesAWholeCharacterAtATime)
     EXPECT_EQ(lastReport(), "a");
 }
 
-TEST_F(NodeEditorTextTest, TakesOutsideTextsAsTheyAre)
+TEST_F(NodeEditorTextTest, KeepsExternalTextUnchanged)
 {
     for (const std::string &text : { "a\u00A0b"s, "a\u2028b"s, "\U0001F600"s, "a\0b"s }) {
         editor.showText("");
@@ -153,7 +153,7 @@ TEST_F(NodeEditorTextTest, TakesOutsideTextsAsTheyAre)
     }
 }
 
-TEST_F(NodeEditorTextTest, TypesIntoAMegabyteAtOnce)
+TEST_F(NodeEditorTextTest, TypesIntoAMegabyteOfText)
 {
     std::string text;
     while (text.size() < 1'000'000)

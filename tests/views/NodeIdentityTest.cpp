@@ -10,7 +10,7 @@ class NodeIdentityTest : public PanelContentFixture
 {
 };
 
-TEST_F(NodeIdentityTest, ANodeWithTheNullIdIsNotEmptiedByUndo)
+TEST_F(NodeIdentityTest, UndoDoesNotEmptyANodeWithANullId)
 {
     auto tab = tabOf("Prompts", { "written by hand" });
     tab.blocks[0].id = QUuid();
@@ -21,7 +21,7 @@ TEST_F(NodeIdentityTest, ANodeWithTheNullIdIsNotEmptiedByUndo)
     EXPECT_EQ(blocks()[0].text, "written by hand");
 }
 
-TEST_F(NodeIdentityTest, AMarkAtTheBeginningOfATextSurvivesTypingAndCopying)
+TEST_F(NodeIdentityTest, KeepsAByteOrderMarkWhenTypingAndCopying)
 {
     openView({ "\uFEFFtext" });
     Input::click(editor(0));

@@ -58,7 +58,7 @@ protected:
     QUuid edited;
 };
 
-TEST_F(NodeListFocusTest, KeepsTheEditorThatIsScrolledAwayAndBack)
+TEST_F(NodeListFocusTest, KeepsAnEditorScrolledAwayAndBack)
 {
     const auto &editor = edit(0);
     for (const int place : { 400, 3000, scrollBar().maximum(), 200 }) {
@@ -72,7 +72,7 @@ TEST_F(NodeListFocusTest, KeepsTheEditorThatIsScrolledAwayAndBack)
     expectToBeAsLeft(editor);
 }
 
-TEST_F(NodeListFocusTest, TypesIntoTheEditorThatIsScrolledAway)
+TEST_F(NodeListFocusTest, TypesIntoAnEditorScrolledAway)
 {
     edit(0);
     scrollTo(scrollBar().maximum());
@@ -81,7 +81,7 @@ TEST_F(NodeListFocusTest, TypesIntoTheEditorThatIsScrolledAway)
     EXPECT_EQ(editedText(), "tey0ABC");
 }
 
-TEST_F(NodeListFocusTest, KeepsTheEditorOfANodeThatIsMoved)
+TEST_F(NodeListFocusTest, KeepsTheEditorOfAMovedNode)
 {
     const auto &editor = edit(1);
     store().moveBlock(edited, -1);
@@ -113,7 +113,7 @@ TEST_F(NodeListFocusTest, KeepsTheEditorWhileNodesAroundItChange)
     expectToBeAsLeft(editor);
 }
 
-TEST_F(NodeListFocusTest, KeepsTheEditorThatIsAwayWhileNodesAroundItChange)
+TEST_F(NodeListFocusTest, KeepsAScrolledAwayEditorWhileNodesAroundItChange)
 {
     const auto &editor = edit(1);
     scrollTo(scrollBar().maximum());
@@ -143,7 +143,7 @@ TEST_F(NodeListFocusTest, KeepsTheEditorWhileAnotherWindowIsActive)
     expectToBeAsLeft(editor);
 }
 
-TEST_F(NodeListFocusTest, ReplacesTheEditedTextFromOutsideAsOneStep)
+TEST_F(NodeListFocusTest, UndoesAnExternalChangeInOneStep)
 {
     edit(0);
     store().updateBlock(edited, "pasted");
@@ -155,7 +155,7 @@ TEST_F(NodeListFocusTest, ReplacesTheEditedTextFromOutsideAsOneStep)
     EXPECT_EQ(textOf(*cardOf(0)), "text 0ABC");
 }
 
-TEST_F(NodeListFocusTest, LosesNoLetterWhileDrawingIsPending)
+TEST_F(NodeListFocusTest, LosesNoLetterWhileRenderingIsPending)
 {
     edit(0);
     Input::key(window, Qt::Key_End);
@@ -170,7 +170,7 @@ TEST_F(NodeListFocusTest, LosesNoLetterWhileDrawingIsPending)
     EXPECT_EQ(textOf(*cardOf(0)), "text 0ABCquickly");
 }
 
-TEST_F(NodeListFocusTest, TypesIntoNoOtherNodeOnceTheEditedOneIsDeleted)
+TEST_F(NodeListFocusTest, IgnoresTypingOnceTheEditedNodeIsDeleted)
 {
     edit(1);
     store().deleteBlock(edited);
@@ -182,7 +182,7 @@ TEST_F(NodeListFocusTest, TypesIntoNoOtherNodeOnceTheEditedOneIsDeleted)
     EXPECT_TRUE(!QApplication::focusWidget() || QApplication::focusWidget()->isVisible());
 }
 
-TEST_F(NodeListFocusTest, TypesIntoNoNodeOfAnotherTab)
+TEST_F(NodeListFocusTest, IgnoresTypingAfterATabSwitch)
 {
     edit(1);
     store().selectTab(store().tabs().get()[1].id);
@@ -196,7 +196,7 @@ TEST_F(NodeListFocusTest, TypesIntoNoNodeOfAnotherTab)
     EXPECT_EQ(textOf(*cardOf(1)), "text 1ABC");
 }
 
-TEST_F(NodeListFocusTest, UndoesNothingOfAnotherNodeInACardThatIsUsedAgain)
+TEST_F(NodeListFocusTest, ReusedCardsHaveNoUndoHistory)
 {
     edit(0);
     window.setFocus();
@@ -212,7 +212,7 @@ TEST_F(NodeListFocusTest, UndoesNothingOfAnotherNodeInACardThatIsUsedAgain)
         EXPECT_EQ(blocks()[row].text, "text " + std::to_string(row));
 }
 
-TEST_F(NodeListFocusTest, ScrollsTheFocusedCardIntoSight)
+TEST_F(NodeListFocusTest, ScrollsToTheFocusedCard)
 {
     const auto &editor = edit(0);
     scrollTo(scrollBar().maximum());

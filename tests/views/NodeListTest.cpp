@@ -51,7 +51,7 @@ protected:
     std::mt19937 random { 20261121 }; // NOLINT(*-msc51-cpp): the same sequence each time
 };
 
-TEST_F(NodeListTest, ShowsTheNodesOfTheActiveTabInTheirOrder)
+TEST_F(NodeListTest, ShowsTheNodesOfTheActiveTabInOrder)
 {
     openList(numberedTexts(2));
     expectToShowTheStore();
@@ -60,7 +60,7 @@ TEST_F(NodeListTest, ShowsTheNodesOfTheActiveTabInTheirOrder)
     EXPECT_EQ(cardsInSight().back()->y(), 10 + PromptCard::cardHeight() + 10);
 }
 
-TEST_F(NodeListTest, MakesFewCardsForAHundredThousandNodes)
+TEST_F(NodeListTest, CreatesFewCardsForAHundredThousandNodes)
 {
     openList(numberedTexts(100'000));
     EXPECT_LE(cardCount(), FewCards);
@@ -78,7 +78,7 @@ TEST_F(NodeListTest, MakesFewCardsForAHundredThousandNodes)
     EXPECT_LE(cardCount(), FewCards);
 }
 
-TEST_F(NodeListTest, ShowsTheRightNodesAtEveryPlace)
+TEST_F(NodeListTest, ShowsTheRightNodesAtEveryScrollPosition)
 {
     openList(numberedTexts(60));
     for (int place = 0; place <= scrollBar().maximum(); place += 7) {
@@ -88,7 +88,7 @@ TEST_F(NodeListTest, ShowsTheRightNodesAtEveryPlace)
     EXPECT_LE(cardCount(), FewCards);
 }
 
-TEST_F(NodeListTest, ShowsTheRightNodesWhateverChanges)
+TEST_F(NodeListTest, ShowsTheRightNodesAfterRandomChanges)
 {
     openList({ tabOf("One", numberedTexts(40)), tabOf("Two", numberedTexts(3)),
                tabOf("Three", numberedTexts(200)), tabOf("Four") });
@@ -103,7 +103,7 @@ TEST_F(NodeListTest, ShowsTheRightNodesWhateverChanges)
     EXPECT_LE(cardCount(), FewCards);
 }
 
-TEST_F(NodeListTest, FillsWhatARoomierWindowShows)
+TEST_F(NodeListTest, FillsAnEnlargedWindow)
 {
     openList(numberedTexts(60));
     scrollTo(scrollBar().maximum());
@@ -112,7 +112,7 @@ TEST_F(NodeListTest, FillsWhatARoomierWindowShows)
     expectToShowTheStore();
 }
 
-TEST_F(NodeListTest, LetsTheCardsFollowItsWidth)
+TEST_F(NodeListTest, ResizesTheCardsToItsWidth)
 {
     openList(numberedTexts(3));
     list->resize(600, Height);
@@ -120,7 +120,7 @@ TEST_F(NodeListTest, LetsTheCardsFollowItsWidth)
         EXPECT_EQ(card->width(), 580);
 }
 
-TEST_F(NodeListTest, KeepsACardWithItsNode)
+TEST_F(NodeListTest, KeepsTheCardOfAMovedNode)
 {
     openList(numberedTexts(3));
     const auto *const second = cardOf(1);
@@ -129,7 +129,7 @@ TEST_F(NodeListTest, KeepsACardWithItsNode)
     EXPECT_EQ(cardOf(0), second);
 }
 
-TEST_F(NodeListTest, EndsWhereItsLastNodeEnds)
+TEST_F(NodeListTest, ScrollRangeEndsAtTheLastNode)
 {
     openList(numberedTexts(60));
     const int all = 10 + 60 * (PromptCard::cardHeight() + 10);
@@ -138,7 +138,7 @@ TEST_F(NodeListTest, EndsWhereItsLastNodeEnds)
     EXPECT_EQ(scrollBar().maximum(), 0);
 }
 
-TEST_F(NodeListTest, ShowsTheTopOfAnotherTab)
+TEST_F(NodeListTest, ScrollsToTheTopOfAnotherTab)
 {
     openList({ tabOf("One", numberedTexts(60)), tabOf("Two", numberedTexts(50)) });
     scrollTo(3000);
@@ -148,7 +148,7 @@ TEST_F(NodeListTest, ShowsTheTopOfAnotherTab)
     expectToShowTheStore();
 }
 
-TEST_F(NodeListTest, StaysWhereItIsScrolledWhenANodeChanges)
+TEST_F(NodeListTest, KeepsTheScrollPositionWhenANodeChanges)
 {
     openList(numberedTexts(60));
     scrollTo(3000);
@@ -158,7 +158,7 @@ TEST_F(NodeListTest, StaysWhereItIsScrolledWhenANodeChanges)
     EXPECT_EQ(scrollBar().value(), 3000);
 }
 
-TEST_F(NodeListTest, ShowsAnEmptyTabsEmptiness)
+TEST_F(NodeListTest, ShowsTheEmptyStateForAnEmptyTab)
 {
     openList(Texts {});
     const auto *const empty = list->findChild<EmptyState *>();
@@ -176,7 +176,7 @@ TEST_F(NodeListTest, ShowsAnEmptyTabsEmptiness)
     EXPECT_EQ(cardsInSight().size(), 0U);
 }
 
-TEST_F(NodeListTest, ShowsNothingForAStoreWithoutTabs)
+TEST_F(NodeListTest, ShowsNothingWithoutTabs)
 {
     const PromptTab twin = tabOf("Twin", numberedTexts(3));
     openList({ twin, twin });
@@ -187,7 +187,7 @@ TEST_F(NodeListTest, ShowsNothingForAStoreWithoutTabs)
     EXPECT_TRUE(!empty || !empty->isVisible());
 }
 
-TEST_F(NodeListTest, ShowsTwoNodesOfOneId)
+TEST_F(NodeListTest, ShowsNodesWithEqualIds)
 {
     PromptTab tab = tabOf("Prompts", numberedTexts(8));
     tab.blocks[1].id = tab.blocks[0].id;
@@ -216,7 +216,7 @@ TEST_F(NodeListTest, MarksTheCopiedNode)
     EXPECT_FALSE(Input::button(*cardOf(1), "Copied"));
 }
 
-TEST_F(NodeListTest, ShowsTheEndAndTakesTheKeyboardThere)
+TEST_F(NodeListTest, EditLastNodeScrollsToTheEndAndFocuses)
 {
     openList(numberedTexts(60));
     list->editLastNode();

@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(NodeListVisibilityTest, SurvivesNodesThatGoWhileItIsHidden)
+TEST_F(NodeListVisibilityTest, ShowsTheEmptyStateAfterDeletionsWhileHidden)
 {
     openList(numberedTexts(3));
     hideAndDraw([this] {
@@ -35,7 +35,7 @@ TEST_F(NodeListVisibilityTest, SurvivesNodesThatGoWhileItIsHidden)
     EXPECT_TRUE(list->findChild<EmptyState *>()->isVisible());
 }
 
-TEST_F(NodeListVisibilityTest, ShowsWhatChangedWhileItWasHidden)
+TEST_F(NodeListVisibilityTest, ShowsChangesMadeWhileHidden)
 {
     openList(numberedTexts(3));
     hideAndDraw([this] {
@@ -47,7 +47,7 @@ TEST_F(NodeListVisibilityTest, ShowsWhatChangedWhileItWasHidden)
     EXPECT_EQ(textOf(*cardOf(1)), "changed");
 }
 
-TEST_F(NodeListVisibilityTest, SurvivesAnotherTabThatIsChosenWhileItIsHidden)
+TEST_F(NodeListVisibilityTest, ShowsATabSelectedWhileHidden)
 {
     openList({ tabOf("Full", numberedTexts(5)), tabOf("Empty") });
     hideAndDraw([this] { store().selectTab(store().tabs().get()[1].id); });

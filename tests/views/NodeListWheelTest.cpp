@@ -67,7 +67,7 @@ TEST_F(NodeListWheelTest, ScrollsTheTextOfTheFocusedEditor)
     EXPECT_EQ(scrollBar().value(), 0);
 }
 
-TEST_F(NodeListWheelTest, StandsStillAtTheEndOfTheFocusedEditorsText)
+TEST_F(NodeListWheelTest, DoesNotScrollTheListAtTheEndOfAFocusedText)
 {
     cardOf(0)->focusEditor();
     editor(0).verticalScrollBar()->setValue(editor(0).verticalScrollBar()->maximum());
@@ -75,7 +75,7 @@ TEST_F(NodeListWheelTest, StandsStillAtTheEndOfTheFocusedEditorsText)
     EXPECT_EQ(scrollBar().value(), 0);
 }
 
-TEST_F(NodeListWheelTest, ScrollsTheListOverAFocusedEditorWithNothingToScroll)
+TEST_F(NodeListWheelTest, ScrollsTheListOverAFocusedShortText)
 {
     cardOf(1)->focusEditor();
     Input::wheel(editor(1), -1);
@@ -104,7 +104,7 @@ TEST_F(NodeListWheelTest, KeepsADraggedHandleAtThePointer)
     EXPECT_EQ(middleOfLines(), -1);
 }
 
-TEST_F(NodeListWheelTest, BeginsNoDragByScrolling)
+TEST_F(NodeListWheelTest, ScrollingStartsNoDrag)
 {
     auto &card = *cardOf(1);
     auto &handle = *card.findChild<DragHandle *>();
@@ -116,7 +116,7 @@ TEST_F(NodeListWheelTest, BeginsNoDragByScrolling)
     Input::release(window, start + QPoint(0, 3));
 }
 
-TEST_F(NodeListWheelTest, HighlightsWhatScrollsUnderThePointer)
+TEST_F(NodeListWheelTest, UpdatesHoverWhileScrolling)
 {
     const auto &trash = *Input::button(*cardOf(1), "Delete node");
     QCursor::setPos(trash.mapToGlobal(trash.rect().center()));
@@ -139,7 +139,7 @@ TEST_F(NodeListWheelTest, StopsAtBothEnds)
     expectToShowTheStore();
 }
 
-TEST_F(NodeListWheelTest, IsDraggedByItsScrollBar)
+TEST_F(NodeListWheelTest, ScrollsByDraggingTheScrollBar)
 {
     auto &bar = scrollBar();
     Input::press(bar, { 3, 10 });

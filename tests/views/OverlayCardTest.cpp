@@ -56,7 +56,7 @@ TEST_F(OverlayCardTest, OpensAndClosesWithItsFlag)
     openCard();
 }
 
-TEST_F(OverlayCardTest, ComesAndGoesWithinAFewFrames)
+TEST_F(OverlayCardTest, AnimatesOpeningAndClosing)
 {
     QElapsedTimer timer;
     timer.start();
@@ -71,7 +71,7 @@ TEST_F(OverlayCardTest, ComesAndGoesWithinAFewFrames)
     EXPECT_GE(timer.elapsed(), 150);
 }
 
-TEST_F(OverlayCardTest, FadesAndGrowsWhileItComes)
+TEST_F(OverlayCardTest, FadesInWhileOpening)
 {
     const QColor ground(120, 160, 200);
     preferences.showsInfoCard.set(true);
@@ -143,7 +143,7 @@ protected:
     }
 };
 
-TEST_F(OverlayCardFrameTest, ComesWithTheStandardEaseOutAndGrowsFromNinetySevenHundredths)
+TEST_F(OverlayCardFrameTest, EasesOutAndGrowsFrom97PercentWhileOpening)
 {
     preferences.showsInfoCard.set(true);
     settle();
@@ -154,7 +154,7 @@ TEST_F(OverlayCardFrameTest, ComesWithTheStandardEaseOutAndGrowsFromNinetySevenH
     }
 }
 
-TEST_F(OverlayCardFrameTest, GoesWithTheStandardEaseOutAndShrinksToNinetySevenHundredths)
+TEST_F(OverlayCardFrameTest, EasesOutAndShrinksTo97PercentWhileClosing)
 {
     openCard();
     auto *const card = aboutCard();
@@ -168,7 +168,7 @@ TEST_F(OverlayCardFrameTest, GoesWithTheStandardEaseOutAndShrinksToNinetySevenHu
     }
 }
 
-TEST_F(OverlayCardTest, ClosesByAClickBesideTheCard)
+TEST_F(OverlayCardTest, ClosesByAClickOutsideTheCard)
 {
     openCard();
     Input::click(*aboutCard(), beside());
@@ -187,7 +187,7 @@ TEST_F(OverlayCardTest, StaysOpenForAClickInsideTheCard)
     }
 }
 
-TEST_F(OverlayCardTest, StaysOpenForAPressThatDoesNotBeginAndEndBeside)
+TEST_F(OverlayCardTest, StaysOpenUnlessPressAndReleaseAreOutside)
 {
     openCard();
     const QPoint inside = aboutCard()->cardGeometry().center();
@@ -213,7 +213,7 @@ TEST_F(OverlayCardTest, ClosesOnEscape)
     expectToClose();
 }
 
-TEST_F(OverlayCardTest, ClosesOnEscapeEvenWhileItComes)
+TEST_F(OverlayCardTest, ClosesOnEscapeWhileOpening)
 {
     preferences.showsInfoCard.set(true);
     settle();
@@ -221,7 +221,7 @@ TEST_F(OverlayCardTest, ClosesOnEscapeEvenWhileItComes)
     expectToClose();
 }
 
-TEST_F(OverlayCardTest, ComesBackWhileItStillGoes)
+TEST_F(OverlayCardTest, ReopensWhileClosing)
 {
     openCard();
     preferences.showsInfoCard.set(false);
@@ -234,7 +234,7 @@ TEST_F(OverlayCardTest, ComesBackWhileItStillGoes)
     }));
 }
 
-TEST_F(OverlayCardTest, TakesTheKeyboardAndGivesItBack)
+TEST_F(OverlayCardTest, TakesTheFocusAndReturnsIt)
 {
     Input::click(editor(1));
     ASSERT_TRUE(editor(1).hasFocus());
@@ -254,7 +254,7 @@ TEST_F(OverlayCardTest, TakesTheKeyboardAndGivesItBack)
     EXPECT_EQ(blocks()[1].text, "bx");
 }
 
-TEST_F(OverlayCardTest, GivesTheKeyboardBackAlsoIfItWasOpenedFromAnotherWindow)
+TEST_F(OverlayCardTest, ReturnsTheFocusWhenOpenedFromAnotherWindow)
 {
     Input::click(editor(1));
     QWidget other;
@@ -271,7 +271,7 @@ TEST_F(OverlayCardTest, GivesTheKeyboardBackAlsoIfItWasOpenedFromAnotherWindow)
     EXPECT_TRUE(editor(1).hasFocus());
 }
 
-TEST_F(OverlayCardTest, KeepsTheKeyboardWhileItIsOpen)
+TEST_F(OverlayCardTest, KeepsTheFocusWhileOpen)
 {
     openCard();
     std::vector<QWidget *> visited;
@@ -286,7 +286,7 @@ TEST_F(OverlayCardTest, KeepsTheKeyboardWhileItIsOpen)
     EXPECT_EQ(visited[2], visited[4]);
 }
 
-TEST_F(OverlayCardTest, KeepsWheelAndClicksFromWhatLiesBelow)
+TEST_F(OverlayCardTest, BlocksWheelAndClicksBelow)
 {
     for (int count = 0; count < 10; ++count)
         store().addBlock();
@@ -302,7 +302,7 @@ TEST_F(OverlayCardTest, KeepsWheelAndClicksFromWhatLiesBelow)
     EXPECT_EQ(blocks(), before);
 }
 
-TEST_F(OverlayCardTest, IsADialogForThoseWhoCannotSee)
+TEST_F(OverlayCardTest, HasTheAccessibleRoleOfADialog)
 {
     openCard();
     EXPECT_EQ(Input::role(*aboutCard()), QAccessible::Dialog);

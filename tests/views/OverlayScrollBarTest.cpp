@@ -29,7 +29,7 @@ protected:
     OverlayScrollBar bar { Qt::Vertical, nullptr };
 };
 
-TEST_F(OverlayScrollBarTest, ShowsHowMuchIsInSightAndWhere)
+TEST_F(OverlayScrollBarTest, ThumbShowsSizeAndPosition)
 {
     EXPECT_LE(thumb().top(), 3);
     EXPECT_NEAR(thumb().height(), 50, 4);
@@ -39,7 +39,7 @@ TEST_F(OverlayScrollBarTest, ShowsHowMuchIsInSightAndWhere)
     EXPECT_GE(thumb().bottom(), 197);
 }
 
-TEST_F(OverlayScrollBarTest, IsHiddenWhereThereIsNothingToScroll)
+TEST_F(OverlayScrollBarTest, IsHiddenWithoutAScrollRange)
 {
     EXPECT_FALSE(bar.isHidden());
     bar.setRange(0, 0);
@@ -48,14 +48,14 @@ TEST_F(OverlayScrollBarTest, IsHiddenWhereThereIsNothingToScroll)
     EXPECT_FALSE(bar.isHidden());
 }
 
-TEST_F(OverlayScrollBarTest, LetsShineThroughWhatIsUnderIt)
+TEST_F(OverlayScrollBarTest, IsTranslucent)
 {
     const Picture picture(bar, Ground);
     EXPECT_TRUE(isColor(picture.at(3, 150), Ground, 0));
     EXPECT_LT(Picture::distance(picture.at(3, 20), Ground), 100);
 }
 
-TEST_F(OverlayScrollBarTest, KeepsAThumbToTakeHoldOfHoweverMuchThereIs)
+TEST_F(OverlayScrollBarTest, KeepsAMinimumThumbSize)
 {
     bar.setRange(0, 20'000'000);
     EXPECT_GE(thumb().height(), 8);

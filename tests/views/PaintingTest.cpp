@@ -16,7 +16,7 @@ Picture painted(const std::function<void(QPainter &)> &paint)
     return { QSize(60, 40), 1, Ground, paint };
 }
 
-TEST(PaintingTest, HasTheThemesColors)
+TEST(PaintingTest, HasTheThemeColors)
 {
     EXPECT_EQ(SatchelTheme::raised, (SrgbColor { 0.125, 0.12, 0.14, 1 }));
     EXPECT_EQ(SatchelTheme::border, (SrgbColor { 1, 1, 1, 0.1 }));
@@ -24,7 +24,7 @@ TEST(PaintingTest, HasTheThemesColors)
     EXPECT_EQ(SatchelTheme::accent, (SrgbColor { 0.91, 0.16, 0.17, 1 }));
 }
 
-TEST(PaintingTest, TakesColorsOverUnchanged)
+TEST(PaintingTest, ConvertsColorsExactly)
 {
     const QColor color = Painting::qColor({ 0.91, 0.16, 0.17, 0.12 });
     EXPECT_NEAR(color.redF(), 0.91, 0.001);
@@ -33,7 +33,7 @@ TEST(PaintingTest, TakesColorsOverUnchanged)
     EXPECT_NEAR(color.alphaF(), 0.12, 0.001);
 }
 
-TEST(PaintingTest, TakesTheDesktopsFontInPoints)
+TEST(PaintingTest, UsesTheDesktopFontInPoints)
 {
     const QFont font = Painting::systemFont(13, QFont::DemiBold);
     EXPECT_EQ(font.family(), QApplication::font().family());
@@ -65,7 +65,7 @@ TEST(PaintingTest, StrokesInsideTheRectangle)
     }
 }
 
-TEST(PaintingTest, MovesEdgesToWholePixelsAtFractionalScales)
+TEST(PaintingTest, AlignsEdgesToPixelsAtFractionalScales)
 {
     Picture(QSize(60, 40), 1.25, Ground, [](QPainter &painter) {
         EXPECT_EQ(Painting::onWholePixels(painter, QRectF(0, 1, 58, 40)),
@@ -75,7 +75,7 @@ TEST(PaintingTest, MovesEdgesToWholePixelsAtFractionalScales)
     });
 }
 
-TEST(PaintingTest, KeepsEdgesThatAreOnWholePixels)
+TEST(PaintingTest, KeepsEdgesOnWholePixels)
 {
     for (const int scale : { 1, 2 }) {
         Picture(QSize(60, 40), scale, Ground, [](QPainter &painter) {
@@ -85,7 +85,7 @@ TEST(PaintingTest, KeepsEdgesThatAreOnWholePixels)
     }
 }
 
-TEST(PaintingTest, RoundsACapsuleWhollyAtItsEnds)
+TEST(PaintingTest, RoundsTheEndsOfACapsule)
 {
     const Picture picture = painted([](QPainter &painter) {
         Painting::fillCapsule(painter, { 10, 10, 40, 20 }, SrgbColor::white());

@@ -88,7 +88,7 @@ TEST_F(PanelApplicationChooserTest, ShowsAPanelAndReturns)
     EXPECT_EQ(answers, Answers());
 }
 
-TEST_F(PanelApplicationChooserTest, HandsOutWhatIsChosen)
+TEST_F(PanelApplicationChooserTest, AnswersWithTheChosenPath)
 {
     const auto &answers = ask();
     chooseFirst();
@@ -97,7 +97,7 @@ TEST_F(PanelApplicationChooserTest, HandsOutWhatIsChosen)
     EXPECT_EQ(answers.size(), 1U);
 }
 
-TEST_F(PanelApplicationChooserTest, HandsOutNoneWhenTheUserCancels)
+TEST_F(PanelApplicationChooserTest, AnswersNoneWhenCancelled)
 {
     const auto &answers = ask();
     Input::key(panel(), Qt::Key_Escape);
@@ -105,7 +105,7 @@ TEST_F(PanelApplicationChooserTest, HandsOutNoneWhenTheUserCancels)
     EXPECT_EQ(panelCount(), 0U);
 }
 
-TEST_F(PanelApplicationChooserTest, CanBeAskedAgain)
+TEST_F(PanelApplicationChooserTest, CanBeginAgain)
 {
     ask();
     Input::key(panel(), Qt::Key_Escape);
@@ -114,7 +114,7 @@ TEST_F(PanelApplicationChooserTest, CanBeAskedAgain)
     EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
 }
 
-TEST_F(PanelApplicationChooserTest, CancelsTheEarlierRequestForANewOne)
+TEST_F(PanelApplicationChooserTest, ANewRequestCancelsTheEarlierOne)
 {
     const auto &earlier = ask(QStringLiteral("Earlier"));
     const auto &later = ask(QStringLiteral("Later"));
@@ -126,7 +126,7 @@ TEST_F(PanelApplicationChooserTest, CancelsTheEarlierRequestForANewOne)
     EXPECT_EQ(earlier, none);
 }
 
-TEST_F(PanelApplicationChooserTest, CanBeAskedAgainByWhoeverIsCancelled)
+TEST_F(PanelApplicationChooserTest, ACancelledRequestMayBeginAnother)
 {
     const Answers *again = nullptr;
     chooser->begin({}, {}, [this, &again](const auto &path) {
@@ -142,7 +142,7 @@ TEST_F(PanelApplicationChooserTest, CanBeAskedAgainByWhoeverIsCancelled)
     EXPECT_EQ(*again, Answers { "/apps/mail.desktop" });
 }
 
-TEST_F(PanelApplicationChooserTest, StaysAboveTheWindowThatWasActive)
+TEST_F(PanelApplicationChooserTest, StaysAboveTheActiveWindow)
 {
     QWidget window;
     Input::show(window);
@@ -155,14 +155,14 @@ TEST_F(PanelApplicationChooserTest, StaysAboveTheWindowThatWasActive)
     chooser->cancel();
 }
 
-TEST_F(PanelApplicationChooserTest, StandsAloneWhereNoWindowIsActive)
+TEST_F(PanelApplicationChooserTest, HasNoParentWithoutAnActiveWindow)
 {
     ASSERT_FALSE(QApplication::activeWindow());
     ask();
     EXPECT_FALSE(panel().windowHandle()->transientParent());
 }
 
-TEST_F(PanelApplicationChooserTest, CancelsWhenItIsTold)
+TEST_F(PanelApplicationChooserTest, CancelsOnRequest)
 {
     const auto &answers = ask();
     chooser->cancel();
@@ -172,7 +172,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenItIsTold)
     EXPECT_EQ(answers, none);
 }
 
-TEST_F(PanelApplicationChooserTest, HasNothingToCancelOnceTheUserHasChosen)
+TEST_F(PanelApplicationChooserTest, CancelDoesNothingAfterAChoice)
 {
     const auto &answers = ask();
     chooseFirst();
@@ -181,7 +181,7 @@ TEST_F(PanelApplicationChooserTest, HasNothingToCancelOnceTheUserHasChosen)
     EXPECT_EQ(answers, Answers { "/apps/mail.desktop" });
 }
 
-TEST_F(PanelApplicationChooserTest, CancelsWhenItGoes)
+TEST_F(PanelApplicationChooserTest, CancelsWhenDestroyed)
 {
     const auto &answers = ask();
     chooser.reset();
@@ -192,7 +192,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenItGoes)
     EXPECT_EQ(answers, none);
 }
 
-TEST_F(PanelApplicationChooserTest, MayGoWhileItAnswers)
+TEST_F(PanelApplicationChooserTest, MayBeDestroyedWhileAnswering)
 {
     int answerCount = 0;
     chooser->begin({}, {}, [this, &answerCount](const auto &) {
@@ -206,7 +206,7 @@ TEST_F(PanelApplicationChooserTest, MayGoWhileItAnswers)
     EXPECT_EQ(panelCount(), 0U);
 }
 
-TEST_F(PanelApplicationChooserTest, CancelsWhenTheWindowBelowGoes)
+TEST_F(PanelApplicationChooserTest, CancelsWhenTheParentWindowIsDestroyed)
 {
     auto window = std::make_unique<QWidget>();
     Input::show(*window);
@@ -218,7 +218,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenTheWindowBelowGoes)
     EXPECT_EQ(answers, none);
 }
 
-TEST_F(PanelApplicationChooserTest, CancelsWhenTheProgramClosesItsWindows)
+TEST_F(PanelApplicationChooserTest, CancelsWhenAllWindowsClose)
 {
     const auto &answers = ask();
     QApplication::closeAllWindows();

@@ -93,7 +93,7 @@ protected:
     MessageLine &messageLine() const { return *view->findChild<MessageLine *>(); }
 };
 
-TEST_F(PanelDictationTest, ShowsTheWordsInTheNodeAsTheyAreSaid)
+TEST_F(PanelDictationTest, ShowsWordsInTheNodeAsTheyAreSpoken)
 {
     openView(Texts { "a", "b" });
     dictate(1);
@@ -105,7 +105,7 @@ TEST_F(PanelDictationTest, ShowsTheWordsInTheNodeAsTheyAreSaid)
     EXPECT_EQ(shown(0), "a");
 }
 
-TEST_F(PanelDictationTest, OffersToStopOnlyWhereTheMicrophoneIsOpen)
+TEST_F(PanelDictationTest, OffersStopOnlyWhileListening)
 {
     openView(Texts { "a", "b" });
     press(card(1), "Dictate");
@@ -130,7 +130,7 @@ TEST_F(PanelDictationTest, SavesTheWords)
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a one");
 }
 
-TEST_F(PanelDictationTest, StartsFromTheTextThatTheNodeHasNow)
+TEST_F(PanelDictationTest, AppendsToTheCurrentText)
 {
     openView(Texts { "a" });
     Input::click(editor(0));
@@ -141,7 +141,7 @@ TEST_F(PanelDictationTest, StartsFromTheTextThatTheNodeHasNow)
     EXPECT_EQ(shown(0), "abc one");
 }
 
-TEST_F(PanelDictationTest, EndsWithTheFirstLetterTypedAndKeepsBoth)
+TEST_F(PanelDictationTest, EndsAtTheFirstTypedLetterAndKeepsBoth)
 {
     openView(Texts { "a" });
     dictate(0);
@@ -177,7 +177,7 @@ TEST_F(PanelDictationTest, AppliesAnEditToTheLatestWords)
     expectToHold("a one two!");
 }
 
-TEST_F(PanelDictationTest, EndsWithAnyEdit)
+TEST_F(PanelDictationTest, EndsOnAnyEdit)
 {
     const std::vector<Edit> edits {
         { "backspace", [this] { Input::key(*view, Qt::Key_Backspace); }, "a on" },
@@ -210,7 +210,7 @@ TEST_F(PanelDictationTest, EndsWithAnyEdit)
     }
 }
 
-TEST_F(PanelDictationTest, EndsWhenAnInputMethodBeginsToCompose)
+TEST_F(PanelDictationTest, EndsWhenAnInputMethodStartsComposing)
 {
     openView(Texts { "a" });
     dictate(0);
@@ -225,7 +225,7 @@ TEST_F(PanelDictationTest, EndsWhenAnInputMethodBeginsToCompose)
     expectToHold("a one\u4F60");
 }
 
-TEST_F(PanelDictationTest, EndsWhenTheClipboardFillsTheNode)
+TEST_F(PanelDictationTest, EndsWhenTextIsPasted)
 {
     openView(Texts { "" });
     dictate(0);
@@ -246,7 +246,7 @@ TEST_F(PanelDictationTest, ContinuesWhenThereIsNothingToPaste)
     expectToHold("one");
 }
 
-TEST_F(PanelDictationTest, KeepsWhatIsTypedBeforeTheMicrophoneIsOpen)
+TEST_F(PanelDictationTest, TypingBeforeTheMicrophoneOpensCancels)
 {
     openView(Texts { "a" });
     press(card(0), "Dictate");
@@ -273,7 +273,7 @@ TEST_F(PanelDictationTest, ContinuesWhileTheUserTypesElsewhere)
     EXPECT_EQ(shown(1), "b!");
 }
 
-TEST_F(PanelDictationTest, MovesOnToAnotherNode)
+TEST_F(PanelDictationTest, MovesToAnotherNode)
 {
     openView(Texts { "a", "b" });
     dictate(0);
@@ -286,7 +286,7 @@ TEST_F(PanelDictationTest, MovesOnToAnotherNode)
     EXPECT_TRUE(Input::button(card(1), "Stop"));
 }
 
-TEST_F(PanelDictationTest, EndsWithItsNode)
+TEST_F(PanelDictationTest, EndsWhenItsNodeIsDeleted)
 {
     openView(Texts { "a", "b" });
     dictate(0);
@@ -296,7 +296,7 @@ TEST_F(PanelDictationTest, EndsWithItsNode)
     EXPECT_EQ(shown(0), "b");
 }
 
-TEST_F(PanelDictationTest, EndsWithItsTab)
+TEST_F(PanelDictationTest, EndsWhenItsTabIsDeleted)
 {
     openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
     dictate(0);
@@ -305,7 +305,7 @@ TEST_F(PanelDictationTest, EndsWithItsTab)
     EXPECT_FALSE(speech.isEngineRunning);
 }
 
-TEST_F(PanelDictationTest, EndsWhenAnotherTabIsShownAndKeepsTheWords)
+TEST_F(PanelDictationTest, EndsOnATabSwitchAndKeepsTheWords)
 {
     openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
     dictate(0);
@@ -326,7 +326,7 @@ TEST_F(PanelDictationTest, EndsWhenThePanelIsHidden)
     EXPECT_FALSE(speech.tap);
 }
 
-TEST_F(PanelDictationTest, DoesNotBeginInAHiddenPanel)
+TEST_F(PanelDictationTest, DoesNotStartInAHiddenPanel)
 {
     openView(Texts { "a" });
     press(card(0), "Dictate");
@@ -337,7 +337,7 @@ TEST_F(PanelDictationTest, DoesNotBeginInAHiddenPanel)
     EXPECT_FALSE(speech.isEngineRunning);
 }
 
-TEST_F(PanelDictationTest, LeavesNoMicrophoneOpenWhenTheProgramEnds)
+TEST_F(PanelDictationTest, ClosesTheMicrophoneWhenTheViewIsDestroyed)
 {
     openView(Texts { "a" });
     dictate(0);
@@ -345,7 +345,7 @@ TEST_F(PanelDictationTest, LeavesNoMicrophoneOpenWhenTheProgramEnds)
     EXPECT_EQ(speech.recognitions[0]->cancellations, 1);
 }
 
-TEST_F(PanelDictationTest, KeepsTheCardThatIsScrolledOutOfSight)
+TEST_F(PanelDictationTest, KeepsACardScrolledOutOfView)
 {
     openView(numberedTexts(60));
     dictate(0);
@@ -359,7 +359,7 @@ TEST_F(PanelDictationTest, KeepsTheCardThatIsScrolledOutOfSight)
     EXPECT_EQ(dictated->findChild<NodeEditor *>()->toPlainText().toStdString(), "text 0 one");
 }
 
-TEST_F(PanelDictationTest, TellsWhyThereIsNone)
+TEST_F(PanelDictationTest, ShowsWhyDictationFailed)
 {
     openView(Texts { "a" });
     EXPECT_FALSE(messageLine().isVisible());

@@ -8,7 +8,7 @@
 namespace
 {
 
-TEST(PointSizeTest, FindsTheSmallestStepThatIsWholePixels)
+TEST(PointSizeTest, FindsTheSmallestWholePixelStep)
 {
     EXPECT_EQ(PointSize::stepAt(1), 1);
     EXPECT_EQ(PointSize::stepAt(2), 1);
@@ -19,7 +19,7 @@ TEST(PointSizeTest, FindsTheSmallestStepThatIsWholePixels)
     EXPECT_EQ(PointSize::stepAt(97.0 / 96), 1);
 }
 
-TEST(PointSizeTest, GivesTheWindowItsSizes)
+TEST(PointSizeTest, SetsTheWindowSizes)
 {
     QWidget window;
     PointSize size(window);

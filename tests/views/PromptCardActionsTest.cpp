@@ -59,7 +59,7 @@ TEST_F(PromptCardActionsTest, OffersLaunchForAnAddress)
     EXPECT_EQ(actions(), Reports({ "Dictate", "Launch", "Copy" }));
 }
 
-TEST_F(PromptCardActionsTest, SaysCopiedWhileTheNodeIsTheOneCopied)
+TEST_F(PromptCardActionsTest, SaysCopiedWhileMarkedAsCopied)
 {
     render(true, false);
     EXPECT_EQ(actions(), Reports({ "Dictate", "Copied" }));
@@ -67,7 +67,7 @@ TEST_F(PromptCardActionsTest, SaysCopiedWhileTheNodeIsTheOneCopied)
     EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
 }
 
-TEST_F(PromptCardActionsTest, SaysStopWhileItIsDictatedInto)
+TEST_F(PromptCardActionsTest, SaysStopWhileDictating)
 {
     render(false, true);
     EXPECT_EQ(actions(), Reports({ "Stop", "Copy" }));
@@ -76,7 +76,7 @@ TEST_F(PromptCardActionsTest, SaysStopWhileItIsDictatedInto)
     EXPECT_EQ(reports, Reports({ "dictate" }));
 }
 
-TEST_F(PromptCardActionsTest, KnowsWebAddresses)
+TEST_F(PromptCardActionsTest, RecognizesWebAddresses)
 {
     for (const auto *const text :
          { "https://example.com", "http://example.com", " \n https://example.com \t\n",
@@ -87,7 +87,7 @@ TEST_F(PromptCardActionsTest, KnowsWebAddresses)
     }
 }
 
-TEST_F(PromptCardActionsTest, KnowsWhatIsNoWebAddress)
+TEST_F(PromptCardActionsTest, DoesNotTakeOtherTextsForAddresses)
 {
     for (const auto *const text :
          { "", " ", "text", "https://exa mple.com", "https://example.com\nhttps://example.org",
@@ -116,7 +116,7 @@ TEST_F(PromptCardActionsTest, ReportsEachPress)
     EXPECT_EQ(reports, Reports({ "launch" }));
 }
 
-TEST_F(PromptCardActionsTest, ReportsTheWholeTextAtEachEdit)
+TEST_F(PromptCardActionsTest, ReportsTheWholeTextAfterEachEdit)
 {
     renderText("a");
     show();
@@ -126,7 +126,7 @@ TEST_F(PromptCardActionsTest, ReportsTheWholeTextAtEachEdit)
     EXPECT_EQ(reports, Reports({ "text ab", "text abc" }));
 }
 
-TEST_F(PromptCardActionsTest, ChangesNothingItself)
+TEST_F(PromptCardActionsTest, DoesNotChangeItsOwnState)
 {
     show();
     press("Copy");
@@ -134,7 +134,7 @@ TEST_F(PromptCardActionsTest, ChangesNothingItself)
     EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
 }
 
-TEST_F(PromptCardActionsTest, ListsTheEightColorsWithTheCurrentOneTicked)
+TEST_F(PromptCardActionsTest, ListsEightColorsWithTheCurrentOneTicked)
 {
     block.color = BlockColor::green;
     render();
@@ -173,7 +173,7 @@ TEST_F(PromptCardActionsTest, ListsTheEightColorsWithTheCurrentOneTicked)
     EXPECT_EQ(reports, Reports());
 }
 
-TEST_F(PromptCardActionsTest, ReportsTheColorChosen)
+TEST_F(PromptCardActionsTest, ReportsTheChosenColor)
 {
     show();
     for (const int index : { 6, 0, 1 }) {
@@ -183,7 +183,7 @@ TEST_F(PromptCardActionsTest, ReportsTheColorChosen)
     EXPECT_EQ(reports, Reports({ "color Purple", "color None", "color Red" }));
 }
 
-TEST_F(PromptCardActionsTest, ReportsTheCurrentColorToo)
+TEST_F(PromptCardActionsTest, ReportsTheCurrentColorWhenChosenAgain)
 {
     block.color = BlockColor::pink;
     render();
@@ -193,7 +193,7 @@ TEST_F(PromptCardActionsTest, ReportsTheCurrentColorToo)
     EXPECT_EQ(reports, Reports({ "color Pink" }));
 }
 
-TEST_F(PromptCardActionsTest, LetsTheKeyboardChooseAColor)
+TEST_F(PromptCardActionsTest, ChoosesAColorByKeyboard)
 {
     show();
     button("Node color")->setFocus(Qt::TabFocusReason);
@@ -205,7 +205,7 @@ TEST_F(PromptCardActionsTest, LetsTheKeyboardChooseAColor)
     EXPECT_EQ(reports, Reports({ "color Red" }));
 }
 
-TEST_F(PromptCardActionsTest, ClosesItsMenusWhenItShowsAnotherNode)
+TEST_F(PromptCardActionsTest, ClosesItsMenusForAnotherNode)
 {
     show();
     for (auto *const owner :
@@ -221,7 +221,7 @@ TEST_F(PromptCardActionsTest, ClosesItsMenusWhenItShowsAnotherNode)
     }
 }
 
-TEST_F(PromptCardActionsTest, ClosesItsMenusWhenItIsHidden)
+TEST_F(PromptCardActionsTest, ClosesItsMenusWhenHidden)
 {
     show();
     press("Node color");
@@ -246,7 +246,7 @@ TEST_F(PromptCardActionsTest, MarksTheCurrentColorForAssistiveTechnology)
                     });
 }
 
-TEST_F(PromptCardActionsTest, NamesItsControlsForThoseWhoCannotSee)
+TEST_F(PromptCardActionsTest, NamesItsControlsForAssistiveTechnology)
 {
     renderText("https://example.com");
     EXPECT_EQ(Input::role(card), QAccessible::Grouping);
@@ -258,7 +258,7 @@ TEST_F(PromptCardActionsTest, NamesItsControlsForThoseWhoCannotSee)
     }
 }
 
-TEST_F(PromptCardActionsTest, LetsAssistiveProgramsPress)
+TEST_F(PromptCardActionsTest, AssistiveTechnologyCanPressButtons)
 {
     show();
     auto *const action = QAccessible::queryAccessibleInterface(button("Copy"))->actionInterface();

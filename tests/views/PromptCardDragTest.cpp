@@ -53,7 +53,7 @@ struct Drag {
     int steps;
 };
 
-TEST_F(PromptCardDragTest, CountsPlacesByTheDistanceOfTheDrag)
+TEST_F(PromptCardDragTest, ConvertsDragDistanceToSteps)
 {
     for (const auto &[distance, steps] :
          { Drag { 0, 0 }, Drag { 23.9, 0 }, Drag { -23.9, 0 }, Drag { 23.999, 0 }, Drag { 24, 1 },
@@ -64,7 +64,7 @@ TEST_F(PromptCardDragTest, CountsPlacesByTheDistanceOfTheDrag)
         EXPECT_EQ(PromptCard::reorderSteps(distance), steps) << distance;
 }
 
-TEST_F(PromptCardDragTest, ReportsADragOnceItEnds)
+TEST_F(PromptCardDragTest, ReportsADragWhenItEnds)
 {
     press();
     moveBy({ 0, 130 });
@@ -74,7 +74,7 @@ TEST_F(PromptCardDragTest, ReportsADragOnceItEnds)
     EXPECT_EQ(reports, Reports({ "reorder 2" }));
 }
 
-TEST_F(PromptCardDragTest, TellsTheDirectionBySign)
+TEST_F(PromptCardDragTest, ReportsTheDirectionBySign)
 {
     drag({ 0, -250 });
     drag({ 0, 24 });
@@ -82,7 +82,7 @@ TEST_F(PromptCardDragTest, TellsTheDirectionBySign)
     EXPECT_EQ(reports, Reports({ "reorder -2", "reorder 1", "reorder -1" }));
 }
 
-TEST_F(PromptCardDragTest, DoesNothingForLessThanTwentyFourPoints)
+TEST_F(PromptCardDragTest, IgnoresDragsUnder24Points)
 {
     drag({ 0, 23.9 });
     drag({ 0, -23.9 });
@@ -91,7 +91,7 @@ TEST_F(PromptCardDragTest, DoesNothingForLessThanTwentyFourPoints)
     EXPECT_EQ(reports, Reports({ "reorder 1" }));
 }
 
-TEST_F(PromptCardDragTest, MeasuresBetweenPointsOfTheScreenWhereverItBegins)
+TEST_F(PromptCardDragTest, MeasuresFractionsOfPointsFromAnyStart)
 {
     for (int eighth = 0; eighth < 8; ++eighth) {
         start = { 10, 8 + eighth / 8.0 };
@@ -106,7 +106,7 @@ TEST_F(PromptCardDragTest, MeasuresBetweenPointsOfTheScreenWhereverItBegins)
 }
 
 /// Whole pixels, as X11 tells them.
-TEST_F(PromptCardDragTest, NeedsThePixelsOfTwentyFourPointsAtEveryScale)
+TEST_F(PromptCardDragTest, Needs24PointsAtEveryScale)
 {
     for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0 }) {
         const int enough = static_cast<int>(std::ceil(24 * scale));
@@ -121,14 +121,14 @@ TEST_F(PromptCardDragTest, NeedsThePixelsOfTwentyFourPointsAtEveryScale)
     }
 }
 
-TEST_F(PromptCardDragTest, NeverReordersByAHorizontalDrag)
+TEST_F(PromptCardDragTest, IgnoresHorizontalDrags)
 {
     drag({ 300, 0 });
     drag({ -300, 20 });
     EXPECT_EQ(reports, Reports());
 }
 
-TEST_F(PromptCardDragTest, TakesTheVerticalPartOfASlantedDrag)
+TEST_F(PromptCardDragTest, UsesTheVerticalPartOfADiagonalDrag)
 {
     press();
     moveBy({ 200, 30.5 });
@@ -137,7 +137,7 @@ TEST_F(PromptCardDragTest, TakesTheVerticalPartOfASlantedDrag)
     EXPECT_EQ(reports, Reports({ "reorder 1" }));
 }
 
-TEST_F(PromptCardDragTest, BeginsADragAfterFourPoints)
+TEST_F(PromptCardDragTest, StartsADragAfter4Points)
 {
     press();
     moveBy({ 0, 3.9 });
@@ -151,7 +151,7 @@ TEST_F(PromptCardDragTest, BeginsADragAfterFourPoints)
     release({ 0, 1 });
 }
 
-TEST_F(PromptCardDragTest, FallsBackToRestWhenTheDragEnds)
+TEST_F(PromptCardDragTest, ResetsWhenTheDragEnds)
 {
     const Picture before(card, Ground);
     press();
@@ -172,7 +172,7 @@ TEST_F(PromptCardDragTest, CancelsADragWhenTheCardIsHidden)
     EXPECT_EQ(reports, Reports());
 }
 
-TEST_F(PromptCardDragTest, FollowsTheRealMouseBeyondTheCard)
+TEST_F(PromptCardDragTest, FollowsThePointerOutsideTheCard)
 {
     Input::press(handle(), { 10, 12 });
     Input::moveTo(handle(), { 15, 150 });
@@ -182,7 +182,7 @@ TEST_F(PromptCardDragTest, FollowsTheRealMouseBeyondTheCard)
     EXPECT_EQ(reports, Reports({ "reorder 2" }));
 }
 
-TEST_F(PromptCardDragTest, ListensToTheLeftButtonOnly)
+TEST_F(PromptCardDragTest, IgnoresOtherButtons)
 {
     send(QEvent::MouseButtonPress, {}, Qt::RightButton, Qt::RightButton);
     send(QEvent::MouseMove, { 0, 100 }, Qt::NoButton, Qt::RightButton);
@@ -191,7 +191,7 @@ TEST_F(PromptCardDragTest, ListensToTheLeftButtonOnly)
     EXPECT_EQ(card.dragTranslation(), 0);
 }
 
-TEST_F(PromptCardDragTest, HasAnAccentBorderTwoWideWhileDragged)
+TEST_F(PromptCardDragTest, HasA2PointAccentBorderWhileDragged)
 {
     block.color = BlockColor::blue;
     render();
@@ -210,7 +210,7 @@ TEST_F(PromptCardDragTest, HasAnAccentBorderTwoWideWhileDragged)
     release({});
 }
 
-TEST_F(PromptCardDragTest, MovesTheLinesWithThePointerOverTheNeighbours)
+TEST_F(PromptCardDragTest, DrawsTheDraggedLinesOverTheNeighbours)
 {
     const QRectF column(10, 0, 24, 100);
     ASSERT_TRUE(Picture(list, Ground).inkIn(column, Ground).isEmpty());
@@ -225,7 +225,7 @@ TEST_F(PromptCardDragTest, MovesTheLinesWithThePointerOverTheNeighbours)
     EXPECT_TRUE(Picture(list, Ground).inkIn(column, Ground).isEmpty());
 }
 
-TEST_F(PromptCardDragTest, MovesByOnePlaceWithTheArrowKeys)
+TEST_F(PromptCardDragTest, ArrowKeysMoveByOneRow)
 {
     handle().setFocus(Qt::TabFocusReason);
     Input::key(card, Qt::Key_Down);
@@ -244,7 +244,7 @@ TEST_F(PromptCardDragTest, CancelsADragOnEscape)
     EXPECT_EQ(reports, Reports());
 }
 
-TEST_F(PromptCardDragTest, SurvivesARedrawWhileItIsDragged)
+TEST_F(PromptCardDragTest, ContinuesADragAcrossRenders)
 {
     press();
     moveBy({ 0, 50 });

@@ -88,7 +88,7 @@ protected:
     QRect placeOf(const std::string &name) const { return button(name)->geometry(); }
 };
 
-TEST_F(PromptCardLookTest, IsFilledAndBorderedInEachColor)
+TEST_F(PromptCardLookTest, HasFillAndBorderOfEachColor)
 {
     for (const auto &tag : AllColors) {
         block.color = tag.color;
@@ -101,7 +101,7 @@ TEST_F(PromptCardLookTest, IsFilledAndBorderedInEachColor)
     }
 }
 
-TEST_F(PromptCardLookTest, HasABorderOneWideAndCornersOfRadiusNine)
+TEST_F(PromptCardLookTest, HasA1PointBorderAndCornerRadius9)
 {
     for (const auto &tag : AllColors) {
         block.color = tag.color;
@@ -118,7 +118,7 @@ TEST_F(PromptCardLookTest, HasABorderOneWideAndCornersOfRadiusNine)
     }
 }
 
-TEST_F(PromptCardLookTest, PadsItsContentByTenAndSpacesItByEight)
+TEST_F(PromptCardLookTest, PadsItsContentBy10AndSpacesItBy8Points)
 {
     const auto &handle = *card.findChild<DragHandle *>();
     EXPECT_EQ(handle.geometry(), QRect(10, 10, 44, 24));
@@ -130,7 +130,7 @@ TEST_F(PromptCardLookTest, PadsItsContentByTenAndSpacesItByEight)
     EXPECT_EQ(card.height(), 132 + ActionButton::buttonHeight() + 10);
 }
 
-TEST_F(PromptCardLookTest, KeepsItsContentInPlaceWhenItGrowsWider)
+TEST_F(PromptCardLookTest, AlignsItsContentAtAnyWidth)
 {
     card.resize(500, card.height());
     EXPECT_EQ(editor().geometry(), QRect(12, 42, 476, 82));
@@ -138,7 +138,7 @@ TEST_F(PromptCardLookTest, KeepsItsContentInPlaceWhenItGrowsWider)
     EXPECT_EQ(placeOf("Delete node").right(), 489);
 }
 
-TEST_F(PromptCardLookTest, PutsTheColorMenuBesideTheTrashAtTheRight)
+TEST_F(PromptCardLookTest, PlacesColorAndDeleteButtonsAtTheRight)
 {
     const QRect trash = placeOf("Delete node");
     const QRect palette = placeOf("Node color");
@@ -149,7 +149,7 @@ TEST_F(PromptCardLookTest, PutsTheColorMenuBesideTheTrashAtTheRight)
     EXPECT_EQ(trash.center().y(), 21);
 }
 
-TEST_F(PromptCardLookTest, SpacesItsActionsBySix)
+TEST_F(PromptCardLookTest, SpacesItsActionsBy6Points)
 {
     renderText("https://example.com");
     EXPECT_EQ(placeOf("Launch").left() - (placeOf("Dictate").right() + 1), 6);
@@ -158,7 +158,7 @@ TEST_F(PromptCardLookTest, SpacesItsActionsBySix)
     EXPECT_EQ(placeOf("Dictate").left() - (placeOf("Paste").right() + 1), 6);
 }
 
-TEST_F(PromptCardLookTest, DrawsTheHandlesLinesAtItsLeftInTheSecondaryColor)
+TEST_F(PromptCardLookTest, DrawsTheHandleInTheSecondaryColor)
 {
     const QColor fill = over(Raised, Ground);
     const Picture seen = picture();
@@ -172,7 +172,7 @@ TEST_F(PromptCardLookTest, DrawsTheHandlesLinesAtItsLeftInTheSecondaryColor)
     EXPECT_TRUE(isColor(seen.strongestInkIn(handle, fill), over(SrgbColor::white(0.56), fill), 24));
 }
 
-TEST_F(PromptCardLookTest, DrawsTheHeadersSymbolsInTheSecondaryColor)
+TEST_F(PromptCardLookTest, DrawsHeaderSymbolsInTheSecondaryColor)
 {
     const QColor fill = over(Raised, Ground);
     const Picture seen = picture();
@@ -186,7 +186,7 @@ TEST_F(PromptCardLookTest, DrawsTheHeadersSymbolsInTheSecondaryColor)
     }
 }
 
-TEST_F(PromptCardLookTest, ShowsItsGroundThroughTheEditor)
+TEST_F(PromptCardLookTest, EditorIsTransparent)
 {
     renderText("");
     const QColor fill = over(Raised, Ground);
@@ -209,7 +209,7 @@ TEST_F(PromptCardLookTest, HighlightsCopiedAndStop)
     EXPECT_TRUE(isColor(fillOfAction("Stop"), active));
 }
 
-TEST_F(PromptCardLookTest, ShowsEachActionsSymbol)
+TEST_F(PromptCardLookTest, ShowsTheSymbolOfEachAction)
 {
     block.text = "";
     render();
@@ -225,7 +225,7 @@ TEST_F(PromptCardLookTest, ShowsEachActionsSymbol)
     EXPECT_TRUE(showsSymbol("Stop", "waveform", true));
 }
 
-TEST_F(PromptCardLookTest, ShowsWhichColorANodeTakesOn)
+TEST_F(PromptCardLookTest, RepaintsWhenTheColorChanges)
 {
     const Picture before = picture();
     block.color = BlockColor::blue;

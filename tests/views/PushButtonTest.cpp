@@ -34,7 +34,7 @@ protected:
     PushButton button { QStringLiteral("Title"), &window };
 };
 
-TEST_F(PushButtonTest, IsWideEnoughForItsTitle)
+TEST_F(PushButtonTest, FitsItsTitle)
 {
     const Picture seen(button);
     const QRectF ink = seen.inkIn(QRectF(button.rect()).adjusted(2, 2, -2, -2), bezel());
@@ -44,7 +44,7 @@ TEST_F(PushButtonTest, IsWideEnoughForItsTitle)
     EXPECT_NEAR(ink.center().x(), button.width() / 2.0, 1.5);
 }
 
-TEST_F(PushButtonTest, IsDimWhileItCannotBePressed)
+TEST_F(PushButtonTest, IsDimmedWhileDisabled)
 {
     const QColor enabled = ink();
     button.setEnabled(false);
@@ -52,7 +52,7 @@ TEST_F(PushButtonTest, IsDimWhileItCannotBePressed)
     EXPECT_LT(ink().lightness(), enabled.lightness() / 2);
 }
 
-TEST_F(PushButtonTest, LightsUpUnderThePointerIfItCanBePressed)
+TEST_F(PushButtonTest, HighlightsOnHoverWhileEnabled)
 {
     EXPECT_TRUE(isColor(bezel(), over(SrgbColor::white(0.12), Qt::black)));
     Input::moveTo(button, { 10, 10 });
@@ -61,7 +61,7 @@ TEST_F(PushButtonTest, LightsUpUnderThePointerIfItCanBePressed)
     EXPECT_TRUE(isColor(bezel(), over(SrgbColor::white(0.12 * 0.4), Qt::black)));
 }
 
-TEST_F(PushButtonTest, ShowsByItsColorThatReturnPressesIt)
+TEST_F(PushButtonTest, UsesTheAccentColorAsDefaultButton)
 {
     button.setDefault(true);
     EXPECT_TRUE(isColor(bezel(), over(Accent.withOpacity(0.85), Qt::black)));

@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(QuillsatchelViewLookTest, HasThePanelsSizes)
+TEST_F(QuillsatchelViewLookTest, HasThePanelSizes)
 {
     openView(Texts {});
     EXPECT_EQ(view->minimumSize(), QSize(390, 420));
@@ -44,7 +44,7 @@ TEST_F(QuillsatchelViewLookTest, StacksStripDividerListAndButton)
     }
 }
 
-TEST_F(QuillsatchelViewLookTest, DimsSelectedTextWithoutTheKeyboard)
+TEST_F(QuillsatchelViewLookTest, DimsTheSelectionWithoutFocus)
 {
     openView(Texts { "    ", "    " });
     for (const std::size_t index : { 0U, 1U }) {
@@ -102,7 +102,7 @@ TEST_F(QuillsatchelViewLookTest, DrawsTheNewNodeButtonAsACapsule)
     EXPECT_EQ(Input::spokenName(button), "New Node");
 }
 
-TEST_F(QuillsatchelViewLookTest, PadsAndSpacesTheCardsByTen)
+TEST_F(QuillsatchelViewLookTest, PadsAndSpacesTheCardsBy10Points)
 {
     openView(Texts { "a", "b" });
     EXPECT_EQ(card(0).mapTo(&*view, QPoint()), QPoint(10, 49));
@@ -131,7 +131,7 @@ TEST_F(QuillsatchelViewLookTest, ShowsTheEmptyStateInTheSecondaryColor)
         isColor(picture.strongestInkIn(ink, Ground), over(SrgbColor::white(0.56), Ground), 16));
 }
 
-TEST_F(QuillsatchelViewLookTest, WritesTheEmptyStatesTextsInTheirSizes)
+TEST_F(QuillsatchelViewLookTest, SetsTheFontsOfTheEmptyState)
 {
     openView(Texts {});
     auto &empty = *view->findChild<EmptyState *>();

@@ -11,7 +11,7 @@ namespace
 /// What the user does reaches the store, and what the store holds is shown.
 using QuillsatchelViewTest = PanelContentFixture;
 
-TEST_F(QuillsatchelViewTest, ShowsTheActiveTabsNodes)
+TEST_F(QuillsatchelViewTest, ShowsTheNodesOfTheActiveTab)
 {
     openView({ tabOf("One", { "a", "b" }), tabOf("Two", { "c" }) });
     ASSERT_EQ(cards().size(), 2U);
@@ -23,7 +23,7 @@ TEST_F(QuillsatchelViewTest, ShowsTheActiveTabsNodes)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "c");
 }
 
-TEST_F(QuillsatchelViewTest, StoresWhatIsTyped)
+TEST_F(QuillsatchelViewTest, StoresTypedText)
 {
     openView(Texts { "a", "b" });
     Input::click(editor(1));
@@ -46,7 +46,7 @@ TEST_F(QuillsatchelViewTest, ColorsANode)
     EXPECT_EQ(blocks()[0].color, BlockColor::none);
 }
 
-TEST_F(QuillsatchelViewTest, CopiesANodeAndMarksItForAWhile)
+TEST_F(QuillsatchelViewTest, MarksACopiedNodeFor1400Milliseconds)
 {
     openView(Texts { "a", "b" });
     press(card(1), "Copy");
@@ -60,7 +60,7 @@ TEST_F(QuillsatchelViewTest, CopiesANodeAndMarksItForAWhile)
     EXPECT_TRUE(Input::button(card(1), "Copy"));
 }
 
-TEST_F(QuillsatchelViewTest, PastesInPlaceOfTheWholeText)
+TEST_F(QuillsatchelViewTest, PasteReplacesTheWholeText)
 {
     openView(Texts { "" });
     machine.pasteboard.contents = "from elsewhere";
@@ -72,7 +72,7 @@ TEST_F(QuillsatchelViewTest, PastesInPlaceOfTheWholeText)
     EXPECT_EQ(blocks()[0].text, "from elsewhere");
 }
 
-TEST_F(QuillsatchelViewTest, PastesNothingWhereNoTextLies)
+TEST_F(QuillsatchelViewTest, PastesNothingWithoutTextOnTheClipboard)
 {
     openView(Texts { "" });
     machine.pasteboard.contents.reset();
@@ -88,7 +88,7 @@ TEST_F(QuillsatchelViewTest, LaunchesAnAddress)
     EXPECT_EQ(blocks()[1].text, " https://example.com/a\n");
 }
 
-TEST_F(QuillsatchelViewTest, DeletesANodeAtOnce)
+TEST_F(QuillsatchelViewTest, DeletesANodeImmediately)
 {
     openView(Texts { "a", "b" });
     press(card(0), "Delete node");
@@ -98,7 +98,7 @@ TEST_F(QuillsatchelViewTest, DeletesANodeAtOnce)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "b");
 }
 
-TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClick)
+TEST_F(QuillsatchelViewTest, ADoubleClickDeletesOnlyOneNode)
 {
     openView(Texts { "a", "b", "c" });
     Input::doubleClick(*Input::button(card(0), "Delete node"), [this] { settle(); });
@@ -110,7 +110,7 @@ TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClick)
     EXPECT_EQ(blocks()[0].text, "c");
 }
 
-TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClickThatIsFasterThanTheDrawing)
+TEST_F(QuillsatchelViewTest, ADoubleClickBeforeRenderingDeletesOnlyOneNode)
 {
     openView(Texts { "a", "b" });
     Input::doubleClick(*Input::button(card(0), "Delete node"), [] {});
@@ -119,7 +119,7 @@ TEST_F(QuillsatchelViewTest, DeletesOneNodeWithADoubleClickThatIsFasterThanTheDr
     EXPECT_EQ(blocks()[0].text, "b");
 }
 
-TEST_F(QuillsatchelViewTest, HighlightsTheTrashThatComesUnderThePointer)
+TEST_F(QuillsatchelViewTest, HighlightsADeleteButtonMovedUnderThePointer)
 {
     openView(Texts { "a", "b" });
     const auto &trash = *Input::button(card(0), "Delete node");
@@ -131,7 +131,7 @@ TEST_F(QuillsatchelViewTest, HighlightsTheTrashThatComesUnderThePointer)
     EXPECT_TRUE(Input::button(card(0), "Delete node")->underMouse());
 }
 
-TEST_F(QuillsatchelViewTest, ConvertsForeignLineEndsOnceTheNodeIsEdited)
+TEST_F(QuillsatchelViewTest, ConvertsLineEndingsOnceTheNodeIsEdited)
 {
     const std::string text = "a\r\nb\rc\u2029d";
     openView(Texts { text });
@@ -148,7 +148,7 @@ TEST_F(QuillsatchelViewTest, ConvertsForeignLineEndsOnceTheNodeIsEdited)
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a\nb\nc\nd!");
 }
 
-TEST_F(QuillsatchelViewTest, DoesNotDictateOnADoubleClickOnPaste)
+TEST_F(QuillsatchelViewTest, ADoubleClickOnPasteDoesNotDictate)
 {
     openView(Texts { "" });
     machine.pasteboard.contents = "clip";
@@ -157,14 +157,14 @@ TEST_F(QuillsatchelViewTest, DoesNotDictateOnADoubleClickOnPaste)
     EXPECT_TRUE(machine.speech.questions.empty());
 }
 
-TEST_F(QuillsatchelViewTest, AddsTwoNodesWithADoubleClick)
+TEST_F(QuillsatchelViewTest, ADoubleClickOnNewNodeAddsTwo)
 {
     openView(Texts {});
     Input::doubleClick(*Input::button(*view, "New Node"), [this] { settle(); });
     EXPECT_EQ(blocks().size(), 2U);
 }
 
-TEST_F(QuillsatchelViewTest, MovesANodeByADrag)
+TEST_F(QuillsatchelViewTest, MovesANodeByDragging)
 {
     openView(Texts { "a", "b", "c" });
     auto &handle = *card(0).findChild<DragHandle *>();
@@ -206,7 +206,7 @@ TEST_F(QuillsatchelViewTest, ShowsTheEmptyStateUntilThereIsANode)
     EXPECT_TRUE(isEmptyStateShown());
 }
 
-TEST_F(QuillsatchelViewTest, LetsTheUserTypeIntoTheNewNode)
+TEST_F(QuillsatchelViewTest, FocusesANewNode)
 {
     openView(numberedTexts(30));
     press("New Node");
@@ -219,7 +219,7 @@ TEST_F(QuillsatchelViewTest, LetsTheUserTypeIntoTheNewNode)
         QRect(cards().back()->mapTo(&*view, QPoint()), cards().back()->size())));
 }
 
-TEST_F(QuillsatchelViewTest, AddsANodeFromTheKeyboard)
+TEST_F(QuillsatchelViewTest, AddsANodeByKeyboard)
 {
     openView(Texts {});
     Input::button(*view, "New Node")->setFocus(Qt::TabFocusReason);
@@ -228,7 +228,7 @@ TEST_F(QuillsatchelViewTest, AddsANodeFromTheKeyboard)
     EXPECT_EQ(blocks().size(), 1U);
 }
 
-TEST_F(QuillsatchelViewTest, ShowsNeitherCardsNorTheEmptyStateWithoutATab)
+TEST_F(QuillsatchelViewTest, ShowsNothingWithoutATab)
 {
     const PromptTab twin = tabOf("Twin", { "a" });
     openView({ twin, twin });
@@ -243,7 +243,7 @@ TEST_F(QuillsatchelViewTest, ShowsNeitherCardsNorTheEmptyStateWithoutATab)
     EXPECT_TRUE(isEmptyStateShown());
 }
 
-TEST_F(QuillsatchelViewTest, ChangesTheDocumentOnceForEachEdit)
+TEST_F(QuillsatchelViewTest, ChangesTheDocumentOncePerEdit)
 {
     openView(Texts { "a" });
     int changes = 0;
@@ -255,7 +255,7 @@ TEST_F(QuillsatchelViewTest, ChangesTheDocumentOnceForEachEdit)
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(QuillsatchelViewTest, SavesALittleAfterEachEdit)
+TEST_F(QuillsatchelViewTest, SavesAfterEachEdit)
 {
     openView(Texts { "a" });
     EXPECT_TRUE(saves([this] { press("New Node"); }));
@@ -265,7 +265,7 @@ TEST_F(QuillsatchelViewTest, SavesALittleAfterEachEdit)
     EXPECT_EQ(savedDocument(), std::nullopt);
 }
 
-TEST_F(QuillsatchelViewTest, SavesWhatCanBeReadAgainAfterHalfASurrogatePairWasTyped)
+TEST_F(QuillsatchelViewTest, SavesValidTextAfterHalfASurrogatePair)
 {
     openView(Texts { "" });
     Input::click(editor(0));
@@ -275,7 +275,7 @@ TEST_F(QuillsatchelViewTest, SavesWhatCanBeReadAgainAfterHalfASurrogatePairWasTy
     EXPECT_NE(savedDocument()->tabs[0].blocks[0].text.find('a'), std::string::npos);
 }
 
-TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardWhileItIsWanted)
+TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardByItsPreference)
 {
     openView(Texts {});
     preferences.showsSettingsCard.set(true);
@@ -291,7 +291,7 @@ TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardWhileItIsWanted)
     EXPECT_FALSE(settingsCard());
 }
 
-TEST_F(QuillsatchelViewTest, LaysTheSettingsCardAboveTheAboutCardWhicheverCameFirst)
+TEST_F(QuillsatchelViewTest, KeepsTheSettingsCardAboveTheAboutCard)
 {
     openView(Texts {});
     const auto isSettingsCardAbove = [this] {

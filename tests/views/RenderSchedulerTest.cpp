@@ -29,7 +29,7 @@ protected:
     std::optional<RenderScheduler> scheduler;
 };
 
-TEST_F(RenderSchedulerTest, RendersOnTheNextTurnWithTheNewState)
+TEST_F(RenderSchedulerTest, RendersLaterWithTheNewState)
 {
     preferences.alwaysOnTop.set(false);
     EXPECT_EQ(renders, 0);
@@ -38,7 +38,7 @@ TEST_F(RenderSchedulerTest, RendersOnTheNextTurnWithTheNewState)
     EXPECT_FALSE(onTopWhenRendered);
 }
 
-TEST_F(RenderSchedulerTest, RendersOnceForManyChangesOfOneTurn)
+TEST_F(RenderSchedulerTest, RendersOnceForManyChanges)
 {
     for (int count = 0; count < 100; ++count)
         preferences.alwaysOnTop.set(count % 2 == 0);
@@ -50,7 +50,7 @@ TEST_F(RenderSchedulerTest, RendersOnceForManyChangesOfOneTurn)
     EXPECT_EQ(renders, 1);
 }
 
-TEST_F(RenderSchedulerTest, RendersAgainForChangesOfALaterTurn)
+TEST_F(RenderSchedulerTest, RendersAgainForLaterChanges)
 {
     preferences.alwaysOnTop.set(false);
     mainQueue.runPending();
@@ -59,7 +59,7 @@ TEST_F(RenderSchedulerTest, RendersAgainForChangesOfALaterTurn)
     EXPECT_EQ(renders, 2);
 }
 
-TEST_F(RenderSchedulerTest, RendersOnTheTurnAfterForAChangeWhileItRenders)
+TEST_F(RenderSchedulerTest, RendersAgainForAChangeWhileRendering)
 {
     int count = 0;
     RenderScheduler *again = nullptr;
@@ -73,7 +73,7 @@ TEST_F(RenderSchedulerTest, RendersOnTheTurnAfterForAChangeWhileItRenders)
     EXPECT_EQ(count, 2);
 }
 
-TEST_F(RenderSchedulerTest, DoesNotRenderOnceItIsGone)
+TEST_F(RenderSchedulerTest, DoesNotRenderOnceDestroyed)
 {
     preferences.alwaysOnTop.set(false);
     scheduler.reset();

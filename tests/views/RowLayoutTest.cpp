@@ -17,21 +17,21 @@ RowLayout layout(std::size_t count, int offset)
     return { count, RowHeight, Height, offset };
 }
 
-TEST(RowLayoutTest, PutsRowsOneBelowTheOther)
+TEST(RowLayoutTest, StacksRows)
 {
     EXPECT_EQ(layout(3, 0).topOf(0), 10);
     EXPECT_EQ(layout(3, 0).topOf(2), 210);
     EXPECT_EQ(layout(3, 30).topOf(2), 180);
 }
 
-TEST(RowLayoutTest, ScrollsUntilTheSpaceBelowTheLastRowShows)
+TEST(RowLayoutTest, ScrollRangeIncludesTheSpaceBelowTheLastRow)
 {
     EXPECT_EQ(layout(0, 0).scrollRange(), 0);
     EXPECT_EQ(layout(2, 0).scrollRange(), 0);
     EXPECT_EQ(layout(3, 0).scrollRange(), 10 + 3 * 100 - Height);
 }
 
-TEST(RowLayoutTest, HasTheRowsInSightThatShowAPoint)
+TEST(RowLayoutTest, RowsAreVisibleWhileAPointOfThemShows)
 {
     EXPECT_EQ(layout(10, 0).inSight(), (Rows { 0, 3 }));
     EXPECT_EQ(layout(10, 99).inSight(), (Rows { 0, 4 })) << "the first shows its last point";
@@ -40,7 +40,7 @@ TEST(RowLayoutTest, HasTheRowsInSightThatShowAPoint)
     EXPECT_EQ(layout(0, 0).inSight(), (Rows { 0, 0 }));
 }
 
-TEST(RowLayoutTest, HasOneScreenAroundNearby)
+TEST(RowLayoutTest, NearbyIncludesOneScreenAround)
 {
     EXPECT_EQ(layout(100, 0).nearby(), (Rows { 0, 6 }));
     EXPECT_EQ(layout(100, 5'010).nearby(), (Rows { 47, 56 }));
@@ -48,20 +48,20 @@ TEST(RowLayoutTest, HasOneScreenAroundNearby)
     EXPECT_EQ(layout(0, 0).nearby(), (Rows { 0, 0 }));
 }
 
-TEST(RowLayoutTest, HasNothingInSightWhereItIsScrolledPastTheEnd)
+TEST(RowLayoutTest, NothingIsVisiblePastTheEnd)
 {
     EXPECT_EQ(layout(2, 1'000).inSight(), (Rows { 2, 2 }));
     EXPECT_EQ(layout(2, 1'000).nearby(), (Rows { 1, 2 }));
 }
 
-TEST(RowLayoutTest, RevealsARowByTheShortestWay)
+TEST(RowLayoutTest, RevealsARowWithMinimalScrolling)
 {
     EXPECT_EQ(layout(10, 500).offsetToReveal(2), 200) << "above: to the top";
     EXPECT_EQ(layout(10, 0).offsetToReveal(5), 10 + 6 * 100 - Height) << "below: to the bottom";
     EXPECT_EQ(layout(10, 150).offsetToReveal(2), 150) << "in sight already";
 }
 
-TEST(RowLayoutTest, KeepsFarRowsWhereWidgetsHaveRoom)
+TEST(RowLayoutTest, ClampsFarPositionsToTheWidgetLimit)
 {
     constexpr std::size_t Many = 1'000'000'000;
     EXPECT_EQ(layout(Many, 0).topOf(999'999'999), 100'000);

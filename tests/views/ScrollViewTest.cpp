@@ -43,7 +43,7 @@ protected:
     std::vector<QWidget *> rows;
 };
 
-TEST_F(ScrollViewTest, AsksForTheHeightOfItsContent)
+TEST_F(ScrollViewTest, HintsTheHeightOfItsContent)
 {
     EXPECT_EQ(view.sizeHint().height(), 10 * RowHeight);
     EXPECT_EQ(view.content()->size(), QSize(200, 10 * RowHeight));
@@ -51,7 +51,7 @@ TEST_F(ScrollViewTest, AsksForTheHeightOfItsContent)
     EXPECT_EQ(bar().pageStep(), 200);
 }
 
-TEST_F(ScrollViewTest, HighlightsWhatScrollsUnderThePointer)
+TEST_F(ScrollViewTest, UpdatesHoverWhileScrolling)
 {
     QCursor::setPos(rows[0]->mapToGlobal(rows[0]->rect().center()));
     QApplication::processEvents();
@@ -69,7 +69,7 @@ TEST_F(ScrollViewTest, ScrollsByTheWheel)
     EXPECT_EQ(topOf(0), 0);
 }
 
-TEST_F(ScrollViewTest, ScrollsByKeysAndTellsThemFromOthers)
+TEST_F(ScrollViewTest, ScrollsByScrollKeysOnly)
 {
     EXPECT_TRUE(view.scroll(Qt::Key_Down));
     EXPECT_EQ(topOf(0), -24);
@@ -87,7 +87,7 @@ TEST_F(ScrollViewTest, ScrollsByKeysAndTellsThemFromOthers)
     EXPECT_FALSE(view.scroll(Qt::Key_Escape));
 }
 
-TEST_F(ScrollViewTest, ScrollsNoFurtherThanItMustToRevealARow)
+TEST_F(ScrollViewTest, RevealsARowWithMinimalScrolling)
 {
     view.reveal(*rows[3]);
     EXPECT_EQ(topOf(0), 0);
@@ -99,7 +99,7 @@ TEST_F(ScrollViewTest, ScrollsNoFurtherThanItMustToRevealARow)
     EXPECT_EQ(topOf(1), 0);
 }
 
-TEST_F(ScrollViewTest, RevealsTheRowThatHoldsTheFocus)
+TEST_F(ScrollViewTest, RevealsTheFocusedRow)
 {
     auto *const part = new QWidget(rows[7]);
     part->setGeometry(10, 10, 5, 5);
@@ -109,7 +109,7 @@ TEST_F(ScrollViewTest, RevealsTheRowThatHoldsTheFocus)
     EXPECT_EQ(topOf(7), 150);
 }
 
-TEST_F(ScrollViewTest, KeepsTheRevealedRowInSightWhenSizesChange)
+TEST_F(ScrollViewTest, KeepsTheRevealedRowVisibleWhenSizesChange)
 {
     view.reveal(*rows[9]);
     rows[9]->setFixedHeight(80);
@@ -119,7 +119,7 @@ TEST_F(ScrollViewTest, KeepsTheRevealedRowInSightWhenSizesChange)
     EXPECT_EQ(topOf(9), 70);
 }
 
-TEST_F(ScrollViewTest, LetsARevealedRowGoWhenTheUserScrolls)
+TEST_F(ScrollViewTest, StopsKeepingARowVisibleOnceTheUserScrolls)
 {
     view.reveal(*rows[9]);
     view.scroll(Qt::Key_Home);
@@ -133,7 +133,7 @@ TEST_F(ScrollViewTest, LetsARevealedRowGoWhenTheUserScrolls)
     EXPECT_EQ(topOf(0), top);
 }
 
-TEST_F(ScrollViewTest, StaysWithinItsContentWhenThatShrinks)
+TEST_F(ScrollViewTest, StaysInRangeWhenItsContentShrinks)
 {
     view.scroll(Qt::Key_End);
     for (std::size_t row = 4; row < 10; ++row)
@@ -143,7 +143,7 @@ TEST_F(ScrollViewTest, StaysWithinItsContentWhenThatShrinks)
     EXPECT_EQ(bar().maximum(), 0);
 }
 
-TEST_F(ScrollViewTest, OutlivesTheRowsItShows)
+TEST_F(ScrollViewTest, SurvivesTheDeletionOfARow)
 {
     rows[9]->setFocus();
     delete rows[9];

@@ -22,7 +22,7 @@ Picture pictureOf(const QSize &size, qreal scale)
              [&shadow](QPainter &painter) { painter.drawPixmap(QPoint(), shadow); } };
 }
 
-TEST(ShadowTest, FallsBesideTheRectangleOnly)
+TEST(ShadowTest, DrawsOnlyOutsideTheRectangle)
 {
     for (const qreal scale : { 1.0, 2.0 }) {
         const Picture shadow = pictureOf({ 300, 200 }, scale);
@@ -55,7 +55,7 @@ TEST(ShadowTest, LooksTheSameAtEveryScale)
         EXPECT_TRUE(isColor(once.at(place.x(), place.y()), twice.at(place.x(), place.y()), 6));
 }
 
-TEST(ShadowTest, IsTheSameAtEveryCornerAndEdgeWhateverTheSize)
+TEST(ShadowTest, LooksTheSameAtEverySize)
 {
     const Picture small = pictureOf({ 180, 180 }, 1);
     const Picture large = pictureOf({ 500, 700 }, 1);
@@ -72,7 +72,7 @@ TEST(ShadowTest, IsTheSameAtEveryCornerAndEdgeWhateverTheSize)
     }
 }
 
-TEST(ShadowTest, FallsFromShapesSmallerThanItself)
+TEST(ShadowTest, SupportsShapesSmallerThanTheBlur)
 {
     for (const QSize size : { QSize(50, 50), QSize(300, 50), QSize(50, 300) }) {
         const Picture shadow = pictureOf(size, 1);

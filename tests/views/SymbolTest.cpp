@@ -51,14 +51,14 @@ TEST(SymbolTest, DrawsEveryNamedSymbolWithinItsFrame)
     }
 }
 
-TEST(SymbolTest, TintsAsItIsTold)
+TEST(SymbolTest, AppliesTheTint)
 {
     for (const SrgbColor &tint :
          { SrgbColor::white(), SrgbColor { 0.91, 0.16, 0.17 }, SrgbColor::white(0.5) })
         EXPECT_TRUE(isColor(pictureOf(u"circle.fill"_s, tint, 1).at(20, 20), over(tint, Ground)));
 }
 
-TEST(SymbolTest, KeepsTheProportionsOfADrawing)
+TEST(SymbolTest, KeepsTheAspectRatio)
 {
     const QRectF wide = pictureOf(u"circle.fill"_s, SrgbColor::white(), 1, { 0, 10, 40, 16 })
                             .inkIn({ 0, 0, 40, 40 }, Ground);
@@ -67,7 +67,7 @@ TEST(SymbolTest, KeepsTheProportionsOfADrawing)
     EXPECT_NEAR(wide.center().y(), 18, 1);
 }
 
-TEST(SymbolTest, IsCrisperAtTwiceTheScale)
+TEST(SymbolTest, HasMoreDetailAtScale2)
 {
     // A drawing scaled up would show the same pixels twice.
     const Picture picture = pictureOf(u"checkmark"_s, SrgbColor::white(), 2);
@@ -86,7 +86,7 @@ TEST(SymbolTest, DrawsNothingForAnUnknownName)
     EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white(), 12).isNull());
 }
 
-TEST(SymbolTest, IsWhiteInTheSelectedEntryOfAMenu)
+TEST(SymbolTest, IsWhiteInASelectedMenuItem)
 {
     const QIcon icon = Symbol::menuIcon(u"circle.fill"_s, SrgbColor { 1, 0, 0 }, 12);
     const auto centerOf = [&icon](QIcon::Mode mode) {
@@ -96,7 +96,7 @@ TEST(SymbolTest, IsWhiteInTheSelectedEntryOfAMenu)
     EXPECT_EQ(centerOf(QIcon::Active), QColor(Qt::white));
 }
 
-TEST(SymbolTest, ShowsTheArtworkInItsOwnColors)
+TEST(SymbolTest, DrawsUntintedArtwork)
 {
     for (const auto &name : { u"CupIcon"_s, u"DockIcon"_s, u"Logo"_s }) {
         const Picture picture = pictureOf(name, std::nullopt, 2, { 0, 0, 40, 40 });
@@ -104,7 +104,7 @@ TEST(SymbolTest, ShowsTheArtworkInItsOwnColors)
     }
 }
 
-TEST(SymbolTest, MakesTheApplicationsIconInSeveralSizes)
+TEST(SymbolTest, ProvidesTheApplicationIconInSeveralSizes)
 {
     const QIcon icon = Symbol::applicationIcon(u"DockIcon"_s);
     EXPECT_GE(icon.availableSizes().size(), 4);

@@ -49,7 +49,7 @@ protected:
     TabChip chip { nullptr };
 };
 
-TEST_F(TabChipTest, IsAsWideAsItsNameIsLongWithinLimits)
+TEST_F(TabChipTest, WidthFollowsTheNameWithinLimits)
 {
     constexpr int Padding = 2 * 7;
     EXPECT_EQ(widthFor(""), 74 + Padding);
@@ -63,7 +63,7 @@ TEST_F(TabChipTest, IsAsWideAsItsNameIsLongWithinLimits)
     EXPECT_EQ(widthFor(std::string(1'000'000, 'W')), 145 + Padding);
 }
 
-TEST_F(TabChipTest, CountsCharactersAsPeopleDo)
+TEST_F(TabChipTest, CountsGraphemes)
 {
     EXPECT_EQ(TabChip::textWidth("\u00E4\u00F6\u00FC\u00E4\u00F6\u00FC\u00E4"), 75);
     EXPECT_EQ(TabChip::textWidth("e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301"), 75);
@@ -71,7 +71,7 @@ TEST_F(TabChipTest, CountsCharactersAsPeopleDo)
     EXPECT_EQ(TabChip::textWidth("          "), 96);
 }
 
-TEST_F(TabChipTest, IsAsHighAsItsTextAndItsPadding)
+TEST_F(TabChipTest, FitsTheHeightOfItsText)
 {
     render("Prompts");
     QFont font = QApplication::font();
@@ -81,7 +81,7 @@ TEST_F(TabChipTest, IsAsHighAsItsTextAndItsPadding)
     EXPECT_EQ(chip.size(), chip.sizeHint());
 }
 
-TEST_F(TabChipTest, HasAFaintAccentGroundWhileActive)
+TEST_F(TabChipTest, HasAnAccentFillWhileActive)
 {
     render("Prompts", true);
     const Picture picture(chip, Ground);
@@ -91,7 +91,7 @@ TEST_F(TabChipTest, HasAFaintAccentGroundWhileActive)
         isColor(picture.at(chip.width() / 2.0, 0.4), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
 }
 
-TEST_F(TabChipTest, HasNoGroundWhileInactive)
+TEST_F(TabChipTest, HasNoFillWhileInactive)
 {
     render("Prompts");
     const Picture picture(chip, Ground);
@@ -99,7 +99,7 @@ TEST_F(TabChipTest, HasNoGroundWhileInactive)
     EXPECT_TRUE(isColor(picture.at(chip.width() / 2.0, 0.4), Ground, 0));
 }
 
-TEST_F(TabChipTest, HasCornersOfRadiusSix)
+TEST_F(TabChipTest, HasCornerRadius6)
 {
     render("Prompts", true);
     const Picture picture(chip, Ground);
@@ -116,7 +116,7 @@ TEST_F(TabChipTest, HasCornersOfRadiusSix)
     EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Ground, 0));
 }
 
-TEST_F(TabChipTest, ShowsTheActiveTabsNameBolder)
+TEST_F(TabChipTest, ShowsTheActiveNameBolder)
 {
     EXPECT_GT(strokesOf("Prompts", true), strokesOf("Prompts", false) * 11 / 10);
 }
@@ -129,7 +129,7 @@ TEST_F(TabChipTest, ShowsUntitledForAnEmptyName)
     EXPECT_FALSE(Picture(chip, Ground).inkIn(chip.rect(), Ground).isEmpty());
 }
 
-TEST_F(TabChipTest, IsCalledUntitledWhenItsNameLooksEmpty)
+TEST_F(TabChipTest, IsNamedUntitledForABlankName)
 {
     for (const auto *const name : { " ", "   ", "\t", "\u00A0", "\u200B", "\n" }) {
         render(name);
@@ -138,7 +138,7 @@ TEST_F(TabChipTest, IsCalledUntitledWhenItsNameLooksEmpty)
     }
 }
 
-TEST_F(TabChipTest, KeepsTheBlanksOfItsName)
+TEST_F(TabChipTest, KeepsTheSpacesInItsName)
 {
     for (const auto *const name : { "a  b", " a ", "a\u00A0b" }) {
         render(name);
@@ -149,7 +149,7 @@ TEST_F(TabChipTest, KeepsTheBlanksOfItsName)
     EXPECT_EQ(Input::spokenName(chip), "a b");
 }
 
-TEST_F(TabChipTest, ShowsTheSamePlaceholderWhileAnEmptyNameIsEdited)
+TEST_F(TabChipTest, ShowsThePlaceholderWhileEditingAnEmptyName)
 {
     render("", true, true);
     const auto *const field = chip.findChild<QLineEdit *>();
@@ -159,7 +159,7 @@ TEST_F(TabChipTest, ShowsTheSamePlaceholderWhileAnEmptyNameIsEdited)
     EXPECT_EQ(chip.width(), 74 + 14);
 }
 
-TEST_F(TabChipTest, ShowsThePlaceholderUntilSomethingIsTypedOrComposed)
+TEST_F(TabChipTest, HidesThePlaceholderWhileTypingOrComposing)
 {
     render("", true, true);
     Input::show(chip);
@@ -180,7 +180,7 @@ TEST_F(TabChipTest, ShowsThePlaceholderUntilSomethingIsTypedOrComposed)
     EXPECT_FALSE(isShown());
 }
 
-TEST_F(TabChipTest, FramesTheFieldLikeTheLabel)
+TEST_F(TabChipTest, AlignsTheFieldWithTheLabel)
 {
     render("A longer name", true, true);
     const auto &field = *chip.findChild<QLineEdit *>();
@@ -193,7 +193,7 @@ TEST_F(TabChipTest, FramesTheFieldLikeTheLabel)
         isColor(picture.at(3, chip.height() / 2.0), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
 }
 
-TEST_F(TabChipTest, KeepsALongNameWithinItsFrame)
+TEST_F(TabChipTest, KeepsALongNameInsideItsFrame)
 {
     for (const std::string &name : { std::string(17, 'W'), std::string(1'000'000, 'W'),
                                      std::string("one\ntwo\nthree\nfour\nfive") }) {
@@ -208,7 +208,7 @@ TEST_F(TabChipTest, KeepsALongNameWithinItsFrame)
     }
 }
 
-TEST_F(TabChipTest, IsATabWithItsNameForThoseWhoCannotSee)
+TEST_F(TabChipTest, HasTheAccessibleRoleOfATab)
 {
     render("Prompts", true);
     EXPECT_EQ(Input::role(chip), QAccessible::PageTab);

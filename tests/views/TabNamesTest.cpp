@@ -19,7 +19,7 @@ protected:
     const std::string &nameOf(std::size_t tab) { return store().tabs().get()[tab].name; }
 };
 
-TEST_F(TabNamesTest, AnAmpersandInANameIsNoShortcut)
+TEST_F(TabNamesTest, AnAmpersandInANameIsNotAShortcut)
 {
     openView({ tabOf("Prompts", { "text" }), tabOf("R&D") });
     Input::click(editor(0));
@@ -29,7 +29,7 @@ TEST_F(TabNamesTest, AnAmpersandInANameIsNoShortcut)
     EXPECT_EQ(Input::spokenName(chip("R&D")), "R&D");
 }
 
-TEST_F(TabNamesTest, StoresANameThatAnAssistiveProgramTypes)
+TEST_F(TabNamesTest, StoresANameTypedByAssistiveTechnology)
 {
     openView({ tabOf("Old") });
     Input::doubleClick(chip("Old"));
@@ -61,7 +61,7 @@ TEST_F(TabNamesTest, RenamingEndsWhenACardOpens)
     EXPECT_TRUE(chip("Old").hasFocus());
 }
 
-TEST_F(TabNamesTest, ADeletedTabsFocusStaysNearbyAndTheStripWhereItIs)
+TEST_F(TabNamesTest, MovesTheFocusToANeighbourOfADeletedTab)
 {
     std::vector<PromptTab> tabs;
     for (int number = 0; number < 20; ++number)

@@ -26,7 +26,7 @@ protected:
     bool isRenaming() const { return field() != nullptr; }
 };
 
-TEST_F(TabStripRenamingTest, SelectsATabByADoubleClickAndLetsItBeRenamed)
+TEST_F(TabStripRenamingTest, ADoubleClickSelectsAndRenamesATab)
 {
     doubleClick(1);
     EXPECT_EQ(activeChip(), 1U);
@@ -36,7 +36,7 @@ TEST_F(TabStripRenamingTest, SelectsATabByADoubleClickAndLetsItBeRenamed)
     EXPECT_TRUE(field()->hasFocus());
 }
 
-TEST_F(TabStripRenamingTest, FocusesTheFieldOneTurnLater)
+TEST_F(TabStripRenamingTest, FocusesTheFieldAsynchronously)
 {
     Input::doubleClick(chip(1));
     EXPECT_FALSE(isRenaming() && field()->hasFocus());
@@ -45,7 +45,7 @@ TEST_F(TabStripRenamingTest, FocusesTheFieldOneTurnLater)
     EXPECT_TRUE(field()->hasFocus());
 }
 
-TEST_F(TabStripRenamingTest, StoresEachKeystrokeAtOnce)
+TEST_F(TabStripRenamingTest, StoresEachKeystrokeImmediately)
 {
     doubleClick(1);
     type("a");
@@ -63,7 +63,7 @@ TEST_F(TabStripRenamingTest, StoresEachKeystrokeAtOnce)
     EXPECT_EQ(names()[2], "Three");
 }
 
-TEST_F(TabStripRenamingTest, NeverLosesLettersTypedFasterThanItIsDrawn)
+TEST_F(TabStripRenamingTest, LosesNoLettersTypedBeforeRendering)
 {
     doubleClick(1);
     Input::type(window, "a quick name");
@@ -72,7 +72,7 @@ TEST_F(TabStripRenamingTest, NeverLosesLettersTypedFasterThanItIsDrawn)
     EXPECT_EQ(field()->text().toStdString(), "a quick name");
 }
 
-TEST_F(TabStripRenamingTest, KeepsTheCursorWhileTheNameIsTyped)
+TEST_F(TabStripRenamingTest, KeepsTheCursorWhileTyping)
 {
     doubleClick(1);
     key(Qt::Key_Home);
@@ -107,7 +107,7 @@ TEST_F(TabStripRenamingTest, EndsOnReturn)
     EXPECT_EQ(activeChip(), 1U);
 }
 
-TEST_F(TabStripRenamingTest, EndsOnEscapeWithoutTakingAnythingBack)
+TEST_F(TabStripRenamingTest, EndsOnEscapeAndKeepsTheName)
 {
     doubleClick(1);
     type("New");
@@ -116,7 +116,7 @@ TEST_F(TabStripRenamingTest, EndsOnEscapeWithoutTakingAnythingBack)
     EXPECT_EQ(names()[1], "New");
 }
 
-TEST_F(TabStripRenamingTest, EndsWhenTheFocusGoesElsewhere)
+TEST_F(TabStripRenamingTest, EndsWhenTheFocusMoves)
 {
     doubleClick(1);
     type("New");
@@ -137,7 +137,7 @@ TEST_F(TabStripRenamingTest, EndsWhenAnotherChipIsClicked)
     EXPECT_EQ(activeChip(), 2U);
 }
 
-TEST_F(TabStripRenamingTest, EndsOnAPressAnywhereOutsideTheField)
+TEST_F(TabStripRenamingTest, EndsOnAPressOutsideTheField)
 {
     const QPoint onTheGround(400, 150);
     const QPoint besideTheChips(390, 19);
@@ -154,7 +154,7 @@ TEST_F(TabStripRenamingTest, EndsOnAPressAnywhereOutsideTheField)
     }
 }
 
-TEST_F(TabStripRenamingTest, LeavesTheFocusWithTheChipAfterAPressOutside)
+TEST_F(TabStripRenamingTest, FocusesTheChipAfterAPressOutside)
 {
     doubleClick(1);
     Input::click(window, { 400, 150 });
@@ -182,7 +182,7 @@ TEST_F(TabStripRenamingTest, EndsWhenATabIsAdded)
     EXPECT_FALSE(isRenaming());
 }
 
-TEST_F(TabStripRenamingTest, GoesOnWhileTheFieldIsPressed)
+TEST_F(TabStripRenamingTest, ContinuesWhenTheFieldIsClicked)
 {
     doubleClick(1);
     Input::click(*field());
@@ -191,7 +191,7 @@ TEST_F(TabStripRenamingTest, GoesOnWhileTheFieldIsPressed)
     EXPECT_TRUE(field()->hasFocus());
 }
 
-TEST_F(TabStripRenamingTest, GoesOnWhenTheFieldsMenuIsUsed)
+TEST_F(TabStripRenamingTest, ContinuesWhenTheFieldsMenuIsUsed)
 {
     doubleClick(1);
     type("Name");
@@ -207,7 +207,7 @@ TEST_F(TabStripRenamingTest, GoesOnWhenTheFieldsMenuIsUsed)
     EXPECT_EQ(field()->selectedText().toStdString(), "Name");
 }
 
-TEST_F(TabStripRenamingTest, EndsWhenTheFocusGoesElsewhereWhileAnotherWindowIsActive)
+TEST_F(TabStripRenamingTest, EndsWhenTheFocusMovesWhileAnotherWindowIsActive)
 {
     doubleClick(1);
     QWidget other;
@@ -221,7 +221,7 @@ TEST_F(TabStripRenamingTest, EndsWhenTheFocusGoesElsewhereWhileAnotherWindowIsAc
     EXPECT_FALSE(isRenaming());
 }
 
-TEST_F(TabStripRenamingTest, GoesOnToTheChipThatIsDoubleClickedNext)
+TEST_F(TabStripRenamingTest, MovesToTheNextDoubleClickedChip)
 {
     doubleClick(1);
     type("New");
@@ -234,7 +234,7 @@ TEST_F(TabStripRenamingTest, GoesOnToTheChipThatIsDoubleClickedNext)
     EXPECT_EQ(names(), Texts({ "One", "New", "3" }));
 }
 
-TEST_F(TabStripRenamingTest, GoesOnWhileAnotherWindowIsActive)
+TEST_F(TabStripRenamingTest, ContinuesWhileAnotherWindowIsActive)
 {
     doubleClick(1);
     QWidget other;
@@ -243,7 +243,7 @@ TEST_F(TabStripRenamingTest, GoesOnWhileAnotherWindowIsActive)
     EXPECT_TRUE(isRenaming());
 }
 
-TEST_F(TabStripRenamingTest, BeginsFromTheMenuAndByF2)
+TEST_F(TabStripRenamingTest, StartsFromTheMenuAndByF2)
 {
     chooseFromMenu(2, "Rename Tab");
     EXPECT_EQ(activeChip(), 2U);
@@ -287,7 +287,7 @@ TEST_F(TabStripRenamingTest, EndsWhenTheTabIsDeletedFromItsMenu)
     EXPECT_EQ(labels(), Texts({ "One", "Three", "New Tab" }));
 }
 
-TEST_F(TabStripRenamingTest, FollowsANameThatChangesElsewhere)
+TEST_F(TabStripRenamingTest, ShowsANameChangedInTheStore)
 {
     doubleClick(1);
     store().renameTab(store().tabs().get()[1].id, "Elsewhere");
@@ -295,7 +295,7 @@ TEST_F(TabStripRenamingTest, FollowsANameThatChangesElsewhere)
     EXPECT_EQ(field()->text().toStdString(), "Elsewhere");
 }
 
-TEST_F(TabStripRenamingTest, KeepsNoBreakSpacesAndNeverStoresHalfASurrogatePair)
+TEST_F(TabStripRenamingTest, StoresNoBreakSpacesButNoHalfSurrogatePairs)
 {
     doubleClick(1);
     Input::commit(QStringLiteral("\u00A0\U0001F600"));
@@ -322,7 +322,7 @@ TEST_F(TabStripRenamingTest, EditsANameWithLineBreaks)
     EXPECT_EQ(names()[1].size(), 4U);
 }
 
-TEST_F(TabStripRenamingTest, IsQuickWithAnEnormousName)
+TEST_F(TabStripRenamingTest, IsFastWithAVeryLongName)
 {
     const ProcessorTime spent;
     store().renameTab(store().tabs().get()[1].id, std::string(200'000, 'a'));

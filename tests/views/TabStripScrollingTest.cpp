@@ -47,13 +47,13 @@ protected:
     static constexpr int Count = 60;
 };
 
-TEST_F(TabStripScrollingTest, BeginsWithTheFirstTab)
+TEST_F(TabStripScrollingTest, StartsAtTheFirstTab)
 {
     EXPECT_TRUE(isInSight(0));
     EXPECT_FALSE(isInSight(Count - 1));
 }
 
-TEST_F(TabStripScrollingTest, ShowsTheTabThatBecomesActive)
+TEST_F(TabStripScrollingTest, ScrollsToTheActiveTab)
 {
     for (const std::size_t index : { 59U, 0U, 30U, 31U, 2U }) {
         select(index);
@@ -61,7 +61,7 @@ TEST_F(TabStripScrollingTest, ShowsTheTabThatBecomesActive)
     }
 }
 
-TEST_F(TabStripScrollingTest, ShowsANewTab)
+TEST_F(TabStripScrollingTest, ScrollsToANewTab)
 {
     Input::click(*Input::button(*strip, "New tab"));
     settle();
@@ -69,7 +69,7 @@ TEST_F(TabStripScrollingTest, ShowsANewTab)
     EXPECT_TRUE(isInSight(Count) && chip(Count).isChecked());
 }
 
-TEST_F(TabStripScrollingTest, IsScrolledByTheWheel)
+TEST_F(TabStripScrollingTest, ScrollsByTheWheel)
 {
     Input::wheel(*strip, -5);
     EXPECT_FALSE(isInSight(0));
@@ -81,7 +81,7 @@ TEST_F(TabStripScrollingTest, IsScrolledByTheWheel)
     EXPECT_TRUE(isInSight(0));
 }
 
-TEST_F(TabStripScrollingTest, StaysWhereItIsScrolledWhenSomethingElseChanges)
+TEST_F(TabStripScrollingTest, KeepsTheScrollPositionOnOtherChanges)
 {
     Input::wheel(*strip, -20);
     const QRect before = placeOf(20);
@@ -91,7 +91,7 @@ TEST_F(TabStripScrollingTest, StaysWhereItIsScrolledWhenSomethingElseChanges)
     EXPECT_EQ(placeOf(20), before);
 }
 
-TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhileItGrows)
+TEST_F(TabStripScrollingTest, KeepsTheRenamedTabVisibleWhileItGrows)
 {
     select(59);
     doubleClick(59);
@@ -100,7 +100,7 @@ TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhileItGrows)
     EXPECT_TRUE(isInSight(59));
 }
 
-TEST_F(TabStripScrollingTest, ShowsTheWholeChipThatIsToBeRenamed)
+TEST_F(TabStripScrollingTest, ScrollsToTheWholeRenamedChip)
 {
     Input::wheel(*strip, -1); // which leaves a part of the first one
     ASSERT_FALSE(isInSight(0));
@@ -112,7 +112,7 @@ TEST_F(TabStripScrollingTest, ShowsTheWholeChipThatIsToBeRenamed)
     EXPECT_TRUE(isInSight(0));
 }
 
-TEST_F(TabStripScrollingTest, NeverScrollsTheRenamedTabOutOfSight)
+TEST_F(TabStripScrollingTest, DoesNotScrollTheRenamedTabAway)
 {
     select(30);
     doubleClick(30);
@@ -126,7 +126,7 @@ TEST_F(TabStripScrollingTest, NeverScrollsTheRenamedTabOutOfSight)
     EXPECT_TRUE(field());
 }
 
-TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhenTheStripGetsNarrower)
+TEST_F(TabStripScrollingTest, KeepsTheRenamedTabVisibleInANarrowerStrip)
 {
     select(30);
     Input::wheel(*strip, 2); // so that it lies at the right
@@ -138,7 +138,7 @@ TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhenTheStripGetsNarrower)
     EXPECT_LT(placeOf(31).right(), 300 - 9 - 24 - 4);
 }
 
-TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhenTabsBeforeItGoAway)
+TEST_F(TabStripScrollingTest, KeepsTheRenamedTabVisibleWhenTabsAreDeleted)
 {
     select(30);
     doubleClick(30);
@@ -150,14 +150,14 @@ TEST_F(TabStripScrollingTest, KeepsTheRenamedTabInSightWhenTabsBeforeItGoAway)
     EXPECT_EQ(field()->parentWidget(), &chip(5));
 }
 
-TEST_F(TabStripScrollingTest, ShowsTheChipThatTheKeyboardReaches)
+TEST_F(TabStripScrollingTest, ScrollsToTheFocusedChip)
 {
     chip(40).setFocus(Qt::TabFocusReason);
     strip->revealFocus();
     EXPECT_TRUE(isInSight(40));
 }
 
-TEST_F(TabStripScrollingTest, HasRoomForAllTabsAfterManyWentAway)
+TEST_F(TabStripScrollingTest, ShowsAllTabsAfterManyAreDeleted)
 {
     select(59);
     while (store().tabs().get().size() > 2)

@@ -10,14 +10,14 @@ namespace
 
 using TabStripTest = TabStripFixture;
 
-TEST_F(TabStripTest, ShowsOneChipATabInTheirOrder)
+TEST_F(TabStripTest, ShowsOneChipPerTabInOrder)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("") });
     EXPECT_EQ(labels(), Texts({ "One", "Two", "Untitled" }));
     EXPECT_EQ(activeChip(), 0U);
 }
 
-TEST_F(TabStripTest, IsThirtyEightHighWithChipsFourApart)
+TEST_F(TabStripTest, Is38PointsHighWithChips4PointsApart)
 {
     openStrip({ tabOf("One"), tabOf("A longer name"), tabOf("Three") });
     EXPECT_EQ(strip->sizeHint().height(), 38);
@@ -35,7 +35,7 @@ TEST_F(TabStripTest, IsThirtyEightHighWithChipsFourApart)
     EXPECT_EQ(newTab.toolTip().toStdString(), "New tab");
 }
 
-TEST_F(TabStripTest, DarkensItsGroundToItsVeryTop)
+TEST_F(TabStripTest, DarkensItsWholeHeight)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     strip->setContentsMargins(0, 28, 0, 0);
@@ -58,13 +58,13 @@ TEST_F(TabStripTest, SelectsATabByAClick)
     EXPECT_FALSE(field());
 }
 
-TEST_F(TabStripTest, SavesEvenWhenTheActiveTabIsClickedAgain)
+TEST_F(TabStripTest, SavesWhenTheActiveTabIsClickedAgain)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     EXPECT_TRUE(saves([this] { click(0); }));
 }
 
-TEST_F(TabStripTest, SelectsATabFromTheKeyboard)
+TEST_F(TabStripTest, SelectsATabByKeyboard)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     chip(1).setFocus(Qt::TabFocusReason);
@@ -77,7 +77,7 @@ TEST_F(TabStripTest, SelectsATabFromTheKeyboard)
     EXPECT_EQ(activeChip(), 2U);
 }
 
-TEST_F(TabStripTest, LeavesTheKeyboardWhereItIsWhenATabIsClicked)
+TEST_F(TabStripTest, ClickingATabKeepsTheFocusElsewhere)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     elsewhere->setFocus();
@@ -85,7 +85,7 @@ TEST_F(TabStripTest, LeavesTheKeyboardWhereItIsWhenATabIsClicked)
     EXPECT_TRUE(elsewhere->hasFocus());
 }
 
-TEST_F(TabStripTest, TakesTheKeyboardAlongFromTabToTab)
+TEST_F(TabStripTest, MovesTheFocusWithTheActiveTab)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     chip(0).setFocus(Qt::TabFocusReason);
@@ -99,7 +99,7 @@ TEST_F(TabStripTest, TakesTheKeyboardAlongFromTabToTab)
     EXPECT_TRUE(chip(0).hasFocus());
 }
 
-TEST_F(TabStripTest, KeepsTheKeyboardWhenItsTabIsDeleted)
+TEST_F(TabStripTest, KeepsTheFocusWhenItsTabIsDeleted)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     chip(1).setFocus(Qt::TabFocusReason);
@@ -111,7 +111,7 @@ TEST_F(TabStripTest, KeepsTheKeyboardWhenItsTabIsDeleted)
     EXPECT_TRUE(chip(0).hasFocus());
 }
 
-TEST_F(TabStripTest, LeavesTheKeyboardWithATabThatIsNotActive)
+TEST_F(TabStripTest, KeepsTheFocusOnAnInactiveTab)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     chip(1).setFocus(Qt::TabFocusReason);
@@ -120,7 +120,7 @@ TEST_F(TabStripTest, LeavesTheKeyboardWithATabThatIsNotActive)
     EXPECT_TRUE(chip(1).hasFocus());
 }
 
-TEST_F(TabStripTest, AddsATabAndNothingElse)
+TEST_F(TabStripTest, AddsATabWithoutRenamingIt)
 {
     openStrip({ tabOf("One") });
     Input::click(*Input::button(*strip, "New tab"));
@@ -131,7 +131,7 @@ TEST_F(TabStripTest, AddsATabAndNothingElse)
     EXPECT_FALSE(field());
 }
 
-TEST_F(TabStripTest, FollowsTheStore)
+TEST_F(TabStripTest, ShowsChangesOfTheStore)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     store().renameTab(store().tabs().get()[1].id, "Second");
@@ -146,7 +146,7 @@ TEST_F(TabStripTest, FollowsTheStore)
     EXPECT_EQ(activeChip(), 1U);
 }
 
-TEST_F(TabStripTest, KeepsAChipWithItsTab)
+TEST_F(TabStripTest, KeepsTheChipOfATab)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     const auto *const two = &chip(1);
@@ -156,7 +156,7 @@ TEST_F(TabStripTest, KeepsAChipWithItsTab)
     EXPECT_EQ(&chip(0), two);
 }
 
-TEST_F(TabStripTest, OffersToRenameAndToDelete)
+TEST_F(TabStripTest, MenuOffersRenameAndDelete)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     withMenu(1, [](QMenu &menu) {
@@ -171,7 +171,7 @@ TEST_F(TabStripTest, OffersToRenameAndToDelete)
     EXPECT_EQ(activeChip(), 0U);
 }
 
-TEST_F(TabStripTest, TellsOverAChipHowToRenameIt)
+TEST_F(TabStripTest, ShowsAToolTipOverAChip)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     Input::moveTo(chip(1), { 20, 10 });
@@ -179,7 +179,7 @@ TEST_F(TabStripTest, TellsOverAChipHowToRenameIt)
     EXPECT_EQ(QToolTip::text().toStdString(), "Double-click to rename");
 }
 
-TEST_F(TabStripTest, TellsNothingOverTheFieldThatRenamesATab)
+TEST_F(TabStripTest, ShowsNoToolTipWhileRenaming)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     doubleClick(1);
@@ -190,7 +190,7 @@ TEST_F(TabStripTest, TellsNothingOverTheFieldThatRenamesATab)
     }
 }
 
-TEST_F(TabStripTest, DoesNotLetTheOnlyTabBeDeleted)
+TEST_F(TabStripTest, DisablesDeletingTheOnlyTab)
 {
     openStrip({ tabOf("One") });
     withMenu(0, [](QMenu &menu) {
@@ -200,7 +200,7 @@ TEST_F(TabStripTest, DoesNotLetTheOnlyTabBeDeleted)
     });
 }
 
-TEST_F(TabStripTest, DeletesTheTabWhoseMenuItIs)
+TEST_F(TabStripTest, DeletesTheTabOfTheMenu)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     chooseFromMenu(1, "Delete Tab");
@@ -211,7 +211,7 @@ TEST_F(TabStripTest, DeletesTheTabWhoseMenuItIs)
     EXPECT_EQ(activeChip(), 0U);
 }
 
-TEST_F(TabStripTest, OpensAChipsMenuFromTheKeyboard)
+TEST_F(TabStripTest, OpensTheMenuByKeyboard)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
     chip(1).setFocus(Qt::TabFocusReason);
@@ -223,7 +223,7 @@ TEST_F(TabStripTest, OpensAChipsMenuFromTheKeyboard)
         [](QMenu &menu) { EXPECT_EQ(menu.actions().size(), 3); });
 }
 
-TEST_F(TabStripTest, SurvivesTwoTabsOfOneId)
+TEST_F(TabStripTest, HandlesTabsWithEqualIds)
 {
     PromptTab twin = tabOf("Twin");
     twin.id = QUuid::createUuid();
@@ -243,7 +243,7 @@ TEST_F(TabStripTest, SurvivesTwoTabsOfOneId)
     EXPECT_EQ(labels(), Texts({ "One" }));
 }
 
-TEST_F(TabStripTest, ShowsNothingForAStoreWithoutTabs)
+TEST_F(TabStripTest, ShowsNothingWithoutTabs)
 {
     const PromptTab twin = tabOf("Twin");
     openStrip({ twin, twin });
@@ -255,7 +255,7 @@ TEST_F(TabStripTest, ShowsNothingForAStoreWithoutTabs)
     EXPECT_EQ(labels(), Texts({ "New Tab" }));
 }
 
-TEST_F(TabStripTest, IsQuickWithNamesOfAMegabyte)
+TEST_F(TabStripTest, IsFastWithOneMegabyteNames)
 {
     const ProcessorTime spent;
     openStrip({ tabOf(std::string(1'000'000, 'a')), tabOf(std::string(1'000'000, '\n')),

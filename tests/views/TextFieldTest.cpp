@@ -24,7 +24,7 @@ protected:
     TextField field { &window };
 };
 
-TEST_F(TextFieldTest, ShowsByItsBorderWhetherItHasTheKeyboard)
+TEST_F(TextFieldTest, BorderShowsTheFocus)
 {
     const QColor ground = over(SrgbColor::black(0.3), Qt::black);
     EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), ground)));
@@ -34,14 +34,14 @@ TEST_F(TextFieldTest, ShowsByItsBorderWhetherItHasTheKeyboard)
     EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), ground)));
 }
 
-TEST_F(TextFieldTest, DarkensWhatItLiesOn)
+TEST_F(TextFieldTest, DarkensItsBackground)
 {
     const Picture seen(field, Qt::white);
     EXPECT_TRUE(isColor(seen.at(3, 3), over(SrgbColor::black(0.3), Qt::white)));
     EXPECT_TRUE(isColor(seen.at(0, 0), Qt::white, 40)) << "the corner is round";
 }
 
-TEST_F(TextFieldTest, KeepsItsTextOffItsBorder)
+TEST_F(TextFieldTest, KeepsItsTextClearOfTheBorder)
 {
     field.setText(QString(100, u'\u2588')); // blocks, as high as a line
     const Picture seen(field);
@@ -50,7 +50,7 @@ TEST_F(TextFieldTest, KeepsItsTextOffItsBorder)
     EXPECT_LE(seen.inkIn(inside, Qt::black).right(), field.width() - 4);
 }
 
-TEST_F(TextFieldTest, TakesTextsOfAnyLength)
+TEST_F(TextFieldTest, AcceptsTextsOfAnyLength)
 {
     const QString text(100'000, u'x');
     field.setText(text);
