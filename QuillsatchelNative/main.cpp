@@ -4,6 +4,7 @@
 #include "platform/ApplicationFolder.h"
 #include "platform/Platform.h"
 #include "platform/desktop/ClipboardHandover.h"
+#include "platform/desktop/DesktopPlatform.h"
 #include "platform/desktop/DesktopScale.h"
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"

@@ -5,6 +5,7 @@
 #include "PairedRuns.h"
 #include "launchers/FaviconCache.h"
 #include "platform/Platform.h"
+#include "platform/desktop/DesktopPlatform.h"
 #include "platform/network/HttpServer.h"
 #include "support/WebAddress.h"
 

@@ -6,7 +6,7 @@
 #include "SampleLibrary.h"
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
-#include "platform/Platform.h"
+#include "platform/desktop/DesktopPlatform.h"
 #include "support/WholeFile.h"
 #include "views/NodeEditor.h"
 #include "views/NodeList.h"

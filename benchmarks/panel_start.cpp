@@ -6,6 +6,7 @@
 #include "app/FloatingPanel.h"
 #include "app/PanelApplication.h"
 #include "platform/ApplicationFolder.h"
+#include "platform/desktop/DesktopPlatform.h"
 #include "platform/desktop/DesktopScale.h"
 #include "platform/desktop/FontPreload.h"
 #include "platform/desktop/InstanceListener.h"
@@ -31,7 +32,7 @@ int main(int argc, char *argv[])
     DesktopScale::clear();
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
     EmojiFont::apply(fontPreload.colorEmojiFamily());
-    AppDelegate delegate;
+    AppDelegate delegate(desktopPlatform());
     delegate.applicationDidFinishLaunching();
     announceFirstFrame(*delegate.panel().windowHandle());
     const InstanceListener listener(

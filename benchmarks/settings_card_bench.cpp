@@ -7,7 +7,7 @@
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
 #include "launchers/LauncherDocument.h"
-#include "platform/Platform.h"
+#include "platform/desktop/DesktopPlatform.h"
 #include "support/Uuid.h"
 #include "support/WholeFile.h"
 

@@ -25,7 +25,7 @@ class AppDelegate final
 {
 public:
     /// Makes the models, which load their data at once.
-    explicit AppDelegate(Platform &platform = desktopPlatform());
+    explicit AppDelegate(Platform &platform);
     ~AppDelegate();
 
     AppDelegate(const AppDelegate &) = delete;

@@ -20,7 +20,7 @@ public:
     /// Receives the node's whole new text (UTF-8).
     using TextHandler = std::function<void(const std::string &)>;
 
-    explicit DictationController(Platform &platform = desktopPlatform());
+    explicit DictationController(Platform &platform);
     ~DictationController() override;
 
     /// The node that is being dictated into, once the microphone is open.

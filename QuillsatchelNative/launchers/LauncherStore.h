@@ -33,8 +33,7 @@ public:
 
     /// Prepares the folders and loads the slots; writes no file. Stops the process if the machine
     /// has no place for a user's data.
-    explicit LauncherStore(ApplicationChooser &applicationChooser,
-                           Platform &platform = desktopPlatform());
+    LauncherStore(ApplicationChooser &applicationChooser, Platform &platform);
 
     const Published<LauncherSlots> &slots() const { return m_slots; }
 

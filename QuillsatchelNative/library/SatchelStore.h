@@ -24,7 +24,7 @@ class SatchelStore final : public ObservableObject
 public:
     /// Prepares the folder and loads the library; writes no file. Stops the process if the
     /// machine has no place for a user's data.
-    explicit SatchelStore(Platform &platform = desktopPlatform());
+    explicit SatchelStore(Platform &platform);
 
     /// Empty only once tabs that all had one id were deleted: the last tab stays otherwise.
     const Published<std::vector<PromptTab>> &tabs() const { return m_tabs; }

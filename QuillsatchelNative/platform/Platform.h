@@ -21,6 +21,3 @@ struct Platform {
     HttpClient &httpClient;
     Speech &speech;
 };
-
-/// The desktop this program was started on; made at the first call, on the main thread.
-Platform &desktopPlatform();

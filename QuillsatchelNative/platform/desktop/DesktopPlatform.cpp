@@ -1,3 +1,5 @@
+#include "platform/desktop/DesktopPlatform.h"
+
 #include "platform/Platform.h"
 #include "platform/desktop/DesktopHttpClient.h"
 #include "platform/desktop/DesktopSpeech.h"
