@@ -31,10 +31,9 @@ int run(SingleInstance &instance)
     const TerminationSignals terminationSignals;
     StandardFileLocations fileLocations(&instance);
     const auto &desktop = desktopPlatform();
-    Platform platform {
-        desktop.mainQueue,    desktop.pasteboard, desktop.workspace,  fileLocations,
-        desktop.windowSystem, desktop.statusBar,  desktop.httpClient, desktop.speech
-    };
+    Platform platform { desktop.mainQueue, desktop.wallClock,  desktop.pasteboard,
+                        desktop.workspace, fileLocations,      desktop.windowSystem,
+                        desktop.statusBar, desktop.httpClient, desktop.speech };
     AppDelegate delegate(platform);
     delegate.applicationDidFinishLaunching();
     StartupEnvironment::clear();

@@ -6,6 +6,7 @@
 #include "platform/Pasteboard.h"
 #include "platform/Speech.h"
 #include "platform/StatusBar.h"
+#include "platform/WallClock.h"
 #include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 
@@ -13,6 +14,7 @@
 /// what it refers to outlives every model and view.
 struct Platform {
     MainQueue &mainQueue;
+    WallClock &wallClock;
     Pasteboard &pasteboard;
     Workspace &workspace;
     FileLocations &fileLocations;

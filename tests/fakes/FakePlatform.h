@@ -5,6 +5,7 @@
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeSpeech.h"
 #include "fakes/FakeStatusBar.h"
+#include "fakes/FakeWallClock.h"
 #include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
@@ -20,6 +21,7 @@ public:
 
     QTemporaryDir directory;
     ManualMainQueue mainQueue;
+    FakeWallClock wallClock;
     FakePasteboard pasteboard;
     FakeWorkspace workspace;
     FakeFileLocations fileLocations;
@@ -27,6 +29,6 @@ public:
     FakeStatusBar statusBar;
     FakeHttpClient httpClient;
     FakeSpeech speech;
-    Platform platform { mainQueue,    pasteboard, workspace,  fileLocations,
-                        windowSystem, statusBar,  httpClient, speech };
+    Platform platform { mainQueue,    wallClock, pasteboard, workspace, fileLocations,
+                        windowSystem, statusBar, httpClient, speech };
 };

@@ -187,13 +187,8 @@ protected:
     FakePlatform fakes;
     QtMainQueue mainQueue;
     CountingHttpClient http;
-    Platform platform { mainQueue,
-                        fakes.pasteboard,
-                        fakes.workspace,
-                        fakes.fileLocations,
-                        fakes.windowSystem,
-                        fakes.statusBar,
-                        http,
+    Platform platform { mainQueue,           fakes.wallClock,    fakes.pasteboard, fakes.workspace,
+                        fakes.fileLocations, fakes.windowSystem, fakes.statusBar,  http,
                         fakes.speech };
     FakeApplicationChooser applicationChooser;
     std::optional<LauncherStore> store;

@@ -8,6 +8,7 @@
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/QtPasteboard.h"
 #include "platform/desktop/StandardFileLocations.h"
+#include "platform/desktop/SystemWallClock.h"
 #include "platform/desktop/X11WindowSystem.h"
 
 #include <QCoreApplication>
@@ -23,6 +24,7 @@ struct Desktop final : QObject {
     }
 
     QtMainQueue mainQueue;
+    SystemWallClock wallClock;
     QtPasteboard pasteboard;
     DesktopWorkspace workspace;
     StandardFileLocations fileLocations;
@@ -30,8 +32,8 @@ struct Desktop final : QObject {
     DesktopStatusBar statusBar;
     DesktopHttpClient httpClient;
     DesktopSpeech speech;
-    Platform platform { mainQueue,    pasteboard, workspace,  fileLocations,
-                        windowSystem, statusBar,  httpClient, speech };
+    Platform platform { mainQueue,    wallClock, pasteboard, workspace, fileLocations,
+                        windowSystem, statusBar, httpClient, speech };
 };
 
 } // namespace
