@@ -38,16 +38,16 @@ void DictationController::toggle(QUuid blockID, std::string currentText, TextHan
     if (isStop)
         return;
     const auto begin = [controller = QPointer(this), blockID, text = std::move(currentText),
-                        onText = std::move(onText)](SpeechAuthorizationStatus status) {
+                        onText = std::move(onText)](Speech::AuthorizationStatus status) {
         if (!controller)
             return;
-        if (status == SpeechAuthorizationStatus::authorized)
+        if (status == Speech::AuthorizationStatus::authorized)
             controller->start(blockID, text, onText);
         else
             controller->m_errorMessage.set(tr("Speech recognition permission is required."));
     };
     m_platform.speech.requestAuthorization(
-        [&mainQueue = m_platform.mainQueue, begin](SpeechAuthorizationStatus status) {
+        [&mainQueue = m_platform.mainQueue, begin](Speech::AuthorizationStatus status) {
             mainQueue.async([begin, status] { begin(status); });
         });
 }

@@ -1,24 +1,31 @@
 #pragma once
 
 #include "platform/AudioEngine.h"
-#include "platform/SpeechAuthorizationStatus.h"
 #include "platform/SpeechRecognizer.h"
 
 #include <functional>
 #include <memory>
 
-/// What the machine offers for dictation. Main thread only.
+/// Microphone and speech recognition. Main thread only.
 class Speech
 {
 public:
+    /// Whether the user allows the program to recognise speech.
+    enum class AuthorizationStatus {
+        notDetermined,
+        denied,
+        restricted,
+        authorized
+    };
+
     virtual ~Speech() = default;
 
-    /// Asks the user where that is the custom; `receive` is called from any thread.
-    virtual void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive) = 0;
+    /// Asks the user where the desktop requires it. `receive` is called on any thread.
+    virtual void requestAuthorization(std::function<void(AuthorizationStatus)> receive) = 0;
 
-    /// A recogniser for the language of the user's locale; null if there is none.
+    /// A recogniser for the language of the user's locale; null if none is installed.
     virtual std::unique_ptr<SpeechRecognizer> makeRecognizer() = 0;
 
-    /// Never null; a machine without a microphone has an engine that does not start.
+    /// Never null; without a microphone `AudioEngine::start` fails.
     virtual std::unique_ptr<AudioEngine> makeAudioEngine() = 0;
 };

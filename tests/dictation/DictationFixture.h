@@ -14,7 +14,7 @@ class DictationFixture : public testing::Test
 {
 protected:
     using Texts = std::vector<std::string>;
-    using Status = SpeechAuthorizationStatus;
+    using Status = Speech::AuthorizationStatus;
 
     /// A node, with all the texts that dictation gave it.
     struct Node {

@@ -25,10 +25,10 @@ protected:
             break;
         case 2:
         case 3:
-            answerOne(SpeechAuthorizationStatus::authorized);
+            answerOne(Speech::AuthorizationStatus::authorized);
             break;
         case 4:
-            answerOne(static_cast<SpeechAuthorizationStatus>(pick(4)));
+            answerOne(static_cast<Speech::AuthorizationStatus>(pick(4)));
             break;
         case 5:
             deliverOne(pick(3) == 0 ? "" : "words", false, false);
@@ -72,7 +72,7 @@ protected:
     static std::string by(std::size_t recognition) { return " by " + std::to_string(recognition); }
 
     /// Any question, also one that was answered before.
-    void answerOne(SpeechAuthorizationStatus status)
+    void answerOne(Speech::AuthorizationStatus status)
     {
         if (!speech.questions.empty())
             speech.questions.at(pick(speech.questions.size()))(status);

@@ -26,7 +26,7 @@ public:
         SpeechRecognizer::ResultHandler handler;
     };
 
-    void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive) override
+    void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override
     {
         note("request authorization");
         questions.push_back(std::move(receive));
@@ -43,8 +43,7 @@ public:
     }
 
     /// Answers the question, from another thread.
-    void answer(std::size_t question,
-                SpeechAuthorizationStatus status = SpeechAuthorizationStatus::authorized)
+    void answer(std::size_t question, AuthorizationStatus status = AuthorizationStatus::authorized)
     {
         elsewhere([&] { questions.at(question)(status); });
     }
@@ -68,7 +67,7 @@ public:
     bool isAvailable = true;
     bool startsEngine = true;
     std::vector<std::string> events; ///< what was asked for, in order
-    std::vector<std::function<void(SpeechAuthorizationStatus)>> questions;
+    std::vector<std::function<void(AuthorizationStatus)>> questions;
     std::vector<std::shared_ptr<Recognition>> recognitions;
     std::optional<AudioEngine::Tap> tap;
     int tapBufferSize = 0;

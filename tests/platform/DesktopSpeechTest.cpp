@@ -34,9 +34,9 @@ protected:
 
 TEST_F(DesktopSpeechTest, IsAuthorizedWithoutTheModule)
 {
-    std::optional<SpeechAuthorizationStatus> answer;
-    speech.requestAuthorization([&answer](SpeechAuthorizationStatus status) { answer = status; });
-    EXPECT_EQ(answer, SpeechAuthorizationStatus::authorized);
+    std::optional<Speech::AuthorizationStatus> answer;
+    speech.requestAuthorization([&answer](Speech::AuthorizationStatus status) { answer = status; });
+    EXPECT_EQ(answer, Speech::AuthorizationStatus::authorized);
     EXPECT_FALSE(isModuleOpen());
 }
 

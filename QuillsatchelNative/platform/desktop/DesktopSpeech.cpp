@@ -9,9 +9,9 @@ Speech *DesktopSpeech::module()
     return m_module.get();
 }
 
-void DesktopSpeech::requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive)
+void DesktopSpeech::requestAuthorization(std::function<void(AuthorizationStatus)> receive)
 {
-    receive(SpeechAuthorizationStatus::authorized);
+    receive(AuthorizationStatus::authorized);
 }
 
 std::unique_ptr<SpeechRecognizer> DesktopSpeech::makeRecognizer()

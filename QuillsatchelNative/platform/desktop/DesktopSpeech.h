@@ -7,7 +7,7 @@
 class DesktopSpeech final : public Speech
 {
 public:
-    void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive) override;
+    void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override;
     std::unique_ptr<SpeechRecognizer> makeRecognizer() override;
     std::unique_ptr<AudioEngine> makeAudioEngine() override;
 

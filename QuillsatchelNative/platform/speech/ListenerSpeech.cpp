@@ -12,9 +12,9 @@ ListenerSpeech::ListenerSpeech(std::string program)
 {
 }
 
-void ListenerSpeech::requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive)
+void ListenerSpeech::requestAuthorization(std::function<void(AuthorizationStatus)> receive)
 {
-    receive(SpeechAuthorizationStatus::authorized);
+    receive(AuthorizationStatus::authorized);
 }
 
 std::unique_ptr<SpeechRecognizer> ListenerSpeech::makeRecognizer()

@@ -11,7 +11,7 @@ public:
     /// `program` is the path of the listener.
     explicit ListenerSpeech(std::string program);
 
-    void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> receive) override;
+    void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override;
     std::unique_ptr<SpeechRecognizer> makeRecognizer() override;
     std::unique_ptr<AudioEngine> makeAudioEngine() override;
 
