@@ -5,36 +5,44 @@
 namespace
 {
 
-struct Entry {
+struct Row {
+    BlockColor::Case color;
     std::string_view rawValue;
-    std::optional<SrgbColor> color;
+    std::optional<SrgbColor> swiftUIColor;
 };
 
-// Red and green are the program's own; the others are the usual palette of a dark desktop.
-constexpr std::array<Entry, BlockColor::allCases.size()> Entries { {
-    { "none", std::nullopt },
-    { "red", SrgbColor { 0.91, 0.16, 0.17 } },
-    { "orange", SrgbColor::fromHex(0xFF9F0A) },
-    { "yellow", SrgbColor::fromHex(0xFFD60A) },
-    { "green", SrgbColor { 0.31, 0.71, 0.39 } },
-    { "blue", SrgbColor::fromHex(0x0A84FF) },
-    { "purple", SrgbColor::fromHex(0xBF5AF2) },
-    { "pink", SrgbColor::fromHex(0xFF375F) },
-} };
+// Red and green are the program's own; the others are the usual palette of dark desktops.
+constexpr auto Table = std::to_array<Row>({
+    { BlockColor::none, "none", std::nullopt },
+    { BlockColor::red, "red", SrgbColor { 0.91, 0.16, 0.17 } },
+    { BlockColor::orange, "orange", SrgbColor::fromHex(0xFF9F0A) },
+    { BlockColor::yellow, "yellow", SrgbColor::fromHex(0xFFD60A) },
+    { BlockColor::green, "green", SrgbColor { 0.31, 0.71, 0.39 } },
+    { BlockColor::blue, "blue", SrgbColor::fromHex(0x0A84FF) },
+    { BlockColor::purple, "purple", SrgbColor::fromHex(0xBF5AF2) },
+    { BlockColor::pink, "pink", SrgbColor::fromHex(0xFF375F) },
+});
+
+constexpr bool isIndexedByCase()
+{
+    std::size_t index = 0;
+    return std::ranges::all_of(Table, [&index](const Row &row) { return row.color == index++; });
+}
+
+static_assert(isIndexedByCase());
+static_assert(std::ranges::equal(Table, BlockColor::allCases, {}, &Row::color));
 
 } // namespace
 
 std::optional<BlockColor> BlockColor::fromRawValue(std::string_view text)
 {
-    const auto *const found = std::ranges::find(Entries, text, &Entry::rawValue);
-    if (found == Entries.end())
-        return std::nullopt;
-    return allCases.at(static_cast<std::size_t>(found - Entries.begin()));
+    const auto *const found = std::ranges::find(Table, text, &Row::rawValue);
+    return found == Table.end() ? std::nullopt : std::optional<BlockColor>(found->color);
 }
 
 std::string_view BlockColor::rawValue() const
 {
-    return Entries.at(m_case).rawValue;
+    return Table.at(m_case).rawValue;
 }
 
 std::string BlockColor::title() const
@@ -46,5 +54,5 @@ std::string BlockColor::title() const
 
 std::optional<SrgbColor> BlockColor::swiftUIColor() const
 {
-    return Entries.at(m_case).color;
+    return Table.at(m_case).swiftUIColor;
 }

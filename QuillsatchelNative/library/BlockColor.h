@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/// A node's colour tag. It is stored as its raw value, an English word that never changes.
+/// A node's colour tag. Files store its raw value, an English word that never changes.
 class BlockColor
 {
 public:
@@ -28,21 +28,20 @@ public:
     }
 
     /// In the order in which menus list them.
-    static constexpr std::array<Case, 8> allCases { none,  red,  orange, yellow,
-                                                    green, blue, purple, pink };
+    static constexpr std::array allCases { none, red, orange, yellow, green, blue, purple, pink };
 
     /// None unless `text` is exactly one of the eight raw values.
     static std::optional<BlockColor> fromRawValue(std::string_view text);
 
     std::string_view rawValue() const;
 
-    /// The raw value is the identity.
+    /// Equal to the raw value.
     std::string_view id() const { return rawValue(); }
 
-    /// What menus call it: the raw value with a capital letter.
+    /// The raw value with a capital letter, for menus.
     std::string title() const;
 
-    /// The colour to show it in on a dark ground; absent for `none`, which tints nothing.
+    /// The tint on a dark background; absent for `none`.
     std::optional<SrgbColor> swiftUIColor() const;
 
     bool operator==(const BlockColor &) const = default;
