@@ -1,4 +1,4 @@
-"""Controls as a screen reader finds them."""
+"""The program's controls on the accessibility bus."""
 
 import gi
 
@@ -10,12 +10,12 @@ from x11 import Rect, click  # noqa: E402
 
 PRESSING_ACTIONS = ("Press", "Toggle")
 
-# Newer releases of the accessibility bus have other words for some roles.
+# Newer releases of AT-SPI rename some roles.
 EARLIER_ROLE_NAMES = {"button": "push button"}
 
 
 class Control:
-    """One control. What is hidden counts as not there."""
+    """A control. The find functions skip hidden controls and their children."""
 
     def __init__(self, accessible):
         self._accessible = accessible
@@ -33,8 +33,8 @@ class Control:
     def text(self):
         return Atspi.Text.get_text(self._accessible, 0, -1)
 
-    def insert(self, place, text):
-        Atspi.EditableText.insert_text(self._accessible, place, text, len(text.encode()))
+    def insert(self, position, text):
+        Atspi.EditableText.insert_text(self._accessible, position, text, len(text.encode()))
 
     @property
     def frame(self):
@@ -42,7 +42,7 @@ class Control:
         return Rect(extents.x, extents.y, extents.width, extents.height)
 
     def has(self, state):
-        """Such as "focused"; named as in Atspi.StateType."""
+        """`state` is a name of Atspi.StateType in lower case, such as "focused"."""
         state_type = getattr(Atspi.StateType, state.upper())
         return self._accessible.get_state_set().contains(state_type)
 
@@ -50,7 +50,7 @@ class Control:
         self.perform(*PRESSING_ACTIONS)
 
     def perform(self, *names):
-        """Does the first of the control's actions that has one of these names."""
+        """Performs the control's first action that has one of these names."""
         for index in range(Atspi.Action.get_n_actions(self._accessible)):
             if Atspi.Action.get_action_name(self._accessible, index) in names:
                 Atspi.Action.do_action(self._accessible, index)
@@ -64,20 +64,20 @@ class Control:
         click(self.frame.center, button, times)
 
     def find(self, name=None, role=None):
-        """The first such control below this one, as soon as there is one."""
+        """Waits for the first matching descendant."""
         return wait_for(f"a {role or 'control'} named {name}",
                         lambda: next(iter(self.find_all(name, role)), None))
 
     def find_all(self, name=None, role=None):
-        """All of them now, in the order of the tree."""
+        """All matching descendants now, in tree order."""
         try:
             return [control for control in self._descendants()
                     if name in (None, control.name) and role in (None, control.role)]
         except GLib.Error:
-            return []  # some went away just now
+            return []  # a control disappeared meanwhile
 
     def children(self):
-        """What this control holds itself, hidden or not."""
+        """The direct children, hidden ones included."""
         count = self._accessible.get_child_count()
         return [Control(self._accessible.get_child_at_index(index)) for index in range(count)]
 
@@ -102,13 +102,12 @@ class Control:
         return f"{self.role} \"{self.name}\""
 
 
-class MenuEar:
-    """Hears menus open. A program does not list them among what it holds: they announce
-    themselves, and that is how a screen reader knows them."""
+class MenuObserver:
+    """Finds menus by the events they send when they open: menus are not in the program's tree."""
 
     def __init__(self):
         self._shown = []
-        self._listener = Atspi.EventListener.new(self._hear)
+        self._listener = Atspi.EventListener.new(self._record)
         self._listener.register("object:state-changed:showing")
 
     def menu_after(self, action):
@@ -122,38 +121,38 @@ class MenuEar:
             pass
         return next((Control(shown) for shown in self._shown if _is_menu(shown)), None)
 
-    # Asks nothing: it may be called in the middle of another question, which never ends then.
-    def _hear(self, event):
+    # Makes no call: this may run inside another call, which would then never return.
+    def _record(self, event):
         if event.detail1:
             self._shown.append(event.source)
 
 
-class Ear:
-    """Hears what the program tells by itself, such as "object:state-changed:showing"."""
+class EventObserver:
+    """Records the sources of one kind of event, such as "object:state-changed:showing"."""
 
     def __init__(self, kind):
         self._sources = []
-        self._listener = Atspi.EventListener.new(self._hear)
+        self._listener = Atspi.EventListener.new(self._record)
         self._listener.register(kind)
 
-    def forget(self):
+    def clear(self):
         self._sources.clear()
 
     def wait_for(self, name, role):
-        """Until the control of that name and role has told."""
-        wait_for(f"word of a {role} named {name}", lambda: self._has_heard(name, role))
+        """Waits for an event of the control with that name and role."""
+        wait_for(f"an event of a {role} named {name}", lambda: self._has_received(name, role))
 
-    def _has_heard(self, name, role):
+    def _has_received(self, name, role):
         while GLib.MainContext.default().iteration(False):
             pass
-        return any(_is_known_as(source, name, role) for source in self._sources)
+        return any(_has_name_and_role(source, name, role) for source in self._sources)
 
-    # As that of menus.
-    def _hear(self, event):
+    # Makes no call, like MenuObserver._record.
+    def _record(self, event):
         self._sources.append(event.source)
 
 
-def _is_known_as(accessible, name, role):
+def _has_name_and_role(accessible, name, role):
     try:
         control = Control(accessible)
         return control.name == name and control.role == role
@@ -165,11 +164,11 @@ def _is_menu(accessible):
     try:
         return accessible.get_role() == Atspi.Role.POPUP_MENU
     except GLib.Error:
-        return False  # what was shown is gone already
+        return False  # it has already disappeared
 
 
 def find_application(process):
-    """The whole program, once it has joined the accessibility bus."""
+    """Waits for the program on the accessibility bus."""
     Atspi.init()
     Atspi.set_timeout(10_000, 10_000)
     return wait_for("the program on the accessibility bus", lambda: _application(process.pid))

@@ -1,4 +1,4 @@
-"""Applications that a test installs for its user, and that tell how they were started."""
+"""Applications that a test installs, and that record how they were started."""
 
 import os
 
@@ -24,7 +24,7 @@ WEB = "x-scheme-handler/http;x-scheme-handler/https;"
 
 
 class RecordingApplication:
-    """Installed when it is made."""
+    """The constructor installs it."""
 
     def __init__(self, session, name, comment="", arguments="", types=""):
         self.name = name
@@ -45,13 +45,13 @@ class RecordingApplication:
             file.unlink(missing_ok=True)
 
     def make_default_browser(self, session):
-        """Gives the file that says so."""
+        """Returns the file that contains the choice."""
         kinds = [kind for kind in WEB.split(";") if kind]
         defaults = "".join(f"{kind}={self.entry.name}\n" for kind in kinds)
         choices = session.folder / "config_home" / "mimeapps.list"
         choices.write_text(f"[Default Applications]\n{defaults}")
         return choices
 
-    def was_started_with(self):
-        """The lines it wrote down, once it was started."""
+    def recorded_start(self):
+        """The lines it has written, or None before it was started."""
         return self._record.read_text().splitlines() if os.path.exists(self._record) else None

@@ -1,4 +1,4 @@
-"""A menu as a program offers it over D-Bus, to trays and to menu bars for all programs."""
+"""A menu that a program exports over D-Bus to trays and global menu bars."""
 
 from typing import NamedTuple
 
@@ -14,7 +14,7 @@ PROPERTIES = "org.freedesktop.DBus.Properties"
 
 
 class Entry(NamedTuple):
-    """What a desktop draws of an entry."""
+    """The properties of an entry that a desktop draws."""
 
     label: str
     mark: int | None = None
@@ -27,7 +27,7 @@ SEPARATOR = Entry("-")
 
 
 class Menu:
-    """A program's menu, or with `parent` the submenu of one of its entries."""
+    """A program's menu, or the submenu of the entry `parent`."""
 
     def __init__(self, owner, path, parent=0):
         self._owner, self._path, self._parent = owner, path, parent

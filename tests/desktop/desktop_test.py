@@ -1,4 +1,4 @@
-"""What the tests of the whole program share."""
+"""The base of the tests that run the whole program."""
 
 import pathlib
 import unittest
@@ -9,7 +9,7 @@ from waiting import wait_for_value
 
 
 class DesktopTest(unittest.TestCase):
-    """Opens the panel on a prepared library, and closes it when the test is over."""
+    """Opens the panel on a prepared library, and closes it after the test."""
 
     session = None
     program = None
@@ -17,8 +17,7 @@ class DesktopTest(unittest.TestCase):
     maxDiff = None
 
     def open_panel(self, tabs=None, active=0, environment=None, scale=1):
-        """With no tabs given the program finds what is in its folder already. It gets `environment`
-        besides the session's."""
+        """Without `tabs`, keeps the data folder. Adds `environment` to the session's."""
         if tabs:
             self.session.clear_data()
             self.session.data_folder.mkdir(mode=0o700)
@@ -32,8 +31,8 @@ class DesktopTest(unittest.TestCase):
         return self.session.data_folder / "prompts.json"
 
     def expect_saved(self, *tabs, active=0, beside=()):
-        """Byte for byte; identifiers left open are the program's own to choose. `beside` are the
-        names of the other files in the folder."""
+        """Compares byte for byte; an id of None matches any fresh id. `beside` names the other
+        files that must be in the folder."""
         saved = b""
 
         def expected():
@@ -53,7 +52,7 @@ class DesktopTest(unittest.TestCase):
 
 
 class PictureTakingResult(unittest.TextTestResult):
-    """Keeps what the screen showed when a test failed."""
+    """Saves a screenshot when a test fails."""
 
     def addFailure(self, test, err):
         self._take_picture(test)
@@ -66,4 +65,4 @@ class PictureTakingResult(unittest.TextTestResult):
     def _take_picture(self, test):
         file = pathlib.Path(DesktopTest.pictures) / f"{test.id()}.png"
         DesktopTest.session.take_picture(file)
-        self.stream.writeln(f"The screen is in {file}")
+        self.stream.writeln(f"Screenshot: {file}")

@@ -1,10 +1,10 @@
-"""The launchers' file as the program should write it, made by other means."""
+"""An independent encoder of launchers.json."""
 
 import json
 
 
 def application(entry, id):
-    """What stands for an installed application."""
+    """The record of an installed application."""
     return {"id": id, "kind": "application", "name": entry.name, "target": str(entry.entry)}
 
 

@@ -1,4 +1,4 @@
-"""What the tests of launchers share."""
+"""The base of the launcher tests."""
 
 import json
 
@@ -31,7 +31,7 @@ class LaunchersTest(DesktopTest):
 
     def close_settings(self, panel):
         press_keys("Escape")
-        wait_for("the card gone", lambda: not panel.has_any("Quick Launchers", "dialog"))
+        wait_for("the card to close", lambda: not panel.has_any("Quick Launchers", "dialog"))
 
     def slot(self, card, number):
         return card.find(f"Launcher {number}", "panel")
@@ -43,7 +43,7 @@ class LaunchersTest(DesktopTest):
             return [None] * 5
 
     def expect_saved_slots(self, *slots):
-        """Byte for byte, but for the identifiers, which are the program's own to choose."""
+        """Compares byte for byte, except the ids, which the program chooses."""
         wait_for_value("the slots", [None if slot is None else slot["target"] for slot in slots],
                        lambda: [slot and slot["target"] for slot in self.saved_slots()])
         expected = [slot and slot | {"id": saved["id"]}

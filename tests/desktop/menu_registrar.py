@@ -1,6 +1,8 @@
 #!/usr/bin/python3 -B
-"""Stands in for a desktop's menu bar for all programs: notes who offers menus, a line each with
-the owner and the path, in the file that it is given."""
+"""A fake global menu bar: appends the owner and path of each exported menu as a line to a file.
+
+    menu_registrar.py FILE
+"""
 
 import sys
 

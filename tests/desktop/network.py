@@ -1,4 +1,4 @@
-"""A network of the tests' own, in which they can be a website."""
+"""A private network in which the tests can serve a website."""
 
 import contextlib
 import ctypes
@@ -15,25 +15,25 @@ SIOCSIFFLAGS = 0x8914
 IFF_UP = 1
 
 
-def prepare_for_a_website():
-    """Tells whether this process, and all that it starts from now on, can serve port 80 of the
-    loopback, if possible in a network namespace of their own. Call before there are threads."""
-    # Root needs no user namespace, which a changed root folder rules out.
+def prepare_http_port():
+    """Enters a new network namespace if possible, which child processes inherit. Returns whether
+    port 80 of the loopback interface can be served. Call before starting threads."""
+    # Root needs no user namespace, and cannot create one in a chroot.
     for namespaces in (CLONE_NEWNET, CLONE_NEWUSER | CLONE_NEWNET):
         if _succeeds_in_a_child(lambda: _enter(namespaces)):
             _enter(namespaces)
             return True
-    return _can_be_a_website()
+    return _can_bind_http_port()
 
 
 def _succeeds_in_a_child(action):
-    """A process cannot leave a namespace, so a child process tries first."""
+    """Tries in a child process, because a process cannot leave a namespace."""
     child = os.fork()
     if child == 0:
         is_usable = False
         with contextlib.suppress(OSError):
             action()
-            is_usable = _can_be_a_website()
+            is_usable = _can_bind_http_port()
         os._exit(0 if is_usable else 1)
     return os.waitpid(child, 0)[1] == 0
 
@@ -50,7 +50,7 @@ def _enter(namespaces):
         fcntl.ioctl(handle, SIOCSIFFLAGS, struct.pack("16sh14x", b"lo", IFF_UP))
 
 
-def _can_be_a_website():
+def _can_bind_http_port():
     with socket.socket() as server:
         server.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
         try:

@@ -1,15 +1,15 @@
-"""The program's panel as its user sees it."""
+"""The program's panel as the user sees it."""
 
-from accessibility import MenuEar, find_application
+from accessibility import MenuObserver, find_application
 from processes import end
 from waiting import wait_for
 from x11 import press_keys, windows_named
 
-MOST_STOPS = 80  # more presses of Tab than that lead round and round
+MAX_STOPS = 80  # presses of Tab; more than any tab order here
 
 
 class Panel:
-    """The program, started on a session's desktop."""
+    """The running program and its panel."""
 
     def __init__(self, session, program, scale=1, environment=None):
         scaling = {} if scale == 1 else {"QT_SCALE_FACTOR": str(scale)}
@@ -17,17 +17,17 @@ class Panel:
         try:
             self._await()
         except BaseException:
-            self.end()  # or the next start would only bring this one forward
+            self.end()  # otherwise the next start would only activate this instance
             raise
 
     def _await(self):
         self.window, = wait_for("a panel", lambda: windows_named("Quillsatchel"))
         self._application = find_application(self._process)
-        self._menus = MenuEar()
+        self._menus = MenuObserver()
         self.find("New Node", "push button")
 
     def end(self):
-        """Ends the program as a session does, and tells what it answered."""
+        """Sends SIGTERM and returns the exit status."""
         return end(self._process)
 
     @property
@@ -39,14 +39,14 @@ class Panel:
         return self._process.pid
 
     def wait_for_end(self, seconds=10):
-        """What the program answers when it ends by itself."""
+        """Waits until the program exits by itself, and returns its status."""
         return self._process.wait(seconds)
 
     def is_running(self):
         return self._process.poll() is None
 
     def open_settings(self):
-        """The settings card, there to be used."""
+        """Opens the settings card and returns it."""
         press_keys("ctrl+comma")
         card = self.find("Quick Launchers", "dialog")
         card.find("Close", "push button")
@@ -76,7 +76,7 @@ class Panel:
         return self.find(name, "page tab")
 
     def node(self, number, count):
-        """The group of what belongs to a node."""
+        """The group that contains a node's controls."""
         return self.find(f"Node {number} of {count}", "panel")
 
     def editor(self, number, count):
@@ -86,7 +86,7 @@ class Panel:
         return [editor.text for editor in self._application.find_all("Node text", "text")]
 
     def focused(self):
-        """The control with the keyboard, if any has it."""
+        """The control with the keyboard focus, or None."""
         return next((control for control in self._application.find_all()
                      if control.has("focused") and control.has("focusable")), None)
 
@@ -95,19 +95,19 @@ class Panel:
         return focused.name if focused else None
 
     def step_to(self, name, backwards=False):
-        """Leads the focus to the next control of that name, by keys alone."""
-        for _ in range(MOST_STOPS):
+        """Moves the focus with Tab to the next control of that name."""
+        for _ in range(MAX_STOPS):
             self.step(backwards)
             if self.focused_name() == name:
                 return self.focused()
-        raise AssertionError(f"Tab does not lead to {name}")
+        raise AssertionError(f"Tab does not reach {name}")
 
     def step(self, backwards=False):
-        before = self._place_of_focus()
+        before = self._focus_location()
         in_editor = before is not None and before[0] == "Node text"
         press_keys(("ctrl+" if in_editor else "") + ("shift+" if backwards else "") + "Tab")
-        wait_for("another control with the focus", lambda: self._place_of_focus() != before)
+        wait_for("another control with the focus", lambda: self._focus_location() != before)
 
-    def _place_of_focus(self):
+    def _focus_location(self):
         focused = self.focused()
         return (focused.name, focused.frame) if focused else None

@@ -1,4 +1,4 @@
-"""Programs a test runs, none of which outlives it."""
+"""Child processes of a test, none of which outlives it."""
 
 import ctypes
 import os
@@ -13,12 +13,12 @@ _prctl = ctypes.CDLL(None, use_errno=True).prctl
 
 
 class Processes:
-    """Starts programs and ends them, with all that these have started in turn."""
+    """Starts programs, and kills them with all their descendants."""
 
     def __init__(self, environment, log):
         self.environment = environment
         self._log = log
-        # What loses its parent becomes a child of this process, and so can be found and ended.
+        # Orphaned descendants become children of this process, so they can be found and killed.
         _prctl(PR_SET_CHILD_SUBREAPER, 1)
 
     def start(self, *command, environment=None, **options):
@@ -37,7 +37,7 @@ class Processes:
 
 
 def end(process, seconds=10):
-    """Ends one program kindly, or else not, and tells how it ended."""
+    """Sends SIGTERM, then SIGKILL after `seconds`. Returns the exit status."""
     process.terminate()
     try:
         return process.wait(seconds)
@@ -51,7 +51,7 @@ def _end_with_parent():
 
 
 def _reap():
-    """Buries children that have ended; tells whether others live."""
+    """Reaps zombie children. Returns whether others are still running."""
     try:
         while os.waitpid(-1, os.WNOHANG)[0]:
             pass
@@ -65,6 +65,6 @@ def _children():
         try:
             parent = int(status.read_text().rpartition(")")[2].split()[1])
         except OSError:
-            continue  # ended meanwhile
+            continue  # exited meanwhile
         if parent == os.getpid():
             yield int(status.parent.name)

@@ -1,11 +1,11 @@
 #!/usr/bin/python3 -B
-"""Runs the tests of the whole program on a desktop of their own:
+"""Runs the tests of the whole program on a virtual desktop:
 
     run_tests.py PROGRAM FOLDER (--composited | --plain) [--website] [-k PATTERN]
 
-FOLDER is for pictures of the screen where a test fails. With --website the tests are those that
-serve a website, and the exit status is 77 where the machine does not allow that. The system's own Python is asked for
-because Debian's bindings of the accessibility bus are known to no other.
+FOLDER receives screenshots of failed tests. --website runs the tests that serve a website instead,
+and exits with status 77 if the machine does not allow that. Needs the system's Python, because only
+that finds Debian's AT-SPI bindings.
 """
 
 import argparse
@@ -18,19 +18,19 @@ import network
 from desktop_test import DesktopTest, PictureTakingResult
 from session import Session
 
-MOST_SECONDS = 3570  # on a very busy machine; each test has limits of its own
+MAX_SECONDS = 3570  # for all tests on a very busy machine; each test also has its own timeouts
 SKIPPED = 77
 NO_WEBSITE = "Skipped: port 80 of 127.0.0.1 and network namespaces are not available."
 
 
 def main():
     arguments = parse_arguments()
-    # However this ends, it ends through the session's own exit, which leaves nothing behind.
-    signal.signal(signal.SIGALRM, interrupt_saying(f"Not done in {MOST_SECONDS} s."))
-    signal.signal(signal.SIGTERM, interrupt_saying("Ended from outside."))
-    signal.alarm(MOST_SECONDS)
-    make_empty(arguments.folder)
-    if arguments.website and not network.prepare_for_a_website():
+    # Signals raise exceptions, so that the session always cleans up.
+    signal.signal(signal.SIGALRM, interrupt_with(f"Timed out after {MAX_SECONDS} s."))
+    signal.signal(signal.SIGTERM, interrupt_with("Received SIGTERM."))
+    signal.alarm(MAX_SECONDS)
+    clear_pictures(arguments.folder)
+    if arguments.website and not network.prepare_http_port():
         print(NO_WEBSITE)
         sys.exit(SKIPPED)
     with Session(arguments.composited) as session:
@@ -46,20 +46,20 @@ def run(tests, session, folder):
         result = runner.run(tests)
     except KeyboardInterrupt as reason:
         session.take_picture(folder / "test_interrupted.png")
-        return f"{reason} The screen is in {folder}/test_interrupted.png"
+        return f"{reason} Screenshot: {folder}/test_interrupted.png"
     if result.wasSuccessful() and result.testsRun:
         return None
-    return f"What the programs said:\n{session.log()}"
+    return f"Output of the programs:\n{session.log()}"
 
 
-def interrupt_saying(reason):
+def interrupt_with(reason):
     def interrupt(*_):
-        raise KeyboardInterrupt(reason)  # the one thing no test takes for its own failure
+        raise KeyboardInterrupt(reason)  # unittest does not count this as a failure of the test
 
     return interrupt
 
 
-def make_empty(folder):
+def clear_pictures(folder):
     folder.mkdir(parents=True, exist_ok=True)
     for old_picture in folder.glob("test_*.png"):
         old_picture.unlink()
@@ -73,7 +73,7 @@ def find_tests(arguments):
 
 
 def parse_arguments():
-    parser = argparse.ArgumentParser(description="Drives the whole program on a virtual desktop.")
+    parser = argparse.ArgumentParser(description="Tests the whole program on a virtual desktop.")
     parser.add_argument("program", type=pathlib.Path)
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("--website", action="store_true")

@@ -1,9 +1,9 @@
 #!/usr/bin/python3 -B
-"""Makes pictures of the panel in its many states, to be looked at:
+"""Takes screenshots of the panel in many states, for review by eye:
 
     screenshots.py PROGRAM FOLDER [SCALE]...
 
-One set a scale (1 and 2 when none is given), each picture named by state and scale.
+Takes one set per scale (default: 1 and 2), named by state and scale.
 """
 
 import argparse
@@ -22,7 +22,7 @@ from waiting import wait_for
 from x11 import (Point, Rect, button_held, glide, move_pointer, open_colored_window, press_keys,
                  run, type_text, windows_named)
 
-POINTS_AROUND = 60
+MARGIN = 60
 BACKDROP_COLOR = "#41576B"
 CUP_COLOR = (0xE8, 0x29, 0x2B)
 COLORS = ["none", "red", "orange", "yellow", "green", "blue", "purple", "pink"]
@@ -45,25 +45,25 @@ FOCUS_STOPS = [("Writing", "tab"), ("New tab", "new-tab"), ("Drag node to reorde
 
 
 class Photographer:
-    """Opens the panel on a library of its own for each state, and takes pictures of it."""
+    """Opens the panel with a new library for each state, and takes screenshots of it."""
 
     def __init__(self, session, program, folder, scale):
         self._session, self._program, self._folder, self._scale = session, program, folder, scale
 
     def take_all(self):
-        self.take_still_lives()
-        self.take_work()
+        self.take_static_states()
+        self.take_interactions()
         self.take_overlays()
         self.take_focus()
 
-    def take_still_lives(self):
+    def take_static_states(self):
         self.open([tab("Prompts")], lambda panel: self.take(panel, "empty"))
         self.open([WRITING], lambda panel: self.take(panel, "nodes"))
         self.open([RAINBOW], lambda panel: self.take(panel, "colors", height=1540))
         self.open(MANY_TABS, lambda panel: self.take(panel, "smallest", width=390, height=420))
         self.open([WRITING], lambda panel: self.take(panel, "wide", width=900, height=500))
 
-    def take_work(self):
+    def take_interactions(self):
         self.open([WRITING], self.take_drag)
         self.open(MANY_TABS, self.take_renaming)
         self.open([WRITING], self.take_hover)
@@ -81,7 +81,7 @@ class Photographer:
         self.open([WRITING], self.take_tray_menu, self.five_launchers())
 
     def take_drag(self, panel):
-        start = self.place_of(panel.node(1, 5).find("Drag node to reorder"))
+        start = self.center_of(panel.node(1, 5).find("Drag node to reorder"))
         with button_held(start):
             glide(start, 5 * self._scale, 150 * self._scale)
             self.take(panel, "drag")
@@ -97,7 +97,7 @@ class Photographer:
 
     def take_hover(self, panel):
         for name in ("Copy", "Delete node", "Close", "New Node"):
-            move_pointer(self.place_of(panel.find(name, "push button")))
+            move_pointer(self.center_of(panel.find(name, "push button")))
             self.take(panel, f"hover-{name.lower().replace(' ', '-')}", seconds_to_settle=1.5)
 
     def take_copied(self, panel):
@@ -148,7 +148,7 @@ class Photographer:
         card = panel.open_settings()
         card.find("Launcher 1", "panel").find("Choose App…", "push button").press()
         chooser, = wait_for("a chooser", lambda: windows_named("Choose an Application"))
-        wait_for("its field", lambda: panel.focused_name() == "Search applications")
+        wait_for("focus in the search field", lambda: panel.focused_name() == "Search applications")
         self.take(panel, "chooser", window=chooser)
         type_text("z")
         self.take(panel, "chooser-searching", window=chooser)
@@ -208,25 +208,25 @@ class Photographer:
         if width or height:
             size = (width * self._scale if width else frame.width,
                     height * self._scale if height else frame.height)
-            window.ask_for_size(*size)
-            window.ask_for_place(60 * self._scale, 60 * self._scale)
+            window.request_size(*size)
+            window.request_position(60 * self._scale, 60 * self._scale)
             wait_for("the new size", lambda: window.frame().size == size)
-        time.sleep(seconds_to_settle)  # for what moves or is still to be painted
+        time.sleep(seconds_to_settle)  # for animations and pending repaints
         self.save(window.frame(), self._folder / f"{state}@{self._scale}x.png")
 
     def save(self, frame, file):
-        around = POINTS_AROUND * self._scale
+        around = MARGIN * self._scale
         x, y = max(frame.x - around, 0), max(frame.y - around, 0)
         run("import", "-window", "root", "-crop",
             f"{frame.width + 2 * around}x{frame.height + 2 * around}+{x}+{y}", "+repage", file)
 
-    def place_of(self, control):
+    def center_of(self, control):
         center = control.frame.center
         return Point(center.x * self._scale, center.y * self._scale)
 
 
 def with_ids(tabs):
-    """The same, with identifiers counted up."""
+    """`tabs` with consecutive ids."""
     numbers = iter(range(1, 1000))
     return [each | {"id": library.known_id(next(numbers)),
                     "blocks": [block | {"id": library.known_id(next(numbers))}
@@ -234,7 +234,7 @@ def with_ids(tabs):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Makes pictures of the panel in many states.")
+    parser = argparse.ArgumentParser(description="Takes screenshots of the panel in many states.")
     parser.add_argument("program", type=pathlib.Path)
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("scales", type=int, nargs="*", default=[1, 2])

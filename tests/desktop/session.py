@@ -1,5 +1,5 @@
-"""A desktop without a display, for one run of the tests: nothing of the user's is read or changed,
-no network is asked, and nothing is left of it afterwards."""
+"""A virtual desktop for one test run. It does not touch the user's files or the network, and leaves
+nothing behind."""
 
 import os
 import pathlib
@@ -14,7 +14,7 @@ import environment as private_environment  # noqa: E402
 from processes import Processes, end  # noqa: E402
 from waiting import wait_for  # noqa: E402
 
-# The machine's other services would change what the program finds: portals, settings, trays.
+# Only these: portals, settings and trays of the machine would affect the program.
 SERVICES = ("org.a11y.Bus", "org.xfce.Xfconf")
 BUS_CONFIGURATION = """<busconfig>
 <type>session</type>
@@ -36,9 +36,9 @@ WINDOW_MANAGER = ("openbox", "--sm-disable")
 
 
 class Session:
-    """A display, a bus, a window manager, and a compositor while one is wanted.
+    """A display, a session bus, a window manager and an optional compositor.
 
-    The environment is set for this process too: the accessibility bus is found through it.
+    It also replaces the environment of this process, which is needed to find the accessibility bus.
     """
 
     def __init__(self, is_composited, screen=(1280, 1024)):
@@ -84,7 +84,7 @@ class Session:
 
     @property
     def data_folder(self):
-        """Where the program keeps its own."""
+        """The program's data folder."""
         return self.folder / "data_home" / "Quillsatchel"
 
     def clear_data(self):
@@ -113,8 +113,8 @@ class Session:
             "OPENED_ADDRESSES": str(self.folder / "opened"),
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         }
-        # AddressSanitizer's strict checks of strings end every program that reads the keyboard map of
-        # an X server, in libxkbcommon.
+        # AddressSanitizer's strict string checks abort in libxkbcommon when a program reads the
+        # keyboard map of an X server.
         variables.pop("ASAN_OPTIONS", None)
         os.environ.clear()
         os.environ.update(variables)
@@ -137,7 +137,7 @@ class Session:
         with open(reader) as display:
             number = display.readline().strip()
         if not number:
-            raise RuntimeError(f"There is no display:\n{self.log()}")
+            raise RuntimeError(f"Xvfb did not start:\n{self.log()}")
         self._set("DISPLAY", f":{number}")
 
     def _start_bus(self):
@@ -152,7 +152,7 @@ class Session:
         self._set("DBUS_SESSION_BUS_ADDRESS", bus.stdout.readline().strip())
 
     def use_window_manager(self, *command):
-        """In place of the one that runs. Without a command there is none."""
+        """Replaces the running window manager; without a command, only ends it."""
         if self._window_manager:
             end(self._window_manager)
             self._window_manager = None
@@ -167,8 +167,8 @@ def has_window_named(name):
 
 
 def _has_window_manager():
-    # It names itself before it manages windows, and tells the number of desktops afterwards. That
-    # number outlives it.
+    # It sets its name before it manages windows, and the number of desktops afterwards. That number
+    # outlives it, so both must be set.
     questions = (["wmctrl", "-m"], ["xdotool", "get_num_desktops"])
     return all(subprocess.run(question, capture_output=True).returncode == 0
                for question in questions)

@@ -1,4 +1,4 @@
-"""Stands in for the desktop's settings daemon: publishes settings on the display (XSETTINGS)."""
+"""A fake settings daemon that publishes XSETTINGS on the display."""
 
 import ctypes
 import ctypes.util
@@ -24,7 +24,7 @@ class ClientMessage(ctypes.Structure):
 
 
 class SettingsManager:
-    """Owns the settings of the display from its creation until `end`."""
+    """Owns the XSETTINGS selection of the display until `end`."""
 
     def __init__(self, **settings):
         self._display = ctypes.c_void_p(_xlib.XOpenDisplay(os.environ["DISPLAY"].encode()))
@@ -37,7 +37,7 @@ class SettingsManager:
         self._take_over()
 
     def set(self, settings):
-        """Changes integer settings by their names; None removes one."""
+        """Changes integer settings; None removes one."""
         self._settings = {name: value for name, value in (self._settings | settings).items()
                           if value is not None}
         self._serial += 1
@@ -61,7 +61,7 @@ class SettingsManager:
         self._finish_requests()
 
     def _encode(self):
-        """Little endian, serial numbers equal to that of the whole."""
+        """Little endian; each setting gets the serial number of the whole."""
         encoded = struct.pack("<BxxxII", 0, self._serial, len(self._settings))
         for name, value in self._settings.items():
             padding = -len(name) % 4

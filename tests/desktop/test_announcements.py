@@ -1,6 +1,6 @@
-"""What a screen reader is told without asking."""
+"""Events that a screen reader announces."""
 
-from accessibility import Ear
+from accessibility import EventObserver
 from desktop_test import DesktopTest
 from library import known_id, node, tab
 from x11 import press_keys, type_text
@@ -15,38 +15,38 @@ class AnnouncementsTest(DesktopTest):
                          tab("Letters", id=known_id(3))],
                         environment={"PULSE_SERVER": f"unix:{self.session.folder}/nothing"})
 
-    def test_that_a_text_was_copied_and_for_how_long(self):
-        ear = Ear("object:property-change:accessible-name")
+    def test_copying_renames_the_button_to_copied_and_back(self):
+        events = EventObserver("object:property-change:accessible-name")
 
         self.panel.find("Copy", "push button").press()
 
-        ear.wait_for("Copied", "push button")
-        ear.forget()
-        ear.wait_for("Copy", "push button")
+        events.wait_for("Copied", "push button")
+        events.clear()
+        events.wait_for("Copy", "push button")
 
-    def test_which_tab_is_chosen(self):
-        ear = Ear("object:state-changed:selected")
+    def test_choosing_a_tab_announces_both_tabs(self):
+        events = EventObserver("object:state-changed:selected")
 
         self.panel.tab("Letters").press()
 
-        ear.wait_for("Letters", "page tab")
-        ear.wait_for("Prompts", "page tab")  # it no longer is
+        events.wait_for("Letters", "page tab")
+        events.wait_for("Prompts", "page tab")  # deselected
 
-    def test_why_there_is_no_dictation(self):
-        ear = Ear("object:state-changed:showing")
+    def test_each_failed_dictation_is_announced(self):
+        events = EventObserver("object:state-changed:showing")
 
         for _ in range(2):
-            ear.forget()
+            events.clear()
             self.panel.find("Dictate", "push button").press()
-            ear.wait_for(NO_MICROPHONE, "alert")
+            events.wait_for(NO_MICROPHONE, "alert")
 
-    def test_each_time_that_a_website_is_not_valid(self):
+    def test_each_invalid_website_is_announced(self):
         card = self.panel.open_settings()
         card.find("Launcher 2", "panel").find("Website", "text").grab_focus()
         type_text("ftp://example.com")
-        ear = Ear("object:state-changed:showing")
+        events = EventObserver("object:state-changed:showing")
 
         for _ in range(2):
-            ear.forget()
+            events.clear()
             press_keys("Return")
-            ear.wait_for(INVALID_WEBSITE, "alert")
+            events.wait_for(INVALID_WEBSITE, "alert")

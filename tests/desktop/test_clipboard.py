@@ -1,4 +1,4 @@
-"""Pasting what other programs offer, also those that offer it badly or do not answer."""
+"""Pasting from other programs, including ones that do not answer or use unusual formats."""
 
 import contextlib
 import pathlib
@@ -11,11 +11,12 @@ from processes import end
 from waiting import wait_for
 from x11 import press_keys, type_text
 
-# A clipboard is given a second. The rest is for a busy machine; Qt alone would wait ten seconds.
-MOST_SECONDS = 4
+# The program waits one second for a clipboard; Qt alone would wait ten. The rest is for a busy
+# machine.
+MAX_SECONDS = 4
 
-# The program allows a silent clipboard manager 0.3 seconds; Qt alone would wait five.
-MOST_SECONDS_TO_END = 2
+# The program waits 0.3 seconds for a silent clipboard manager; Qt alone would wait five.
+MAX_SECONDS_TO_EXIT = 2
 
 
 class ClipboardTest(DesktopTest):
@@ -23,12 +24,12 @@ class ClipboardTest(DesktopTest):
         self.open_panel([tab("Prompts", node(id=known_id(2)), id=known_id(1))])
 
     def clipboard_of(self, behaviour, **offers):
-        """The clipboard of another program; `offers` are bytes by the names of their formats."""
+        """Another program owns the clipboard. `offers` maps format names to bytes."""
         return self.selection_of("CLIPBOARD", behaviour, **offers)
 
     @contextlib.contextmanager
     def selection_of(self, selection, behaviour, **offers):
-        """Gives the file of the last offer."""
+        """Returns the file of the last offer."""
         formats = []
         for number, (name, content) in enumerate(offers.items()):
             file = self.session.folder / f"offer-{number}"
@@ -49,7 +50,7 @@ class ClipboardTest(DesktopTest):
 
     def focus_node(self):
         self.panel.editor(1, 1).click()
-        wait_for("the node with the focus", lambda: self.panel.focused_name() == "Node text")
+        wait_for("focus in the node", lambda: self.panel.focused_name() == "Node text")
 
 
 class SilentOwnerTest(ClipboardTest):
@@ -60,31 +61,31 @@ class SilentOwnerTest(ClipboardTest):
             self.panel.find("Paste", "push button").click()
             self.expect_typing_works_since(started)
 
-    def test_the_key_for_pasting_gives_up_after_a_second(self):
+    def test_the_paste_shortcut_gives_up_after_a_second(self):
         with self.clipboard_of("silent"):
             self.focus_node()
             started = time.monotonic()
             press_keys("ctrl+v")
             self.expect_typing_works_since(started)
 
-    def test_the_context_menu_opens_within_a_second_and_offers_no_paste(self):
+    def test_the_context_menu_opens_after_a_second_without_paste(self):
         with self.clipboard_of("silent"):
             self.focus_node()
             started = time.monotonic()
             menu = self.panel.menu_after(lambda: self.panel.editor(1, 1).click(button=3))
-            self.assertLess(time.monotonic() - started, MOST_SECONDS)
+            self.assertLess(time.monotonic() - started, MAX_SECONDS)
             self.assertFalse(menu.find("Paste").has("enabled"))
             press_keys("Escape")
-            wait_for("the menu gone", menu.is_gone)
+            wait_for("the menu to close", menu.is_gone)
 
-    def test_a_middle_click_gives_the_selection_of_another_program_a_second(self):
+    def test_a_middle_click_gives_up_after_a_second(self):
         with self.selection_of("PRIMARY", "silent"):
             self.focus_node()
             started = time.monotonic()
             self.panel.editor(1, 1).click(button=2)
             self.expect_typing_works_since(started)
 
-    def test_an_owner_that_never_ends_its_answer_gets_a_second(self):
+    def test_an_endless_answer_is_cut_off_after_a_second(self):
         with self.clipboard_of("trickles", UTF8_STRING=b"x" * 1000):
             self.focus_node()
             started = time.monotonic()
@@ -94,12 +95,12 @@ class SilentOwnerTest(ClipboardTest):
     def expect_typing_works_since(self, started):
         type_text("x")
         wait_for("typing to be shown", lambda: self.panel.editor(1, 1).text == "x")
-        self.assertLess(time.monotonic() - started, MOST_SECONDS)
+        self.assertLess(time.monotonic() - started, MAX_SECONDS)
         self.expect_text("x")
 
 
 class FormatsTest(ClipboardTest):
-    def test_text_with_parameters_is_pasted_and_keeps_a_leading_byte_order_mark(self):
+    def test_pastes_text_with_a_charset_and_keeps_its_byte_order_mark(self):
         text = "\ufeffGr\u00fc\u00dfe"
         for paste in (lambda: press_keys("ctrl+v"),
                       lambda: self.panel.find("Paste", "push button").click()):
@@ -110,7 +111,7 @@ class FormatsTest(ClipboardTest):
                 paste()
                 self.expect_text(text)
 
-    def test_a_middle_click_inserts_what_is_selected_elsewhere(self):
+    def test_a_middle_click_inserts_the_primary_selection(self):
         self.focus_node()
         type_text("before ")
         with self.selection_of("PRIMARY", "answers", UTF8_STRING=b"selected"):
@@ -119,20 +120,20 @@ class FormatsTest(ClipboardTest):
 
 
 class EndTest(ClipboardTest):
-    """What was copied when the program ends."""
+    """Handover of copied text to a clipboard manager at exit."""
 
-    def test_a_clipboard_manager_that_does_not_answer_does_not_delay_the_end(self):
+    def test_a_silent_clipboard_manager_does_not_delay_the_exit(self):
         for copy in (self.copy_node, self.select_text, self.cut_text):
             with self.subTest(copy.__name__), \
                     self.selection_of("CLIPBOARD_MANAGER", "silent"):
                 copy()
-                self.assertLess(self.seconds_to_end(), MOST_SECONDS_TO_END)
+                self.assertLess(self.seconds_to_end(), MAX_SECONDS_TO_EXIT)
             self.setUp()
 
     def test_a_clipboard_manager_gets_the_text(self):
         with self.selection_of("CLIPBOARD_MANAGER", "saves", SAVE_TARGETS=b"") as file:
             self.copy_node()
-            self.assertLess(self.seconds_to_end(), MOST_SECONDS_TO_END)
+            self.assertLess(self.seconds_to_end(), MAX_SECONDS_TO_EXIT)
             self.assertEqual(file.read_text(), "copied")
 
     def copy_node(self):

@@ -1,4 +1,4 @@
-"""Speaking into a node: from the microphone to the file, and what is said where that cannot be."""
+"""Dictation from the microphone to the file, and the messages shown if it is unavailable."""
 
 import json
 import os
@@ -18,11 +18,11 @@ LAST_WORDS = "following text"
 TITLE = "A synthetic voice:"
 NO_MICROPHONE = "The microphone could not be started."
 NO_RECOGNIZER = "Speech recognition is temporarily unavailable."
-SPEAKING_SECONDS = 150  # a busy machine takes long to load the model
+SPEAKING_SECONDS = 150  # loading the model takes long on a busy machine
 
 
 class SpeakingTest(DesktopTest):
-    """Two nodes, and whatever microphone there is."""
+    """A panel with two nodes."""
 
     def start(self, **environment):
         return self.open_panel([tab("Prompts", node(TITLE, id=known_id(2)),
@@ -36,7 +36,7 @@ class SpeakingTest(DesktopTest):
         return json.loads(self.library_file.read_text())["tabs"][0]["blocks"][0]["text"]
 
     def expect_message(self, message):
-        """And a panel that goes on as ever."""
+        """Expects the message, no running dictation, and a panel that still works."""
         self.panel.find(message, "alert")
         self.assertTrue(self.panel.node(1, 2).has_any("Dictate"))
         self.assertFalse(self.panel.has_any("Stop"))
@@ -53,18 +53,18 @@ class DictationTest(SpeakingTest):
 
     def setUp(self):
         self.panel = self.start(PULSE_SERVER=self.sound.server)
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
 
     def dictate(self, number=1):
         self.press("Dictate", number)
         self.panel.node(number, 2).find("Stop", "push button")
         self.assertEqual(self.sound.recording_programs(), ["Quillsatchel"])
 
-    def expect_closed_microphone(self):
-        wait_for_value("who hears the microphone", [], self.sound.recording_programs)
+    def await_closed_microphone(self):
+        wait_for_value("the recording programs", [], self.sound.recording_programs)
 
     def texts_until(self, last_words):
-        """All that the first node shows, one after the other, until it ends so."""
+        """Every text that the first node shows until it ends with `last_words`."""
         editor = self.panel.editor(1, 2)
         texts = [editor.text]
 
@@ -77,29 +77,29 @@ class DictationTest(SpeakingTest):
         wait_for(f"a node that ends with \"{last_words}\"", ends_so, SPEAKING_SECONDS)
         return texts
 
-    def expect_said(self, sentence):
+    def say_and_expect(self, sentence):
         self.sound.say(sentence)
         self.texts_until(sentence)
 
-    def test_the_words_grow_in_the_node_while_they_are_said_and_are_saved(self):
+    def test_words_appear_while_they_are_spoken_and_are_saved(self):
         self.dictate()
         self.sound.say(SENTENCE)
         texts = self.texts_until(LAST_WORDS)
         self.press("Stop")
 
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.panel.node(1, 2).find("Dictate", "push button")
         self.assertEqual(texts[0], TITLE)
         self.assertTrue(all(text.startswith(f"{TITLE} ") for text in texts[1:]), texts)
         lengths = [len(text.split()) for text in texts]
         self.assertGreaterEqual(len(set(lengths)), 4, texts)
         self.assertLess(lengths[1], lengths[-1] - 3, texts)
-        final, other = self.panel.node_texts()  # the end of an utterance may correct its words
+        final, other = self.panel.node_texts()  # the final result may correct earlier words
         self.assertTrue(final.startswith(f"{TITLE} ") and final.endswith(LAST_WORDS), final)
         self.assertEqual(other, "other")
         wait_for_value("the text in the file", final, self.saved_text)
 
-    def test_typing_while_speaking_ends_it_and_loses_nothing(self):
+    def test_typing_ends_dictation_and_loses_nothing(self):
         self.dictate()
         voice = self.sound.say(SENTENCE)
         editor = self.panel.editor(1, 2)
@@ -110,29 +110,29 @@ class DictationTest(SpeakingTest):
         type_text("!")
 
         self.panel.node(1, 2).find("Dictate", "push button")
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         text = editor.text
         self.assertRegex(text, f"^{TITLE} .+!$")
         voice.wait()
         self.assertEqual(editor.text, text)
         wait_for_value("the text in the file", text, self.saved_text)
 
-    def test_an_edit_by_assistive_technology_ends_it(self):
+    def test_an_edit_by_assistive_technology_ends_dictation(self):
         self.dictate()
-        self.expect_said(LAST_WORDS)
+        self.say_and_expect(LAST_WORDS)
         editor = self.panel.editor(1, 2)
         text = editor.text
 
         editor.insert(0, "Said: ")
 
         self.panel.node(1, 2).find("Dictate", "push button")
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.assertEqual(editor.text, f"Said: {text}")
         wait_for_value("the text in the file", f"Said: {text}", self.saved_text)
 
-    def test_another_node_takes_the_microphone_over(self):
+    def test_another_node_takes_over_the_microphone(self):
         self.dictate(1)
-        self.expect_said(LAST_WORDS)
+        self.say_and_expect(LAST_WORDS)
 
         self.press("Dictate", 2)
 
@@ -141,7 +141,7 @@ class DictationTest(SpeakingTest):
         self.assertEqual(self.sound.recording_programs(), ["Quillsatchel"])
         self.assertTrue(self.panel.editor(1, 2).text.endswith(LAST_WORDS))
 
-    def test_nothing_of_it_is_loaded_before_it_is_used(self):
+    def test_speech_is_loaded_by_the_first_dictation(self):
         self.assertFalse(self.has_loaded("speech.so"))
         self.assertEqual(self.helpers(), [])
 
@@ -153,84 +153,84 @@ class DictationTest(SpeakingTest):
     def test_hiding_the_panel_closes_the_microphone(self):
         self.dictate()
         self.panel.find("Close", "push button").press()
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.assertTrue(self.panel.is_running())
 
     def test_minimizing_the_panel_closes_the_microphone(self):
         self.dictate()
         self.panel.find("Minimize", "push button").press()
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
 
-    def test_ending_the_program_closes_the_microphone(self):
+    def test_quitting_closes_the_microphone(self):
         self.dictate()
         helper, = self.helpers()
         self.assertIn(self.panel.end(), (0, -signal.SIGTERM))
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.expect_end_of(helper)
 
-    def test_a_program_that_dies_leaves_no_open_microphone(self):
+    def test_a_killed_program_leaves_no_open_microphone(self):
         self.dictate()
         helper, = self.helpers()
         os.kill(self.panel.process_id, signal.SIGKILL)
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.expect_end_of(helper)
 
-    def test_a_helper_that_dies_ends_the_dictation_and_the_next_has_another(self):
+    def test_a_killed_helper_ends_dictation_and_is_replaced(self):
         self.dictate()
         helper, = self.helpers()
-        self.expect_said(LAST_WORDS)
+        self.say_and_expect(LAST_WORDS)
 
         os.kill(helper, signal.SIGKILL)
 
         self.panel.node(1, 2).find("Dictate", "push button")
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.assertFalse(self.panel.has_any(role="alert"))
         self.assertTrue(self.panel.editor(1, 2).text.endswith(LAST_WORDS))
         self.dictate()
         self.assertNotEqual(self.helpers(), [helper])
-        self.expect_said(f"{LAST_WORDS} {LAST_WORDS}")
+        self.say_and_expect(f"{LAST_WORDS} {LAST_WORDS}")
 
-    def test_an_unplugged_microphone_ends_the_dictation(self):
+    def test_unplugging_the_microphone_ends_dictation(self):
         unplug = self.sound.plug_in("other")
         self.addCleanup(self.sound.choose_microphone, "microphone")
         self.sound.choose_microphone("other")
         self.dictate()
-        self.expect_said(LAST_WORDS)
+        self.say_and_expect(LAST_WORDS)
 
         unplug()
 
         self.panel.node(1, 2).find("Dictate", "push button")
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
         self.assertFalse(self.panel.has_any(role="alert"))
         wait_for("the words in the file", lambda: self.saved_text().endswith(LAST_WORDS))
 
-    def test_a_loudspeaker_is_no_microphone(self):
+    def test_a_monitor_source_is_not_used_as_microphone(self):
         self.addCleanup(self.sound.choose_microphone, "microphone")
         self.sound.choose_microphone("speaker.monitor")
         self.press("Dictate")
         self.expect_message(NO_MICROPHONE)
-        self.expect_closed_microphone()
+        self.await_closed_microphone()
 
         self.sound.choose_microphone("microphone")
         self.dictate()
         self.assertFalse(self.panel.has_any(NO_MICROPHONE))
 
     def expect_end_of(self, process):
-        # One that has ended but that nobody has buried yet has no program any more.
-        wait_for("the helper gone", lambda: not os.path.exists(f"/proc/{process}/exe"))
+        # A zombie has no exe link.
+        wait_for("the helper to exit", lambda: not os.path.exists(f"/proc/{process}/exe"))
 
     def has_loaded(self, library):
         return library in pathlib.Path(f"/proc/{self.panel.process_id}/maps").read_text()
 
     def helpers(self):
-        """The processes that the panel has started and that are there."""
+        """The ids of the panel's child processes."""
         threads = pathlib.Path(f"/proc/{self.panel.process_id}/task")
         return [int(number) for thread in threads.iterdir()
                 for number in (thread / "children").read_text().split()]
 
 
-class NoDictationTest(SpeakingTest):
-    """The panel starts as ever, and says what is wrong once it is asked to listen."""
+class UnavailableDictationTest(SpeakingTest):
+    """The panel starts normally, and "Dictate" shows the reason."""
 
     def expect_dictation_to_end_with(self, message, **environment):
         self.start(**environment)
@@ -238,28 +238,27 @@ class NoDictationTest(SpeakingTest):
         self.expect_message(message)
 
     @property
-    def nothing(self):
-        """Where there is neither a file nor a folder."""
-        return str(self.session.folder / "nothing")
+    def missing_path(self):
+        return str(self.session.folder / "missing")
 
-    def test_there_is_no_sound_server(self):
-        self.expect_dictation_to_end_with(NO_MICROPHONE, PULSE_SERVER=f"unix:{self.nothing}")
+    def test_reports_a_missing_sound_server(self):
+        self.expect_dictation_to_end_with(NO_MICROPHONE, PULSE_SERVER=f"unix:{self.missing_path}")
 
-    def test_the_sound_server_never_answers(self):
+    def test_reports_a_silent_sound_server(self):
         address = str(self.session.folder / "silent")
         with socket.socket(socket.AF_UNIX) as server:
             server.bind(address)
             server.listen()
             self.expect_dictation_to_end_with(NO_MICROPHONE, PULSE_SERVER=f"unix:{address}")
 
-    def test_there_is_no_model(self):
-        self.expect_dictation_to_end_with(NO_RECOGNIZER, XDG_DATA_DIRS=self.nothing)
+    def test_reports_a_missing_model(self):
+        self.expect_dictation_to_end_with(NO_RECOGNIZER, XDG_DATA_DIRS=self.missing_path)
 
-    def test_there_is_no_model_for_the_language(self):
+    def test_reports_a_missing_model_for_the_language(self):
         self.expect_dictation_to_end_with(NO_RECOGNIZER, LC_ALL="", LC_CTYPE="C.UTF-8",
                                           LC_MESSAGES="eo")
 
-    def test_there_is_no_module(self):
+    def test_reports_a_missing_module(self):
         folder = self.session.folder / "incomplete"
         folder.mkdir()
         self.program = shutil.copy(self.program, folder)

@@ -1,4 +1,4 @@
-"""Tabs and nodes, worked on with pointer and keys, down to the bytes of the file."""
+"""Editing tabs and nodes with mouse and keys, checked in the saved file."""
 
 import time
 
@@ -24,11 +24,11 @@ class TabsTest(DesktopTest):
         self.expect_saved(prompts, tab("New Tab"), active=1)
 
         panel.tab("New Tab").click(times=2)
-        wait_for("a field with the focus", lambda: panel.focused_name() == "Tab name")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Tab name")
         type_text("Mail / private")
         wait_for_value("the row of tabs", ["Prompts", "Mail / private"], panel.tab_names)
         press_keys("Return")
-        wait_for("the field gone", lambda: not panel.has_any("Tab name"))
+        wait_for("the field to close", lambda: not panel.has_any("Tab name"))
         self.expect_saved(prompts, tab("Mail / private"), active=1)
 
     def test_a_click_on_another_chip_ends_renaming_and_selects_it(self):
@@ -36,16 +36,16 @@ class TabsTest(DesktopTest):
         panel = self.open_panel([first, second])
 
         panel.tab("Second").click(times=2)
-        wait_for("a field with the focus", lambda: panel.focused_name() == "Tab name")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Tab name")
         type_text("Later")
         wait_for_value("the row of tabs", ["First", "Later"], panel.tab_names)
         panel.tab("First").click()
 
         wait_for_value("the active tab", ["First"], panel.active_tab_names)
-        wait_for("the field gone", lambda: not panel.has_any("Tab name"))
+        wait_for("the field to close", lambda: not panel.has_any("Tab name"))
         self.expect_saved(first, second | {"name": "Later"}, active=0)
 
-    def test_the_chips_menu_deletes_a_tab_but_never_the_last(self):
+    def test_the_context_menu_deletes_a_tab_but_not_the_last(self):
         first, second = tab("First", id=known_id(1)), tab("Second", id=known_id(2))
         panel = self.open_panel([first, second], active=1)
 
@@ -60,12 +60,12 @@ class TabsTest(DesktopTest):
 
 
 class NodesTest(DesktopTest):
-    def test_a_new_node_takes_the_typing_at_once(self):
+    def test_a_new_node_has_the_focus(self):
         panel = self.open_panel([tab("Prompts", id=known_id(1))])
         self.assertTrue(panel.has_any("No nodes yet"))
 
         panel.find("New Node", "push button").click()
-        wait_for("the editor with the focus", lambda: panel.focused_name() == "Node text")
+        wait_for("focus in the editor", lambda: panel.focused_name() == "Node text")
         type_text("Sum up, then\t\"list\" the rest.")
 
         self.assertFalse(panel.has_any("No nodes yet"))
@@ -78,7 +78,7 @@ class NodesTest(DesktopTest):
         self.assertEqual([item.name for item in menu.find_all()], COLOR_TITLES)
         menu.find("Green").click()
 
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         self.expect_saved(tab("Prompts", node("grass", "green", known_id(2)), id=known_id(1)))
 
     def test_a_node_dragged_down_by_250_points_moves_two_places(self):
@@ -94,7 +94,7 @@ class NodesTest(DesktopTest):
         self.assertEqual(panel.editor(3, 4).text, "1")
         self.expect_saved(tab("Prompts", two, three, one, four, id=known_id(1)))
 
-    def test_a_screen_reader_finds_the_nodes_in_their_order(self):
+    def test_the_accessibility_tree_lists_nodes_in_order(self):
         nodes = [node(text, id=known_id(number)) for number, text in enumerate("abcd", start=2)]
         panel = self.open_panel([tab("Prompts", *nodes, id=known_id(1))])
 
@@ -113,7 +113,7 @@ class NodesTest(DesktopTest):
     def move(self, number, direction, count=4):
         self.panel.node(number, count).find("Drag node to reorder").perform(direction)
 
-    def test_a_drag_that_ends_near_its_start_moves_nothing(self):
+    def test_a_short_drag_moves_nothing(self):
         one, two = node("1", id=known_id(2)), node("2", id=known_id(3))
         panel = self.open_panel([tab("Prompts", one, two, id=known_id(1))])
 
@@ -124,12 +124,12 @@ class NodesTest(DesktopTest):
         panel.find("New Node").click()
         self.expect_saved(tab("Prompts", one, two, node(), id=known_id(1)))
 
-    def test_a_drag_counts_from_24_points_at_every_scale(self):
+    def test_a_drag_starts_at_24_points_at_every_scale(self):
         one, two = node("1", id=known_id(2)), node("2", id=known_id(3))
         for scale, pixels in (1, 24), (1.5, 36), (2, 48):
             self.open_panel([tab("Prompts", one, two, id=known_id(1))],
                             environment={"QT_SCALE_FACTOR": str(scale)})
-            for offset in range(3):  # at 1.5, each begins at another third of a point
+            for offset in range(3):  # pixels; at scale 1.5 each starts at another third of a point
                 with self.subTest(scale=scale, offset=offset):
                     self.drag_first_node(scale, offset, pixels - 1)
                     self.drag_first_node(scale, offset, pixels)
@@ -148,7 +148,7 @@ class NodesTest(DesktopTest):
         wait_for_value("the nodes' order", list(texts), lambda: [
             self.panel.editor(number, len(texts)).text for number in range(1, len(texts) + 1)])
 
-    def test_scrolling_while_dragging_counts_as_dragging(self):
+    def test_scrolling_during_a_drag_moves_the_node(self):
         nodes = [node(text, id=known_id(number)) for number, text in enumerate("abcdef", start=2)]
         panel = self.open_panel([tab("Prompts", *nodes, id=known_id(1))])
 
@@ -161,7 +161,7 @@ class NodesTest(DesktopTest):
         a, b, c, *others = nodes
         self.expect_saved(tab("Prompts", b, c, a, *others, id=known_id(1)))
 
-    def test_copy_gives_the_text_and_says_so_for_1_4_seconds(self):
+    def test_copy_shows_copied_for_1_4_seconds(self):
         panel = self.open_panel([tab("Prompts", node("to be copied", id=known_id(2)),
                                      id=known_id(1))])
         set_clipboard("something else")
@@ -186,7 +186,7 @@ class NodesTest(DesktopTest):
         editor = panel.editor(1, 1)
         editor.click()
         type_text("mine")
-        wait_for("no offer to paste over a text", lambda: not panel.has_any("Paste"))
+        wait_for("the paste button to disappear", lambda: not panel.has_any("Paste"))
         press_keys("ctrl+a", "Delete")
         panel.find("Paste", "push button").click()
         wait_for_value("the node", "from elsewhere\nin two lines", lambda: editor.text)
@@ -211,14 +211,14 @@ class NodesTest(DesktopTest):
         wait_for("an opened address", self.session.opened_addresses)
         self.assertEqual(self.session.opened_addresses(), [address])
 
-    def test_the_trash_deletes_a_node_at_once(self):
+    def test_the_trash_deletes_a_node(self):
         kept = node("kept", id=known_id(3))
         panel = self.open_panel([tab("Prompts", node("gone", id=known_id(2)), kept,
                                      id=known_id(1))])
 
         panel.node(1, 2).find("Delete node", "push button").click()
 
-        wait_for_value("what is left", "kept", lambda: panel.editor(1, 1).text)
+        wait_for_value("the remaining node", "kept", lambda: panel.editor(1, 1).text)
         self.expect_saved(tab("Prompts", kept, id=known_id(1)))
 
     def test_a_double_click_on_the_trash_deletes_one_node(self):
@@ -227,11 +227,11 @@ class NodesTest(DesktopTest):
 
         panel.node(1, 4).find("Delete node", "push button").click(times=2)
 
-        wait_for_value("what is left", "2", lambda: panel.editor(1, 3).text)
-        panel.find("New Node", "push button").press()  # seen only after the second press
+        wait_for_value("the remaining node", "2", lambda: panel.editor(1, 3).text)
+        panel.find("New Node", "push button").press()  # handled after the second click
         self.expect_saved(tab("Prompts", *nodes[1:], node(), id=known_id(1)))
 
-    def test_text_beyond_ascii_comes_and_goes_through_the_clipboard(self):
+    def test_unicode_text_survives_the_clipboard(self):
         text = "Grüße, \u0436\u0443\u043a, \u65e5\u672c\u8a9e, \U0001f98a, e\u0301, " \
                "fixed\u00a0space, 1\u20442, \\ / \"\nend\u2028"
         panel = self.open_panel([tab("Prompts", node("old", id=known_id(2)), id=known_id(1))])

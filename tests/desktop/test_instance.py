@@ -1,4 +1,4 @@
-"""A second start beside the first, and the ways in which the program ends."""
+"""Second starts, and the ways in which the program ends."""
 
 import fcntl
 import itertools
@@ -14,7 +14,7 @@ from x11 import (Rect, active_window, open_colored_window, press_keys, run, show
                  type_text, windows_named)
 
 ALL_DESKTOPS = 0xFFFFFFFF
-NO_ANSWER = 1
+NO_ANSWER_STATUS = 1
 PAIRS = 100
 
 
@@ -27,26 +27,26 @@ class InstanceTest(DesktopTest):
         self.window = self.panel.window
 
     def start_again(self, environment=None):
-        """Tells how the second start ended."""
+        """Returns the exit status of the second start."""
         second = self.session.start(self.program, environment=environment)
         self.addCleanup(second.kill)
         return second.wait(10)
 
     def await_panel_in_front(self):
-        wait_for("the panel in sight", self.window.is_in_sight)
+        wait_for("the panel to be visible", self.window.is_visible)
         wait_for_value("the active window", self.window, active_window)
         self.assertEqual(windows_named("Quillsatchel"), [self.window])
 
     def hide(self):
         self.panel.find("Close", "push button").press()
-        wait_for("the panel out of sight", lambda: not self.window.is_in_sight())
+        wait_for("the panel to be hidden", lambda: not self.window.is_visible())
 
     def minimize(self):
         self.panel.find("Minimize", "push button").press()
-        wait_for("an iconic panel", self.window.is_iconic)
+        wait_for("the panel to be minimized", self.window.is_iconic)
 
-    def open_other(self):
-        """Another program, which its user is busy with."""
+    def open_other_program(self):
+        """Another program in which the user is typing."""
         title = f"other {next(self.titles)}"
         other = open_colored_window(self.session, title, "#1E8C4B", Rect(20, 20, 300, 300),
                                     self.addCleanup)
@@ -57,7 +57,7 @@ class InstanceTest(DesktopTest):
 class SecondStartTest(InstanceTest):
     def test_it_brings_back_a_hidden_panel(self):
         self.hide()
-        self.open_other()
+        self.open_other_program()
         self.assertEqual(self.start_again(), 0)
         self.await_panel_in_front()
 
@@ -69,35 +69,35 @@ class SecondStartTest(InstanceTest):
         self.await_panel_in_front()
         wait_for_value("the panel's desktop", ALL_DESKTOPS, self.window.desktop)
 
-    def test_it_takes_the_keyboard_to_a_panel_in_sight(self):
-        self.open_other()
+    def test_it_gives_a_visible_panel_the_keyboard(self):
+        self.open_other_program()
         self.assertEqual(self.start_again(), 0)
         self.await_panel_in_front()
 
-    def test_it_comes_forward_with_the_time_of_the_click_that_started_it(self):
+    def test_it_activates_the_panel_with_the_time_of_the_click(self):
         for prepare in (self.hide, self.minimize, lambda: None):
             prepare()
-            self.open_other()
-            click = {"DESKTOP_STARTUP_ID": f"launcher-1_TIME{self.time_now()}"}
+            self.open_other_program()
+            click = {"DESKTOP_STARTUP_ID": f"launcher-1_TIME{self.display_time()}"}
             self.assertEqual(self.start_again(click), 0)
             self.await_panel_in_front()
 
-    def test_it_ends_the_announcement_of_its_start(self):
-        with open(self.session.folder / "announcements", "w") as log:
-            ear = self.session.start("xev", "-root", "-event", "property", stdout=log)
-        self.addCleanup(ear.kill)
-        announced = self.session.folder / "announcements"
+    def test_it_completes_the_startup_notification(self):
+        with open(self.session.folder / "root-events", "w") as log:
+            logger = self.session.start("xev", "-root", "-event", "property", stdout=log)
+        self.addCleanup(logger.kill)
+        events = self.session.folder / "root-events"
 
-        def heard():
-            run("xprop", "-root", "-f", "_NUDGE", "8s", "-set", "_NUDGE", "x")
-            return "_NUDGE" in announced.read_text()
+        def is_logging():
+            run("xprop", "-root", "-f", "_PROBE", "8s", "-set", "_PROBE", "x")
+            return "_PROBE" in events.read_text()
 
-        wait_for("an ear for announcements", heard)
+        wait_for("the event log", is_logging)
 
         self.assertEqual(self.start_again({"DESKTOP_STARTUP_ID": "launcher-1_TIME1"}), 0)
 
-        wait_for("the end of the announcement",
-                 lambda: "_NET_STARTUP_INFO_BEGIN" in announced.read_text())
+        wait_for("the end of the startup notification",
+                 lambda: "_NET_STARTUP_INFO_BEGIN" in events.read_text())
 
     def test_it_does_not_touch_the_library(self):
         before = self.library_file.stat()
@@ -111,21 +111,21 @@ class SecondStartTest(InstanceTest):
         self.assertEqual(self.start_again({"DISPLAY": "", "QT_QPA_PLATFORM": "none"}), 0)
         self.await_panel_in_front()
 
-    def test_it_gives_up_on_a_first_one_that_is_stopped(self):
+    def test_it_gives_up_if_the_first_instance_is_stopped(self):
         process = self.panel.process
         process.send_signal(signal.SIGSTOP)
         self.addCleanup(process.send_signal, signal.SIGCONT)
-        self.assertEqual(self.start_again(), NO_ANSWER)
+        self.assertEqual(self.start_again(), NO_ANSWER_STATUS)
         self.assertIn("does not answer", self.session.log())
 
-    def test_it_finds_the_first_one_after_its_lock_file_was_deleted(self):
+    def test_it_finds_the_first_instance_without_its_lock_file(self):
         self.hide()
         (self.session.data_folder / ".instance").unlink()
         self.assertEqual(self.start_again(), 0)
         self.await_panel_in_front()
         self.expect_typing_saved()
 
-    def test_it_finds_the_first_one_after_the_data_folder_was_replaced(self):
+    def test_it_finds_the_first_instance_in_a_replaced_folder(self):
         self.hide()
         aside = self.session.folder / "aside"
         self.addCleanup(shutil.rmtree, aside)
@@ -135,14 +135,14 @@ class SecondStartTest(InstanceTest):
         self.await_panel_in_front()
         self.expect_typing_saved()
 
-    def test_the_first_one_writes_nothing_while_another_process_has_its_folder(self):
+    def test_nothing_is_written_while_another_process_holds_the_lock(self):
         lock_file = self.session.data_folder / ".instance"
         lock_file.unlink()
         saved = self.library_file.read_bytes()
         with open(lock_file, "w") as another:
             fcntl.flock(another, fcntl.LOCK_EX)
             self.type_into_node("kept in memory ")
-            time.sleep(1)  # four times the delay of a save
+            time.sleep(1)  # four times the save delay
             self.assertEqual(self.library_file.read_bytes(), saved)
             self.library_file.write_bytes(b"of another process")
         self.type_into_node("x")
@@ -160,7 +160,7 @@ class SecondStartTest(InstanceTest):
         self.type_into_node("still ")
         self.expect_saved(tab("Prompts", node("still kept", id=known_id(2)), id=known_id(1)))
 
-    def test_another_data_folder_has_a_program_of_its_own(self):
+    def test_each_data_folder_has_its_own_instance(self):
         elsewhere = self.session.folder / "elsewhere"
         elsewhere.mkdir(exist_ok=True)
         other = self.session.start(self.program, environment={"XDG_DATA_HOME": str(elsewhere)})
@@ -168,22 +168,22 @@ class SecondStartTest(InstanceTest):
         self.addCleanup(other.terminate)
         wait_for("two panels", lambda: len(windows_named("Quillsatchel")) == 2)
 
-    def time_now(self):
-        """The display's time, which the window manager has as that of the last input."""
+    def display_time(self):
+        """The X server's time, which is later than the user's last input."""
         with open(self.session.folder / "time", "w") as log:
-            ear = self.session.start("xev", "-root", "-event", "property", stdout=log)
-        self.addCleanup(ear.kill)
+            logger = self.session.start("xev", "-root", "-event", "property", stdout=log)
+        self.addCleanup(logger.kill)
 
         def times():
-            run("xprop", "-root", "-f", "_NUDGE", "8s", "-set", "_NUDGE", "x")
+            run("xprop", "-root", "-f", "_PROBE", "8s", "-set", "_PROBE", "x")
             words = (self.session.folder / "time").read_text().replace(",", " ").split()
-            return [words[place + 1] for place, word in enumerate(words[:-1]) if word == "time"]
+            return [after for word, after in zip(words, words[1:]) if word == "time"]
 
         return wait_for("the display's time", times)[-1]
 
 
 class SimultaneousStartsTest(DesktopTest):
-    def test_one_of_two_starts_at_once_stays(self):
+    def test_one_of_two_simultaneous_starts_survives(self):
         library = [tab("Prompts", node("kept", id=known_id(2)), id=known_id(1))]
         first = self.open_panel(library)
         first.end()
@@ -192,7 +192,7 @@ class SimultaneousStartsTest(DesktopTest):
             starts = [self.session.start(self.program) for _ in range(2)]
             for start in starts:
                 self.addCleanup(start.kill)
-            wait_for("one that ended",
+            wait_for("one instance to exit",
                      lambda: any(start.poll() is not None for start in starts))
             ended, = (start for start in starts if start.poll() is not None)
             stayed, = (start for start in starts if start.poll() is None)
@@ -206,7 +206,7 @@ class SimultaneousStartsTest(DesktopTest):
 
 
 class EndTest(InstanceTest):
-    def test_it_ends_in_order_when_it_is_told_to(self):
+    def test_it_exits_cleanly_on_sigterm_and_sigint(self):
         for ending in (signal.SIGTERM, signal.SIGINT):
             with self.subTest(ending):
                 saved = self.library_file.read_bytes()
@@ -215,13 +215,13 @@ class EndTest(InstanceTest):
                 self.assertEqual(self.library_file.read_bytes(), saved)
                 self.setUp()
 
-    def test_the_loss_of_its_display_leaves_the_library_whole(self):
+    def test_losing_the_display_keeps_the_library_intact(self):
         saved = self.library_file.read_bytes()
         run("xkill", "-id", self.window.number)
         self.assertNotEqual(self.panel.process.wait(10), 0)
         self.assertEqual(self.library_file.read_bytes(), saved)
 
-    def test_it_starts_again_after_it_was_killed(self):
+    def test_it_starts_after_a_kill_and_removes_temporary_files(self):
         self.panel.process.kill()
         self.panel.process.wait()
         leftover = self.session.data_folder / "prompts.json.saving-AbCdEf"
@@ -235,15 +235,15 @@ class EndTest(InstanceTest):
         self.assertFalse(leftover.exists())
         self.assertEqual(mine.read_text(), "mine")
 
-    def test_the_end_of_its_terminal_does_not_end_it(self):
+    def test_it_survives_the_end_of_its_terminal(self):
         self.panel.process.send_signal(signal.SIGHUP)
         self.panel.process.send_signal(signal.SIGPIPE)
-        self.begin_typing()
+        self.place_cursor_at_start()
         type_text("still here ")
         self.expect_saved(tab("Prompts", node("still here kept", id=known_id(2)),
                               id=known_id(1)))
 
-    def test_programs_it_starts_have_their_signals(self):
+    def test_child_programs_have_default_signals(self):
         opener = self.session.folder / "bin" / "xdg-open"
         recording = opener.read_text()
         self.addCleanup(opener.write_text, recording)
@@ -258,6 +258,6 @@ class EndTest(InstanceTest):
         for line in record.read_text().splitlines():
             self.assertEqual(int(line.split()[1], 16) & 0x1FFFFFFF, 0, line)
 
-    def begin_typing(self):
+    def place_cursor_at_start(self):
         self.panel.editor(1, 1).click()
         press_keys("ctrl+Home")

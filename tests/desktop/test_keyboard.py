@@ -1,4 +1,4 @@
-"""All of it without a pointer."""
+"""Every operation without a mouse."""
 
 from desktop_test import DesktopTest
 from library import known_id, node, tab
@@ -16,15 +16,15 @@ class KeyboardTest(DesktopTest):
         wait_for_value("the active tab", ["New Tab"], panel.active_tab_names)
         panel.step_to("New Tab", backwards=True)
         press_keys("F2")
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Tab name")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Tab name")
         type_text("Second")
         press_keys("Return")
-        wait_for("the chip with the focus", lambda: panel.focused_name() == "Second")
+        wait_for("focus on the chip", lambda: panel.focused_name() == "Second")
         self.expect_saved(first, tab("Second"), active=1)
 
         menu = panel.menu_after(lambda: press_keys("Menu"))
         press_keys("Up", "Return")
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         wait_for_value("the row of tabs", ["First"], panel.tab_names)
         self.expect_saved(first)
 
@@ -43,8 +43,8 @@ class KeyboardTest(DesktopTest):
 
         panel.step_to("New Node")
         press_keys("Return")
-        wait_for("the editor with the focus", lambda: panel.focused_name() == "Node text")
-        type_text("a\tb")  # the Tab is text here
+        wait_for("focus in the editor", lambda: panel.focused_name() == "Node text")
+        type_text("a\tb")  # Tab inserts a tab character here
         press_keys("Return")
         type_text("c")
 
@@ -58,7 +58,7 @@ class KeyboardTest(DesktopTest):
         panel.step_to("Node color")
         menu = panel.menu_after(lambda: press_keys("Return"))
         press_keys("Down", "Down", "Return")
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         one["color"] = "orange"
         self.expect_saved(tab("Prompts", one, two, id=known_id(1)))
 
@@ -88,44 +88,44 @@ class KeyboardTest(DesktopTest):
 
         self.assertEqual(panel.node_texts(), ["one"])
 
-    def test_always_on_top_is_switched(self):
+    def test_space_toggles_always_on_top(self):
         panel = self.open_panel([tab("Prompts", id=known_id(1))])
 
         switch = panel.step_to("Always on Top", backwards=True)
         for is_above in (False, True):
             press_keys("space")
-            wait_for_value("above", is_above, lambda: "ABOVE" in panel.window.states())
+            wait_for_value("the above state", is_above, lambda: "ABOVE" in panel.window.states())
             self.assertEqual(switch.has("checked"), is_above)
 
-    def test_the_about_card_opens_keeps_the_focus_and_closes(self):
+    def test_the_about_card_traps_the_focus_until_it_closes(self):
         panel = self.open_panel([tab("Prompts", id=known_id(1))])
 
         panel.step_to("About Quillsatchel", backwards=True)
         press_keys("Return")
         card = panel.find("About Quillsatchel", "dialog")
-        wait_for("a focus on the card", lambda: panel.focused_name() == "Close")
-        names = self.names_on_a_round_of_tab(panel)
+        wait_for("focus on the card", lambda: panel.focused_name() == "Close")
+        names = self.names_in_tab_order(panel)
         self.assertIn("Close", names)
         self.assertEqual(len(names), 3)
         self.assertFalse({"New tab", "New Node", "Minimize"} & set(names))
 
         press_keys("Escape")
-        wait_for("the card gone", card.is_gone)
-        wait_for("the icon with the focus", lambda: panel.focused_name() == "About Quillsatchel")
+        wait_for("the card to close", card.is_gone)
+        wait_for("focus on the icon", lambda: panel.focused_name() == "About Quillsatchel")
 
-    def test_the_keys_of_the_menu_are_heard_over_an_open_menu(self):
+    def test_shortcuts_work_while_a_menu_is_open(self):
         panel = self.open_panel([tab("Prompts", node("a", id=known_id(2)), id=known_id(1))])
 
-        for key in ("F10", "Menu"):  # the panel's menu, the text's own
+        for key in ("F10", "Menu"):  # the panel's menu, the text's context menu
             with self.subTest(key):
                 panel.editor(1, 1).click()
                 menu = panel.menu_after(lambda: press_keys(key))
                 card = panel.open_settings()
-                wait_for("the menu gone", menu.is_gone)
+                wait_for("the menu to close", menu.is_gone)
                 press_keys("Escape")
-                wait_for("the card gone", card.is_gone)
+                wait_for("the card to close", card.is_gone)
 
-    def names_on_a_round_of_tab(self, panel):
+    def names_in_tab_order(self, panel):
         start = (panel.focused_name(), panel.focused().frame)
         names = []
         while not names or (panel.focused_name(), panel.focused().frame) != start:

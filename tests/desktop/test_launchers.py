@@ -1,4 +1,4 @@
-"""The five launchers: chosen, typed, opened, cleared."""
+"""Choosing, entering, opening and clearing the five launchers."""
 
 from applications import WEB, RecordingApplication
 from launchers import application, encode, website
@@ -17,7 +17,7 @@ class ChosenLaunchersTest(LaunchersTest):
 
         self.slot(card, 1).find("Choose App…", "push button").press()
         wait_for("the chooser", lambda: windows_named("Choose an Application"))
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Search applications")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Search applications")
         panel.find(self.application.name, "list item")
         type_text("zither")
         press_keys("Return")
@@ -37,20 +37,20 @@ class ChosenLaunchersTest(LaunchersTest):
         for window in both:
             window.activate()
             x, y, width, _ = window.outer_frame()
-            for place in (Point(x + 50, y + 5), Point(x + width - 12, y + 14)):
-                wait_for("a dark title bar", lambda: max(bytes.fromhex(color_at(place)[1:])) < 80)
+            for point in (Point(x + 50, y + 5), Point(x + width - 12, y + 14)):
+                wait_for("a dark title bar", lambda: max(bytes.fromhex(color_at(point)[1:])) < 80)
 
-    def test_the_chooser_is_moved_by_its_title_and_closed_by_its_button(self):
+    def test_the_chooser_can_be_moved_and_closed(self):
         panel = self.start()
         chooser = self.open_chooser(panel)
         frame = chooser.frame()
         title = Point(frame.center.x, frame.y + 14)
         with button_held(title):
             glide(title, 60, 40)
-            wait_for("the chooser following", lambda: chooser.frame() != frame)
+            wait_for("the chooser to follow", lambda: chooser.frame() != frame)
 
         panel.find("Choose an Application", "dialog").find("Close", "push button").press()
-        wait_for("no chooser", lambda: not windows_named("Choose an Application"))
+        wait_for("the chooser to close", lambda: not windows_named("Choose an Application"))
 
     def test_the_chooser_fits_on_a_low_screen(self):
         add_monitor("low", Rect(0, 0, 1280, 430), "screen", self.addCleanup)
@@ -62,10 +62,10 @@ class ChosenLaunchersTest(LaunchersTest):
     def open_chooser(self, panel):
         self.slot(panel.open_settings(), 1).find("Choose App…", "push button").press()
         chooser, = wait_for("the chooser", lambda: windows_named("Choose an Application"))
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Search applications")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Search applications")
         return chooser
 
-    def test_an_application_without_a_name_is_called_by_its_file(self):
+    def test_an_unnamed_application_gets_its_file_name(self):
         entry = self.application.entry
         entry.write_text(entry.read_text().replace("Name=Zither Notes", "Name="))
         panel = self.start()
@@ -73,7 +73,7 @@ class ChosenLaunchersTest(LaunchersTest):
 
         self.slot(card, 1).find("Choose App…", "push button").press()
         wait_for("the chooser", lambda: windows_named("Choose an Application"))
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Search applications")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Search applications")
         panel.find("zither-notes", "list item")
         type_text("zither")
         press_keys("Return")
@@ -82,20 +82,20 @@ class ChosenLaunchersTest(LaunchersTest):
         wait_for("the saved launcher", lambda: self.saved_slots()[0])
         self.assertEqual(self.saved_slots()[0]["name"], "zither-notes")
 
-    def test_a_choice_is_thought_better_of(self):
+    def test_escape_cancels_the_chooser(self):
         panel = self.start()
         card = panel.open_settings()
 
         self.slot(card, 3).find("Choose App…", "push button").press()
         wait_for("the chooser", lambda: windows_named("Choose an Application"))
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Search applications")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Search applications")
         press_keys("Escape")
 
-        wait_for("no chooser", lambda: not windows_named("Choose an Application"))
+        wait_for("the chooser to close", lambda: not windows_named("Choose an Application"))
         self.assertFalse(self.launchers_file.exists())
         self.assertTrue(self.slot(card, 3).has_any("Empty launcher"))
 
-    def test_an_address_that_is_none_is_refused(self):
+    def test_an_invalid_address_is_refused(self):
         panel = self.start()
         slot = self.slot(panel.open_settings(), 5)
 
@@ -113,7 +113,7 @@ class ChosenLaunchersTest(LaunchersTest):
         self.assertEqual(words, ["--greeting", "hello world"])
         self.assertTrue(startup, "no startup notification")
 
-    def test_the_browser_gets_the_address_as_it_is_stored(self):
+    def test_the_browser_gets_the_stored_address_unchanged(self):
         browser = RecordingApplication(self.session, "Test Browser", arguments="%u", types=WEB)
         self.addCleanup(browser.remove)
         self.addCleanup(browser.make_default_browser(self.session).unlink)
@@ -131,12 +131,12 @@ class ChosenLaunchersTest(LaunchersTest):
         StatusItem(panel.process_id).menu.choose(item["name"])
 
     def started(self, program):
-        """The arguments it was started with, and its startup notification's id."""
-        first, *words, startup = wait_for(f"{program.name} running", program.was_started_with)
+        """The program's arguments, and its startup notification id."""
+        first, *words, startup = wait_for(f"{program.name} to start", program.recorded_start)
         self.assertEqual(first, "started")
         return words, startup.removeprefix("startup id: ")
 
-    def test_filled_slots_are_shown_and_left_as_they_are(self):
+    def test_opening_the_settings_shows_slots_and_writes_nothing(self):
         slots = [None, application(self.application, known_id(1)), None,
                  website("Example.COM", "HTTPS://Example.COM/A%20b", known_id(2)), None]
         panel = self.start(slots)

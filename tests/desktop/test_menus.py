@@ -1,4 +1,4 @@
-"""Menus and dialogs by pointer, by keyboard and through the accessibility tree."""
+"""Menus and dialogs, used by mouse, keyboard and accessibility actions."""
 
 import launchers
 from applications import RecordingApplication
@@ -15,7 +15,7 @@ OWN_ENTRIES = ["About Quillsatchel", "Settings…", "", "Hide Quillsatchel", "Qu
 
 
 def names_in(menu):
-    """Of the entries, with nothing for a separator."""
+    """The names of the entries; empty for separators."""
     return [entry.name for entry in menu.children()]
 
 
@@ -24,15 +24,15 @@ def selected_in(menu):
 
 
 class OwnerDeletedTest(DesktopTest):
-    """Something is deleted through the accessibility tree while its menu or dialog is open."""
+    """Deletes the owner of an open menu or dialog through the accessibility tree."""
 
     def expect_gone(self, panel, menu):
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         press_keys("Escape")
         panel.find("New tab", "push button").press()
-        wait_for("an answer of the program", lambda: "New Tab" in panel.tab_names())
+        wait_for("the program to respond", lambda: "New Tab" in panel.tab_names())
 
-    def test_a_tab_whose_menu_is_open(self):
+    def test_deleting_a_tab_closes_its_menu(self):
         panel = self.open_panel([tab("First", id=known_id(1)), tab("Second", id=known_id(2))])
         second = panel.tab("Second")
         menu = panel.menu_after(lambda: second.click(button=3))
@@ -42,7 +42,7 @@ class OwnerDeletedTest(DesktopTest):
         wait_for_value("the row of tabs", ["First"], panel.tab_names)
         self.expect_gone(panel, menu)
 
-    def test_a_tab_by_its_open_menu(self):
+    def test_a_tab_can_be_deleted_by_its_open_menu(self):
         panel = self.open_panel([tab("First", id=known_id(1)), tab("Second", id=known_id(2))])
         menu = panel.menu_after(lambda: panel.tab("Second").click(button=3))
 
@@ -51,7 +51,7 @@ class OwnerDeletedTest(DesktopTest):
         wait_for_value("the row of tabs", ["First"], panel.tab_names)
         self.expect_gone(panel, menu)
 
-    def test_a_tab_that_is_renamed_and_shows_the_menu_of_its_field(self):
+    def test_deleting_a_renamed_tab_closes_the_menu_of_its_field(self):
         panel = self.open_panel([tab("First", id=known_id(1)), tab("Second", id=known_id(2))])
         second = panel.tab("Second")
         second.click(times=2)
@@ -63,7 +63,7 @@ class OwnerDeletedTest(DesktopTest):
         wait_for_value("the row of tabs", ["First"], panel.tab_names)
         self.expect_gone(panel, menu)
 
-    def test_a_node_whose_color_menu_is_open(self):
+    def test_deleting_a_node_closes_its_color_menu(self):
         panel = self.open_panel([tab("Prompts", node("one", id=known_id(2)),
                                      node("two", id=known_id(3)), id=known_id(1))])
         first = panel.node(1, 2)
@@ -74,7 +74,7 @@ class OwnerDeletedTest(DesktopTest):
         wait_for_value("the nodes", ["two"], panel.node_texts)
         self.expect_gone(panel, menu)
 
-    def test_a_node_whose_text_shows_its_menu(self):
+    def test_deleting_a_node_closes_the_menu_of_its_text(self):
         panel = self.open_panel([tab("Prompts", node("one", id=known_id(2)),
                                      node("two", id=known_id(3)), id=known_id(1))])
         first = panel.node(1, 2)
@@ -85,7 +85,7 @@ class OwnerDeletedTest(DesktopTest):
         wait_for_value("the nodes", ["two"], panel.node_texts)
         self.expect_gone(panel, menu)
 
-    def test_a_tab_with_a_node_whose_color_menu_is_open(self):
+    def test_deleting_a_tab_closes_a_color_menu_in_it(self):
         panel = self.open_panel([tab("First", id=known_id(1)),
                                  tab("Second", node("one", id=known_id(3)), id=known_id(2))],
                                 active=1)
@@ -97,7 +97,7 @@ class OwnerDeletedTest(DesktopTest):
         wait_for_value("the row of tabs", ["First"], panel.tab_names)
         self.expect_gone(panel, menu)
 
-    def test_a_card_whose_field_shows_its_menu(self):
+    def test_closing_a_card_closes_the_menu_of_its_field(self):
         panel = self.open_panel([tab("First", id=known_id(1))])
         card = panel.open_settings()
         field = card.find("Launcher 1", "panel").find("Website", "text")
@@ -105,10 +105,10 @@ class OwnerDeletedTest(DesktopTest):
 
         card.find("Close", "push button").press()
 
-        wait_for("the card gone", card.is_gone)
+        wait_for("the card to close", card.is_gone)
         self.expect_gone(panel, menu)
 
-    def test_a_chooser_whose_field_shows_its_menu(self):
+    def test_cancelling_the_chooser_closes_the_menu_of_its_field(self):
         panel = self.open_panel([tab("First", id=known_id(1))])
         chooser = self.open_chooser(panel)
         field = chooser.find("Search applications", "text")
@@ -116,10 +116,10 @@ class OwnerDeletedTest(DesktopTest):
 
         chooser.find("Cancel", "push button").press()
 
-        wait_for("the chooser gone", chooser.is_gone)
+        wait_for("the chooser to close", chooser.is_gone)
         self.expect_gone(panel, menu)
 
-    def test_a_chooser_whose_file_dialog_shows_a_menu(self):
+    def test_cancelling_the_chooser_closes_a_menu_in_its_file_dialog(self):
         folder = self.session.folder / "home" / "Folder"
         folder.mkdir()
         self.addCleanup(folder.rmdir)
@@ -134,10 +134,10 @@ class OwnerDeletedTest(DesktopTest):
 
                 chooser.find("Cancel", "push button").press()
 
-                wait_for("the chooser gone", chooser.is_gone)
+                wait_for("the chooser to close", chooser.is_gone)
                 press_keys("Escape")
                 panel.find("New tab", "push button").press()
-                wait_for("an answer of the program", lambda: "New Tab" in panel.tab_names())
+                wait_for("the program to respond", lambda: "New Tab" in panel.tab_names())
                 panel.end()
 
     def open_chooser(self, panel):
@@ -148,7 +148,7 @@ class OwnerDeletedTest(DesktopTest):
 
 
 class EditMenuTest(DesktopTest):
-    """By keys, which then go to the menu."""
+    """The Edit menu, opened by keys."""
 
     def open_edit_menu(self, panel):
         panel.menu_after(lambda: press_keys("F10"))
@@ -165,11 +165,11 @@ class EditMenuTest(DesktopTest):
         edit = self.open_edit_menu(panel)
         self.assertIn("Select All", self.enabled_in(edit))
         press_keys("Up", "Return")
-        wait_for("the menu gone", edit.is_gone)
+        wait_for("the menu to close", edit.is_gone)
         edit = self.open_edit_menu(panel)
         self.assertIn("Copy", self.enabled_in(edit))
-        press_keys("Down", "Return")  # from "Cut", the first that is enabled
-        wait_for("the menu gone", edit.is_gone)
+        press_keys("Down", "Return")  # from "Cut", the first enabled entry
+        wait_for("the menu to close", edit.is_gone)
         wait_for_value("the clipboard", "abc", clipboard)
         press_keys("End")
         edit = self.open_edit_menu(panel)
@@ -192,25 +192,25 @@ class EditMenuTest(DesktopTest):
 
         self.assertIn("Cut", self.enabled_in(edit))
 
-    def test_it_acts_on_the_name_of_a_tab_that_is_renamed(self):
+    def test_it_acts_on_the_name_of_a_renamed_tab(self):
         panel = self.open_panel([tab("First", id=known_id(1))])
         panel.tab("First").click(times=2)
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Tab name")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Tab name")
         set_clipboard("something else")
 
         edit = self.open_edit_menu(panel)
         self.assertEqual(self.enabled_in(edit), ["Cut", "Copy", "Paste", "Select All"])
-        press_keys("Return")  # "Cut", the first that is enabled
+        press_keys("Return")  # "Cut", the first enabled entry
 
         wait_for_value("the clipboard", "First", clipboard)
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Tab name")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Tab name")
         self.assertEqual(panel.focused().text, "")
         type_text("Second")
         wait_for_value("the row of tabs", ["Second"], panel.tab_names)
 
 
-class StandInMenuTest(DesktopTest):
-    """The panel's menu where no tray shows the launchers."""
+class PanelMenuWithoutTrayTest(DesktopTest):
+    """Without a tray, the panel's menu lists the launchers."""
 
     def start(self):
         self.application = RecordingApplication(self.session, "Zither & Lute",
@@ -232,7 +232,7 @@ class StandInMenuTest(DesktopTest):
                                           "Zither & Lute", *OWN_ENTRIES[2:]])
         press_keys("Down", "Down", "Down", "Return")
 
-        wait_for("the application running", self.application.was_started_with)
+        wait_for("the application to start", self.application.recorded_start)
         self.assertEqual(self.session.opened_addresses(), [])
 
     def test_it_follows_changes_of_the_launchers(self):
@@ -240,7 +240,7 @@ class StandInMenuTest(DesktopTest):
         card = panel.open_settings()
         card.find("Launcher 3", "panel").find("Clear launcher", "push button").press()
         press_keys("Escape")
-        wait_for("the card gone", card.is_gone)
+        wait_for("the card to close", card.is_gone)
 
         menu = panel.menu_after(lambda: press_keys("F10"))
 
@@ -272,7 +272,7 @@ class StandInMenuTest(DesktopTest):
         menu = panel.menu_after(lambda: press_keys("F10"))
         names = names_in(menu)
         press_keys("Escape")
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         return "b_c" in names
 
 
@@ -285,7 +285,7 @@ class ColorMenuTest(DesktopTest):
         self.assertEqual(self.checked_in(menu), ["Green"])
 
         menu.find("Pink").press()
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
 
         menu = panel.menu_after(palette.click)
         self.assertEqual(self.checked_in(menu), ["Pink"])
@@ -311,7 +311,7 @@ class MenuKeysTest(DesktopTest):
         panel = self.open_panel([tab("First", id=known_id(1))])
         panel.open_settings().find("Launcher 1", "panel").find("Choose App…",
                                                                "push button").press()
-        wait_for("its field", lambda: panel.focused_name() == "Search applications")
+        wait_for("focus in the search field", lambda: panel.focused_name() == "Search applications")
 
         self.assertIn("Select All", [name.split("\t")[0].replace("&", "")
                                      for name in self.names_after(panel, "shift+F10")])
@@ -320,7 +320,7 @@ class MenuKeysTest(DesktopTest):
         menu = panel.menu_after(lambda: press_keys(key))
         names = names_in(menu)
         press_keys("Escape")
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         return names
 
     def test_a_menu_opened_by_keyboard_starts_at_its_first_entry(self):
@@ -332,7 +332,7 @@ class MenuKeysTest(DesktopTest):
                 menu = panel.menu_after(lambda: press_keys(key))
                 wait_for_value("the selected entry", [first], lambda: selected_in(menu))
                 press_keys("Escape")
-                wait_for("the menu gone", menu.is_gone)
+                wait_for("the menu to close", menu.is_gone)
 
     def test_a_tab_is_renamed_and_deleted_by_its_menu(self):
         first = tab("First", id=known_id(1))
@@ -341,12 +341,12 @@ class MenuKeysTest(DesktopTest):
 
         menu = panel.menu_after(lambda: press_keys("shift+F10"))
         press_keys("Return")
-        wait_for("the field with the focus", lambda: panel.focused_name() == "Tab name")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Tab name")
         type_text("Other")
         press_keys("Return")
-        wait_for("the chip with the focus", lambda: panel.focused_name() == "Other")
+        wait_for("focus on the chip", lambda: panel.focused_name() == "Other")
 
         menu = panel.menu_after(lambda: press_keys("shift+F10"))
         press_keys("Down", "Return")
-        wait_for("the menu gone", menu.is_gone)
+        wait_for("the menu to close", menu.is_gone)
         self.expect_saved(first)

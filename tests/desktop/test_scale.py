@@ -1,4 +1,4 @@
-"""The panel at fractional scales, pixel by pixel."""
+"""The panel at several scales, checked in pixels."""
 
 import time
 
@@ -10,9 +10,9 @@ from waiting import wait_for, wait_for_value
 from x11 import Picture, Point, Rect, color_at, open_colored_window, work_area
 
 WHITE, BLACK = "#FFFFFF", "#000000"
-CORNER = 12  # points: a little more than the radius
-SHINE_THROUGH = 16  # of 255: far less than through a half covered pixel
-HIGHEST = 819  # pixels: of a panel with room for another window's title bar above it
+CORNER = 12  # points; slightly more than the radius
+MAX_SHINE_THROUGH = 16  # of 255; far less than through a half-covered pixel
+MAX_HEIGHT = 819  # pixels; leaves room above the panel for another window's title bar
 SIZE, MINIMUM = (430, 650), (390, 420)  # points
 SIDES = ("left", "right", "top", "bottom")
 
@@ -25,10 +25,10 @@ class ScaleChangeTest(DesktopTest):
         self.addCleanup(self.settings.end)
         self.panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
         self.window = self.panel.window
-        self.window.ask_for_place(120, 30)
+        self.window.request_position(120, 30)
         self.await_frame(Rect(120, 30, *SIZE))
 
-    def test_it_grows_and_shrinks_with_its_contents_and_keeps_its_place(self):
+    def test_it_scales_with_its_contents_and_keeps_its_position(self):
         for scale in (1.25, 1.5, 1.25, 1, 1.5, 1):
             self.set_scale(scale)
             self.await_frame(Rect(120, 30, *pixels(SIZE, scale)))
@@ -37,14 +37,14 @@ class ScaleChangeTest(DesktopTest):
     def test_it_can_still_be_resized(self):
         self.set_scale(1.5)
         self.await_frame(Rect(120, 30, *pixels(SIZE, 1.5)))
-        self.window.ask_for_size(100, 100)
+        self.window.request_size(100, 100)
         self.await_frame(Rect(120, 30, *pixels(MINIMUM, 1.5)))
-        self.window.ask_for_size(750, 900)
+        self.window.request_size(750, 900)
         self.await_frame(Rect(120, 30, 750, 900))
         self.expect_contents_within_panel(1.5)
 
     def test_it_keeps_the_size_the_user_gave_it(self):
-        self.window.ask_for_size(500, 600)
+        self.window.request_size(500, 600)
         self.await_frame(Rect(120, 30, 500, 600))
         self.set_scale(1.5)
         self.await_frame(Rect(120, 30, 750, 900))
@@ -58,22 +58,22 @@ class ScaleChangeTest(DesktopTest):
         self.set_scale(1)
         wait_for_value("the size", SIZE, lambda: self.window.frame().size)
 
-    def test_it_has_the_new_size_when_it_was_hidden_meanwhile(self):
+    def test_it_rescales_while_hidden(self):
         tray = Tray(self.session)
         self.addCleanup(tray.end)
         item = StatusItem(self.panel.process_id)
         self.panel.find("Close", "push button").click()
-        wait_for("the panel hidden", lambda: not self.window.is_in_sight())
+        wait_for("the panel to be hidden", lambda: not self.window.is_visible())
 
         self.set_scale(1.5)
-        time.sleep(0.5)  # so that it is not the showing that resizes it
+        time.sleep(0.5)  # so that it is not resized only when it is shown
         item.activate()
 
-        wait_for("the panel in sight", self.window.is_in_sight)
+        wait_for("the panel to be visible", self.window.is_visible)
         self.await_frame(Rect(120, 30, *pixels(SIZE, 1.5)))
         self.expect_contents_within_panel(1.5)
 
-    def test_it_has_the_new_size_when_it_was_zoomed_meanwhile(self):
+    def test_it_rescales_while_zoomed(self):
         self.panel.find("Zoom", "push button").click()
         self.await_frame(work_area())
         self.set_scale(1.5)
@@ -93,7 +93,7 @@ class ScaleChangeTest(DesktopTest):
         wait_for_value("the panel's frame", expected, self.window.frame)
 
     def expect_contents_within_panel(self, scale):
-        """Assistive technology is told of places in points."""
+        """AT-SPI positions are in points."""
         panel = Rect(*(int(length / scale) for length in self.window.frame()))
         for name, role in (("New tab", "push button"), ("Always on Top", "check box"),
                            ("Copy", "push button"), ("New Node", "push button")):
@@ -102,9 +102,9 @@ class ScaleChangeTest(DesktopTest):
 
 
 class WindowScaleTest(DesktopTest):
-    """A desktop that scales all windows without a higher resolution."""
+    """A desktop that scales windows by a factor instead of a higher DPI."""
 
-    def test_it_opens_as_large_as_the_windows_of_the_desktop(self):
+    def test_it_applies_the_window_scale(self):
         self.open_with({"Gdk/WindowScalingFactor": 2})
         self.assertEqual(self.panel.window.frame().width, 2 * SIZE[0])
 
@@ -117,7 +117,7 @@ class WindowScaleTest(DesktopTest):
                         "Gdk/UnscaledDPI": 1024 * 96})
         self.assertEqual(self.panel.window.frame().width, 2 * SIZE[0])
 
-    def test_it_prefers_the_scale_in_its_environment(self):
+    def test_it_prefers_the_scale_in_the_environment(self):
         self.open_with({"Gdk/WindowScalingFactor": 2}, {"QT_SCALE_FACTOR": "1"})
         self.assertEqual(self.panel.window.frame().size, SIZE)
 
@@ -167,11 +167,11 @@ class FrameTest(DesktopTest):
         self.make_room_around(self.window.frame())
 
     def make_room_around(self, frame):
-        if frame.height > HIGHEST:
-            self.window.ask_for_size(frame.width, HIGHEST)
-            self.window.ask_for_place(frame.x, 100)
+        if frame.height > MAX_HEIGHT:
+            self.window.request_size(frame.width, MAX_HEIGHT)
+            self.window.request_position(frame.x, 100)
             wait_for("room above the panel", lambda: self.window.frame().y == 100)
-            wait_for("a lower panel", lambda: self.window.frame().height <= HIGHEST)
+            wait_for("a lower panel", lambda: self.window.frame().height <= MAX_HEIGHT)
 
     def expect_exact_frame(self, scale):
         on_white, on_black = self.picture_on(WHITE), self.picture_on(BLACK)
@@ -184,20 +184,20 @@ class FrameTest(DesktopTest):
 
     def expect_backdrop_beside(self, side, frame, on_white):
         for along in range(length_of(side, frame)):
-            self.assertEqual(on_white.pixel(*place_at(side, frame, along, -1)), (255, 255, 255),
+            self.assertEqual(on_white.pixel(*pixel_at(side, frame, along, -1)), (255, 255, 255),
                              f"beside the {side} edge, {along}")
 
     def expect_nothing_shines_through(self, side, frame, corner, on_white, on_black):
         for along in range(corner, length_of(side, frame) - corner):
-            place = place_at(side, frame, along, 0)
-            difference = distance(on_white.pixel(*place), on_black.pixel(*place))
-            self.assertLess(difference, SHINE_THROUGH, f"at the {side} edge, {along}")
+            pixel = pixel_at(side, frame, along, 0)
+            difference = distance(on_white.pixel(*pixel), on_black.pixel(*pixel))
+            self.assertLess(difference, MAX_SHINE_THROUGH, f"at the {side} edge, {along}")
 
     def expect_border(self, side, frame, scale, picture):
-        """A line of whole pixels, lighter than what is inside it."""
+        """The border is whole pixels wide, and lighter than the panel inside it."""
         width = round_half_up(scale)
         middle = length_of(side, frame) // 4
-        colors = [picture.pixel(*place_at(side, frame, middle, depth)) for depth in range(4)]
+        colors = [picture.pixel(*pixel_at(side, frame, middle, depth)) for depth in range(4)]
         for depth, color in enumerate(colors):
             lighter = distance(color, colors[-1])
             message = f"{side} edge, pixel {depth} of {colors}"
@@ -207,7 +207,7 @@ class FrameTest(DesktopTest):
                 self.assertLess(lighter, 4, message)
 
     def expect_equal_corners(self, frame, corner, picture):
-        """Within the rim, since buttons lie further inside."""
+        """Compares the rim only, because there are buttons further inside."""
         right, bottom = frame.x + frame.width - 1, frame.y + frame.height - 1
         rim = corner // 4
         for across in range(corner):
@@ -219,9 +219,9 @@ class FrameTest(DesktopTest):
                     self.assertLess(distance(color, colors[0]), 24, f"{across}, {down}: {colors}")
 
     def picture_on(self, color):
-        """With a window of this colour behind the panel."""
+        """A screenshot with a window of this colour behind the panel."""
         frame = self.window.frame()
-        margin = 80  # more than the window's own decoration
+        margin = 80  # more than the decoration of that window
         around = Rect(frame.x - margin, frame.y - margin, frame.width + 2 * margin,
                       frame.height + 2 * margin)
         open_colored_window(self.session, f"backdrop {color}", color, around, self.addCleanup)
@@ -234,8 +234,8 @@ def length_of(side, frame):
     return frame.height if side in ("left", "right") else frame.width
 
 
-def place_at(side, frame, along, depth):
-    """The pixel so far from the beginning of a side, and so deep below its edge."""
+def pixel_at(side, frame, along, depth):
+    """The pixel `along` pixels from the start of a side, `depth` pixels inside its edge."""
     right, bottom = frame.x + frame.width - 1, frame.y + frame.height - 1
     return {"left": (frame.x + depth, frame.y + along), "right": (right - depth, frame.y + along),
             "top": (frame.x + along, frame.y + depth),
@@ -243,7 +243,7 @@ def place_at(side, frame, along, depth):
 
 
 def distance(color, other):
-    """The greatest difference of a component."""
+    """The largest difference of a channel."""
     return max(abs(here - there) for here, there in zip(color, other))
 
 

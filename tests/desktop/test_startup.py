@@ -1,4 +1,4 @@
-"""Starting with no library, with one that cannot be read, and on a system that refuses something."""
+"""Starts without a library, with an unreadable one, and with missing system resources."""
 
 import os
 import resource
@@ -16,15 +16,15 @@ from processes import end
 from waiting import wait_for, wait_for_value
 from x11 import press_keys, type_text, windows_named
 
-ORDINARY_USER = 54321  # runs nothing else, so that its limit of threads is this program's
-MOST_THREADS = 7  # more than the program needs
+UNPRIVILEGED_USER = 54321  # runs nothing else, so that its thread limit counts only this program
+MAX_THREADS = 7  # more than the program needs
 
 
 class StartupTest(DesktopTest):
     def setUp(self):
         self.session.clear_data()
 
-    def test_nothing_is_written_before_the_first_change_and_then_for_the_owner_alone(self):
+    def test_the_first_change_writes_private_files(self):
         panel = self.open_panel()
         self.expect_default_library(panel)
         self.assertEqual({file.name for file in self.session.data_folder.iterdir()},
@@ -38,7 +38,7 @@ class StartupTest(DesktopTest):
         self.assertEqual(mode_of(self.library_file), 0o600)
         self.assertEqual(mode_of(self.session.data_folder / ".instance"), 0o600)
 
-    def test_an_unreadable_library_is_set_aside_at_the_first_change(self):
+    def test_the_first_change_keeps_a_copy_of_an_unreadable_library(self):
         unreadable = b'{"tabs" : [{"name" : "half a libr'
         self.session.data_folder.mkdir()
         self.library_file.write_bytes(unreadable)
@@ -55,7 +55,7 @@ class StartupTest(DesktopTest):
         self.expect_saved(tab("Prompts", node("new")), beside=[aside.name])
         self.assertEqual(aside.read_bytes(), unreadable)
 
-    def test_a_second_start_shows_what_the_first_one_saved(self):
+    def test_the_next_start_shows_the_saved_library(self):
         panel = self.open_panel()
         panel.find("New Node").click()
         type_text("kept for later")
@@ -92,7 +92,7 @@ class StartupTest(DesktopTest):
         panel.find("Found By Default", "list item")
         self.assertFalse(panel.has_any("Found Elsewhere", "list item"))
 
-    def test_a_save_beyond_the_limit_of_file_sizes_does_not_end_the_program(self):
+    def test_the_program_survives_the_file_size_limit(self):
         panel = self.open_panel([tab("Prompts", node("before", id=known_id(2)), id=known_id(1))])
         saved = self.library_file.read_bytes()
         unlimited = (resource.RLIM_INFINITY, resource.RLIM_INFINITY)
@@ -100,7 +100,7 @@ class StartupTest(DesktopTest):
         panel.editor(1, 1).click()
         press_keys("ctrl+Home")
         type_text("typed ")
-        time.sleep(1)  # the save is due after a quarter of a second
+        time.sleep(1)  # the save delay is 0.25 seconds
         self.assertTrue(panel.is_running())
         self.assertEqual(self.library_file.read_bytes(), saved)
 
@@ -116,41 +116,41 @@ class StartupTest(DesktopTest):
 
 
 class RefusalTest(DesktopTest):
-    def test_without_a_display_it_says_so_in_one_line_and_ends(self):
+    def test_without_a_display_it_exits_with_one_line(self):
         displays = {"DISPLAY": ":4711", "WAYLAND_DISPLAY": "missing"}
         done = subprocess.run([self.program], env=os.environ | displays, timeout=30, text=True,
                               stderr=subprocess.PIPE)
         self.assert_ended_with_a_line(done.returncode, done.stderr)
         self.assertIn("DISPLAY is :4711", done.stderr)
 
-    @unittest.skipIf(os.geteuid(), "Only root can be a user without other processes.")
-    def test_at_any_limit_of_threads_it_works_or_says_so_in_one_line_and_ends(self):
-        # X11 servers let only their own user connect, unless told.
-        subprocess.run(["xhost", f"+si:localuser:#{ORDINARY_USER}"], check=True,
+    @unittest.skipIf(os.geteuid(), "Only root can switch to a user without other processes.")
+    def test_at_any_thread_limit_it_works_or_exits_with_one_line(self):
+        # By default an X server accepts only its own user.
+        subprocess.run(["xhost", f"+si:localuser:#{UNPRIVILEGED_USER}"], check=True,
                        stdout=subprocess.DEVNULL)
-        worked = [self.works_with_threads(limit) for limit in range(1, MOST_THREADS + 1)]
+        worked = [self.works_with_threads(limit) for limit in range(1, MAX_THREADS + 1)]
         self.assertEqual(worked, sorted(worked), "more threads never hurt")
         self.assertEqual(set(worked), {False, True})
 
     def works_with_threads(self, limit):
         def become_limited_user():
-            os.setgid(ORDINARY_USER)
-            os.setuid(ORDINARY_USER)
+            os.setgid(UNPRIVILEGED_USER)
+            os.setuid(UNPRIVILEGED_USER)
             resource.setrlimit(resource.RLIMIT_NPROC, (limit, limit))
 
         with tempfile.TemporaryDirectory() as home, self.subTest(limit):
-            os.chown(home, ORDINARY_USER, ORDINARY_USER)
-            program = shutil.copy(self.program, home)  # the folders above may be root's alone
+            os.chown(home, UNPRIVILEGED_USER, UNPRIVILEGED_USER)
+            program = shutil.copy(self.program, home)  # only root may be able to read the original
             homes = {name: home for name in os.environ if name.startswith("XDG_")}
             process = subprocess.Popen([program], env=os.environ | homes | {"HOME": home},
                                        stderr=subprocess.PIPE, text=True,
                                        preexec_fn=become_limited_user)
             self.addCleanup(process.kill)
             with process.stderr:
-                wait_for("a panel or an end",
+                wait_for("a panel or an exit",
                          lambda: windows_named("Quillsatchel") or process.poll() is not None)
                 try:
-                    process.wait(2)  # the desktop is asked a little after the panel is shown
+                    process.wait(2)  # D-Bus is used shortly after the panel is shown
                 except subprocess.TimeoutExpired:
                     self.assertEqual(end(process), 0)
                     return True

@@ -1,5 +1,4 @@
-"""The icon in a real tray: what its menu holds, what its entries do, and how it follows trays. And
-the menus in a menu bar for all programs."""
+"""The icon and its menu in a real tray, and the menus in a global menu bar."""
 
 from pathlib import Path
 
@@ -50,7 +49,7 @@ class StatusItemTest(DesktopTest):
                 website("a_b", "https://a_b.example", known_id(3))]
 
     def await_hidden(self, panel):
-        wait_for("the panel hidden", lambda: not panel.window.is_in_sight())
+        wait_for("the panel to be hidden", lambda: not panel.window.is_visible())
         self.assertFalse(panel.window.is_iconic())
 
     def test_it_appears_with_its_menu(self):
@@ -58,9 +57,9 @@ class StatusItemTest(DesktopTest):
         self.start()
 
         self.item.menu.await_entries(MENU_WITHOUT_LAUNCHERS)
-        self.assertEqual(self.item.fact("Id"), "Quillsatchel")
-        self.assertEqual(self.item.fact("Status"), "Active")
-        sizes = {width for width, _, _ in self.item.fact("IconPixmap")}
+        self.assertEqual(self.item.get_property("Id"), "Quillsatchel")
+        self.assertEqual(self.item.get_property("Status"), "Active")
+        sizes = {width for width, _, _ in self.item.get_property("IconPixmap")}
         self.assertLessEqual({16, 22, 24, 32, 48}, sizes)
 
     def test_its_menu_lists_the_launchers(self):
@@ -82,16 +81,16 @@ class StatusItemTest(DesktopTest):
         card.find("Launcher 1", "panel").find("Clear launcher", "push button").press()
         wait_for_value("the number of entries", 7, lambda: len(self.item.menu.entries()))
 
-        tray.choose(4, CUP_COLOR)  # where the website was before
+        tray.choose(4, CUP_COLOR)  # the website's former position
 
-        wait_for("the application running", self.application.was_started_with)
+        wait_for("the application to start", self.application.recorded_start)
 
     def test_its_entries_do_what_they_say(self):
         self.start_tray()
         panel = self.start(self.filled_slots())
         self.use_entries(panel)
 
-    def test_its_entries_work_after_the_tray_was_restarted(self):
+    def test_its_entries_work_after_the_tray_restarts(self):
         tray = self.start_tray()
         panel = self.start(self.filled_slots())
         tray.end()
@@ -103,12 +102,12 @@ class StatusItemTest(DesktopTest):
         panel.find("Close", "push button").press()
         self.await_hidden(panel)
         self.item.menu.choose("Show Quillsatchel")
-        wait_for("the panel", panel.window.is_in_sight)
+        wait_for("the panel", panel.window.is_visible)
         wait_for_value("the active window", panel.window, active_window)
 
         for is_above in (False, True):
             self.item.menu.choose("Always on Top")
-            wait_for_value("the level", is_above, lambda: ABOVE in panel.window.states())
+            wait_for_value("the above state", is_above, lambda: ABOVE in panel.window.states())
             wait_for_value("the mark", ON_TOP if is_above else NOT_ON_TOP,
                            lambda: self.item.menu.entries()[1])
 
@@ -118,7 +117,7 @@ class StatusItemTest(DesktopTest):
         panel.find("Quick Launchers", "dialog")
 
         self.item.menu.choose("_Zither & Lute & Co")
-        first, *words = wait_for("the application running", self.application.was_started_with)
+        first, *words = wait_for("the application to start", self.application.recorded_start)
         self.assertEqual(words[:-1], ["--tuned"])
 
         self.item.menu.choose("Quit Quillsatchel")
@@ -132,7 +131,7 @@ class StatusItemTest(DesktopTest):
 
         self.item.activate()
 
-        wait_for("the panel", panel.window.is_in_sight)
+        wait_for("the panel", panel.window.is_visible)
 
     def test_it_appears_in_a_tray_that_starts_late(self):
         panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
@@ -142,16 +141,16 @@ class StatusItemTest(DesktopTest):
 
         self.item.menu.await_entries(MENU_WITHOUT_LAUNCHERS)
 
-    def test_closing_minimizes_the_panel_where_there_is_no_tray(self):
+    def test_closing_minimizes_the_panel_without_a_tray(self):
         panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
 
         panel.find("Close", "push button").press()
 
-        wait_for("the panel minimized", panel.window.is_iconic)
+        wait_for("the panel to be minimized", panel.window.is_iconic)
         panel.window.activate()
-        wait_for("the panel", panel.window.is_in_sight)
+        wait_for("the panel", panel.window.is_visible)
 
-    def test_closing_minimizes_the_panel_once_the_tray_is_gone(self):
+    def test_closing_minimizes_the_panel_after_the_tray_ends(self):
         tray = self.start_tray()
         panel = self.start()
         tray.end()
@@ -159,13 +158,13 @@ class StatusItemTest(DesktopTest):
 
         panel.find("Close", "push button").press()
 
-        wait_for("the panel minimized", panel.window.is_iconic)
+        wait_for("the panel to be minimized", panel.window.is_iconic)
 
-    def test_it_is_embedded_in_a_tray_that_knows_nothing_else(self):
+    def test_it_is_embedded_in_an_xembed_tray(self):
         tray = EmbeddingTray(self.session)
         self.addCleanup(tray.end)
         panel = self.open_panel([tab("Prompts", node("1", id=known_id(2)), id=known_id(1))])
-        icon = tray.place_of_icon(CUP_COLOR)
+        icon = tray.icon_position(CUP_COLOR)
         panel.find("Close", "push button").press()
         self.await_hidden(panel)
 
@@ -174,11 +173,11 @@ class StatusItemTest(DesktopTest):
                          ["Show Quillsatchel", "Always on Top", "Settings…", "Quit Quillsatchel"])
         press_keys("Down", "Return")
 
-        wait_for("the panel", panel.window.is_in_sight)
+        wait_for("the panel", panel.window.is_visible)
 
 
 class MenuBarTest(DesktopTest):
-    def test_its_menus_are_offered_to_a_menu_bar_for_all_programs(self):
+    def test_a_global_menu_bar_shows_the_menus(self):
         notes = self.session.folder / "registered-menus"
         registrar = self.session.start(str(Path(__file__).with_name("menu_registrar.py")),
                                        str(notes))
@@ -205,7 +204,7 @@ class MenuBarTest(DesktopTest):
             Entry("Select All", keys=("Control", "A"))])
         edit.choose("Cut")
         wait_for_value("the text", [""], panel.node_texts)
-        press_keys("ctrl+z")  # with menus all over, the keys are still the text's
+        press_keys("ctrl+z")  # the focused text still gets the keys
         wait_for_value("the text", ["abc"], panel.node_texts)
 
         menu_bar.open_submenu("Quillsatchel").choose("About Quillsatchel")

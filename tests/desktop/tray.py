@@ -1,4 +1,4 @@
-"""A desktop's tray, and what the program tells it of its icon and menu, asked as trays ask."""
+"""A desktop's tray, and the program's icon and menu as a tray sees them."""
 
 import subprocess
 
@@ -15,7 +15,7 @@ ITEM = "org.kde.StatusNotifierItem"
 
 
 class Tray:
-    """A panel that shows tray icons over D-Bus. It runs until it is ended."""
+    """A desktop panel with a tray for D-Bus status notifier items. Runs until `end`."""
 
     def __init__(self, session):
         self._process = session.start("xfce4-panel", "--disable-wm-check")
@@ -23,11 +23,11 @@ class Tray:
 
     def end(self):
         end(self._process)
-        wait_for("no tray", lambda: not has_tray_over_bus())
+        wait_for("the tray to end", lambda: not has_tray_over_bus())
 
     def choose(self, number, icon_color):
-        """Opens the icon's menu and chooses an entry as a user does, by its number as the tray has
-        it. The icon is found by a colour that nothing else in the tray has."""
+        """Opens the icon's menu and chooses an entry by keys; `number` counts from 1, without
+        separators. `icon_color` must be unique in the tray."""
         self.open_menu(icon_color)
         press_keys(*["Down"] * number, "Return")
 
@@ -39,7 +39,7 @@ class Tray:
 
 
 class EmbeddingTray:
-    """A panel that shows tray icons as windows within its own."""
+    """A desktop panel with an XEmbed tray, which embeds the windows of icons."""
 
     def __init__(self, session):
         configuration = session.folder / "tint2rc"
@@ -50,27 +50,27 @@ class EmbeddingTray:
     def end(self):
         end(self._process)
 
-    def place_of_icon(self, color):
+    def icon_position(self, color):
         return wait_for("the icon", lambda: _find_color("tint2", color))
 
 
 class StatusItem:
-    """The program's icon in the tray, as it is registered with it."""
+    """The program's registered status notifier item."""
 
     def __init__(self, process_id):
         self._owner = wait_for("the icon in the tray", lambda: _find_owner(process_id))
 
-    def fact(self, name):
+    def get_property(self, name):
         return call(self._owner, "/StatusNotifierItem", PROPERTIES, "Get",
                     GLib.Variant("(ss)", (ITEM, name)))[0]
 
     def activate(self):
-        """A plain click on the icon."""
+        """Clicks the icon."""
         call(self._owner, "/StatusNotifierItem", ITEM, "Activate", GLib.Variant("(ii)", (0, 0)))
 
     @property
     def menu(self):
-        return Menu(self._owner, self.fact("Menu"))
+        return Menu(self._owner, self.get_property("Menu"))
 
 
 def _menu_windows():
@@ -82,7 +82,7 @@ def has_tray_over_bus():
 
 
 def is_in_tray(process_id):
-    """Whether the tray over D-Bus has the program's icon now."""
+    """Whether the program's icon is registered in the D-Bus tray now."""
     return _find_owner(process_id) is not None
 
 
@@ -99,7 +99,7 @@ def _process_of(owner):
         return call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                      "GetConnectionUnixProcessID", GLib.Variant("(s)", (owner,)))[0]
     except GLib.Error:
-        return None  # gone, and the tray has not noticed yet
+        return None  # it has exited, and the tray has not noticed yet
 
 
 def _watcher_property(name):
@@ -112,14 +112,14 @@ def _watcher_property(name):
 
 def _find_color(window_class, color):
     for window in windows_of_class(window_class):
-        points = _points_of_color(window.frame(), color)
-        if points:
-            return points[len(points) // 2]
+        pixels = _pixels_of_color(window.frame(), color)
+        if pixels:
+            return pixels[len(pixels) // 2]
     return None
 
 
-def _points_of_color(frame, color):
-    """Where the screen within the frame is about of that colour."""
+def _pixels_of_color(frame, color):
+    """The positions of pixels within `frame` whose colour is close to `color`."""
     done = subprocess.run(
         ["import", "-window", "root", "-crop", f"{frame.width}x{frame.height}+{frame.x}+{frame.y}",
          "-depth", "8", "rgb:-"], capture_output=True, check=True)

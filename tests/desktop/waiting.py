@@ -1,25 +1,25 @@
-"""Waiting for what other programs do: asking again and again, with a deadline."""
+"""Polling for changes that other programs make, with a timeout."""
 
 import time
 
-SECONDS = 60  # a busy machine may be slow; what is right is seen as soon as it is there
+SECONDS = 60  # long enough for a busy machine
 
 
 def wait_for(what, ask, seconds=SECONDS):
-    """Asks until the answer is something true, and gives that answer."""
+    """Polls until `ask` returns a true value, and returns that."""
     deadline = time.monotonic() + seconds
     while not (answer := ask()):
         if time.monotonic() > deadline:
-            raise AssertionError(f"After {seconds} s there is still not {what}.")
+            raise AssertionError(f"Timed out after {seconds} s waiting for {what}.")
         time.sleep(0.02)
     return answer
 
 
 def wait_for_value(what, expected, ask, seconds=SECONDS):
-    """Asks until the answer is `expected`."""
+    """Polls until `ask` returns `expected`."""
     deadline = time.monotonic() + seconds
     while (answer := ask()) != expected:
         if time.monotonic() > deadline:
             raise AssertionError(
-                f"After {seconds} s {what} is still\n{answer!r}\ninstead of\n{expected!r}")
+                f"Timed out after {seconds} s: {what} is\n{answer!r}\nexpected\n{expected!r}")
         time.sleep(0.02)

@@ -1,4 +1,4 @@
-"""A website of the test's own, on the port that addresses without one mean."""
+"""A local website on the default HTTP port."""
 
 import http.server
 import struct
@@ -9,7 +9,7 @@ from network import HTTP_PORT
 
 
 class WebServer:
-    """Answers on 127.0.0.1 with the same icon whatever path is asked for, and notes the paths."""
+    """Serves the same icon for every path on 127.0.0.1, and records the paths."""
 
     def __init__(self, icon):
         server = self
@@ -35,7 +35,7 @@ class WebServer:
 
 
 def png(color, side=32):
-    """A square of one colour, (red, green, blue)."""
+    """A square in one colour, given as (red, green, blue)."""
     def chunk(kind, data):
         checksum = zlib.crc32(kind + data)
         return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", checksum)

@@ -1,4 +1,4 @@
-"""A website as a launcher, with its icon from the network."""
+"""A website as a launcher, with a downloaded icon."""
 
 from launchers import website
 from launchers_test import LaunchersTest
@@ -31,11 +31,11 @@ class WebsiteTest(LaunchersTest):
         wait_for("the icon", cached.exists)
         self.assertEqual(cached.read_bytes(), icon)
         self.assertEqual(server.paths, ["/favicon.ico"])
-        # The badge has 17 points, then a gap of 8, then the icon's 22.
+        # After 9 points of padding: the badge (17 points wide), a gap of 8, and the icon (22).
         badge = slot.frame
-        place = badge.center._replace(x=badge.x + 9 + 17 + 8 + 11, y=badge.y + 9 + 13)
+        point = badge.center._replace(x=badge.x + 9 + 17 + 8 + 11, y=badge.y + 9 + 13)
         wait_for_value("the icon on the screen", "#%02X%02X%02X" % SECRET_COLOR,
-                       lambda: color_at(place))
+                       lambda: color_at(point))
 
         self.close_settings(panel)
         slot = self.slot(panel.open_settings(), 2)
@@ -44,5 +44,5 @@ class WebsiteTest(LaunchersTest):
         slot.find("Clear launcher", "push button").press()
         slot.find("Empty launcher")
         self.expect_saved_slots(None, None, None, None, None)
-        wait_for("the icon gone", lambda: not cached.exists())
+        wait_for("the icon to be removed", lambda: not cached.exists())
         self.assertEqual(slot.find("Website", "text").text, "")

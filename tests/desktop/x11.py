@@ -1,4 +1,4 @@
-"""What the X server and the window manager tell, and a user's pointer, keys and clipboard."""
+"""Window properties, and a user's pointer, keys and clipboard on X11."""
 
 import contextlib
 import re
@@ -41,7 +41,7 @@ class Rect(NamedTuple):
 
 
 class Window:
-    """A window by its number, as others see it."""
+    """A window by its X11 id, as other programs see it."""
 
     def __init__(self, number):
         self.number = number
@@ -58,24 +58,24 @@ class Window:
         width, height = (_number(rf"{side}:\s+(\d+)", facts) for side in ("Width", "Height"))
         return Rect(x, y, width, height)
 
-    def is_in_sight(self):
+    def is_visible(self):
         facts = subprocess.run(["xwininfo", "-id", str(self.number)], capture_output=True, text=True)
         return "Map State: IsViewable" in facts.stdout
 
     def states(self):
-        """Such as ABOVE and MAXIMIZED_VERT."""
+        """Names of _NET_WM_STATE atoms, such as ABOVE and MAXIMIZED_VERT."""
         return set(re.findall(r"_NET_WM_STATE_(\w+)", self._property("_NET_WM_STATE")))
 
     def is_iconic(self):
         return "window state: Iconic" in self._property("WM_STATE")
 
     def desktop(self):
-        """None while no window manager has put it on one."""
+        """None if no window manager has set it."""
         number = re.search(r"= (\d+)", self._property("_NET_WM_DESKTOP"))
         return int(number[1]) if number else None
 
     def outer_frame(self):
-        """With what the window manager draws around it."""
+        """The frame with the window manager's decorations."""
         numbers = re.findall(r"\d+", self._property("_NET_FRAME_EXTENTS").partition("=")[2])
         left, right, top, bottom = map(int, numbers or 4 * [0])
         x, y, width, height = self.frame()
@@ -86,17 +86,17 @@ class Window:
         return tuple(map(int, re.search(r"minimum size: (\d+) by (\d+)", hints).groups()))
 
     def blurred_area(self):
-        """What the window wants blurred behind it, in rectangles; with nothing, none of it."""
+        """The rectangles of the requested background blur; empty if it requests none."""
         numbers = re.findall(r"\d+", self._property(BLUR_BEHIND).partition("=")[2])
         return [Rect(*map(int, numbers[at:at + 4])) for at in range(0, len(numbers), 4)]
 
-    def ask_for_size(self, width, height):
+    def request_size(self, width, height):
         run("xdotool", "windowsize", self.number, width, height)
 
-    def ask_for_place(self, x, y):
+    def request_position(self, x, y):
         run("xdotool", "windowmove", self.number, x, y)
 
-    def ask_to_be_maximized(self):
+    def request_maximized(self):
         run("wmctrl", "-i", "-r", hex(self.number), "-b", "add,maximized_vert,maximized_horz")
 
     def activate(self):
@@ -140,10 +140,10 @@ def work_area():
     return Rect(*map(int, re.findall(r"\d+", areas.partition("=")[2])[:4]))
 
 
-def offer_blur(is_offered):
-    """Says so as a compositor does that blurs what is behind windows."""
-    offer = ["-f", BLUR_BEHIND, "32c", "-set", BLUR_BEHIND, 0]
-    run("xprop", "-root", *(offer if is_offered else ["-remove", BLUR_BEHIND]))
+def set_blur_support(is_supported):
+    """Announces or withdraws background blur as a compositor does."""
+    announcement = ["-f", BLUR_BEHIND, "32c", "-set", BLUR_BEHIND, 0]
+    run("xprop", "-root", *(announcement if is_supported else ["-remove", BLUR_BEHIND]))
 
 
 def show_desktop(number):
@@ -151,7 +151,7 @@ def show_desktop(number):
 
 
 def add_monitor(name, area, output, add_cleanup):
-    """A part of the screen that programs take for a monitor, on an output or on none."""
+    """Makes `area` of the screen a RandR monitor. `output` is an output's name or "none"."""
     x, y, width, height = area
     run("xrandr", "--setmonitor", name, f"{width}/{width // 4}x{height}/{height // 4}+{x}+{y}",
         output)
@@ -163,14 +163,14 @@ def remove_monitor(name):
 
 
 def color_at(point):
-    """As #RRGGBB."""
+    """In the form #RRGGBB."""
     pixel = run("import", "-window", "root", "-crop", f"1x1+{point.x}+{point.y}", "-depth", 8,
                 "txt:-")
     return re.search(r"#[0-9A-F]{6}", pixel)[0]
 
 
 def colors_in(frame):
-    """Every color there, as triples of 0 to 255."""
+    """All colours in the frame, as (red, green, blue) from 0 to 255."""
     x, y, width, height = frame
     picture = subprocess.run(
         ["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
@@ -179,7 +179,7 @@ def colors_in(frame):
 
 
 class Picture:
-    """The screen as it is now."""
+    """A screenshot."""
 
     def __init__(self):
         size = run("xdotool", "getdisplaygeometry").split()
@@ -188,13 +188,13 @@ class Picture:
                                       check=True, capture_output=True).stdout
 
     def pixel(self, x, y):
-        """Red, green and blue, from 0 to 255."""
+        """(red, green, blue), from 0 to 255."""
         begin = 3 * (y * self._width + x)
         return tuple(self._pixels[begin:begin + 3])
 
 
 def open_colored_window(session, title, color, frame, add_cleanup=lambda *_: None):
-    """Another program's active window, painted in one colour."""
+    """Opens and activates a window of another program, filled with one colour."""
     x, y, width, height = frame
     program = session.start("xmessage", "-title", title, "-bg", color, "-buttons", "", "-geometry",
                             f"{width}x{height}+{x}+{y}", " ")
@@ -205,7 +205,7 @@ def open_colored_window(session, title, color, frame, add_cleanup=lambda *_: Non
 
 
 class WindowEvents:
-    """Notes what happens to a window from now on."""
+    """Records the X events of a window from now on."""
 
     def __init__(self, session, window):
         self._file = session.folder / f"events-{window.number}"
@@ -213,12 +213,12 @@ class WindowEvents:
             session.start("xev", "-id", str(window.number), "-event", "structure", stdout=log)
         x, y, _, _ = window.frame()
 
-        def hears_a_nudge():
-            window.ask_for_place(x + 1, y)
-            window.ask_for_place(x, y)
+        def receives_events():
+            window.request_position(x + 1, y)
+            window.request_position(x, y)
             return self.count("ConfigureNotify")
 
-        wait_for("an ear for the window", hears_a_nudge)
+        wait_for("the event log", receives_events)
 
     def count(self, kind):
         return self._file.read_text().count(kind)
@@ -234,7 +234,7 @@ def click(point, button=1, times=1):
 
 @contextlib.contextmanager
 def button_held(point):
-    """Presses the first button there, and lets it go wherever the pointer is then."""
+    """Presses the left button at `point`, and releases it wherever the pointer is at the end."""
     run("xdotool", "mousemove", *point, "mousedown", 1)
     try:
         yield
@@ -243,7 +243,7 @@ def button_held(point):
 
 
 def glide(start, by_x, by_y, steps=10):
-    """Moves the pointer as a hand does, in small steps, and tells where it came to."""
+    """Moves the pointer in small steps, as a hand does. Returns its end position."""
     for step in range(1, steps + 1):
         move_pointer(start.moved(by_x * step // steps, by_y * step // steps))
         time.sleep(0.02)
@@ -255,12 +255,12 @@ def press_keys(*keys):
 
 
 def type_text(text):
-    """ASCII only: the server's keyboard has no other letters."""
+    """ASCII only, because the X server's keyboard has no other letters."""
     run("xdotool", "type", "--delay", 5, text)
 
 
 def set_clipboard(text):
-    # It stays to answer for the text; a pipe it inherits would never end.
+    # xclip keeps running to serve the text, so an inherited pipe would never reach its end.
     subprocess.run(["xclip", "-selection", "clipboard"], input=text.encode(), check=True,
                    stdout=subprocess.DEVNULL)
 
