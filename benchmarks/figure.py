@@ -1,4 +1,4 @@
-"""One thing that was measured, as a line of columns that tabs part; Figure.h prints the same."""
+"""A measured figure as a line of tab-separated columns; Figure.h prints the same format."""
 
 import dataclasses
 
@@ -14,7 +14,7 @@ class Figure:
 
     @classmethod
     def parse(cls, line):
-        """None if the line is none of a figure."""
+        """None if the line is not a figure."""
         columns = line.rstrip("\n").split("\t")
         if len(columns) != 6:
             return None

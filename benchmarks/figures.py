@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Runs every benchmark and writes what came out to docs/figures.md and docs/growth.svg.
+"""Runs every benchmark and writes docs/figures.md and docs/growth.svg.
 
-usage: figures.py BUILD    BUILD holds benchmarks/ and modules/, such as build/bench
+usage: figures.py BUILD    BUILD is the folder with benchmarks/ and modules/, such as build/bench
 """
 
 import dataclasses
@@ -22,41 +22,39 @@ DOCS = HERE.parent / "docs"
 
 @dataclasses.dataclass(frozen=True)
 class Goal:
-    """How much of a figure there may be, and what is to be said where there is more."""
+    """The maximum of a figure, and the reason to print if it is exceeded."""
     what: str
     size: str
-    most: float
+    maximum: float
     is_ratio: bool = True
     reason: str = ""
 
     def is_met_by(self, figure):
-        return (figure.ratio if self.is_ratio else figure.value) <= self.most
+        return (figure.ratio if self.is_ratio else figure.value) <= self.maximum
 
 
 GOALS = (
     Goal("decode a library", "100,000 nodes", 0.15,
-         reason="Two fifths of the time are page faults, of the parser's buffers and of the records "
-                "themselves."),
+         reason="Two fifths of the time are page faults in the parser's buffers and the records."),
     *(Goal("save a library", size, 1.3,
-           reason="The encoding comes on top of the writing, and so do the temporary file and its "
-                  "taking the old one's place, which keep a save that is cut off from doing harm.")
+           reason="A save also encodes the library, and writes a temporary file and renames it, "
+                  "so that an interrupted save does no harm.")
       for size in ("1,000 nodes", "10,000 nodes", "100,000 nodes")),
     Goal("keystroke", "100,000 nodes", 1.2),
     Goal("scroll step", "100,000 nodes", 1.2),
     *(Goal("settings card: added to its first frame", size, 10, is_ratio=False)
       for size in ("five slots", "five slots, the first time")),
     Goal("first frame", "10 nodes", 1.3,
-         reason="Part of it is text, which the panel writes in six sizes and weights, and which the "
-                "empty window has none of: see the windows with text. The rest is making and drawing "
-                "what is in the panel."),
+         reason="The panel shows text in six sizes and weights, and the empty window shows none: "
+                "compare the windows with text. The rest is creating and drawing its widgets."),
     Goal("private memory", "10 nodes", 1.3,
-         reason="Text costs memory too, as the windows with text show; the rest are the pages of "
-                "the program itself and of the libraries that read vector drawings and JSON."),
+         reason="Text needs memory too, as the windows with text show. The rest is the program "
+                "itself and the libraries for SVG and JSON."),
     *(Goal(what, "10 nodes, with speech installed", 1.02,
-           reason="Nothing of speech is opened before the first dictation; what the ratio differs "
-                  "from 1 by is how much the runs differ from each other.")
+           reason="Speech is not loaded before the first dictation; the difference from 1 is the "
+                  "variation between runs.")
       for what in ("first frame", "private memory")),
-    Goal("wake-ups in 20 seconds of rest", "in sight", 0, is_ratio=False),
+    Goal("wake-ups in 20 seconds of rest", "visible", 0, is_ratio=False),
     Goal("wake-ups in 20 seconds of rest", "hidden", 0, is_ratio=False),
 )
 
@@ -64,21 +62,21 @@ GROWTH = ("first frame", "private memory", "save a library", "keystroke")
 
 
 def run(command, **environment):
-    """The figures that the command prints, which are printed here as they come."""
+    """Returns the figures that the command prints, and prints each immediately."""
     figures = []
     with subprocess.Popen([str(word) for word in command], stdout=subprocess.PIPE, text=True,
                           env=os.environ | environment) as process:
         for line in process.stdout:
             if figure := Figure.parse(line):
                 figures.append(figure)
-                print(in_words(figure), flush=True)
+                print(description(figure), flush=True)
     if process.returncode:
         sys.exit(f"{command[0]} ended with {process.returncode}")
     return figures
 
 
 def measure(build):
-    """The figures, by the headings that they stand under."""
+    """Maps each heading to its figures."""
     programs = build / "benchmarks"
     offscreen = {"QT_QPA_PLATFORM": "offscreen"}
     listener = build / "modules" / "listener"
@@ -94,31 +92,31 @@ def measure(build):
 
 
 def number(value):
-    """Three digits that count, more before the point."""
+    """Three significant digits, or all digits before the decimal point."""
     if value >= 100 or value == int(value):
         return f"{value:,.0f}"
     return f"{value:.3g}" if value < 1 else f"{value:.{1 if value >= 10 else 2}f}"
 
 
-def measured(figure):
+def value_with_unit(figure):
     return f"{number(figure.value)} {figure.unit}".replace(" us", " µs").strip()
 
 
-def in_words(figure):
-    words = f"{figure.what}, {figure.size}: {measured(figure)}"
+def description(figure):
+    text = f"{figure.what}, {figure.size}: {value_with_unit(figure)}"
     if figure.ratio is not None:
-        words += f", {figure.ratio:.3f} of {figure.reference}"
-    return words
+        text += f", {figure.ratio:.3f} of {figure.reference}"
+    return text
 
 
-def judged(figure):
-    """What was to be reached, and whether it was."""
+def verdict(figure):
+    """The goal, and whether the figure meets it."""
     goal = goal_of(figure)
     if not goal:
         return ""
     unit = "" if goal.is_ratio else figure.unit
-    most = f"at most {goal.most:g} {unit}".strip() if goal.most else "none"
-    return most + (": met" if goal.is_met_by(figure) else ": **missed**")
+    maximum = f"at most {goal.maximum:g} {unit}".strip() if goal.maximum else "none"
+    return maximum + (": met" if goal.is_met_by(figure) else ": **missed**")
 
 
 def goal_of(figure):
@@ -129,20 +127,20 @@ def goal_of(figure):
 def table(heading, figures):
     yield f"## {heading}"
     yield ""
-    yield "| what | of | median | ratio | to | goal |"
+    yield "| figure | case | median | ratio | compared with | goal |"
     yield "| --- | --- | ---: | ---: | --- | --- |"
     for figure in figures:
         ratio = "" if figure.ratio is None else f"{figure.ratio:.2f}"
-        yield (f"| {figure.what} | {figure.size} | {measured(figure)} | {ratio} | "
-               f"{figure.reference} | {judged(figure)} |")
+        yield (f"| {figure.what} | {figure.size} | {value_with_unit(figure)} | {ratio} | "
+               f"{figure.reference} | {verdict(figure)} |")
     yield ""
 
 
-def every_figure(chapters):
+def all_figures(chapters):
     return [figure for figures in chapters.values() for figure in figures]
 
 
-def misses(figures):
+def missed_goals(figures):
     missed = {}
     for figure in figures:
         goal = goal_of(figure)
@@ -164,36 +162,35 @@ def machine():
 
 
 def page(chapters):
-    missed = list(misses(every_figure(chapters)))
+    missed = list(missed_goals(all_figures(chapters)))
     return "\n".join([
         "# Figures",
         "",
-        f"What `script/bench` measured on {datetime.date.today():%-d %B %Y}, on the release build: "
-        f"{machine()}. It takes about ten minutes and writes this page and its picture anew.",
+        f"`script/bench` measured the release build on {datetime.date.today():%-d %B %Y}: "
+        f"{machine()}. It takes about ten minutes and rewrites this page and its chart.",
         "",
-        "Times are those of that machine; the ratios hold elsewhere too. Both sides of a ratio are "
-        "measured in turn, and it is the median of the pairs.",
+        "Times depend on the machine; ratios should hold on others too. Both sides of a ratio are "
+        "measured alternately, and the ratio is the median of the pairs.",
         "",
         *(line for chapter in chapters.items() for line in table(*chapter)),
-        *(["## Goals that are missed, and why", "", *missed, ""] if missed else []),
+        *(["## Missed goals", "", *missed, ""] if missed else []),
         "## From 10 to 100,000 nodes",
         "",
-        "![How first frame, memory, save and keystroke grow](growth.svg)",
+        "![Growth of first frame, memory, save and keystroke](growth.svg)",
         "",
-        "A keystroke costs the same whatever the library holds. A save writes the whole library, "
-        "and the start reads it before the first frame, so both grow with the file once it "
-        "outweighs what they cost by themselves.",
+        "A keystroke costs the same in libraries of any size. A save writes the whole library, and "
+        "the start reads it before the first frame, so both grow with a large file.",
         ""])
 
 
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     chapters = measure(build)
-    figures = every_figure(chapters)
+    figures = all_figures(chapters)
     curves = {what: growth_chart.curve(figures, what) for what in GROWTH}
     (DOCS / "growth.svg").write_text(growth_chart.draw(curves))
     (DOCS / "figures.md").write_text(page(chapters))
-    print("", *misses(figures), sep="\n")
+    print("", *missed_goals(figures), sep="\n")
 
 
 if __name__ == "__main__":

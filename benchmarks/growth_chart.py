@@ -1,5 +1,5 @@
-"""A picture of how figures grow with the number of nodes: both axes by powers of ten, each curve
-beginning at 1, what it is at ten nodes."""
+"""A chart of figures over the number of nodes. Both axes are logarithmic; each curve is relative to
+its value at ten nodes."""
 
 import math
 import re
@@ -10,7 +10,7 @@ COLORS = ("#0b7285", "#c2255c", "#b94700", "#5f3dc4")   # at least 4.5:1 on whit
 
 
 def curve(figures, what):
-    """Pairs of a number of nodes and how many times as much that is as at the fewest."""
+    """Pairs (number of nodes, value relative to the value at the fewest nodes)."""
     points = sorted((int(match[1].replace(",", "")), figure.value) for figure in figures
                     if figure.what == what
                     and (match := re.fullmatch(r"([\d,]+) nodes", figure.size)))
@@ -18,9 +18,9 @@ def curve(figures, what):
 
 
 def draw(curves):
-    """The SVG of the curves, a dictionary of their points by their names."""
-    most = max(value for points in curves.values() for _, value in points)
-    decades = max(1, math.ceil(math.log10(most)))
+    """Returns the SVG. `curves` maps names to points."""
+    maximum = max(value for points in curves.values() for _, value in points)
+    decades = max(1, math.ceil(math.log10(maximum)))
     sizes = sorted({nodes for points in curves.values() for nodes, _ in points})
 
     def x(nodes):
@@ -47,7 +47,7 @@ def draw(curves):
                      f'fill="#495057">{nodes:,}</text>')
     parts.append(f'<text x="{(LEFT + WIDTH - RIGHT) / 2:.1f}" y="{HEIGHT - 6}" '
                  'text-anchor="middle" fill="#495057">nodes</text>')
-    labels = label_places({name: y(points[-1][1]) for name, points in curves.items()})
+    labels = label_positions({name: y(points[-1][1]) for name, points in curves.items()})
     for (name, points), color in zip(curves.items(), COLORS):
         line = " ".join(f"{x(nodes):.1f},{y(value):.1f}" for nodes, value in points)
         parts.append(f'<polyline points="{line}" fill="none" stroke="{color}" stroke-width="2.5"/>')
@@ -58,10 +58,10 @@ def draw(curves):
     return "\n".join([*parts, "</svg>", ""])
 
 
-def label_places(ends):
-    """Where each curve's name stands: beside its end, below the name above it."""
-    places = {}
+def label_positions(ends):
+    """The y coordinates of the labels: at the end of the curve, or below the previous label."""
+    positions = {}
     last = -math.inf
     for name, end in sorted(ends.items(), key=lambda item: item[1]):
-        last = places[name] = max(end, last + 18)
-    return places
+        last = positions[name] = max(end, last + 18)
+    return positions

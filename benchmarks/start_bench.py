@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Time to the first frame, private memory and rest of the panel, beside an empty Qt window with an
-icon in the tray.
+"""Measures the panel's time to the first frame, private memory and wake-ups at rest, compared with
+an empty Qt window with a tray icon.
 
 usage: start_bench.py PROGRAMS [RUNS]    PROGRAMS is the folder of the benchmark programs
 
-Each round starts every program once, so that a machine that is slow for a while is slow for
-all. All of it happens on a virtual desktop with a tray.
+Each round starts every program once, so that a slow phase of the machine affects all. Runs on a
+virtual desktop with a tray.
 """
 
 import os
@@ -29,12 +29,12 @@ EMPTY = "an empty window"
 WITHOUT_SPEECH = "the same without speech"
 SETTLE_SECONDS = 1.0
 REST_SECONDS = 20
-UNUSED_SECONDS = 35  # Qt lets go of threads and pixmaps that were not used for half a minute
+UNUSED_SECONDS = 35  # Qt frees threads and pixmaps after 30 seconds without use
 
 
 def private_megabytes(pid):
-    """What only this process holds in memory, and the part of it that it has written to; the
-    rest are pages of files, mostly libraries, that no other process happens to use."""
+    """The private memory of the process, and the dirty part of it. The clean part is file pages,
+    mostly of libraries, that no other process uses."""
     with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as rollup:
         rows = dict(line.split(":", 1) for line in rollup if line[0].isalpha() and ":" in line)
     clean, dirty = (int(rows[key].split()[0]) for key in ("Private_Clean", "Private_Dirty"))
@@ -42,7 +42,7 @@ def private_megabytes(pid):
 
 
 def start(command, environment):
-    """Milliseconds from the start of the process to its first frame, and its private memory."""
+    """Milliseconds from process start to first frame, and the process's private memory."""
     started = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE) as process:
         painted = int(process.stdout.readline())
@@ -53,7 +53,7 @@ def start(command, environment):
 
 
 def wakeups(pid):
-    """How often its threads have been woken so far."""
+    """How often the process's threads have been woken so far."""
     return sum(int(line.split()[1])
                for status in pathlib.Path(f"/proc/{pid}/task").glob("*/status")
                for line in status.read_text().splitlines()
@@ -61,7 +61,7 @@ def wakeups(pid):
 
 
 def count_wakeups_at_rest(command, environment):
-    """Of the panel in sight, and hidden."""
+    """Counts for the visible and the hidden panel."""
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE) as process:
         process.stdout.readline()
         StatusItem(process.pid)
@@ -76,12 +76,12 @@ def count_wakeups_at_rest(command, environment):
         is_hidden = not windows_named("Quillsatchel")
         process.terminate()
     if not is_hidden:
-        raise RuntimeError("The panel was in sight all the time.")
+        raise RuntimeError("The panel was not hidden.")
     return counts
 
 
 def without_speech(programs):
-    """A copy of the panel that finds the other modules, but not those of dictation."""
+    """A copy of the panel that finds all modules except the speech module."""
     folder = programs.parent / "without-speech"
     shutil.rmtree(folder, ignore_errors=True)
     for kind, source, names in (("modules", programs.parent / "modules",
@@ -122,7 +122,7 @@ def measure(programs, rounds):
             for name, (command, nodes) in starts.items():
                 results[name].append(start(command, environment(nodes)))
         report({name: runs[1:] for name, runs in results.items()})  # the first warmed the caches
-        for state, count in zip(("in sight", "hidden"),
+        for state, count in zip(("visible", "hidden"),
                                 count_wakeups_at_rest(panel, environment(SIZES[0]))):
             Figure(f"wake-ups in {REST_SECONDS} seconds of rest", state, count, "").print()
 
@@ -130,7 +130,7 @@ def measure(programs, rounds):
 def report(results):
     panel = f"{SIZES[0]:,} nodes"
     for index, (what, unit) in enumerate((("first frame", "ms"), ("private memory", "MB"),
-                                          ("private memory that is written", "MB"))):
+                                          ("private dirty memory", "MB"))):
         def compare(size, name, base):
             values, others = ([run[index] for run in results[of]] for of in (name, base))
             ratio = statistics.median(value / other for value, other in zip(values, others))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs a program on a virtual desktop that has a tray.
+"""Runs a program on a virtual desktop with a tray.
 
 usage: with_tray.py PROGRAM [ARGUMENT]...
 """
