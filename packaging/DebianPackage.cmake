@@ -1,9 +1,9 @@
-# The Debian package, made by cpack. Its version is that of the newest entry in its changelog.
+# The Debian package, made by cpack. The newest entry of its changelog sets the version.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS changelog)
 file(STRINGS changelog newest_entry LIMIT_COUNT 1)
 string(REGEX MATCH "\\((.+)-(.+)\\)" version "${newest_entry}")
 if(NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
-    message(FATAL_ERROR "The package's changelog begins with another version: ${newest_entry}")
+    message(FATAL_ERROR "packaging/changelog begins with another version: ${newest_entry}")
 endif()
 
 set(CPACK_GENERATOR DEB)
@@ -25,10 +25,9 @@ up as quick launchers.
 .
 Dictation is recognised on this machine. Everything stays there.")
 
-# Libraries are found in what the programs link. The rest is opened or started by name: what reads
-# the icons of other applications, which Debian 12 has in libqt6svg6; the English model for
-# dictation, proxies for downloads, website icons in WebP, the browser, and Wayland where there is
-# no XWayland.
+# Linked libraries are found automatically. The rest is loaded or started by name: the SVG plugin for
+# icons of applications (part of libqt6svg6 in Debian 12), the English speech model, proxies for
+# downloads, WebP website icons, the browser, and Wayland for desktops without XWayland.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "hicolor-icon-theme, qt6-svg-plugins | libqt6svg6 (<< 6.8)")
