@@ -25,7 +25,8 @@ constexpr int EditorCount = 5;
 constexpr int HorizontalPadding = 14;
 constexpr int VerticalPadding = 16;
 constexpr int Spacing = 12;
-constexpr int HeaderPadding = 44; // clear of the close button, and the note's lines are alike
+constexpr int HeaderPadding =
+    44; // leaves room for the close button; the note's lines get equal lengths
 constexpr int HeaderSpacing = 3;
 constexpr int HeaderSymbolSize = 24;
 constexpr int EditorSpacing = 8;
@@ -35,14 +36,15 @@ constexpr int EditorSpacing = 8;
 LauncherSettingsCard::LauncherSettingsCard(LauncherStore &store, MainQueue &mainQueue,
                                            QWidget *parent)
     : OverlayCard(tr("Quick Launchers"), SettingsLook, parent)
+    , m_store(store)
     , m_scheduler(mainQueue, [this] { render(); })
 {
-    // The list is as wide as the card, so that its indicator has the padding to itself.
+    // The list is as wide as the card, so that its scroll indicator lies in the padding.
     auto *const layout = new QVBoxLayout(card());
     layout->setContentsMargins(0, VerticalPadding, 0, VerticalPadding);
     layout->setSpacing(Spacing);
     addHeader(*layout);
-    addEditors(store, *layout);
+    addEditors(*layout);
     m_scheduler.observe(store);
 }
 
@@ -61,7 +63,7 @@ void LauncherSettingsCard::addHeader(QBoxLayout &layout)
     layout.addLayout(header);
 }
 
-void LauncherSettingsCard::addEditors(LauncherStore &store, QBoxLayout &layout)
+void LauncherSettingsCard::addEditors(QBoxLayout &layout)
 {
     m_list = new ScrollView(card());
     layout.addWidget(m_list);
@@ -69,11 +71,22 @@ void LauncherSettingsCard::addEditors(LauncherStore &store, QBoxLayout &layout)
     rows->setContentsMargins(HorizontalPadding, 0, HorizontalPadding, 0);
     rows->setSpacing(EditorSpacing);
     for (int slot = 0; slot < EditorCount; ++slot) {
-        auto *const editor = new LauncherSlotEditor(store, slot, m_list->content());
-        editor->onInvalidURL = [this, editor] { m_list->reveal(*editor); };
+        auto *const editor = makeEditor(slot);
         rows->addWidget(editor);
         m_editors.push_back(editor);
     }
+}
+
+LauncherSlotEditor *LauncherSettingsCard::makeEditor(int slot)
+{
+    auto *const editor = new LauncherSlotEditor(m_store, slot, m_list->content());
+    editor->onWebsite = [this, slot](const std::string &text) {
+        return m_store.setWebsite(text, slot);
+    };
+    editor->onChooseApplication = [this, slot] { m_store.chooseApplication(slot); };
+    editor->onClear = [this, slot] { m_store.clear(slot); };
+    editor->onInvalidURL = [this, editor] { m_list->reveal(*editor); };
+    return editor;
 }
 
 void LauncherSettingsCard::render()

@@ -10,14 +10,14 @@ class LauncherStore;
 class QBoxLayout;
 class ScrollView;
 
-/// Where the user sets up the quick launchers: an editor a slot, which scroll where there is no
-/// room for them all.
+/// The card in which the user sets up the quick launchers: a scrolling list with one editor per
+/// slot.
 class LauncherSettingsCard final : public OverlayCard
 {
     Q_OBJECT
 
 public:
-    /// The store and the queue outlive the card.
+    /// The store and the queue must outlive the card.
     LauncherSettingsCard(LauncherStore &store, MainQueue &mainQueue, QWidget *parent);
 
 protected:
@@ -25,9 +25,11 @@ protected:
 
 private:
     void addHeader(QBoxLayout &layout);
-    void addEditors(LauncherStore &store, QBoxLayout &layout);
+    void addEditors(QBoxLayout &layout);
+    LauncherSlotEditor *makeEditor(int slot);
     void render();
 
+    LauncherStore &m_store;
     RenderScheduler m_scheduler;
     ScrollView *m_list = nullptr;
     std::vector<LauncherSlotEditor *> m_editors;

@@ -34,7 +34,7 @@ constexpr int ClearButtonSize = 20;
 constexpr int ControlSpacing = 6;
 constexpr int TextsLeft = Padding + BadgeSize + SummarySpacing + IconSize + SummarySpacing;
 
-/// A square of `size` at `left`, in the middle of the first row.
+/// A square of `size` at `left`, centred vertically in the first row.
 QRect square(int left, int size, int rowHeight)
 {
     return { left, Padding + (rowHeight - size) / 2, size, size };
@@ -42,7 +42,7 @@ QRect square(int left, int size, int rowHeight)
 
 } // namespace
 
-LauncherSlotEditor::LauncherSlotEditor(LauncherStore &store, int slot, QWidget *parent)
+LauncherSlotEditor::LauncherSlotEditor(const LauncherStore &store, int slot, QWidget *parent)
     : QWidget(parent)
     , m_store(store)
     , m_slot(slot)
@@ -63,8 +63,7 @@ LauncherSlotEditor::LauncherSlotEditor(LauncherStore &store, int slot, QWidget *
     m_chooseButton->setToolTip(tr("Choose the application that this launcher opens"));
     m_setButton->setToolTip(tr("Let this launcher open the website"));
     connect(m_clearButton, &QAbstractButton::clicked, this, &LauncherSlotEditor::clear);
-    connect(m_chooseButton, &QAbstractButton::clicked, this,
-            [this] { m_store.chooseApplication(m_slot); });
+    connect(m_chooseButton, &QAbstractButton::clicked, this, [this] { onChooseApplication(); });
     connect(m_setButton, &QAbstractButton::clicked, this, &LauncherSlotEditor::submit);
     makeField();
     followItem();
@@ -75,7 +74,7 @@ void LauncherSlotEditor::makeField()
 {
     m_urlField->setAccessibleName(tr("Website"));
     m_urlField->setPlaceholderText(u"example.com"_s);
-    m_urlField->setMaxLength(LongestURL); // every key and every blink lays out the whole line
+    m_urlField->setMaxLength(MaximumURLLength); // each key and cursor blink lays out the whole text
     connect(m_urlField, &QLineEdit::textChanged, this, &LauncherSlotEditor::renderSetButton);
     connect(m_urlField, &QLineEdit::returnPressed, this, &LauncherSlotEditor::submit);
 }
@@ -110,18 +109,18 @@ void LauncherSlotEditor::showURL(const std::string &url)
 {
     m_urlField->setText(stringFromUtf8(url));
     if (!m_urlField->hasFocus())
-        m_urlField->home(false); // where an address says what it is
+        m_urlField->home(false); // the host is at the start
 }
 
 void LauncherSlotEditor::renderIcon()
 {
     m_icon = m_item ? m_store.icon(*m_item, IconSize, devicePixelRatio())
                     : LauncherIcon { {}, "plus.square.dashed", {} };
-    setAccessibleDescription(heardSummary());
+    setAccessibleDescription(accessibleSummary());
     update();
 }
 
-QString LauncherSlotEditor::heardSummary() const
+QString LauncherSlotEditor::accessibleSummary() const
 {
     if (!m_icon.image.isNull() || m_icon.description.empty())
         return m_title->text();
@@ -138,7 +137,7 @@ void LauncherSlotEditor::renderTexts()
 void LauncherSlotEditor::renderSetButton()
 {
     const bool hasText = !trimmed(m_urlField->text().toStdString()).empty();
-    // Disabled, the button would send the keyboard on to the next editor.
+    // A button that is disabled passes its focus on to the next editor.
     if (!hasText && window()->focusWidget() == m_setButton)
         m_urlField->setFocus(Qt::OtherFocusReason);
     m_setButton->setEnabled(hasText);
@@ -147,13 +146,13 @@ void LauncherSlotEditor::renderSetButton()
 void LauncherSlotEditor::submit()
 {
     const QString text = m_urlField->text();
-    const bool isWhole = text.size() < LongestURL;
-    showInvalidURL(!isWhole || !m_store.setWebsite(text.toStdString(), m_slot));
+    const bool mayBeTruncated = text.size() >= MaximumURLLength;
+    showInvalidURL(mayBeTruncated || !onWebsite(text.toStdString()));
 }
 
 void LauncherSlotEditor::clear()
 {
-    m_store.clear(m_slot);
+    onClear();
     m_urlField->clear();
 }
 
@@ -180,7 +179,7 @@ void LauncherSlotEditor::makeMessage()
         new ElidedLabel(Qt::ElideRight, Painting::systemFont(9), SatchelTheme::accent, this);
     setAccessibleRole(*m_message, QAccessible::AlertMessage);
     m_message->setText(tr("Enter a valid http or https website."));
-    m_message->hide(); // until it is announced
+    m_message->hide(); // `announce` shows it
     layOut();
 }
 

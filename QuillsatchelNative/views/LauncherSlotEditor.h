@@ -15,26 +15,31 @@ class PushButton;
 class SymbolButton;
 class TextField;
 
-/// Shows what one launcher slot holds and lets the user fill it with an application or a website,
-/// or empty it. What the user does goes to the store at once.
+/// Shows one launcher slot and lets the user fill it with an application or a website, or clear it.
+/// It reports what the user does through its callbacks.
 class LauncherSlotEditor final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Slots are counted from 0. The store outlives the editor.
-    LauncherSlotEditor(LauncherStore &store, int slot, QWidget *parent);
+    /// Slots are counted from 0. The store must outlive the editor.
+    LauncherSlotEditor(const LauncherStore &store, int slot, QWidget *parent);
 
-    /// The user asked for a website that is none, and the editor has said so.
+    /// The user submitted a website (UTF-8). Returns false if it is not a valid one.
+    std::function<bool(const std::string &)> onWebsite = [](const std::string &) { return true; };
+    /// The user asks to choose an application.
+    std::function<void()> onChooseApplication = [] {};
+    std::function<void()> onClear = [] {};
+    /// The message about an invalid website is shown.
     std::function<void()> onInvalidURL = [] {};
 
-    /// Brings the editor in line with the slot. The icon is read anew every time; the website field
-    /// follows only when the slot holds something else than before.
+    /// Updates the editor from the slot. Reads the icon every time, but changes the website field
+    /// only when the slot holds another launcher.
     void render();
 
-    /// How many UTF-16 units of a text the website field takes. One that fills it may have been cut
-    /// off and is no valid website.
-    static constexpr int LongestURL = 1 << 15;
+    /// The maximum length of the website field in UTF-16 code units. A text of this length may have
+    /// been truncated and counts as invalid.
+    static constexpr int MaximumURLLength = 1 << 15;
 
     QSize sizeHint() const override;
 
@@ -56,13 +61,13 @@ private:
     void showInvalidURL(bool isInvalid);
     void layOut();
     void layOutSummary();
-    QString heardSummary() const;
+    QString accessibleSummary() const;
     int summaryHeight() const;
     int controlsTop() const;
 
-    LauncherStore &m_store;
+    const LauncherStore &m_store;
     int m_slot;
-    std::optional<LauncherItem> m_item; // as shown
+    std::optional<LauncherItem> m_item; // the one shown
     LauncherIcon m_icon;
     bool m_showsInvalidURL = false;
     ElidedLabel *m_title;
@@ -71,5 +76,5 @@ private:
     PushButton *m_chooseButton;
     TextField *m_urlField;
     PushButton *m_setButton;
-    ElidedLabel *m_message = nullptr; // made when there is something to say
+    ElidedLabel *m_message = nullptr; // created with the first message
 };

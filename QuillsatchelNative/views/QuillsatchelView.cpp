@@ -64,6 +64,7 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
 {
     setMinimumSize(MinimumSize);
     m_tabStrip->setContentsMargins(0, topInset, 0, 0);
+    wireTabStrip();
     connect(m_newNodeButton, &QAbstractButton::clicked, this, &QuillsatchelView::addNode);
     m_scheduler.observe(store);
     m_scheduler.observe(windowPreferences);
@@ -73,6 +74,16 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     // At once, not with the next rendering: the same words again are another message.
     m_messageCancellable = m_dictation.errorMessage().sink(
         [this](const std::optional<QString> &message) { renderMessage(message); });
+}
+
+void QuillsatchelView::wireTabStrip()
+{
+    m_tabStrip->onSelect = [this](const QUuid &id) { m_store.selectTab(id); };
+    m_tabStrip->onRename = [this](const QUuid &id, const std::string &name) {
+        m_store.renameTab(id, name);
+    };
+    m_tabStrip->onDelete = [this](const QUuid &id) { m_store.deleteTab(id); };
+    m_tabStrip->onAdd = [this] { m_store.addTab(); };
 }
 
 void QuillsatchelView::wire(PromptCard &card)

@@ -53,6 +53,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void wireTabStrip();
     void wire(PromptCard &card);
     NodeList::Content shownNodes() const;
     void dictate(const QUuid &id);

@@ -29,7 +29,7 @@ constexpr int NewTabSymbolSize = 16;
 
 } // namespace
 
-TabStrip::TabStrip(SatchelStore &store, MainQueue &mainQueue, QWidget *parent)
+TabStrip::TabStrip(const SatchelStore &store, MainQueue &mainQueue, QWidget *parent)
     : QWidget(parent)
     , m_store(store)
     , m_mainQueue(mainQueue)
@@ -41,7 +41,10 @@ TabStrip::TabStrip(SatchelStore &store, MainQueue &mainQueue, QWidget *parent)
     makeRow();
     m_newTabButton->setFixedSize(NewTabButtonSize);
     m_newTabButton->setLabel(tr("New tab"));
-    connect(m_newTabButton, &QAbstractButton::clicked, this, &TabStrip::addTab);
+    connect(m_newTabButton, &QAbstractButton::clicked, this, [this] {
+        endEditing();
+        onAdd();
+    });
     connect(qApp, &QApplication::focusChanged, this, &TabStrip::followFocus);
     connect(m_scrollArea->horizontalScrollBar(), &QScrollBar::valueChanged, this,
             &TabStrip::revealEditedChip);
@@ -130,16 +133,14 @@ TabChip *TabStrip::makeChip()
     auto *const chip = new TabChip(m_row);
     chip->onSelect = [this, chip] {
         endEditing();
-        m_store.selectTab(chip->tabID());
+        onSelect(chip->tabID());
     };
     chip->onRename = [this, chip] {
-        m_store.selectTab(chip->tabID());
+        onSelect(chip->tabID());
         beginEditing(chip->tabID());
     };
-    chip->onDelete = [this, chip] { m_store.deleteTab(chip->tabID()); };
-    chip->onName = [this, chip](const std::string &name) {
-        m_store.renameTab(chip->tabID(), name);
-    };
+    chip->onDelete = [this, chip] { onDelete(chip->tabID()); };
+    chip->onName = [this, chip](const std::string &name) { onRename(chip->tabID(), name); };
     chip->show();
     return chip;
 }
@@ -252,12 +253,6 @@ void TabStrip::endEditing()
     m_focusedTabID.reset();
     qApp->removeEventFilter(this);
     m_scheduler.schedule();
-}
-
-void TabStrip::addTab()
-{
-    endEditing();
-    m_store.addTab();
 }
 
 QList<QWidget *> TabStrip::focusStops() const

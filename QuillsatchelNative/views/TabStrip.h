@@ -6,24 +6,36 @@
 #include <QWidget>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 class QScrollArea;
 class SymbolButton;
 class TabChip;
 
-/// The bar with one chip a tab in a row that scrolls, and the button that adds a tab. It keeps
-/// only which chip is being renamed; everything else is the store's.
+/// A scrolling row with one chip per tab, and the button that adds a tab. The strip's only state is
+/// which chip is being renamed; it reads everything else from the store and reports what the user
+/// does through its callbacks.
 ///
 /// Renaming ends when the focus leaves the field, on a press outside the field, and when a tab is
-/// added. Meanwhile the row does not scroll the chip out of sight.
+/// added. Until then the row keeps the chip visible.
 class TabStrip final : public QWidget
 {
     Q_OBJECT
 
 public:
-    TabStrip(SatchelStore &store, MainQueue &mainQueue, QWidget *parent);
+    TabStrip(const SatchelStore &store, MainQueue &mainQueue, QWidget *parent);
+
+    /// The user selected the tab, perhaps the active one.
+    std::function<void(const QUuid &)> onSelect = [](const QUuid &) {};
+    /// The user typed another name; called for every change of the field.
+    std::function<void(const QUuid &, const std::string &)> onRename = [](const QUuid &,
+                                                                          const std::string &) {};
+    std::function<void(const QUuid &)> onDelete = [](const QUuid &) {};
+    /// The user pressed the button for a new tab.
+    std::function<void()> onAdd = [] {};
 
     /// The strip's height without its contents margins, in points.
     static constexpr int Height = 38;
@@ -61,9 +73,8 @@ private:
     void focusField(const QUuid &id);
     void followFocus();
     void endEditing();
-    void addTab();
 
-    SatchelStore &m_store;
+    const SatchelStore &m_store;
     MainQueue &m_mainQueue;
     RenderScheduler m_scheduler;
     QScrollArea *m_scrollArea;

@@ -27,6 +27,11 @@ protected:
     EditorParts open()
     {
         editor.emplace(store(), Slot, &window);
+        editor->onWebsite = [this](const std::string &text) {
+            return store().setWebsite(text, Slot);
+        };
+        editor->onChooseApplication = [this] { store().chooseApplication(Slot); };
+        editor->onClear = [this] { store().clear(Slot); };
         editor->resize(332, editor->sizeHint().height());
         editor->show();
         scheduler.observe(store());
@@ -419,7 +424,7 @@ TEST_F(LauncherSlotEditorTest, ShortensLongTexts)
     EXPECT_TRUE(parts.subtitle().starts_with("https://beginxxx"));
     EXPECT_TRUE(parts.subtitle().ends_with("xxxend"));
     EXPECT_LE(parts.subtitle().size(), 4096U);
-    EXPECT_LE(parts.field().text().size(), LauncherSlotEditor::LongestURL);
+    EXPECT_LE(parts.field().text().size(), LauncherSlotEditor::MaximumURLLength);
     EXPECT_EQ(item(Slot)->name.size(), 1'000'008U);
 }
 
@@ -427,7 +432,7 @@ TEST_F(LauncherSlotEditorTest, RejectsATextAtTheLengthLimit)
 {
     const auto parts = open();
     const std::string start = "https://example.com/";
-    const std::size_t longest = LauncherSlotEditor::LongestURL;
+    const std::size_t longest = LauncherSlotEditor::MaximumURLLength;
     parts.submit(start + std::string(longest, 'x'));
     EXPECT_EQ(parts.message(), EditorParts::InvalidURL);
     EXPECT_FALSE(item(Slot));

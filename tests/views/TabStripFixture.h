@@ -20,6 +20,12 @@ protected:
         window.resize(430, 300);
         strip = new TabStrip(store(), machine.mainQueue, &window);
         strip->setGeometry(0, 0, 430, TabStrip::Height);
+        strip->onSelect = [this](const QUuid &id) { store().selectTab(id); };
+        strip->onRename = [this](const QUuid &id, const std::string &name) {
+            store().renameTab(id, name);
+        };
+        strip->onDelete = [this](const QUuid &id) { store().deleteTab(id); };
+        strip->onAdd = [this] { store().addTab(); };
         elsewhere = new QLineEdit(&window);
         elsewhere->setGeometry(0, 100, 430, 30);
         Input::show(window);
