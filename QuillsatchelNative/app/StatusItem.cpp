@@ -33,7 +33,7 @@ bool StatusItem::isShown() const
 void StatusItem::show(StatusBar::Kind kind)
 {
     // Qt makes icons of one kind in a process, and follows bars of that kind by itself.
-    if (kind == StatusBar::Kind::None || m_icon)
+    if (kind == StatusBar::Kind::none || m_icon)
         return;
     m_kind = kind;
     m_prepare();
@@ -46,7 +46,7 @@ void StatusItem::show(StatusBar::Kind kind)
 
 void StatusItem::setMenu(const Menu &menu)
 {
-    const bool isOverBus = m_kind == StatusBar::Kind::Notifier;
+    const bool isOverBus = m_kind == StatusBar::Kind::notifier;
     MenuMirror::fill(m_menu, menu.items, m_perform,
                      isOverBus ? MenuMirror::Reader::Bus : MenuMirror::Reader::Qt);
 }
@@ -56,7 +56,7 @@ void StatusItem::activate(QSystemTrayIcon::ActivationReason reason)
 {
     if (reason != QSystemTrayIcon::Trigger)
         return;
-    if (m_kind == StatusBar::Kind::Embedded)
+    if (m_kind == StatusBar::Kind::embedded)
         m_menu.popup(QCursor::pos());
     else
         m_perform({ .action = MenuItem::Action::ShowPanel });

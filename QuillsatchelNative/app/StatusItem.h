@@ -43,6 +43,6 @@ private:
     std::function<void()> m_prepare;
     QMenu m_menu; // one for good: panels go on showing the menu that they first saw
     std::optional<QSystemTrayIcon> m_icon;
-    StatusBar::Kind m_kind = StatusBar::Kind::None; // of the icon
+    StatusBar::Kind m_kind = StatusBar::Kind::none; // of the icon
     Cancellable m_kindCancellable;
 };

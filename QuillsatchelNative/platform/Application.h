@@ -3,18 +3,18 @@
 #include <optional>
 #include <string>
 
-/// The names that an application gives itself (UTF-8).
+/// The names in an application's desktop entry (UTF-8).
 struct ApplicationNames {
-    std::optional<std::string> displayName; ///< in the user's language, where it has one
-    std::optional<std::string> name;        ///< in no language
+    std::optional<std::string> displayName; ///< in the user's language, if there is one
+    std::optional<std::string> name;        ///< untranslated
 };
 
-/// An application that is installed on this machine. All texts are UTF-8.
+/// An installed application. All texts are UTF-8.
 struct Application {
     std::string path; ///< of its desktop entry
     std::string name;
-    std::string comment;  ///< one line about it, perhaps empty
-    std::string keywords; ///< other words to find it by, perhaps empty
+    std::string comment;  ///< one line of description, may be empty
+    std::string keywords; ///< further search words, may be empty
 
     bool operator==(const Application &) const = default;
 };

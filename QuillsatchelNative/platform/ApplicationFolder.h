@@ -4,7 +4,7 @@
 
 class FileLocations;
 
-/// The path of the folder that holds all our files, made if it is not there yet. Prompts hold
-/// secrets: a new one is for its owner only; one that is there stays as it is. A folder that cannot
-/// be made is no failure yet, but the process stops on a machine that has no place for one.
+/// The path of the folder for all our files. Creates it, for its owner only because prompts can
+/// hold secrets; an existing folder keeps its permissions. Returns the path even if the folder
+/// cannot be created, but stops the process if the machine has no folder for user data.
 QString prepareApplicationFolder(const FileLocations &locations);

@@ -4,29 +4,29 @@
 #include <functional>
 #include <span>
 
-/// Captures what the microphone hears: 16,000 samples a second, one channel. Main thread only.
+/// Captures the microphone: 16,000 samples per second, one channel. Main thread only.
 class AudioEngine
 {
 public:
     virtual ~AudioEngine() = default;
 
-    /// Where captured audio goes, on the audio thread.
+    /// Receives captured audio on the audio thread.
     struct Tap {
         /// Gets every buffer of `bufferSize` samples.
         std::function<void(std::span<const std::int16_t>)> append;
-        /// The microphone has gone, or what serves it; nothing more will come.
+        /// The microphone or the sound server is gone; no more audio will come.
         std::function<void()> fail;
     };
 
-    /// One tap at a time: another takes the place of the first.
+    /// Replaces the tap, if there is one.
     virtual void installTap(int bufferSize, Tap tap) = 0;
-    /// The tap is not called any more once this has returned.
+    /// On return the tap is no longer called.
     virtual void removeTap() = 0;
 
-    /// Opens the microphone, if it is not open already; false if there is none or it cannot be had.
-    /// Never waits long.
+    /// Opens the microphone unless it is open. False if it is missing or cannot be opened. Does
+    /// not block for long.
     virtual bool start() = 0;
-    /// Closes the microphone; nothing happens where it is not open.
+    /// Closes the microphone if it is open.
     virtual void stop() = 0;
     virtual bool isRunning() const = 0;
 };

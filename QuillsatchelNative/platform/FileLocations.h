@@ -2,15 +2,15 @@
 
 #include <QString>
 
-/// Where the user's files belong on this machine.
+/// Where the user's files are, and whether we may write them.
 class FileLocations
 {
 public:
     virtual ~FileLocations() = default;
 
-    /// The folder in which programs keep the user's data, empty where the machine has none.
+    /// The folder for the data of the user's programs; empty if the machine has none.
     virtual QString applicationSupport() const = 0;
 
-    /// Whether this process may write the user's files now; false while another one does.
+    /// False while another process writes the user's files.
     virtual bool mayWrite() = 0;
 };

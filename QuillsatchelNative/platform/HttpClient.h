@@ -7,7 +7,7 @@
 
 class WebAddress;
 
-/// Fetches small things from the web.
+/// Downloads small files.
 class HttpClient
 {
 public:
@@ -16,10 +16,10 @@ public:
     /// In bytes.
     static constexpr qint64 MaximumBodySize = qint64(8) * 1024 * 1024;
 
-    /// A plain GET that follows redirects. `receive` gets the body, for any status, on a thread of
-    /// the client. It may be cut off where the connection broke. `receive` is never called for an
-    /// empty body, one larger than `MaximumBodySize`, or one that takes longer than 60 seconds.
-    /// Main thread only.
+    /// Sends a GET request and follows redirects. Calls `receive` on a thread of the client with
+    /// the body, whatever the status; a broken connection truncates it. Never calls `receive` for
+    /// an empty body, one over `MaximumBodySize`, or one that takes longer than 60 seconds. Main
+    /// thread only.
     virtual void get(const WebAddress &address,
                      std::function<void(const QByteArray &body)> receive) = 0;
 };

@@ -5,15 +5,16 @@
 #include <chrono>
 #include <functional>
 
-/// The queue of the main thread: what is put here runs there, one piece of work after the other.
+/// Runs work on the main thread, one item after the other.
 class MainQueue
 {
 public:
     virtual ~MainQueue() = default;
 
-    /// Runs `work` on the next turn, never within this call. May be called from any thread.
+    /// Runs `work` in a later iteration of the event loop, never within this call. May be called
+    /// from any thread.
     virtual void async(std::function<void()> work) = 0;
 
-    /// Runs `work` once `delay` has passed. Main thread only.
+    /// Runs `work` after `delay`. Main thread only.
     virtual WorkItem asyncAfter(std::chrono::milliseconds delay, std::function<void()> work) = 0;
 };

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// The clipboard that programs share, as far as it holds plain text (UTF-8). Every read waits for
-/// another program: one second at most, after which the answer is that there is no text.
+/// Plain text on the clipboard (UTF-8). Every read waits at most one second for the program that
+/// owns the clipboard, and then reports no text.
 class Pasteboard
 {
 public:
@@ -17,10 +17,10 @@ public:
     /// None if the clipboard is empty or holds no text.
     virtual std::optional<std::string> text() const = 0;
 
-    /// Whether text is offered. Fetches no text.
+    /// Whether the clipboard offers text. Does not read it.
     virtual bool hasText() const = 0;
 
-    /// The text selected last in any program, which a middle click inserts; none on desktops
-    /// without such a selection.
+    /// The primary selection: the text selected last in any program, which a middle click inserts.
+    /// None on desktops without it.
     virtual std::optional<std::string> selectedText() const = 0;
 };

@@ -10,8 +10,8 @@
 #include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 
-/// All that the program needs of the machine it runs on. Whoever is given a platform may keep it:
-/// what it refers to outlives every model and view.
+/// Everything the program needs from the machine. Models and views may keep the reference they are
+/// given, because the platform outlives them.
 struct Platform {
     MainQueue &mainQueue;
     WallClock &wallClock;

@@ -2,11 +2,11 @@
 
 #include <string>
 
-/// What the desktop gives a start as proof that it is the user's wish, so that its window may come
-/// forward. Each is empty where the desktop gives none.
+/// The activation token of a launch. It proves that the user started the program, so that the
+/// window manager raises its window. Members are empty if the desktop does not set them.
 struct StartupToken {
-    std::string activationToken; // Wayland's
-    std::string startupID;       // X11's
+    std::string activationToken; ///< XDG activation
+    std::string startupID;       ///< X11 startup notification
 
     bool operator==(const StartupToken &) const = default;
 };

@@ -2,22 +2,23 @@
 
 #include "support/Published.h"
 
-/// The part of a desktop's panel that shows the icons of running programs.
+/// The part of the desktop's panel that shows icons of running programs.
 class StatusBar : public ObservableObject
 {
     Q_OBJECT
 
 public:
-    /// How an icon gets there.
+    /// How the desktop shows icons.
     enum class Kind {
-        None,     ///< nothing shows icons
-        Embedded, ///< as a window within the panel's
-        Notifier, ///< over D-Bus, and so does its menu
+        none,     ///< not at all
+        embedded, ///< as a window inside the desktop's panel
+        notifier, ///< over D-Bus, together with the menu
     };
 
-    /// None until `begin`, and for a while after it: panels start late, too. Follows the desktop.
-    Published<Kind> kind { this, Kind::None };
+    /// None until some time after `begin`, because desktop panels can start late. Follows the
+    /// desktop.
+    Published<Kind> kind { this, Kind::none };
 
-    /// Begins to look. Once is enough.
+    /// Starts watching the desktop. Call it once.
     virtual void begin() = 0;
 };

@@ -4,12 +4,12 @@
 #include <memory>
 #include <utility>
 
-/// Work handed to a `MainQueue` for later. Letting go of the item lets the work run all the same;
-/// only `cancel` stops it. Copies stand for the same work.
+/// A handle to delayed work in a `MainQueue`. Only `cancel` stops the work; destroying the handle
+/// does not. Copies refer to the same work.
 class WorkItem
 {
 public:
-    /// No work: cancelling it does nothing.
+    /// No work; cancelling does nothing.
     WorkItem() = default;
 
     explicit WorkItem(std::function<void()> work)
@@ -17,14 +17,14 @@ public:
     {
     }
 
-    /// Work that has not begun never runs. Does nothing once it has run.
+    /// Does nothing once the work has started.
     void cancel()
     {
         if (m_work)
             *m_work = nullptr;
     }
 
-    /// For queues: runs the work, at most once.
+    /// For queues. Runs the work unless it already ran or was cancelled.
     void run() const
     {
         if (!m_work)

@@ -25,7 +25,7 @@ protected:
     void startWithStatusBar()
     {
         start();
-        machine.statusBar.kind.set(StatusBar::Kind::Notifier);
+        machine.statusBar.kind.set(StatusBar::Kind::notifier);
     }
 
     Texts statusMenu()
@@ -339,7 +339,7 @@ TEST_F(AppDelegateTest, MarksWhatChangedBeforeThereWasAStatusBar)
 {
     start();
     press("Always on Top");
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier);
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
 }
 
@@ -383,12 +383,12 @@ TEST_F(AppDelegateTest, HidesThePanelOnlyWhereTheStatusBarBringsItBack)
     delegate->showPanel();
     EXPECT_FALSE(panel().isMinimized());
 
-    machine.statusBar.kind.set(StatusBar::Kind::Embedded);
+    machine.statusBar.kind.set(StatusBar::Kind::embedded);
     panel().close();
     EXPECT_FALSE(panel().isVisible());
     delegate->showPanel();
 
-    machine.statusBar.kind.set(StatusBar::Kind::None);
+    machine.statusBar.kind.set(StatusBar::Kind::none);
     panel().close();
     EXPECT_TRUE(panel().isMinimized());
 }

@@ -88,7 +88,7 @@ TEST_F(FloatingPanelTest, ComesBackWhenTheScreensHaveChanged)
 
 TEST_F(FloatingPanelTest, ComesBackWhileItIsHidden)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     loseScreen();
     Q_EMIT screen().geometryChanged(screen().geometry());
@@ -136,7 +136,7 @@ TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
     settle();
     const auto *const before = &panel();
     const auto *const editorBefore = &editor(1);
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     EXPECT_FALSE(panel().isVisible());
     advance(Long);
@@ -158,7 +158,7 @@ TEST_F(FloatingPanelTest, IsStillZoomedWhenItComesBackAndReturnsToItsEarlierSize
     panel().setGeometry(before);
     panel().showMaximized();
     settle();
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     EXPECT_FALSE(panel().isVisible());
 
@@ -192,7 +192,7 @@ TEST_F(FloatingPanelTest, ChangesItsLevelWithoutBeingHidden)
 
 TEST_F(FloatingPanelTest, KeepsItsLevelWhileItIsHidden)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     panel().setFloating(false);
     delegate->showPanel();
@@ -203,7 +203,7 @@ TEST_F(FloatingPanelTest, AsksForAllDesktopsWheneverItIsShown)
 {
     const int atFirst = machine.windowSystem.showings;
     EXPECT_GE(atFirst, 1);
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     EXPECT_EQ(machine.windowSystem.showings, atFirst);
     delegate->showPanel();
@@ -220,7 +220,7 @@ TEST_F(FloatingPanelTest, AsksANewWindowManagerForAllDesktops)
 
 TEST_F(FloatingPanelTest, AsksANewWindowManagerForNothingWhileItIsHidden)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     const int before = machine.windowSystem.showings;
     machine.windowSystem.hasWindowManager.set(true);
@@ -278,7 +278,7 @@ TEST_F(FloatingPanelTest, HasWhatIsBehindItBlurredAsFarAsItReaches)
 TEST_F(FloatingPanelTest, AsksForItsBlurWheneverItIsShown)
 {
     machine.windowSystem.isBlurring.set(true);
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
     const auto before = machine.windowSystem.blurs.size();
     delegate->showPanel();

@@ -256,11 +256,11 @@ TEST_F(PanelMenusTest, ListsTheLaunchersWhereNoTrayDoes)
     EXPECT_EQ(machine.workspace.opened, Texts({ "https://a&b.example/docs" }));
     EXPECT_FALSE(menu());
 
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier);
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     openByKey();
     EXPECT_EQ(menu()->actions().size(), 7) << "the launchers are in the tray's menu";
     menu()->close();
-    machine.statusBar.kind.set(StatusBar::Kind::None);
+    machine.statusBar.kind.set(StatusBar::Kind::none);
     openByKey();
     EXPECT_EQ(menu()->actions().size(), 10);
 }

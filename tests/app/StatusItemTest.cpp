@@ -53,11 +53,11 @@ TEST_F(StatusItemTest, PreparesNoMenuWithoutABar)
 TEST_F(StatusItemTest, AppearsWhenABarDoesAndFollowsIt)
 {
     item.begin();
-    bar.kind.set(Kind::Notifier);
+    bar.kind.set(Kind::notifier);
     EXPECT_TRUE(item.isShown());
-    bar.kind.set(Kind::None);
+    bar.kind.set(Kind::none);
     EXPECT_FALSE(item.isShown());
-    bar.kind.set(Kind::Notifier);
+    bar.kind.set(Kind::notifier);
     EXPECT_TRUE(item.isShown());
     EXPECT_EQ(preparations, 1);
 }
@@ -65,21 +65,21 @@ TEST_F(StatusItemTest, AppearsWhenABarDoesAndFollowsIt)
 TEST_F(StatusItemTest, MarksUnderscoresForBarsOverDBusAlone)
 {
     item.begin();
-    bar.kind.set(Kind::Notifier);
+    bar.kind.set(Kind::notifier);
     EXPECT_EQ(label(), "&a__b & c");
 }
 
 TEST_F(StatusItemTest, LeavesUnderscoresAloneInItsOwnMenu)
 {
     item.begin();
-    bar.kind.set(Kind::Embedded);
+    bar.kind.set(Kind::embedded);
     EXPECT_EQ(label(), "a_b && c");
 }
 
 TEST_F(StatusItemTest, PerformsWhatIsChosen)
 {
     item.begin();
-    bar.kind.set(Kind::Notifier);
+    bar.kind.set(Kind::notifier);
     item.menu().actions().at(0)->trigger();
     EXPECT_EQ(performed, std::vector({ Action::ShowPanel }));
 }

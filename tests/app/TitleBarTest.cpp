@@ -45,7 +45,7 @@ TEST_F(TitleBarTest, HasTheWindowsButtonsAtTheLeft)
 
 TEST_F(TitleBarTest, HidesThePanelByItsCloseButton)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::Notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     press("Close");
     EXPECT_FALSE(panel().isVisible());
 }

@@ -76,7 +76,7 @@ void DesktopStatusBar::askForHost()
 void DesktopStatusBar::render()
 {
     const bool isEmbedding = !m_waitsForHost && m_tray && m_tray->isOwned.get();
-    const auto now = m_hasHost ? Kind::Notifier : isEmbedding ? Kind::Embedded : Kind::None;
+    const auto now = m_hasHost ? Kind::notifier : isEmbedding ? Kind::embedded : Kind::none;
     if (now != kind.get())
         kind.set(now);
 }
