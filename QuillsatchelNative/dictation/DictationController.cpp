@@ -9,7 +9,7 @@ namespace
 
 constexpr int TapBufferSize = 1024; // samples
 
-/// What goes before the words. Nothing is trimmed: a text that ends with a blank gets another.
+/// The text before the recognised words. A text that ends with a space gets another one.
 std::string prefixFor(const std::string &currentText)
 {
     return currentText.empty() ? std::string() : currentText + ' ';
@@ -17,7 +17,7 @@ std::string prefixFor(const std::string &currentText)
 
 } // namespace
 
-/// What the results of one session need to find their way.
+/// Everything needed to handle the results of one session.
 struct DictationController::Session {
     QUuid id;
     std::string prefix;

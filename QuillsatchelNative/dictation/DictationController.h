@@ -11,9 +11,9 @@
 #include <optional>
 #include <string>
 
-/// Lets the user fill one node at a time by speaking. What is understood is joined to the text that
-/// the node had, and handed on, live, as it grows. Main thread only; what the microphone and the
-/// recogniser say on other threads takes its turn there.
+/// Dictates into one node at a time. Appends the recognised words to the node's text and reports
+/// each new text while the user speaks. Main thread only; calls from the microphone and the
+/// recogniser on other threads are queued to it.
 class DictationController final : public ObservableObject
 {
 public:
@@ -23,17 +23,17 @@ public:
     explicit DictationController(Platform &platform);
     ~DictationController() override;
 
-    /// The node that is being dictated into, once the microphone is open.
+    /// The node being dictated into while the microphone is open.
     const Published<std::optional<QUuid>> &activeBlockID() const { return m_activeBlockID; }
 
-    /// What the user is to know about the last failure, until the next start.
+    /// The message about the last failure, until the next start.
     const Published<std::optional<QString>> &errorMessage() const { return m_errorMessage; }
 
-    /// Stops the dictation into this node. Otherwise ends any other and begins one for this node,
-    /// which holds `currentText`; `onText` gets each new text, and the last one again at the end.
+    /// Stops a dictation into this node. Otherwise stops any other and starts one for this node,
+    /// whose text is `currentText`. `onText` gets each new text, and the last one again at the end.
     void toggle(QUuid blockID, std::string currentText, TextHandler onText);
 
-    /// Ends whatever dictation runs, as the user's own stop would.
+    /// Stops the running dictation, if any, as `toggle` does.
     void stop() { finishSession(true); }
 
 private:
@@ -50,12 +50,12 @@ private:
     Platform &m_platform;
     Published<std::optional<QUuid>> m_activeBlockID { this };
     Published<std::optional<QString>> m_errorMessage { this };
-    // Both are made with the first dictation: most runs of the program have none.
+    // Both are created by the first dictation, because most runs of the program have none.
     std::unique_ptr<AudioEngine> m_audioEngine;
     std::unique_ptr<SpeechRecognizer> m_recognizer;
     std::shared_ptr<SpeechRecognitionRequest> m_request;
     std::unique_ptr<SpeechRecognitionTask> m_task;
-    std::optional<QUuid> m_sessionID; // results of any other session are ignored
+    std::optional<QUuid> m_sessionID; // results of other sessions are ignored
     std::optional<std::string> m_latestText;
     TextHandler m_textHandler;
     bool m_inputTapInstalled = false;

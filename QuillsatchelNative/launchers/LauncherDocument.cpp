@@ -69,9 +69,9 @@ void write(JsonWriter &writer, const std::optional<LauncherItem> &item)
 std::optional<LauncherSlots> decode(const QByteArray &json)
 {
     LauncherSlots slots;
-    const bool isWhole =
+    const bool isValid =
         JsonReader::parse(json, [&slots](dom::element root) { return read(root, slots); });
-    return isWhole ? std::optional(std::move(slots)) : std::nullopt;
+    return isValid ? std::optional(std::move(slots)) : std::nullopt;
 }
 
 void encode(const LauncherSlots &slots, ByteSink sink)

@@ -7,15 +7,15 @@
 
 #include <optional>
 
-/// The slots as `launchers.json` holds them.
+/// The slots as stored in `launchers.json`.
 namespace LauncherDocument
 {
 
-/// The slots in `json`, or none: a single fault anywhere fails the whole. More than five are cut
-/// off, missing ones are empty; members that we do not know are ignored.
+/// None if there is any error in `json`. Drops slots after the fifth, leaves missing ones empty,
+/// and ignores unknown members.
 std::optional<LauncherSlots> decode(const QByteArray &json);
 
-/// Gives `sink` UTF-8 JSON; the same slots give the same bytes. All texts must be valid UTF-8.
+/// Passes UTF-8 JSON to `sink`. Equal slots give equal bytes. All texts must be valid UTF-8.
 void encode(const LauncherSlots &slots, ByteSink sink);
 
 } // namespace LauncherDocument

@@ -4,10 +4,9 @@
 
 #include <string_view>
 
-/// What stands for a launcher in a menu or a row: a picture, or one of the program's symbols where
-/// there is none.
+/// The icon of a launcher in a menu or row: an image, or a symbol if there is none.
 struct LauncherIcon {
-    QImage image;                 ///< square; null where the symbol stands for the launcher
-    std::string_view symbol;      ///< its name
-    std::string_view description; ///< what the symbol says, for those who hear it
+    QImage image;                 ///< square; null if the symbol is shown
+    std::string_view symbol;      ///< the symbol's name
+    std::string_view description; ///< the symbol's text alternative, for screen readers
 };

@@ -6,12 +6,12 @@
 
 #include <string>
 
-/// One launcher. Filling a slot anew makes a new one, so its id is never another launcher's.
+/// A launcher. Refilling a slot creates a new one, so ids are never reused.
 struct LauncherItem {
-    QUuid id = QUuid::createUuid(); ///< also names the website's cached icon
+    QUuid id = QUuid::createUuid(); ///< also the name of the website's cached icon
     LauncherKind kind = LauncherKind::application;
-    std::string name {};   ///< UTF-8; what menus show
-    std::string target {}; ///< an application's path, or a website's whole address
+    std::string name {};   ///< UTF-8; shown in menus
+    std::string target {}; ///< an application's path or a website's full address
 
     bool operator==(const LauncherItem &) const = default;
 };

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-/// What a launcher opens. It is stored as its raw value, an English word that never changes.
+/// What a launcher opens. Files store its raw value, an English word that never changes.
 class LauncherKind
 {
 public:

@@ -5,5 +5,5 @@
 #include <array>
 #include <optional>
 
-/// The five places for launchers, each empty or filled; the index is the slot's number.
+/// The five launcher slots. The index is the slot number.
 using LauncherSlots = std::array<std::optional<LauncherItem>, 5>;

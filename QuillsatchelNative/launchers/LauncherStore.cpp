@@ -20,7 +20,7 @@ std::size_t indexOf(int slot)
     return static_cast<std::size_t>(slot);
 }
 
-/// The address that was meant; none if it is not one that a browser opens.
+/// The http or https address that the user typed, perhaps without "https://"; none otherwise.
 std::optional<WebAddress> websiteAddress(std::string_view text)
 {
     const auto core = trimmed(text);
@@ -32,7 +32,7 @@ std::optional<WebAddress> websiteAddress(std::string_view text)
     return isWebsite ? std::move(address) : std::nullopt;
 }
 
-/// The host as people say it. Letters typed in upper case are left alone, as the rest of it is.
+/// The host without "www.", in the case in which it was typed.
 std::string websiteName(const WebAddress &address)
 {
     constexpr std::string_view Prefix = "www.";
@@ -153,7 +153,7 @@ void LauncherStore::removeCachedIcon(int slot)
         m_favicons.removeCachedIcon(item->id);
 }
 
-// The icon has arrived: those who show the slot look for it again.
+// Publishes the unchanged slots, so that views reload the icon that was just downloaded.
 void LauncherStore::republish(int slot, const QUuid &id)
 {
     const auto &item = m_slots.get()[indexOf(slot)];

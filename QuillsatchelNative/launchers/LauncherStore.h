@@ -12,12 +12,10 @@
 #include <string_view>
 #include <vector>
 
-/// The one owner of the five launcher slots while the program runs: it reads `launchers.json` when
-/// it is made, fills, empties and opens slots, and writes the file at every change. Main thread
-/// only.
+/// Owns the five launcher slots while the program runs. The constructor reads `launchers.json`;
+/// every change is written immediately. Main thread only.
 ///
-/// A slot number that there is none of, a file or folder that cannot be written, and an icon that
-/// cannot be had end in silence.
+/// Invalid slot numbers, write errors and failed icon downloads are ignored silently.
 class LauncherStore final : public ObservableObject
 {
     Q_OBJECT
@@ -32,7 +30,7 @@ public:
     };
 
     /// Prepares the folders and loads the slots; writes no file. Stops the process if the machine
-    /// has no place for a user's data.
+    /// has no folder for user data.
     LauncherStore(ApplicationChooser &applicationChooser, Platform &platform);
 
     const Published<LauncherSlots> &slots() const { return m_slots; }
@@ -40,19 +38,18 @@ public:
     /// The filled slots in ascending order.
     std::vector<ConfiguredItem> configuredItems() const;
 
-    /// What stands for the launcher, `size` points square at `scale` device pixels a point.
+    /// The launcher's icon, `size` points square at `scale` pixels per point.
     LauncherIcon icon(const LauncherItem &item, double size, double scale = 1) const;
 
-    /// Opens what the slot holds.
+    /// Opens the slot's application or website.
     void launch(int slot);
 
-    /// Lets the user choose an application for the slot and returns; the slot is filled once the
-    /// user has chosen.
+    /// Shows the application chooser and returns. The slot is filled when the user has chosen.
     void chooseApplication(int slot);
 
-    /// Fills the slot with the website that `text` (UTF-8) names, and has its icon fetched. Blanks
-    /// around the text do not count, and a text without "://" is taken for an https address. False,
-    /// with nothing changed, if it is no http or https address with a host.
+    /// Fills the slot with the website at the address `text` (UTF-8) and downloads its icon.
+    /// Trims the text and adds "https://" to one without "://". False, with nothing changed, unless
+    /// the result is an http or https address with a host.
     bool setWebsite(std::string_view text, int slot);
 
     /// Empties the slot.

@@ -6,10 +6,10 @@
 
 #include <string>
 
-/// One text block, a "node" to the user. Copying it copies its text.
+/// A text block; users see it as a "node".
 struct PromptBlock {
-    QUuid id = QUuid::createUuid(); ///< never changes once made
-    std::string text {};            ///< UTF-8, any length, may hold line breaks
+    QUuid id = QUuid::createUuid(); ///< never changes
+    std::string text {};            ///< UTF-8, any length, may contain line breaks
     BlockColor color {};
 
     bool operator==(const PromptBlock &) const = default;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// One tab with its nodes, top to bottom. Copying it copies them all.
+/// A tab with its nodes.
 struct PromptTab {
     QUuid id = QUuid::createUuid();
     std::string name = "Prompts";       ///< UTF-8, may be empty

@@ -33,7 +33,7 @@ bool readRecords(dom::object object, std::string_view key, std::vector<Record> &
         return false;
     records.reserve(array.size());
     for (const dom::element element : array) {
-        // With an id already: a record without one draws a random id only to have it replaced.
+        // A null id, because the default is a random one, which `read` would replace.
         if (!read(element, records.emplace_back(Record { .id = {} })))
             return false;
     }
@@ -101,9 +101,9 @@ void write(JsonWriter &writer, const PromptTab &tab)
 std::optional<SatchelDocument> SatchelDocument::decode(const QByteArray &json)
 {
     SatchelDocument document;
-    const bool isWhole =
+    const bool isValid =
         JsonReader::parse(json, [&document](dom::element root) { return read(root, document); });
-    return isWhole ? std::optional(std::move(document)) : std::nullopt;
+    return isValid ? std::optional(std::move(document)) : std::nullopt;
 }
 
 std::string SatchelDocument::encode() const

@@ -10,20 +10,20 @@
 #include <string>
 #include <vector>
 
-/// The whole library as `prompts.json` holds it.
+/// The library as stored in `prompts.json`.
 struct SatchelDocument {
-    std::optional<QUuid> activeTabID; ///< may name no tab, or be absent
+    std::optional<QUuid> activeTabID; ///< may be absent or match no tab
     std::vector<PromptTab> tabs;      ///< left to right
 
-    /// The document in `json`, or none: a single fault anywhere fails the whole. Members that we
-    /// do not know are ignored; a number in them that no 64 bits hold is a fault.
+    /// None if there is any error in `json`. Unknown members are ignored, but a number in them
+    /// that does not fit into 64 bits is an error.
     static std::optional<SatchelDocument> decode(const QByteArray &json);
 
-    /// UTF-8 JSON; the same library gives the same bytes. All texts must be valid UTF-8.
+    /// UTF-8 JSON. Equal documents give equal bytes. All texts must be valid UTF-8.
     std::string encode() const;
 
-    /// The same for a library that lives elsewhere, piece by piece, so that saving copies neither
-    /// the library nor its text.
+    /// The same for a library stored elsewhere. Passes the JSON to `sink` in pieces, so that saving
+    /// copies neither the library nor its JSON.
     static void encode(const std::optional<QUuid> &activeTabID, const std::vector<PromptTab> &tabs,
                        ByteSink sink);
 

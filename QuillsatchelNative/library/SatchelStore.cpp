@@ -23,7 +23,7 @@ std::ptrdiff_t sumOrStop(std::size_t index, std::ptrdiff_t offset)
 {
     std::ptrdiff_t sum = 0;
     if (__builtin_add_overflow(static_cast<std::ptrdiff_t>(index), offset, &sum))
-        qFatal("A node was to be moved further than numbers go.");
+        qFatal("The offset of a moved node overflows.");
     return sum;
 }
 
@@ -173,7 +173,7 @@ void SatchelStore::copyBlock(QUuid id)
         return;
     m_platform.pasteboard.setText(block->text);
     m_copiedBlockID.set(id);
-    // Not cancelled by the next copy: the comparison keeps a newer mark for its full time.
+    // The next copy does not cancel this: the comparison lets a newer mark last its full time.
     m_platform.mainQueue.asyncAfter(CopiedMarkDuration, [store = QPointer(this), id] {
         if (store && store->m_copiedBlockID.get() == id)
             store->m_copiedBlockID.set(std::nullopt);

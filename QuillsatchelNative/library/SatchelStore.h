@@ -12,32 +12,31 @@
 #include <string>
 #include <vector>
 
-/// The one owner of the prompt library while the program runs: it reads `prompts.json` when it is
-/// made, changes the library, and writes the file 0.25 seconds after the last change. Main thread
-/// only.
+/// Owns the prompt library while the program runs. The constructor reads `prompts.json`; every
+/// change is written 0.25 seconds after the last one. Main thread only.
 ///
-/// No operation reports failure. Node operations act on the active tab only; a node of another
-/// tab, an unknown id, a file that cannot be written end in silence with nothing changed. Ids are
-/// taken by value, so that one read from the very tab or node that goes stays what it was.
+/// No operation reports failure. Node operations act on the active tab only. They ignore unknown
+/// ids and nodes of other tabs. Changes stay in memory while the file cannot be written. Ids are
+/// passed by value, so that an id read from the tab or node being deleted stays valid.
 class SatchelStore final : public ObservableObject
 {
 public:
-    /// Prepares the folder and loads the library; writes no file. Stops the process if the
-    /// machine has no place for a user's data.
+    /// Prepares the folder and loads the library; writes no file. Stops the process if the machine
+    /// has no folder for user data.
     explicit SatchelStore(Platform &platform);
 
-    /// Empty only once tabs that all had one id were deleted: the last tab stays otherwise.
+    /// Never empty, unless all tabs had the same id and were deleted together.
     const Published<std::vector<PromptTab>> &tabs() const { return m_tabs; }
 
-    /// May name no tab; `activeTab` then gives the first.
+    /// May match no tab; `activeTab` then returns the first.
     const Published<std::optional<QUuid>> &activeTabID() const { return m_activeTabID; }
 
-    /// The node copied last, for 1.4 seconds. It may no longer exist.
+    /// The node that was copied in the last 1.4 seconds. It may be deleted already.
     const Published<std::optional<QUuid>> &copiedBlockID() const { return m_copiedBlockID; }
 
-    /// The first tab with the active id, otherwise the first of all; none without any tab.
+    /// The first tab with the active id, otherwise the first tab; none without tabs.
     std::optional<std::size_t> activeTabIndex() const;
-    /// As `activeTabIndex`; it points into `tabs` and is good until the next change.
+    /// The tab at `activeTabIndex`, or null. Valid until the next change.
     const PromptTab *activeTab() const;
 
     /// The node with this id in any tab, the active one first; null if no tab has it. Valid until
@@ -52,28 +51,28 @@ public:
 
     /// Appends an empty tab "New Tab" and makes it active.
     void addTab();
-    /// Takes the name as it is, also an empty one.
+    /// Stores the name unchanged, even if it is empty.
     void renameTab(QUuid id, std::string name);
-    /// The last tab stays. If the active one goes, the first becomes active.
+    /// Keeps the last tab. Deleting the active tab makes the first one active.
     void deleteTab(QUuid id);
-    /// Does not ask whether there is such a tab.
+    /// Does not check that the tab exists.
     void selectTab(QUuid id);
 
     /// Appends an empty node.
     void addBlock();
-    /// At once, without undo.
+    /// Cannot be undone.
     void deleteBlock(QUuid id);
-    /// Replaces the node's whole text by this one, valid UTF-8, as it is.
+    /// Replaces the node's whole text with `text`, unchanged. It must be valid UTF-8.
     void updateBlock(QUuid id, std::string text);
     void setBlockColor(QUuid id, BlockColor color);
-    /// Moves the node by so many places, down if positive, as far as the list goes. Stops the
-    /// process if the sum overflows.
+    /// Moves the node by `offset` places, down if positive, but not past the ends of the list.
+    /// Stops the process if index plus offset overflows.
     void moveBlock(QUuid id, std::ptrdiff_t offset);
-    /// Puts the node's text on the clipboard and marks the node as copied.
+    /// Copies the node's text to the clipboard and marks the node as copied.
     void copyBlock(QUuid id);
-    /// The clipboard's text takes the place of the node's; without text there nothing happens.
+    /// Replaces the node's text with the clipboard's, if that has text.
     void pasteIntoBlock(QUuid id);
-    /// Opens the node's text if it is, white space around it aside, an http or https address.
+    /// Opens the node's text in the browser if, after trimming, it is an http or https address.
     void openBlockURL(QUuid id);
 
 private:
@@ -98,9 +97,9 @@ private:
     Published<std::optional<QUuid>> m_copiedBlockID { this };
     DocumentFile m_file;
     WorkItem m_saveWorkItem;
-    // Where the last node was found, so that typing costs the same in a library of any size.
-    // Forgotten within each change that moves nodes, not before: observers may look something up
-    // when the change is announced.
+    // Where the last node was found, so that the cost of typing does not depend on the size of the
+    // library. Reset inside each change that moves nodes, not before it, because observers may look
+    // up a node when the change is announced.
     mutable std::optional<Position> m_lastPosition;
 };
 

@@ -2,16 +2,16 @@
 
 #include "support/Published.h"
 
-/// The panel's three flags. They live in memory only: every start begins with the values below.
+/// The panel's three flags. They are not saved: every start begins with the values below.
 class WindowPreferences final : public ObservableObject
 {
     Q_OBJECT
 
 public:
-    /// The panel stays above ordinary windows.
+    /// Whether the panel stays above ordinary windows.
     Published<bool> alwaysOnTop { this, true };
-    /// The about card is asked for. Nothing keeps both cards from being asked for at once.
+    /// Whether to show the about card. Both cards can be requested at the same time.
     Published<bool> showsInfoCard { this, false };
-    /// The launcher settings card is asked for.
+    /// Whether to show the launcher settings card.
     Published<bool> showsSettingsCard { this, false };
 };
