@@ -23,7 +23,7 @@ One click copies a block, fills an empty one from the clipboard, or opens
 one that is a web address. Up to five applications or websites can be set
 up as quick launchers.
 .
-Dictation is recognised on this machine. Everything stays there.")
+Speech is recognised on this machine. Texts never leave it.")
 
 # Linked libraries are found automatically. The rest is loaded or started by name: the SVG plugin for
 # icons of applications (part of libqt6svg6 in Debian 12), the English speech model, proxies for
