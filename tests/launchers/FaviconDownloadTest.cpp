@@ -27,6 +27,11 @@ using namespace std::chrono_literals;
 class CountingHttpClient final : public HttpClient
 {
 public:
+    explicit CountingHttpClient(MainQueue &mainQueue)
+        : m_client(mainQueue)
+    {
+    }
+
     void get(const WebAddress &address, std::function<void(const QByteArray &)> receive) override
     {
         ++m_underWay;
@@ -186,7 +191,7 @@ protected:
 
     FakePlatform fakes;
     QtMainQueue mainQueue;
-    CountingHttpClient http;
+    CountingHttpClient http { mainQueue };
     Platform platform { mainQueue,           fakes.wallClock,    fakes.pasteboard, fakes.workspace,
                         fakes.fileLocations, fakes.windowSystem, fakes.statusBar,  http,
                         fakes.speech };

@@ -1,5 +1,6 @@
 #include "fakes/TestFiles.h"
 #include "platform/TestDesktop.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/gio/GioWorkspace.h"
 #include "support/RasterImage.h"
 
@@ -77,7 +78,8 @@ protected:
         return image.pixelColor(image.width() / 2, image.height() / 2);
     }
 
-    GioWorkspace workspace;
+    QtMainQueue mainQueue;
+    GioWorkspace workspace { mainQueue };
 
 private:
     static void addIndex()
@@ -243,14 +245,14 @@ TEST_F(ApplicationIconTest, IsTheOneThatApplicationsCountOnWhereTheUserHasNoThem
                      "\n[32x32/apps]\nSize=32\nType=Threshold\n");
     addPicture("icons/Adwaita/32x32/apps/tool.png", { 32, 32 }, Qt::cyan);
     QIcon::setFallbackThemeName(u"hicolor"_s);
-    const GioWorkspace other;
+    const GioWorkspace other(mainQueue);
     EXPECT_EQ(middle(iconOf("tool", 32, 1)), QColor(Qt::cyan));
 }
 
 TEST_F(ApplicationIconTest, LeavesTheUsersThemeAlone)
 {
     QIcon::setFallbackThemeName(u"Breeze"_s);
-    const GioWorkspace other;
+    const GioWorkspace other(mainQueue);
     EXPECT_EQ(QIcon::fallbackThemeName(), u"Breeze"_s);
     EXPECT_EQ(QIcon::themeName(), u"hicolor"_s);
 }

@@ -1,6 +1,7 @@
 #include "fakes/TestFiles.h"
 #include "platform/PrivateBus.h"
 #include "platform/TestDesktop.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/gio/GioWorkspace.h"
 #include "support/WebAddress.h"
 
@@ -38,7 +39,8 @@ protected:
     }
 
     PrivateBus bus;
-    GioWorkspace workspace;
+    QtMainQueue mainQueue;
+    GioWorkspace workspace { mainQueue };
 };
 
 TEST_F(BusActivationTest, ActivatesTheApplicationInsteadOfStartingIt)
@@ -109,7 +111,7 @@ TEST_F(BusActivationTest, DoesNotHoldUpTheEndForLong)
     const BusApplication silent(Name, BusApplication::Answers::never);
     QElapsedTimer timer;
     {
-        GioWorkspace ending;
+        GioWorkspace ending(mainQueue);
         ending.openApplication(addActivatable("org.example.My-App.desktop"));
         timer.start();
     }

@@ -1,5 +1,6 @@
 #include "platform/desktop/DesktopHttpClient.h"
 
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/network/HttpServer.h"
 #include "support/WebAddress.h"
 
@@ -19,7 +20,8 @@ TEST(DesktopHttpClientTest, FetchesThroughTheModule)
     const HttpServer server([](auto &exchange) { exchange.answer(200, "body"); });
     std::promise<QByteArray> promise;
     auto body = promise.get_future();
-    DesktopHttpClient client;
+    QtMainQueue mainQueue;
+    DesktopHttpClient client(mainQueue);
     client.get(*WebAddress::parse(server.address()),
                [&promise](const QByteArray &received) { promise.set_value(received); });
     EXPECT_TRUE(QTest::qWaitFor([&body] { return body.wait_for(0s) == std::future_status::ready; },
@@ -30,7 +32,8 @@ TEST(DesktopHttpClientTest, FetchesThroughTheModule)
 TEST(DesktopHttpClientTest, MayGoWhileARequestIsUnderWay)
 {
     const HttpServer server([](auto &exchange) { exchange.waitForHangUp(); });
-    std::optional<DesktopHttpClient> client { std::in_place };
+    QtMainQueue mainQueue;
+    std::optional<DesktopHttpClient> client { mainQueue };
     const auto isThere = std::make_shared<int>();
     client->get(*WebAddress::parse(server.address()), [isThere](const QByteArray &) {});
     EXPECT_TRUE(QTest::qWaitFor([&server] { return !server.requests().empty(); }));

@@ -1,6 +1,7 @@
 #include "platform/desktop/DesktopSpeech.h"
 
 #include "fakes/TestFiles.h"
+#include "platform/desktop/QtMainQueue.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -29,7 +30,8 @@ protected:
 
     QTemporaryDir folder;
     std::string server = folder.filePath(QStringLiteral("nothing")).toStdString();
-    DesktopSpeech speech;
+    QtMainQueue mainQueue;
+    DesktopSpeech speech { mainQueue };
 };
 
 TEST_F(DesktopSpeechTest, IsAuthorizedWithoutTheModule)

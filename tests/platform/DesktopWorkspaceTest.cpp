@@ -1,6 +1,7 @@
 #include "platform/desktop/DesktopWorkspace.h"
 
 #include "platform/TestDesktop.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "support/WebAddress.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,8 @@ protected:
             TestDesktop::addProgram(program);
     }
 
-    DesktopWorkspace workspace;
+    QtMainQueue mainQueue;
+    DesktopWorkspace workspace { mainQueue };
 };
 
 TEST_F(DesktopWorkspaceTest, AsksTheModule)

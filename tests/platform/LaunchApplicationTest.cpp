@@ -1,6 +1,7 @@
 #include "fakes/TestFiles.h"
 #include "fakes/ThreadlessScope.h"
 #include "platform/TestDesktop.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/gio/GioWorkspace.h"
 
 #include <QTemporaryDir>
@@ -52,7 +53,8 @@ protected:
         return std::find(texts.begin(), texts.end(), text) != texts.end();
     }
 
-    GioWorkspace workspace;
+    QtMainQueue mainQueue;
+    GioWorkspace workspace { mainQueue };
 };
 
 TEST_F(LaunchApplicationTest, StartsTheProgramWithItsArguments)
@@ -161,7 +163,7 @@ TEST_F(LaunchApplicationTest, StartsManyAtOnce)
 TEST_F(LaunchApplicationTest, StartsWhatWasOpenedJustBeforeTheEnd)
 {
     {
-        GioWorkspace ending;
+        GioWorkspace ending(mainQueue);
         ending.openApplication(addEntry("a.desktop", entryText("program")));
     }
     EXPECT_TRUE(TestDesktop::waitForStart("program"));

@@ -1,5 +1,6 @@
 #include "fakes/TestFiles.h"
 #include "platform/TestDesktop.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/gio/GioWorkspace.h"
 #include "platform/gio/InstalledApplications.h"
 
@@ -204,7 +205,8 @@ TEST_F(ListApplicationsTest, ReceivesTheListOnALaterTurnOfTheMainThread)
     TestFiles::write(
         TestDesktop::path("data/flatpak/exports/share/applications/org.example.Flat.desktop"),
         entryText("sh", "GenericName=Flatpak\n"));
-    GioWorkspace workspace;
+    QtMainQueue mainQueue;
+    GioWorkspace workspace(mainQueue);
     std::vector<Texts> received;
     const auto receive = [&received](const std::vector<Application> &applications) {
         EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
@@ -225,9 +227,10 @@ TEST_F(ListApplicationsTest, ReceivesTheListOnALaterTurnOfTheMainThread)
 TEST_F(ListApplicationsTest, ReceivesNothingOnceTheWorkspaceIsGone)
 {
     TestDesktop::addEntry("own.desktop", entryText("sh"));
+    QtMainQueue mainQueue;
     bool isReceived = false;
     for (int count = 0; count < 20; ++count) {
-        GioWorkspace workspace;
+        GioWorkspace workspace(mainQueue);
         workspace.listApplications([&isReceived](const auto &) { isReceived = true; });
     }
     QTest::qWait(20);

@@ -1,5 +1,6 @@
 #include "fakes/TestFiles.h"
 #include "platform/TestDesktop.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/gio/GioWorkspace.h"
 #include "support/WebAddress.h"
 
@@ -50,7 +51,8 @@ protected:
         return start ? std::optional(start->arguments) : std::nullopt;
     }
 
-    GioWorkspace workspace;
+    QtMainQueue mainQueue;
+    GioWorkspace workspace { mainQueue };
 };
 
 TEST_F(OpenAddressTest, GivesTheBrowserTheAddressToTheLetter)

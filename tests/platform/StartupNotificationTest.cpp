@@ -1,6 +1,7 @@
 #include "platform/PrivateBus.h"
 #include "platform/TestDesktop.h"
 #include "platform/VirtualDisplay.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/gio/GioWorkspace.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +39,8 @@ protected:
     }
 
     VirtualDisplay display;
-    GioWorkspace workspace;
+    QtMainQueue mainQueue;
+    GioWorkspace workspace { mainQueue };
 };
 
 TEST_F(StartupNotificationTest, AnnouncesTheProgram)

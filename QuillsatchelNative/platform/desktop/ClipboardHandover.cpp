@@ -71,7 +71,7 @@ bool isSavedByManager()
         if (isAnswered)
             loop.quit();
     });
-    QTimer timer;
+    QTimer timer; // each request restarts it, which MainQueue cannot do
     QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
     timer.start(Patience);
     const QDeadlineTimer end(LongestTransfer);

@@ -4,13 +4,21 @@
 
 #include <memory>
 
+class MainQueue;
+
 /// The web, through a module that is opened with the first request.
 class DesktopHttpClient final : public HttpClient
 {
 public:
+    explicit DesktopHttpClient(MainQueue &mainQueue)
+        : m_mainQueue(mainQueue)
+    {
+    }
+
     void get(const WebAddress &address,
              std::function<void(const QByteArray &body)> receive) override;
 
 private:
+    MainQueue &m_mainQueue;
     std::unique_ptr<HttpClient> m_module;
 };

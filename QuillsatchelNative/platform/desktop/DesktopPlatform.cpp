@@ -26,12 +26,12 @@ struct Desktop final : QObject {
     QtMainQueue mainQueue;
     SystemWallClock wallClock;
     QtPasteboard pasteboard;
-    DesktopWorkspace workspace;
+    DesktopWorkspace workspace { mainQueue };
     StandardFileLocations fileLocations;
     X11WindowSystem windowSystem;
-    DesktopStatusBar statusBar;
-    DesktopHttpClient httpClient;
-    DesktopSpeech speech;
+    DesktopStatusBar statusBar { mainQueue };
+    DesktopHttpClient httpClient { mainQueue };
+    DesktopSpeech speech { mainQueue };
     Platform platform { mainQueue,    wallClock, pasteboard, workspace, fileLocations,
                         windowSystem, statusBar, httpClient, speech };
 };

@@ -5,7 +5,7 @@
 Speech *DesktopSpeech::module()
 {
     if (!m_module)
-        m_module = Module::make<Speech>("speech");
+        m_module = Module::make<Speech>("speech", m_mainQueue);
     return m_module.get();
 }
 

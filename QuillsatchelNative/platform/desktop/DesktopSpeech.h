@@ -2,11 +2,18 @@
 
 #include "platform/Speech.h"
 
+class MainQueue;
+
 /// Speech, through a module that is opened by the first dictation. A desktop program asks nobody
 /// for leave to listen.
 class DesktopSpeech final : public Speech
 {
 public:
+    explicit DesktopSpeech(MainQueue &mainQueue)
+        : m_mainQueue(mainQueue)
+    {
+    }
+
     void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override;
     std::unique_ptr<SpeechRecognizer> makeRecognizer() override;
     std::unique_ptr<AudioEngine> makeAudioEngine() override;
@@ -14,5 +21,6 @@ public:
 private:
     Speech *module();
 
+    MainQueue &m_mainQueue;
     std::unique_ptr<Speech> m_module;
 };

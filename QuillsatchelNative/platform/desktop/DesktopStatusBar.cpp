@@ -6,7 +6,6 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
-#include <QTimer>
 
 #include <chrono>
 
@@ -29,12 +28,22 @@ QString watcherPath()
 
 } // namespace
 
+DesktopStatusBar::DesktopStatusBar(MainQueue &mainQueue)
+    : m_mainQueue(mainQueue)
+{
+}
+
+DesktopStatusBar::~DesktopStatusBar()
+{
+    m_hostWait.cancel();
+}
+
 void DesktopStatusBar::begin()
 {
     watchBus();
     m_tray.emplace("_NET_SYSTEM_TRAY_S0");
     m_trayCancellable = m_tray->isOwned.sink([this](bool) { render(); });
-    QTimer::singleShot(HostDelay, this, [this] {
+    m_hostWait = m_mainQueue.asyncAfter(HostDelay, [this] {
         m_waitsForHost = false;
         render();
     });

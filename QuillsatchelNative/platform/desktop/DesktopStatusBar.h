@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/MainQueue.h"
 #include "platform/StatusBar.h"
 #include "platform/desktop/X11Selection.h"
 
@@ -14,6 +15,13 @@ class DesktopStatusBar final : public StatusBar
     Q_OBJECT
 
 public:
+    explicit DesktopStatusBar(MainQueue &mainQueue);
+
+    DesktopStatusBar(const DesktopStatusBar &) = delete;
+    DesktopStatusBar &operator=(const DesktopStatusBar &) = delete;
+
+    ~DesktopStatusBar() override;
+
     void begin() override;
 
 private:
@@ -21,6 +29,8 @@ private:
     void watchBus();
     void render();
 
+    MainQueue &m_mainQueue;
+    WorkItem m_hostWait;
     std::optional<X11Selection> m_tray;
     Cancellable m_trayCancellable;
     bool m_hasHost = false;

@@ -7,7 +7,7 @@
 Workspace *DesktopWorkspace::module()
 {
     if (!m_module)
-        m_module = Module::make<Workspace>("workspace");
+        m_module = Module::make<Workspace>("workspace", m_mainQueue);
     return m_module.get();
 }
 

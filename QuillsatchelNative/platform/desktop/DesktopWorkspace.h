@@ -4,10 +4,17 @@
 
 #include <memory>
 
+class MainQueue;
+
 /// The desktop, through a module that is opened when the program first turns to it.
 class DesktopWorkspace final : public Workspace
 {
 public:
+    explicit DesktopWorkspace(MainQueue &mainQueue)
+        : m_mainQueue(mainQueue)
+    {
+    }
+
     void open(const WebAddress &address) override;
     void openApplication(const std::string &path) override;
     std::optional<ApplicationNames> applicationNames(const std::string &path) override;
@@ -17,5 +24,6 @@ public:
 private:
     Workspace *module();
 
+    MainQueue &m_mainQueue;
     std::unique_ptr<Workspace> m_module;
 };

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class MainQueue;
+
 /// Parts of the program that pull in large libraries and that not every run needs are modules:
 /// files of their own, opened when they are first used. A module exports one function, `make`,
 /// which gives a new object of its interface.
@@ -12,15 +14,15 @@ class Module
 public:
     /// What a module's `make` is; the caller owns what it gives.
     template <typename Interface>
-    using Make = Interface *(*)();
+    using Make = Interface *(*)(MainQueue &mainQueue);
 
     /// An object of the module `name`, such as "network"; null if `file` finds none. A module once
     /// opened stays open.
     template <typename Interface>
-    static std::unique_ptr<Interface> make(const char *name)
+    static std::unique_ptr<Interface> make(const char *name, MainQueue &mainQueue)
     {
         const auto function = reinterpret_cast<Make<Interface>>(findMake(name));
-        return std::unique_ptr<Interface>(function ? function() : nullptr);
+        return std::unique_ptr<Interface>(function ? function(mainQueue) : nullptr);
     }
 
     /// The file of the module `name` for a program in `programFolder`: the installed one, or in a

@@ -1,5 +1,6 @@
 #include "platform/gio/GioWorkspace.h"
 
+#include "platform/MainQueue.h"
 #include "platform/gio/ApplicationIcon.h"
 #include "platform/gio/DesktopEntry.h"
 #include "platform/gio/InstalledApplications.h"
@@ -24,7 +25,8 @@ void prepareIconTheme()
 
 } // namespace
 
-GioWorkspace::GioWorkspace()
+GioWorkspace::GioWorkspace(MainQueue &mainQueue)
+    : m_mainQueue(mainQueue)
 {
     prepareIconTheme();
 }
@@ -61,12 +63,12 @@ QImage GioWorkspace::applicationIcon(const std::string &path, double size, doubl
 
 void GioWorkspace::listApplications(std::function<void(const std::vector<Application> &)> receive)
 {
-    m_tasks.start([this, receive = std::move(receive)] {
-        auto applications =
-            InstalledApplications::list(InstalledApplications::folders(), m_stop.get_token());
-        const auto handOver = [receive, applications = std::move(applications)] {
-            receive(applications);
-        };
-        QMetaObject::invokeMethod(&m_mainThread, handOver, Qt::QueuedConnection);
-    });
+    m_tasks.start(
+        [&mainQueue = m_mainQueue, receive = std::move(receive), stop = m_stop.get_token()] {
+            auto applications = InstalledApplications::list(InstalledApplications::folders(), stop);
+            mainQueue.async([receive, stop, applications = std::move(applications)] {
+                if (!stop.stop_requested())
+                    receive(applications);
+            });
+        });
 }

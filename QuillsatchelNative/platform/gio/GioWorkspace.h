@@ -3,16 +3,16 @@
 #include "platform/Workspace.h"
 #include "platform/gio/BackgroundTasks.h"
 
-#include <QObject>
-
 #include <stop_token>
+
+class MainQueue;
 
 /// The desktop through GIO. What may have to wait, for a disk or for another program, is done in
 /// the background.
 class GioWorkspace final : public Workspace
 {
 public:
-    GioWorkspace();
+    explicit GioWorkspace(MainQueue &mainQueue);
 
     GioWorkspace(const GioWorkspace &) = delete;
     GioWorkspace &operator=(const GioWorkspace &) = delete;
@@ -27,7 +27,7 @@ public:
     void listApplications(std::function<void(const std::vector<Application> &)> receive) override;
 
 private:
+    MainQueue &m_mainQueue;
     std::stop_source m_stop;
-    QObject m_mainThread; // where messages from the background arrive, which go when this does
     BackgroundTasks m_tasks;
 };

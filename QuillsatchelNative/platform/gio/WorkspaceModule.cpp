@@ -2,9 +2,9 @@
 
 #include <memory>
 
-extern "C" Q_DECL_EXPORT Workspace *make();
+extern "C" Q_DECL_EXPORT Workspace *make(MainQueue &mainQueue);
 
-Workspace *make()
+Workspace *make(MainQueue &mainQueue)
 {
-    return std::make_unique<GioWorkspace>().release();
+    return std::make_unique<GioWorkspace>(mainQueue).release();
 }

@@ -1,5 +1,6 @@
 #include "platform/network/CurlHttpClient.h"
 
+#include "platform/MainQueue.h"
 #include "support/WebAddress.h"
 
 #include <QUrl>
@@ -7,8 +8,9 @@
 #include <system_error>
 #include <utility>
 
-CurlHttpClient::CurlHttpClient(Transfer::Options options)
-    : m_options(std::move(options))
+CurlHttpClient::CurlHttpClient(MainQueue &mainQueue, Transfer::Options options)
+    : m_mainQueue(mainQueue)
+    , m_options(std::move(options))
 {
 }
 
@@ -18,14 +20,15 @@ void CurlHttpClient::get(const WebAddress &address,
                          std::function<void(const QByteArray &body)> receive)
 {
     const auto url = QUrl::fromEncoded(QByteArray::fromStdString(address.absoluteString()));
-    const auto place = m_downloads.emplace(m_downloads.end());
-    const auto onEnd = [this, place] {
-        QMetaObject::invokeMethod(
-            &m_mainThread, [this, place] { m_downloads.erase(place); }, Qt::QueuedConnection);
+    const auto download = m_downloads->emplace(m_downloads->end());
+    const auto remove = [downloads = std::weak_ptr(m_downloads), download] {
+        if (const auto current = downloads.lock())
+            current->erase(download);
     };
+    const auto onEnd = [&mainQueue = m_mainQueue, remove] { mainQueue.async(remove); };
     try {
-        place->start(url, m_options, std::move(receive), onEnd);
+        download->start(url, m_options, std::move(receive), onEnd);
     } catch (const std::system_error &) {
-        m_downloads.erase(place);
+        m_downloads->erase(download);
     }
 }

@@ -4,9 +4,10 @@
 #include "platform/network/Download.h"
 #include "platform/network/Transfer.h"
 
-#include <QObject>
-
 #include <list>
+#include <memory>
+
+class MainQueue;
 
 /// The web through libcurl, http and https only, by way of the proxies that the system is set to.
 /// No cookies, no stored passwords, no cache. A request has a thread of its own while it is under
@@ -17,7 +18,7 @@
 class CurlHttpClient final : public HttpClient
 {
 public:
-    explicit CurlHttpClient(Transfer::Options options = {});
+    explicit CurlHttpClient(MainQueue &mainQueue, Transfer::Options options = {});
 
     CurlHttpClient(const CurlHttpClient &) = delete;
     CurlHttpClient &operator=(const CurlHttpClient &) = delete;
@@ -29,7 +30,9 @@ public:
              std::function<void(const QByteArray &body)> receive) override;
 
 private:
+    MainQueue &m_mainQueue;
     Transfer::Options m_options;
-    QObject m_mainThread;            // takes with it what the downloads still have to say here
-    std::list<Download> m_downloads; // each until the main thread has heard of its end
+    /// Removed on the main thread when they end. Shared so that a removal still in the queue can
+    /// tell that the client is gone; only the main thread holds references.
+    std::shared_ptr<std::list<Download>> m_downloads = std::make_shared<std::list<Download>>();
 };

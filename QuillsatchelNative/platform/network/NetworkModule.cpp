@@ -1,8 +1,8 @@
 #include "platform/network/CurlHttpClient.h"
 
-extern "C" Q_DECL_EXPORT HttpClient *make();
+extern "C" Q_DECL_EXPORT HttpClient *make(MainQueue &mainQueue);
 
-HttpClient *make()
+HttpClient *make(MainQueue &mainQueue)
 {
-    return std::make_unique<CurlHttpClient>().release();
+    return std::make_unique<CurlHttpClient>(mainQueue).release();
 }

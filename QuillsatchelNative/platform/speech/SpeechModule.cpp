@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <memory>
 
-extern "C" Q_DECL_EXPORT Speech *make();
+class MainQueue;
+
+extern "C" Q_DECL_EXPORT Speech *make(MainQueue &mainQueue);
 
 namespace
 {
@@ -22,7 +24,7 @@ std::string listenerPath()
 
 } // namespace
 
-Speech *make()
+Speech *make(MainQueue & /*mainQueue*/)
 {
     return std::make_unique<ListenerSpeech>(listenerPath()).release();
 }

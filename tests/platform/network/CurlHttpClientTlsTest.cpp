@@ -58,7 +58,7 @@ private:
 class CurlHttpClientTlsTest : public NetworkFixture
 {
 protected:
-    CurlHttpClient trusting { { .authorities = TEST_CERTIFICATE } };
+    CurlHttpClient trusting { mainQueue, { .authorities = TEST_CERTIFICATE } };
     TlsServer server { "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody" };
 };
 

@@ -73,7 +73,7 @@ TEST_F(CurlHttpClientWaitingTest, HasNoThreadAtRest)
     const HttpServer server(sayNothing);
     EXPECT_EQ(networkThreads(), 0);
     {
-        CurlHttpClient shortLived({ .timeout = 100ms });
+        CurlHttpClient shortLived(mainQueue, { .timeout = 100ms });
         const Request first(shortLived, server.address());
         const Request second(shortLived, server.address());
         EXPECT_TRUE(QTest::qWaitFor([] { return networkThreads() >= 2; }));
@@ -146,7 +146,7 @@ class TimeoutTest : public CurlHttpClientWaitingTest
 protected:
     static constexpr auto Timeout = 1500ms;
 
-    TimeoutTest() { impatient.emplace(Transfer::Options { .timeout = Timeout }); }
+    TimeoutTest() { impatient.emplace(mainQueue, Transfer::Options { .timeout = Timeout }); }
 
     void expectTimeout(const std::string &address)
     {
@@ -221,7 +221,7 @@ protected:
     void expectToEnd(const std::function<void(Exchange &)> &answer)
     {
         const HttpServer server(answer);
-        auto doomed = std::make_unique<CurlHttpClient>();
+        auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
         Request request(*doomed, server.address());
         EXPECT_TRUE(waitForRequests(server, 1));
         QTest::qWait(20);
@@ -249,7 +249,7 @@ TEST_F(DestroyingTest, EndsABodyThatTrickles)
 TEST_F(DestroyingTest, EndsManyRequests)
 {
     const HttpServer server(sayNothing);
-    auto doomed = std::make_unique<CurlHttpClient>();
+    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
     std::vector<Request> requests;
     for (int i = 0; i < 20; ++i)
         requests.emplace_back(*doomed, server.address());
@@ -264,7 +264,7 @@ TEST_F(DestroyingTest, EndsManyRequests)
 TEST_F(DestroyingTest, WaitsForAReceiverThatRuns)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
-    auto doomed = std::make_unique<CurlHttpClient>();
+    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
     std::atomic<bool> isReceiving = false;
     std::atomic<bool> hasReceived = false;
     doomed->get(*WebAddress::parse(server.address()), [&](const QByteArray &) {
@@ -281,7 +281,7 @@ TEST_F(DestroyingTest, AtAnyMomentReceivesNothingLater)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
     for (int i = 0; i < 200; ++i) {
-        auto doomed = std::make_unique<CurlHttpClient>();
+        auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
         const auto isThere = std::make_shared<std::atomic<bool>>(true);
         doomed->get(*WebAddress::parse(server.address()),
                     [isThere](const QByteArray &) { EXPECT_TRUE(*isThere); });
@@ -295,7 +295,7 @@ TEST_F(DestroyingTest, AtAnyMomentReceivesNothingLater)
 TEST_F(DestroyingTest, WithMessagesStillUnderWayIsHarmless)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
-    auto doomed = std::make_unique<CurlHttpClient>();
+    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
     const Request request(*doomed, server.address());
     while (!request.isOver())
         std::this_thread::sleep_for(1ms);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/network/CurlHttpClient.h"
 #include "platform/network/HttpServer.h"
 #include "support/WebAddress.h"
@@ -118,5 +119,6 @@ protected:
         return usage.ru_maxrss / 1024;
     }
 
-    CurlHttpClient client;
+    QtMainQueue mainQueue;
+    CurlHttpClient client { mainQueue };
 };

@@ -87,7 +87,7 @@ TEST_F(SystemProxyTest, ThatIsLongToFindHoldsNobodyUp)
         return std::vector<std::string>();
     };
     Heartbeat heartbeat;
-    auto doomed = std::make_unique<CurlHttpClient>();
+    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
     Request request(*doomed, "http://example.com/");
     EXPECT_TRUE(QTest::qWaitFor([&] { return isSearching->load(); }));
     doomed.reset();
