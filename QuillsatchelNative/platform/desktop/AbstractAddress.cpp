@@ -5,7 +5,7 @@
 
 AbstractAddress::AbstractAddress(const std::string &name)
 {
-    // A zero byte at the beginning marks the name as abstract.
+    // A leading zero byte makes the name abstract.
     const auto length = std::min(name.size(), sizeof(m_address.sun_path) - 1);
     std::copy_n(name.begin(), length, m_address.sun_path + 1);
     m_length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + length);

@@ -4,11 +4,11 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-/// The address of a local socket under an abstract name, which needs no file.
+/// The address of an abstract Unix socket, which needs no file.
 class AbstractAddress
 {
 public:
-    /// Names longer than 107 bytes are cut there.
+    /// Truncates names to 107 bytes.
     explicit AbstractAddress(const std::string &name);
 
     const sockaddr *generic() const { return reinterpret_cast<const sockaddr *>(&m_address); }

@@ -22,8 +22,8 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr std::chrono::milliseconds Patience = 300ms; // without a sign of the manager
-constexpr auto LongestTransfer = 3s;                  // of a manager that is at work
+constexpr std::chrono::milliseconds ResponseTimeout = 300ms; // after the last request
+constexpr auto TransferTimeout = 3s;                         // in total
 
 bool isServed(const xcb_generic_event_t &event)
 {
@@ -33,8 +33,8 @@ bool isServed(const xcb_generic_event_t &event)
            (type == XCB_PROPERTY_NOTIFY && property.state == XCB_PROPERTY_DELETE);
 }
 
-/// Calls a function for each request that this process serves as the owner of a selection, and for
-/// each property that a receiver deletes to get the next piece of a large text.
+/// Calls a function for each request to this process as selection owner, and for each property that
+/// a requestor deletes to get the next chunk of an INCR transfer.
 class RequestWatch final : private QAbstractNativeEventFilter
 {
 public:
@@ -57,11 +57,11 @@ private:
     std::function<void()> m_onRequest;
 };
 
-// The manager fetches the text from Qt before it answers, so Qt must handle its requests. Each of
-// them shows that the manager is at work.
+// The manager fetches the text from Qt before it answers, so Qt must handle its requests. Each
+// request restarts the timeout.
 bool isSavedByManager()
 {
-    X11SelectionReader manager("CLIPBOARD_MANAGER", Patience); // asked once, never waited for
+    X11SelectionReader manager("CLIPBOARD_MANAGER", ResponseTimeout); // the loop below waits
     manager.request("SAVE_TARGETS");
     bool isAnswered = false;
     QEventLoop loop;
@@ -73,12 +73,12 @@ bool isSavedByManager()
     });
     QTimer timer; // each request restarts it, which MainQueue cannot do
     QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-    timer.start(Patience);
-    const QDeadlineTimer end(LongestTransfer);
+    timer.start(ResponseTimeout);
+    const QDeadlineTimer end(TransferTimeout);
     const RequestWatch watch([&timer, &end] {
         const auto left =
             std::chrono::ceil<std::chrono::milliseconds>(end.remainingTimeAsDuration());
-        timer.start(std::min(Patience, left));
+        timer.start(std::min(ResponseTimeout, left));
     });
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     return isAnswered;
@@ -91,7 +91,7 @@ void ClipboardHandover::finish()
     if (!X11Connection::current())
         return;
     auto &clipboard = *QGuiApplication::clipboard();
-    if (clipboard.ownsSelection()) // managers keep none, but Qt would ask them
+    if (clipboard.ownsSelection()) // managers do not save it, but Qt would ask them to
         clipboard.clear(QClipboard::Selection);
     if (clipboard.ownsClipboard() && !isSavedByManager())
         clipboard.clear();

@@ -6,7 +6,7 @@
 
 class MainQueue;
 
-/// The web, through a module that is opened with the first request.
+/// HTTP through the module `network`, which the first request loads.
 class DesktopHttpClient final : public HttpClient
 {
 public:

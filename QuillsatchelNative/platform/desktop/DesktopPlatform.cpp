@@ -16,7 +16,7 @@
 namespace
 {
 
-/// Everything that implements the desktop, in one object that the application owns.
+/// The implementations of the platform, in one object that the application owns.
 struct Desktop final : QObject {
     explicit Desktop(QObject *application)
         : QObject(application)

@@ -54,7 +54,7 @@ std::string property(xcb_connection_t *connection, xcb_window_t window, xcb_atom
     return { bytes, static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) };
 }
 
-/// Of the X resources, which Qt asks where the settings have no resolution.
+/// `Xft.dpi` of the X resources, which Qt reads if XSETTINGS has no resolution.
 std::optional<double> resourceResolution(xcb_connection_t *connection)
 {
     constexpr std::string_view Name = "Xft.dpi:";

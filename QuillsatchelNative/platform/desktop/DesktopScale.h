@@ -2,28 +2,27 @@
 
 #include <optional>
 
-/// The scale that a desktop gives to all windows through a setting that Qt does not read:
-/// `Gdk/WindowScalingFactor`, which is XFCE's "Window Scaling". Qt follows the resolution only.
+/// Applies the window scale of the desktop, `Gdk/WindowScalingFactor` (XFCE's "Window Scaling"). Qt
+/// ignores it and follows the resolution only.
 namespace DesktopScale
 {
 
-/// What a display tells of the scale of its windows. Resolutions are in dots per inch.
+/// The scale settings of a display. Resolutions are in dots per inch.
 struct Settings {
     int windowScale = 1;
-    std::optional<double> resolution = std::nullopt;      ///< the one Qt follows
+    std::optional<double> resolution = std::nullopt;      ///< the one that Qt follows
     std::optional<double> plainResolution = std::nullopt; ///< without the window scale
 };
 
-/// What Qt has to multiply its own scale with. 1 if the resolution includes the window scale.
+/// The factor to apply to Qt's own scale. 1 if the resolution already includes the window scale.
 double factorFor(const Settings &settings);
 
-/// Asks the display, and gives Qt the missing factor through the environment. Call it before there
-/// is a QApplication or a second thread. Does nothing where Qt will not use X11, and where the
-/// environment has a scale for Qt already.
+/// Reads the settings and passes the missing factor to Qt in the environment. Call it before
+/// creating the QApplication or a thread. Does nothing if Qt will not use X11, or if the
+/// environment already sets a scale for Qt.
 void prepare();
 
-/// Removes from the environment what `prepare` has put there, so that programs we start do not get
-/// it. Needs the QApplication.
+/// Undoes `prepare`, so that launched programs do not inherit the factor. Needs the QApplication.
 void clear();
 
 } // namespace DesktopScale

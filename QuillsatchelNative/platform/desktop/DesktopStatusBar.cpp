@@ -65,7 +65,7 @@ void DesktopStatusBar::watchBus()
     askForHost();
 }
 
-// Without a host the watcher takes icons, and nobody shows them.
+// Without a host, the watcher accepts icons that no panel shows.
 void DesktopStatusBar::askForHost()
 {
     auto question = QDBusMessage::createMethodCall(watcherName(), watcherPath(),

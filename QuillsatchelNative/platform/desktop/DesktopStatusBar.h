@@ -8,8 +8,8 @@
 
 #include <optional>
 
-/// The desktop's tray: a StatusNotifier host on the session bus, or else what embeds windows as the
-/// system tray of X11. Main thread only.
+/// The desktop's tray: a StatusNotifier host on the session bus, or else the X11 system tray. Main
+/// thread only.
 class DesktopStatusBar final : public StatusBar
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     void begin() override;
 
 private:
-    Q_SLOT void askForHost(); // by its name, as Qt's D-Bus asks for it
+    Q_SLOT void askForHost(); // a slot, as QDBusConnection::connect needs its name
     void watchBus();
     void render();
 
@@ -34,5 +34,5 @@ private:
     std::optional<X11Selection> m_tray;
     Cancellable m_trayCancellable;
     bool m_hasHost = false;
-    bool m_waitsForHost = true; // a panel that has both offers the tray first
+    bool m_waitsForHost = true; // panels that have both start the X11 tray first
 };

@@ -6,7 +6,7 @@
 
 class MainQueue;
 
-/// The desktop, through a module that is opened when the program first turns to it.
+/// The desktop through the module `workspace`, which the first call loads.
 class DesktopWorkspace final : public Workspace
 {
 public:

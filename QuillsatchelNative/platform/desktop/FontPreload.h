@@ -4,9 +4,9 @@
 
 #include <thread>
 
-/// Reads the system's font configuration on a second thread while the program connects to the
-/// display: it is a good part of what drawing the first letter costs. The destructor waits for it.
-/// Without a second thread, if the system allows none, the constructor reads it.
+/// Reads the font configuration on a second thread while the program connects to the display,
+/// because it takes a large part of the time to draw the first text. The destructor waits for the
+/// thread. If the system refuses the thread, the constructor reads the configuration.
 class FontPreload
 {
 public:
@@ -16,13 +16,13 @@ public:
     FontPreload(const FontPreload &) = delete;
     FontPreload &operator=(const FontPreload &) = delete;
 
-    /// The family of the font that the configuration prefers for emoji, if it is a color font;
-    /// otherwise empty. Waits until the configuration is read.
+    /// The family of the preferred emoji font if it is a color font, otherwise empty. Waits until
+    /// the configuration is read.
     QString colorEmojiFamily();
 
 private:
     void wait();
 
-    QString m_colorEmojiFamily; // the thread's until it has ended
+    QString m_colorEmojiFamily; // written by the thread, read after joining it
     std::thread m_thread;
 };

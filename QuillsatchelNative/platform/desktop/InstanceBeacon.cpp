@@ -12,7 +12,7 @@
 namespace
 {
 
-// A hash, because a socket's name holds 107 bytes and a path may be longer.
+// Hashed, because a path can be longer than a socket name (107 bytes).
 std::string nameFor(const std::string &folder)
 {
     const auto path = std::filesystem::path(folder).lexically_normal().string();
@@ -37,14 +37,14 @@ bool InstanceBeacon::isLit() const
     const AbstractAddress address(m_name);
     const auto socket = makeSocket();
     if (connect(socket.number(), address.generic(), address.length()) != 0)
-        return errno == EAGAIN; // there is a listener with a full queue
+        return errno == EAGAIN; // the listener's queue is full
     ucred listener {};
     socklen_t size = sizeof(listener);
     return getsockopt(socket.number(), SOL_SOCKET, SO_PEERCRED, &listener, &size) == 0 &&
            listener.uid == getuid();
 }
 
-// Connections are never accepted: the system tells the connecting side who listens.
+// Connections are never accepted: the kernel gives the connecting side the listener's credentials.
 void InstanceBeacon::light()
 {
     const AbstractAddress address(m_name);

@@ -4,22 +4,22 @@
 
 #include <string>
 
-/// Shows the other processes of this user that one works on a folder of this path, even after the
-/// folder or its lock file was deleted or replaced. It is a socket that listens under an abstract
-/// name derived from user and path; the system removes it with its process, however that ends.
+/// Tells the user's other processes that one uses the folder at a path, even after the folder or
+/// its lock file was deleted or replaced. It is a listening abstract socket named after the user
+/// and the path, which the kernel removes when the process ends.
 class InstanceBeacon
 {
 public:
     explicit InstanceBeacon(const std::string &folder);
 
-    /// The name of the InstanceSocket on which the process behind the beacon receives requests.
+    /// The name of the InstanceSocket of the beacon's process.
     std::string requestName() const { return m_name + "-requests"; }
 
-    /// Whether a process of this user, this one included, has lit it. Sockets that other users give
-    /// this name do not count.
+    /// Whether a process of this user, possibly this one, has turned it on. Ignores sockets of
+    /// other users.
     bool isLit() const;
 
-    /// Stays lit as long as this object lives. Does nothing if the name is taken.
+    /// Turns it on for the lifetime of this object. Does nothing if the name is taken.
     void light();
 
 private:

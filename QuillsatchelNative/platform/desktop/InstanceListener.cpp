@@ -16,7 +16,7 @@ InstanceListener::InstanceListener(const SingleInstance &instance,
     QObject::connect(&*m_notifier, &QSocketNotifier::activated, &*m_notifier, [this] { hear(); });
 }
 
-// One message a turn: others have theirs in between, however many there are.
+// One message per event, so that a flood of them does not block other events.
 void InstanceListener::hear() const
 {
     const auto message = m_instance.socket()->receive();

@@ -9,12 +9,12 @@
 
 class SingleInstance;
 
-/// Hears of further starts while the application runs, and tells them that they may end.
+/// Receives the requests of later starts, and answers them so that they exit.
 class InstanceListener
 {
 public:
-    /// `onStart` brings the panel forward with what the desktop gave the further start. Needs the
-    /// QCoreApplication; `instance`, the first one, must outlive it.
+    /// `onStart` gets the later start's token, and must show the panel. `instance` is the first one
+    /// and must outlive this object. Needs the QCoreApplication.
     InstanceListener(const SingleInstance &instance,
                      std::function<void(const StartupToken &)> onStart);
 

@@ -37,11 +37,11 @@ InstanceLock::State InstanceLock::take()
         if (errno != EINTR)
             return unavailable();
     }
-    write({}); // what an earlier process left
+    write({}); // the note of an earlier process
     return State::held;
 }
 
-// A reader in between sees nothing, or an incomplete name that is not in use, and reads again.
+// A concurrent reader sees an empty or truncated name, finds no such socket, and retries.
 void InstanceLock::write(const std::string &note)
 {
     const auto line = note.empty() ? note : note + '\n';

@@ -5,38 +5,38 @@
 #include <cstddef>
 #include <string>
 
-/// The right to write the files in a folder, which one process has at a time, and a note of that
-/// process to the others. It is a lock on a file in the folder: however the process ends, the
-/// system takes the lock from it. The file stays.
+/// Lets one process at a time write to a folder and leave a note for the others. It is an advisory
+/// lock on a file in the folder. The kernel releases the lock when the process ends; the file
+/// stays.
 class InstanceLock
 {
 public:
     enum class State {
         held,
         heldByAnother,
-        unavailable, // no file can be made there, or none be locked
+        unavailable, // the file cannot be created or locked
     };
 
-    /// Creates the file if there is none.
+    /// Creates the file if it is missing.
     explicit InstanceLock(const std::string &folder);
 
-    /// Whether the file is still the one that the folder's path leads to. False once the file or
-    /// the folder was deleted or replaced: the lock then keeps no other process out.
+    /// Whether the file is still the one at its path. False once the file or the folder was deleted
+    /// or replaced: the lock then excludes no other process.
     bool isInPlace() const;
 
-    /// Takes the lock, unless another process has it. Never waits.
+    /// Takes the lock unless another process holds it. Does not block.
     State take();
 
     /// Overwrites the note: one line, at most `LongestNote` bytes. Call only while holding the
     /// lock.
     void write(const std::string &note);
-    /// The note of the process that holds the lock, or of an earlier one if the holder has not
-    /// written yet; empty without one.
+    /// The note of the lock holder, or of an earlier one if the holder has not written its own yet.
+    /// Empty if there is none.
     std::string read() const;
 
     static constexpr std::size_t LongestNote = 127;
 
-    /// What made it unavailable, in the words of the system.
+    /// The system's message if the lock is unavailable.
     const std::string &problem() const { return m_problem; }
 
 private:

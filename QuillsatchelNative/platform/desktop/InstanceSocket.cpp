@@ -10,7 +10,7 @@
 namespace
 {
 
-// An abstract name is what follows a zero byte.
+// An abstract name follows a zero byte.
 constexpr socklen_t NameOffset = offsetof(sockaddr_un, sun_path) + 1;
 
 sockaddr *generic(sockaddr_un &address)
@@ -79,7 +79,7 @@ std::optional<InstanceSocket::Message> InstanceSocket::receive() const
     Message message;
     message.text.resize(LongestMessage);
     iovec bytes { .iov_base = message.text.data(), .iov_len = message.text.size() };
-    // No room for more than that: files that somebody sends along are not taken.
+    // Space for the credentials only, so that the kernel drops file descriptors sent along.
     alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control {};
     msghdr header {};
     header.msg_name = &message.sender.address;

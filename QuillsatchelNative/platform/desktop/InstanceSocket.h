@@ -7,13 +7,13 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-/// Short messages between processes of one user on this machine. No call blocks. Each message is
-/// one datagram with the sender's credentials: messages of other users are dropped, and no sender
-/// can keep the receiver waiting for the rest. The name is abstract, so no file is left over.
+/// Short messages between one user's processes on this machine. No call blocks. Each message is one
+/// datagram with the sender's credentials: messages of other users are dropped, and no sender can
+/// make the receiver wait for the rest. An abstract socket, so no file is left behind.
 class InstanceSocket
 {
 public:
-    /// Whom a message came from.
+    /// The address of a sender.
     struct Sender {
         sockaddr_un address {};
         socklen_t length = 0;
@@ -24,28 +24,27 @@ public:
         Sender sender;
     };
 
-    /// Takes `wantedName` if it is free; otherwise, or without one, the system chooses a name.
+    /// Takes `wantedName` if it is free. Otherwise, or if it is empty, the kernel chooses a name.
     explicit InstanceSocket(const std::string &wantedName = {});
 
-    /// Letters, digits and hyphens; empty if there is no socket.
+    /// Letters, digits and hyphens; empty if creating the socket failed.
     std::string name() const;
 
-    /// Readable when a message is there; -1 if there is no socket.
+    /// Readable when a message is waiting; -1 if creating the socket failed.
     int descriptor() const { return m_socket.number(); }
 
-    /// From now on only whoever has this name is heard. False if nobody has.
+    /// From now on sends to and receives from the socket `name` only. False if there is none.
     bool connectTo(const std::string &name);
 
-    /// To whom it is connected. False if the message could not be sent.
+    /// Sends to the connected socket. False on failure.
     bool send(const std::string &text) const;
     bool answer(const Sender &sender, const std::string &text) const;
 
-    /// The next message of our own user; none if no such message is there. What is longer than
-    /// `LongestMessage` is passed over.
+    /// The next message; none if there is none, or if it is longer than `LongestMessage` or from
+    /// another user.
     std::optional<Message> receive() const;
 
-    /// In bytes.
-    static constexpr std::size_t LongestMessage = 2048;
+    static constexpr std::size_t LongestMessage = 2048; ///< bytes
 
 private:
     FileDescriptor m_socket;

@@ -2,10 +2,10 @@
 
 #include <vector>
 
-/// The program's arguments with a choice of window system put before the user's own, unless the
-/// environment has one: X11 wherever it is there, be it XWayland, because Wayland lets no program
-/// stay above the others or on all desktops. An argument, because what is put into the environment
-/// would reach every program that we open. Must outlive the application object.
+/// The program's arguments, with a choice of window system before the user's own, which override
+/// it. Prefers X11, including XWayland, because Wayland lets no program stay above others or on all
+/// desktops. Adds nothing if the environment makes the choice. Uses an argument because launched
+/// programs would inherit an environment variable. Must outlive the application object.
 class LaunchArguments
 {
 public:

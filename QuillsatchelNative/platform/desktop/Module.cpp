@@ -22,8 +22,8 @@ std::optional<FileStatus> statusOf(const QString &path)
     return isThere ? std::optional(status) : std::nullopt;
 }
 
-// The program's owner can change the program itself. In a user namespace, root's files may appear
-// to be that owner's instead of root's.
+// The program's owner can replace the program anyway. In a user namespace, root's files may appear
+// to belong to that owner.
 bool isTrusted(uid_t owner)
 {
     const auto program = statusOf(QStringLiteral("/proc/self/exe"));
@@ -41,7 +41,7 @@ bool isBuildFolder(const QString &folder)
     return QFileInfo::exists(folder + QLatin1String("/CMakeCache.txt"));
 }
 
-/// Test programs and benchmarks lie one folder below the program that was built with them.
+/// Tests and benchmarks are built one folder below the program.
 QString moduleFolder(const QString &programFolder)
 {
     if (isBuildFolder(programFolder))

@@ -25,7 +25,7 @@ std::string setting(const char *variable)
     return variable + (value.isEmpty() ? std::string(" is not set") : " is " + value.toStdString());
 }
 
-// What Qt says of each window system that it tries is no failure if another one is there.
+// Qt also reports platform plugins that fail before it finds one that works.
 void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (message.startsWith(QLatin1String("QThread::start: Thread creation error")))

@@ -2,9 +2,9 @@
 
 #include <QtGlobal>
 
-/// Ends the process with status 1 and one line on standard error where Qt would abort or hang:
-/// without a display, or if the system refuses a thread that Qt then waits for. Works as long as
-/// this lives. One at a time.
+/// Exits with status 1 and one line on standard error where Qt would abort or hang: without a
+/// display, or if the system refuses a thread that Qt then waits for. Active during its lifetime.
+/// One instance at a time.
 class QtFailures
 {
 public:

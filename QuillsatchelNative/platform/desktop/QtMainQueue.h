@@ -4,7 +4,8 @@
 
 #include <QObject>
 
-/// The main queue on Qt's event loop. Made on the main thread.
+/// The main queue on Qt's event loop. Create it on the main thread. Destroying it drops pending
+/// work.
 class QtMainQueue final : public MainQueue
 {
 public:

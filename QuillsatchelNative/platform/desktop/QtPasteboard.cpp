@@ -28,7 +28,7 @@ const char *selectionOf(QClipboard::Mode mode)
     return mode == QClipboard::Clipboard ? "CLIPBOARD" : "PRIMARY";
 }
 
-// Our own contents need no request, and could not be requested while we wait.
+// Our own contents need no request, and this process could not answer one while it waits.
 bool isOnX11Elsewhere(QClipboard::Mode mode)
 {
     auto *const connection = X11Connection::current();
@@ -52,7 +52,7 @@ std::optional<std::string> textFromX11(QClipboard::Mode mode)
     return bytes ? std::optional(TextFormat::decoded(*bytes, format)) : std::nullopt;
 }
 
-// One format is fetched, once: Qt on Wayland waits a second for each.
+// Fetches one format, once: on Wayland Qt waits up to a second for each request.
 std::optional<std::string> textFromQt(QClipboard::Mode mode)
 {
     const auto *const contents = clipboard().mimeData(mode);

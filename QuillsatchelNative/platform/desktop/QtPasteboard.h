@@ -2,7 +2,7 @@
 
 #include "platform/Pasteboard.h"
 
-/// The desktop's clipboard, and its selection where it has one.
+/// The desktop's clipboard, and its primary selection if it has one.
 class QtPasteboard final : public Pasteboard
 {
 public:

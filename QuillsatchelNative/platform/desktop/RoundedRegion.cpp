@@ -7,10 +7,10 @@
 namespace
 {
 
-/// How many pixels of a row that is so far from the rectangle's end are cut off on each side.
+/// The pixels to cut from each side of a row; rows count from the top or bottom edge.
 int insetOf(int row, int radius)
 {
-    const double rise = radius - row; // of the row's outer edge over the middle of the circle
+    const double rise = radius - row; // from the circle's center to the row's outer edge
     return static_cast<int>(std::ceil(radius - std::sqrt(radius * radius - rise * rise)));
 }
 

@@ -4,11 +4,11 @@
 
 class QSize;
 
-/// The pixels of a rectangle with round corners.
+/// A rectangle with rounded corners.
 namespace RoundedRegion
 {
 
-/// From the origin, all that lie wholly within corners of `radius` pixels.
+/// The pixels that lie entirely within a rectangle at the origin. All lengths in pixels.
 QRegion of(const QSize &size, int radius);
 
 } // namespace RoundedRegion

@@ -2,18 +2,18 @@
 
 #include <csignal>
 
-/// Handles a signal while this lives, unless whoever started us chose to have it ignored. Handled
-/// rather than ignored, a signal is back to its default in the programs we start.
+/// Handles a signal during its lifetime, unless the parent process set it to be ignored. Unlike an
+/// ignored signal, a handled one has its default action in launched programs.
 class SignalHandler
 {
 public:
-    /// `handler` may do only what is safe in one.
+    /// `handler` must be async-signal-safe.
     SignalHandler(int signal, void (*handler)(int));
 
     SignalHandler(const SignalHandler &) = delete;
     SignalHandler &operator=(const SignalHandler &) = delete;
 
-    /// Puts back what was there before.
+    /// Restores the previous action.
     ~SignalHandler();
 
 private:

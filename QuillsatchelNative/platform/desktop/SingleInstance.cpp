@@ -12,10 +12,10 @@ namespace
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-// How soon it is looked again whether the first one has ended, or has said where it hears.
+// Between checks whether the first instance has ended or published its socket name.
 constexpr auto Turn = 5ms;
 
-/// A second start's talk with the first.
+/// The request of a later start to the first instance.
 class Inquiry
 {
 public:
@@ -24,7 +24,7 @@ public:
     {
     }
 
-    /// Asks whoever hears under `name`, if it was not asked yet, and waits a turn for the answer.
+    /// Sends the request to the socket `name`, once, and waits one interval for the answer.
     bool isAnsweredBy(const std::string &name)
     {
         if (name != m_asked && m_socket.connectTo(name) && m_socket.send(m_request))
@@ -37,7 +37,7 @@ public:
 
 private:
     std::string m_request;
-    std::string m_asked; // who has the request
+    std::string m_asked; // the socket that has the request
     InstanceSocket m_socket;
 };
 
@@ -87,8 +87,8 @@ bool SingleInstance::mayWrite()
     return state != InstanceLock::State::heldByAnother;
 }
 
-// A lock file that is free may be a new one, while the first one holds a file deleted since. It is
-// left alone then: the first one must be able to lock it when it saves.
+// A free lock file may replace a deleted one that the first instance still holds. It stays free
+// then: the first instance must be able to lock it when it saves.
 InstanceLock::State SingleInstance::takeLock()
 {
     return m_beacon.isLit() ? InstanceLock::State::heldByAnother : m_lock.take();
@@ -99,7 +99,7 @@ std::string SingleInstance::nameOfFirst() const
     return m_beacon.isLit() ? m_beacon.requestName() : m_lock.read();
 }
 
-// The beacon leads to its own name, and nowhere if another socket has taken that.
+// The beacon implies its request name, so it stays off if another socket has that name.
 void SingleInstance::own()
 {
     m_ownsFolder = true;

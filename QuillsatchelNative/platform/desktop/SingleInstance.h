@@ -9,35 +9,35 @@
 #include <optional>
 #include <string>
 
-/// One process at a time works on a folder; a further start brings that one forward instead.
-/// Decided before there is a QApplication, and without reading anything else in the folder, so that
-/// such a start takes a few milliseconds. A further start also finds the first one after the folder
-/// or its lock file was deleted or replaced. A crash or power cut never blocks the next start.
+/// Lets one process at a time use a folder; a later start shows that one's panel instead. It needs
+/// no QApplication and reads nothing else in the folder, so a later start takes a few milliseconds.
+/// It finds the first instance even after the folder or its lock file was deleted or replaced. A
+/// crash or power cut never blocks the next start.
 class SingleInstance
 {
 public:
     enum class Outcome {
-        first,      // go on
-        handedOver, // the first one comes forward; there is nothing left to do
-        noAnswer,   // the first one holds the folder, but is stopped or hangs
+        first,      // continue starting
+        handedOver, // the first instance shows its panel: exit
+        noAnswer,   // the first instance holds the folder but is stopped or hangs
     };
 
-    /// `patience` is how long a first one is waited for that is just starting, ending or busy.
+    /// `patience`: how long to wait for a first instance that is starting, ending or busy.
     explicit SingleInstance(const std::string &folder,
                             std::chrono::milliseconds patience = std::chrono::seconds(5));
 
-    /// Becomes the first, or hands `token` over to it. A folder that cannot be locked keeps nobody
-    /// from starting either; that, and a missing answer, is said on standard error.
+    /// Becomes the first instance, or hands `token` to it. Also starts if the folder cannot be
+    /// locked. Reports that, and a missing answer, on standard error.
     Outcome start(const StartupToken &token);
 
-    /// Whether no other process works on the folder. False for a first one that could not lock it.
+    /// Whether no other process uses the folder. False for a first instance that could not lock it.
     bool ownsFolder() const { return m_ownsFolder; }
 
-    /// Whether the first one may write in the folder: false while another process has its lock,
-    /// which takes a replaced folder or lock file. Locks the replacement if no other process has.
+    /// Whether the first instance may write to the folder. After the folder or lock file was
+    /// replaced, locks the replacement; false while another process holds that.
     bool mayWrite();
 
-    /// Where the first one hears of further starts; null if it cannot.
+    /// Where the first instance receives requests; null if it cannot.
     const InstanceSocket *socket() const { return m_socket ? &*m_socket : nullptr; }
 
 private:

@@ -8,8 +8,8 @@ class SingleInstance;
 class StandardFileLocations final : public FileLocations
 {
 public:
-    /// `instance` decides whether this process may write, and must outlive this object. Without one
-    /// the process always may.
+    /// `instance` decides whether this process may write, and must outlive this object. Null allows
+    /// writing always.
     explicit StandardFileLocations(SingleInstance *instance = nullptr)
         : m_instance(instance)
     {

@@ -2,17 +2,17 @@
 
 #include "platform/StartupToken.h"
 
-/// What the desktop says about a start: variables of the environment.
+/// The environment variables of a launch.
 namespace StartupEnvironment
 {
 
 StartupToken token();
 
-/// Removes the token, once it has been used: it is not that of the programs we start.
+/// Removes the token after its use, so that launched programs do not inherit it.
 void clear();
 
 /// Removes a relative XDG_DATA_HOME, which the base directory specification calls invalid. Call
-/// this first: GLib, for one, would use it, and so would the programs we start.
+/// this first, because GLib and launched programs would use it.
 void removeRelativeDataHome();
 
 } // namespace StartupEnvironment

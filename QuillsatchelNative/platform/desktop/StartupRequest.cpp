@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr std::string_view Greeting = "Quillsatchel, come forward\n";
-constexpr std::size_t LongestToken = 512; // in bytes; desktops make some dozens
+constexpr std::size_t LongestToken = 512; // bytes; real ones have some dozens
 
 bool isToken(std::string_view text)
 {
@@ -24,7 +24,7 @@ std::string tokenOrNothing(std::string_view text)
     return std::string(isToken(text) ? text : std::string_view());
 }
 
-/// The line that `text` begins with, which is taken from it.
+/// Removes the first line of `text` and returns it.
 std::string_view takeLine(std::string_view &text)
 {
     const auto line = text.substr(0, text.find('\n'));

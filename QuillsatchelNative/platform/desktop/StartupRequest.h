@@ -6,17 +6,17 @@
 #include <string>
 #include <string_view>
 
-/// What a second start says to the first, and hears from it.
+/// The messages between a later start and the first instance.
 namespace StartupRequest
 {
 
-/// A short text that asks to come forward. A token that is no single short line is left out.
+/// A request to show the panel. Leaves out a token that is long or has control characters.
 std::string encode(const StartupToken &token);
 
-/// None if the text is no such request.
+/// None if `text` is not a request.
 std::optional<StartupToken> decode(std::string_view text);
 
-/// The first one's word that its panel comes forward.
+/// The answer of the first instance: it shows the panel.
 constexpr std::string_view Answer = "Quillsatchel comes forward";
 
 } // namespace StartupRequest

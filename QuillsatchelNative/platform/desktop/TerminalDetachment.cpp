@@ -10,8 +10,8 @@ void doNothing(int /*signal*/) {}
 
 void openMissingStreams()
 {
-    // A new file takes the lowest number that is free.
-    int file = open("/dev/null", O_RDWR); // NOLINT(*-cloexec): for the programs we start too
+    // A new file descriptor gets the lowest free number.
+    int file = open("/dev/null", O_RDWR); // NOLINT(*-cloexec): launched programs inherit it
     while (file >= 0 && file <= STDERR_FILENO)
         file = dup(file);
     if (file >= 0)

@@ -2,9 +2,9 @@
 
 #include "platform/desktop/SignalHandler.h"
 
-/// While this lives the process goes on when the terminal closes that it was started from, or
-/// whoever reads what it prints ends. It also opens the standard streams that whoever started the
-/// process left out: the next file opened would stand in for them, and get what libraries print.
+/// Keeps the process running when its terminal closes or the reader of its output ends. Also opens
+/// missing standard streams, because the next opened file would otherwise get their number, and
+/// what libraries print.
 class TerminalDetachment
 {
 public:

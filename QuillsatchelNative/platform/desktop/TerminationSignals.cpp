@@ -12,7 +12,7 @@ namespace
 
 std::atomic<int> raisedEvent = -1;
 
-// A handler may do no more than write.
+// Only async-signal-safe calls are allowed here.
 void raiseEvent(int /*signal*/)
 {
     const int former = errno;

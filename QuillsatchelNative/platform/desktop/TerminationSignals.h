@@ -5,8 +5,8 @@
 
 #include <QSocketNotifier>
 
-/// Ends the application in order, with status 0, when the system or the shell asks it to end
-/// (SIGTERM, SIGINT). Needs the QCoreApplication. One at a time.
+/// Quits the application with status 0 on SIGTERM and SIGINT. Needs the QCoreApplication. One
+/// instance at a time.
 class TerminationSignals
 {
 public:

@@ -23,7 +23,7 @@ bool isPlainText(const QString &format)
     return format.section(u';', 0, 0).trimmed().compare(PlainText, Qt::CaseInsensitive) == 0;
 }
 
-/// In small letters; empty without such a parameter.
+/// Lowercase; empty without such a parameter.
 QString charsetOf(const QString &mediaType)
 {
     constexpr auto Name = "charset="_L1;
@@ -36,7 +36,7 @@ QString charsetOf(const QString &mediaType)
     return {};
 }
 
-/// The encoding of a format's text. Text without a declared encoding is UTF-8 on today's desktops.
+/// Text without a declared encoding is UTF-8 on current desktops.
 QString encodingOf(const QString &format)
 {
     if (format == "STRING"_L1)
@@ -52,7 +52,7 @@ bool isKnown(const QString &encoding)
 
 constexpr int NoText = std::numeric_limits<int>::max();
 
-/// The smaller, the better.
+/// Lower is better.
 int rank(const QString &format)
 {
     if (format == "UTF8_STRING"_L1)

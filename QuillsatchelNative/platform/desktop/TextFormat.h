@@ -6,14 +6,14 @@
 
 #include <string>
 
-/// The formats in which a clipboard offers text: media types, or names of X11 targets.
+/// The formats of clipboard text: media types or X11 target names.
 namespace TextFormat
 {
 
-/// The one that loses least; empty if no text is offered in an encoding that we know.
+/// The format that loses least; empty if none is text in a known encoding.
 QString best(const QStringList &formats);
 
-/// The text in `bytes`, which are in `format`, as valid UTF-8. A byte order mark of UTF-8 stays.
+/// Decodes `bytes` in `format` to valid UTF-8. Keeps a UTF-8 byte order mark.
 std::string decoded(const QByteArray &bytes, const QString &format);
 
 } // namespace TextFormat

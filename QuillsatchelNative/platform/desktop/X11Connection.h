@@ -7,27 +7,26 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Connections to the X server: Qt's, and those of our own.
+/// Qt's connection to the X server, and separate ones.
 namespace X11Connection
 {
 
-/// None when Qt does not run on X11. Needs the QGuiApplication.
+/// Qt's connection; null if Qt does not run on X11. Needs the QGuiApplication.
 xcb_connection_t *current();
 
 using OwnConnection = CPointer<xcb_connection_t, &xcb_disconnect>;
 
-/// One more connection to the same server. It has an error where there is no server.
+/// Opens another connection to the same server. It has an error if there is no server.
 OwnConnection connectAgain();
 
 xcb_window_t root(xcb_connection_t *connection);
 
-/// The server's number for a name.
 xcb_atom_t atom(xcb_connection_t *connection, std::string_view name);
 
-/// The window that owns a selection; none without an owner.
+/// The window that owns a selection; XCB_WINDOW_NONE without an owner.
 xcb_window_t selectionOwner(xcb_connection_t *connection, xcb_atom_t selection);
 
-/// Whether the window was made over this connection.
+/// Whether the window was created over this connection.
 bool hasMade(xcb_connection_t *connection, xcb_window_t window);
 
 template <typename Reply>

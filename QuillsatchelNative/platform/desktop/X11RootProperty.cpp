@@ -17,7 +17,7 @@ X11RootProperty::X11RootProperty(std::string_view name)
     isSet.set(isThere());
 }
 
-// The connection's one choice of events is Qt's too: what Qt listens to must stay in it.
+// Qt shares this connection's event mask, so the events that Qt selected must stay in it.
 void X11RootProperty::watch()
 {
     const auto root = X11Connection::root(m_connection);

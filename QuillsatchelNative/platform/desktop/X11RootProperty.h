@@ -9,8 +9,8 @@
 
 struct xcb_connection_t;
 
-/// A property of the X server's root window by which a program, such as a compositor, tells what
-/// it offers: it sets the property for as long as it does.
+/// A property of the X root window that a program, such as a compositor, sets while it offers a
+/// feature.
 class X11RootProperty final : public ObservableObject, private QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -19,11 +19,10 @@ public:
     /// Needs the QGuiApplication.
     explicit X11RootProperty(std::string_view name);
 
-    /// Whether the property is there, with any value. Follows it; never true on another window
-    /// system.
+    /// Whether the property exists, with any value. Follows changes. Always false without X11.
     Published<bool> isSet { this, false };
 
-    /// The server's number for the property's name.
+    /// The property's atom.
     std::uint32_t atom() const { return m_atom; }
 
 private:
@@ -31,6 +30,6 @@ private:
     void watch();
     bool isThere() const;
 
-    xcb_connection_t *m_connection; // none when Qt does not run on X11
+    xcb_connection_t *m_connection; // null if Qt does not run on X11
     std::uint32_t m_atom = 0;
 };

@@ -23,7 +23,7 @@ void X11Selection::watch()
     const auto *const xfixes = xcb_get_extension_data(m_connection, &xcb_xfixes_id);
     if (!xfixes || !xfixes->present)
         return;
-    // The server answers no other XFixes request before it was told the version.
+    // The server requires the version request before any other XFixes request.
     const ReplyPointer<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
         m_connection, xcb_xfixes_query_version(m_connection, 1, 0), nullptr));
     if (!version)

@@ -9,8 +9,7 @@
 
 struct xcb_connection_t;
 
-/// A selection of the X server by which a program, such as a compositor or a tray, tells that it
-/// serves the desktop: it owns the selection for as long as it runs.
+/// An X selection that a program, such as a compositor or a tray, owns while it runs.
 class X11Selection final : public ObservableObject, private QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -19,7 +18,7 @@ public:
     /// Needs the QGuiApplication.
     explicit X11Selection(std::string_view name);
 
-    /// Whether such a program runs. Follows it; never true on another window system.
+    /// Whether such a program runs. Follows changes. Always false without X11.
     Published<bool> isOwned { this, false };
 
 private:
@@ -27,7 +26,7 @@ private:
     void watch();
     bool hasOwner() const;
 
-    xcb_connection_t *m_connection; // none when Qt does not run on X11
+    xcb_connection_t *m_connection; // null if Qt does not run on X11
     std::uint32_t m_atom = 0;
-    std::uint8_t m_event = 0; // 0: the server does not tell of owners
+    std::uint8_t m_event = 0; // 0 if the server does not report owners
 };

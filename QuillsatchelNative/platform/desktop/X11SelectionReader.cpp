@@ -89,7 +89,7 @@ std::optional<X11SelectionReader::Property> X11SelectionReader::property(std::st
     return isAnswered && property == m_property ? takeProperty() : std::nullopt;
 }
 
-// An empty piece is the last. Each piece read asks for the next.
+// An INCR transfer: reading a chunk requests the next one; an empty chunk is the last.
 std::optional<QByteArray> X11SelectionReader::pieces()
 {
     QByteArray whole;
@@ -143,7 +143,7 @@ bool X11SelectionReader::takeEvent(const IsAwaited &isAwaited)
     return false;
 }
 
-/// False when the deadline is over or the connection is lost.
+/// False if the deadline has passed or the connection is lost.
 bool X11SelectionReader::waitForInput() const
 {
     const auto remaining = static_cast<int>(m_deadline.remainingTime());

@@ -13,29 +13,28 @@
 #include <optional>
 #include <string_view>
 
-/// Reads a selection of the X server, such as the clipboard, over a connection of its own. Qt's
-/// clipboard waits five seconds for each request that the owner leaves unanswered; here one
-/// deadline covers all requests together. Does not run the event loop, so it cannot read what this
-/// process offers itself.
+/// Reads an X selection, such as the clipboard, over a separate connection. Qt's clipboard waits
+/// five seconds for each unanswered request; here one deadline covers all requests. Does not run
+/// the event loop, so it cannot read a selection that this process owns.
 class X11SelectionReader
 {
 public:
-    /// `patience` begins now.
+    /// The timeout begins now.
     X11SelectionReader(std::string_view selection, std::chrono::milliseconds patience);
 
-    /// What the owner offers; empty without an owner, or one that answers in time.
+    /// The formats that the owner offers; empty without an owner or an answer in time.
     QStringList formats();
 
-    /// The selection in one of its formats; none if it does not come whole and in time.
+    /// The selection in one of its formats; none if it does not arrive completely in time.
     std::optional<QByteArray> data(const QString &format);
 
     /// Requests a conversion without waiting for the answer.
     void request(std::string_view target);
 
-    /// Whether the last request was answered, if only by a refusal. Does not wait.
+    /// Whether the last request was answered or refused. Does not wait.
     bool hasAnswer();
 
-    /// Readable when an answer may be there.
+    /// Readable when an answer may have arrived.
     int descriptor() const { return xcb_get_file_descriptor(m_connection.get()); }
 
 private:

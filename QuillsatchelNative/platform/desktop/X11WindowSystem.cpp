@@ -31,7 +31,7 @@ xcb_client_message_event_t messageAbout(const QWindow &window, xcb_atom_t type)
     return message;
 }
 
-/// The display's time at which the user asked for the start; none if the id does not tell.
+/// The X server time of the user's action, as given in the startup id, if any.
 std::optional<xcb_timestamp_t> timeOf(const std::string &startupID)
 {
     constexpr std::string_view Mark = "_TIME";
@@ -70,7 +70,7 @@ X11WindowSystem::X11WindowSystem()
         m_windowManager.isSet.sink([this](bool isRunning) { hasWindowManager.set(isRunning); });
 }
 
-// A compositor that ended suddenly has left its offers behind.
+// A compositor that crashed leaves its property behind.
 void X11WindowSystem::followCompositor()
 {
     const bool isRunning = m_compositor.isOwned.get();
@@ -110,22 +110,22 @@ void X11WindowSystem::blurBehind(QWindow &window, const QSize &size, int radius)
 void X11WindowSystem::activate(QWindow &window, const StartupToken &token)
 {
     if (!m_connection) {
-        // Qt has no other way to take it, and removes it once it has.
+        // Qt reads the token only from here, and removes it then.
         if (!token.activationToken.empty())
             qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token.activationToken));
         window.requestActivate();
         StartupEnvironment::clear();
         return;
     }
-    // Desktops on Wayland give X11 programs the token in place of an id, or both alike.
+    // Wayland desktops give X11 programs the token instead of an id, or as both.
     const auto &id = token.startupID.empty() ? token.activationToken : token.startupID;
     requestActivation(window, id);
     if (!id.empty())
         endStartup(window, id);
 }
 
-// Qt itself asks with the time of the last input it had: that is often long ago, and the window
-// manager would see a program that wants to take the keyboard from a user who is busy elsewhere.
+// Qt would send the time of its last input event. That is often long ago, and the window manager
+// would refuse it as focus stealing. Without a token, the request counts as a direct user action.
 void X11WindowSystem::requestActivation(QWindow &window, const std::string &startupID)
 {
     constexpr std::uint32_t FromAnApplication = 1;
@@ -137,7 +137,7 @@ void X11WindowSystem::requestActivation(QWindow &window, const std::string &star
     sendToRoot(message, ToWindowManager);
 }
 
-// The start-up notification protocol: a text, ended by a zero, twenty bytes a message.
+// The startup notification protocol: zero-terminated text in messages of twenty bytes.
 void X11WindowSystem::endStartup(const QWindow &window, const std::string &startupID)
 {
     const std::string text = "remove: ID=" + inQuotes(startupID) + '\0';

@@ -11,9 +11,8 @@
 struct xcb_client_message_event_t;
 struct xcb_connection_t;
 
-/// The X server's window manager (EWMH) and compositor. On another window system, such as pure
-/// Wayland, it does no more than hand Qt the tokens of starts, and takes translucency for granted.
-/// Needs the QGuiApplication.
+/// The X11 window manager (EWMH) and compositor. On Wayland it only passes activation tokens to Qt
+/// and assumes a compositor. Needs the QGuiApplication.
 class X11WindowSystem final : public WindowSystem
 {
     Q_OBJECT
@@ -31,10 +30,10 @@ private:
     void endStartup(const QWindow &window, const std::string &startupID);
     void sendToRoot(const xcb_client_message_event_t &message, std::uint32_t eventMask);
 
-    xcb_connection_t *m_connection; // Qt's own; none when Qt does not run on X11
+    xcb_connection_t *m_connection; // Qt's; null if Qt does not run on X11
     std::uint32_t m_desktopAtom = 0;
     X11Selection m_compositor { "_NET_WM_CM_S0" };
-    // The compositor sets it on the root window, a program on what is to be blurred.
+    // Compositors set it on the root window, programs on windows that need blur.
     X11RootProperty m_blur { "_KDE_NET_WM_BLUR_BEHIND_REGION" };
     X11RootProperty m_windowManager { "_NET_SUPPORTING_WM_CHECK" };
     Cancellable m_compositorCancellable;

@@ -9,7 +9,7 @@
 namespace
 {
 
-/// Takes values from the front of the data. Once one is missing, `isIntact` is false.
+/// Reads values in order. `isIntact` becomes false once data is missing.
 class Reader
 {
 public:
@@ -30,7 +30,7 @@ public:
         return taken;
     }
 
-    /// Followed by padding up to a multiple of four bytes.
+    /// Padded to a multiple of four bytes.
     std::string_view text(std::size_t length)
     {
         const auto taken = bytes(length);
@@ -65,13 +65,13 @@ void readSetting(Reader &reader, std::map<std::string, std::int32_t> &integers)
     const auto type = Type(reader.number<std::uint8_t>());
     reader.bytes(1);
     const std::string name(reader.text(reader.number<std::uint16_t>()));
-    reader.number<std::uint32_t>(); // the serial number of its last change
+    reader.number<std::uint32_t>(); // serial number of the last change
     if (type == Type::String) {
         reader.text(reader.number<std::uint32_t>());
     } else if (type == Type::Color) {
         reader.bytes(8);
     } else if (type != Type::Integer) {
-        reader.bytes(std::string_view::npos); // nothing after an unknown type can be read
+        reader.bytes(std::string_view::npos); // stop: an unknown type has an unknown size
     } else if (const auto value = reader.number<std::int32_t>(); reader.isIntact()) {
         integers[name] = value;
     }
@@ -85,7 +85,7 @@ std::map<std::string, std::int32_t> XSettings::integersIn(std::string_view data)
     reader.setByteOrder(reader.number<std::uint8_t>() == 0 ? std::endian::little
                                                            : std::endian::big);
     reader.bytes(3);
-    reader.number<std::uint32_t>(); // the serial number of the whole
+    reader.number<std::uint32_t>(); // serial number of all settings
     auto count = reader.number<std::uint32_t>();
     std::map<std::string, std::int32_t> integers;
     for (; count > 0 && reader.isIntact(); --count)

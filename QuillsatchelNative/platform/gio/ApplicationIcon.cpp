@@ -29,8 +29,8 @@ QIcon iconOf(const std::string &name)
     return isFile ? QIcon(text) : QIcon();
 }
 
-/// The nearest size that the icon has may be a smaller one, and a large picture made small is
-/// crisper than a small one made large.
+/// QIcon may return a smaller size although a larger one exists, and scaling down is crisper than
+/// scaling up.
 QPixmap crispPixmap(const QIcon &icon, double size, double scale, int side)
 {
     const int points = qRound(size);

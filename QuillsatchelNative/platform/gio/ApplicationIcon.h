@@ -4,13 +4,13 @@
 
 #include <string>
 
-/// Icons of applications, as the user's icon theme has them. Main thread only.
+/// Application icons from the user's icon theme. Main thread only.
 namespace ApplicationIcon
 {
 
-/// The icon that is called `icon` in the theme, or lies at the absolute path `icon` (UTF-8); where
-/// there is none, what stands for programs in the theme; null where that is missing too. `size`
-/// points square, at `scale` device pixels a point.
+/// `icon` (UTF-8) is a name in the theme or an absolute path. Falls back to the theme's generic
+/// icon of a program; null if that is missing too. `size` points square, at `scale` pixels per
+/// point.
 QImage picture(const std::string &icon, double size, double scale);
 
 } // namespace ApplicationIcon

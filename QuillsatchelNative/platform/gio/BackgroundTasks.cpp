@@ -11,7 +11,7 @@ void BackgroundTasks::start(std::function<void()> task)
     try {
         m_tasks.push_back(std::async(std::launch::async, std::move(task)));
     } catch (const std::system_error &) {
-        return; // no thread can be had
+        return; // the system refuses a thread
     }
 }
 

@@ -5,8 +5,8 @@
 #include <future>
 #include <vector>
 
-/// Work on threads that are there only while they work. Not Qt's threads: what GLib has to say
-/// later it would leave there with an event loop that nobody runs.
+/// Runs each task on a thread that ends with it. Not Qt's threads: GLib would leave later events to
+/// their event loop, which never runs.
 class BackgroundTasks
 {
 public:
@@ -15,15 +15,15 @@ public:
     BackgroundTasks(const BackgroundTasks &) = delete;
     BackgroundTasks &operator=(const BackgroundTasks &) = delete;
 
-    /// Waits for all that was started.
+    /// Waits for all tasks.
     ~BackgroundTasks() = default;
 
-    /// Returns at once. Nothing is done where no thread can be had.
+    /// Returns immediately. Does nothing if the system refuses a thread.
     void start(std::function<void()> task);
 
-    /// Waits for all that was started, but not for longer than this.
+    /// Waits for all tasks, for at most `duration`.
     void waitFor(std::chrono::milliseconds duration) const;
 
 private:
-    std::vector<std::future<void>> m_tasks; // each waits for its end when it is destroyed
+    std::vector<std::future<void>> m_tasks; // each one's destructor waits for its task
 };

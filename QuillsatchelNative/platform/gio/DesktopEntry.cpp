@@ -16,7 +16,7 @@ bool isWorthOpening(const std::string &path)
         !std::filesystem::is_regular_file(path, error))
         return false;
     const auto size = std::filesystem::file_size(path, error);
-    return !error && size > 0 && size <= LargestFile; // devices of the kernel's have no size
+    return !error && size > 0 && size <= LargestFile; // files in /proc and /sys have no size
 }
 
 /// Empty values count as missing: an entry with "Name=" has no name.

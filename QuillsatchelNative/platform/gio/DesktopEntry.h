@@ -8,27 +8,27 @@
 #include <optional>
 #include <string>
 
-/// A desktop entry of an application, as GIO reads it. All texts are UTF-8 and as they stand there.
+/// The desktop entry of an application, read by GIO. All texts are UTF-8 and unchanged.
 class DesktopEntry
 {
 public:
-    /// None if what is at `path`, which must be absolute, is no entry of an application, or of one
-    /// whose program is missing. Only plain files of a sensible size are opened: a pipe or a device
-    /// could make us wait for ever.
+    /// None if the file at `path`, which must be absolute, is not the entry of an application with
+    /// an installed program. Opens only regular files of up to 1 MiB, because a pipe or device
+    /// could block forever.
     static std::optional<DesktopEntry> open(const std::string &path);
 
     GDesktopAppInfo *info() const { return m_info.get(); }
 
-    /// Empty names count as missing.
+    /// An empty name counts as missing.
     ApplicationNames names() const;
 
     /// A name in the icon theme or an absolute path; empty if the entry has none.
     std::string icon() const;
 
-    /// One line about the application in the user's language, or what kind it is of, or nothing.
+    /// The comment in the user's language, or else the generic name; may be empty.
     std::string comment() const;
 
-    /// Words that the entry can be found by beside its name, separated by blanks.
+    /// Search terms besides the name, separated by spaces: keywords, generic name and program.
     std::string keywords() const;
 
     /// Whether menus show the application, here and on this desktop.

@@ -14,8 +14,8 @@
 namespace
 {
 
-// Where no desktop environment says which theme it is. Every icon is looked for in hicolor anyway,
-// which has only what applications bring along.
+// For desktops that set no theme. Every lookup ends in hicolor, which has only the icons that
+// applications install.
 void prepareIconTheme()
 {
     const auto theme = QIcon::fallbackThemeName();

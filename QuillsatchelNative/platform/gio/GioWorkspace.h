@@ -7,8 +7,7 @@
 
 class MainQueue;
 
-/// The desktop through GIO. What may have to wait, for a disk or for another program, is done in
-/// the background.
+/// The desktop through GIO. Starts programs and lists applications on background threads.
 class GioWorkspace final : public Workspace
 {
 public:
@@ -17,7 +16,8 @@ public:
     GioWorkspace(const GioWorkspace &) = delete;
     GioWorkspace &operator=(const GioWorkspace &) = delete;
 
-    /// What was opened is still started; applications that are being listed are not received.
+    /// Finishes starting what was opened, but waits one second at most before it cancels. A pending
+    /// list is not delivered.
     ~GioWorkspace() override;
 
     void open(const WebAddress &address) override;

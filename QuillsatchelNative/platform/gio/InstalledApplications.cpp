@@ -16,17 +16,16 @@ namespace InstalledApplications
 namespace
 {
 
-/// Desktop entries by their ids: an entry's id is its path below the folder, with dashes in place
-/// of slashes.
+/// Desktop entries by id: the path relative to the folder, with dashes for slashes.
 class EntryFiles
 {
 public:
-    /// What is here already has precedence.
+    /// Existing entries take precedence.
     void add(const std::filesystem::path &folder, const std::string &idPrefix = {})
     {
         std::error_code error;
         const auto place = std::filesystem::canonical(folder, error);
-        if (error || !m_visited.insert(place).second) // links may lead back to where we have been
+        if (error || !m_visited.insert(place).second) // links can form cycles
             return;
         for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
              file.increment(error))

@@ -6,17 +6,16 @@
 #include <stop_token>
 #include <vector>
 
-/// The applications that are installed here, for all or for this user alone. May be asked on any
-/// thread.
+/// The installed applications, system-wide and of this user. Any thread.
 namespace InstalledApplications
 {
 
-/// Where desktop entries are looked for: an entry in one of the folders replaces those of its name
-/// in later ones. What Flatpak and Snap install is there also where the session does not know.
+/// The folders of desktop entries, by precedence: an entry hides those with its id in later
+/// folders. Includes those of Flatpak and Snap even if the session does not list them.
 std::vector<std::filesystem::path> folders();
 
-/// The applications in `folders` that menus show, sorted by name as the user's language does. Fewer
-/// once `stop` is requested.
+/// The applications in `folders` that menus show, sorted by name in the user's language. Incomplete
+/// if `stop` is requested.
 std::vector<Application> list(const std::vector<std::filesystem::path> &folders,
                               const std::stop_token &stop);
 

@@ -15,7 +15,7 @@ namespace
 
 using List = CPointer<GList, &g_list_free>;
 
-// Otherwise the end of a terminal that we were started from would end the new program too.
+// Without its own session the new program would end with the terminal that started us.
 void leaveOurSession(gpointer /*data*/)
 {
     setsid();
@@ -28,7 +28,7 @@ bool isActivatable(GDesktopAppInfo *application)
            entry.extension() == ".desktop" && g_dbus_is_name(entry.stem().c_str());
 }
 
-/// The session bus, whose end must not be ours, as it otherwise would.
+/// The session bus, set not to end this process when it disconnects.
 GObjectPointer<GDBusConnection> sessionBus()
 {
     GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
@@ -47,7 +47,7 @@ void spawn(GDesktopAppInfo *application, GList *addresses)
         context.withdraw();
 }
 
-/// A turn of GLib's events on this thread alone.
+/// A GLib main context for this thread.
 class EventLoop
 {
 public:
@@ -74,7 +74,7 @@ void activate(GDesktopAppInfo *application, GList *addresses, const std::stop_to
     const auto receive = [](GObject *, GAsyncResult *result, gpointer toWhom) {
         static_cast<GObjectPointer<GAsyncResult> *>(toWhom)->reset(g_object_ref(result));
     };
-    // GIO complains of a failure that it can tell to somebody, but not by which announcement.
+    // Without a context, as GIO warns when a launch fails whose context returns no id.
     g_app_info_launch_uris_async(G_APP_INFO(application), addresses,
                                  context.isAnnounced() ? context.get() : nullptr, cancellable.get(),
                                  receive, &answer);
@@ -100,7 +100,7 @@ bool takesAddresses(GAppInfo *application)
     return g_app_info_supports_uris(application) || isActivatable(G_DESKTOP_APP_INFO(application));
 }
 
-/// What desktops have for the address where GIO knows nobody.
+/// Uses xdg-open, for desktops whose default handler GIO does not know.
 void openWithoutGio(std::string &address)
 {
     const LaunchContext context;

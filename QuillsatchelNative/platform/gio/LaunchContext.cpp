@@ -1,6 +1,6 @@
 #include "platform/gio/LaunchContext.h"
 
-/// What GIO knows us by.
+/// The GObject, which refers to its owner.
 struct LaunchContext::Object {
     GAppLaunchContext parent;
     const LaunchContext *owner;
@@ -10,7 +10,7 @@ LaunchContext::LaunchContext()
     : m_context(static_cast<GAppLaunchContext *>(g_object_new(type(), nullptr)))
 {
     reinterpret_cast<Object *>(get())->owner = this;
-    // What announced our own start.
+    // Of our own launch.
     for (const auto *const variable : { "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN" })
         g_app_launch_context_unsetenv(get(), variable);
 }

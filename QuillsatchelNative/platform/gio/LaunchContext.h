@@ -7,15 +7,14 @@
 
 #include <optional>
 
-/// What GIO wants to know of the desktop while it starts something: the environment to hand on, and
-/// by what announcement the desktop knows it. Must outlive the start.
+/// Gives GIO the environment and the startup notification of a launch. Must outlive the launch.
 class LaunchContext
 {
 public:
-    /// For what is announced to nobody.
+    /// A launch without startup notification.
     LaunchContext();
 
-    /// Announces the application, if it is one of those that say when they are there.
+    /// Begins a startup notification if the application supports it (`StartupNotify`).
     explicit LaunchContext(GDesktopAppInfo *application);
 
     LaunchContext(const LaunchContext &) = delete;
@@ -25,7 +24,7 @@ public:
 
     bool isAnnounced() const { return m_notification.has_value(); }
 
-    /// The start has failed.
+    /// Ends the startup notification of a failed launch.
     void withdraw();
 
 private:

@@ -16,7 +16,7 @@ namespace
 using Connection = CPointer<xcb_connection_t, &xcb_disconnect>;
 using Event = CPointer<xcb_generic_event_t, &std::free>;
 
-// The library counts its announcements for itself, on whatever thread.
+// The library numbers its sequences in an unprotected global, on any thread.
 std::mutex &libraryLock()
 {
     static std::mutex lock;
@@ -31,7 +31,7 @@ xcb_window_t rootOf(xcb_connection_t *connection, int screen)
     return screens.data->root;
 }
 
-/// The display's own time, which it stamps on every change of a property.
+/// The current X server time, from the event of a property change.
 xcb_timestamp_t displayTime(xcb_connection_t *connection, int screen)
 {
     const auto window = xcb_generate_id(connection);
@@ -53,7 +53,7 @@ xcb_timestamp_t displayTime(xcb_connection_t *connection, int screen)
     return XCB_CURRENT_TIME;
 }
 
-/// What was sent before may be lost if the connection ends before the display has read it.
+/// A round trip: closing the connection too early can lose requests.
 void waitUntilRead(xcb_connection_t *connection)
 {
     const CPointer<xcb_get_input_focus_reply_t, &std::free> reply(
@@ -62,7 +62,7 @@ void waitUntilRead(xcb_connection_t *connection)
 
 } // namespace
 
-/// One announcement.
+/// One startup sequence and its connection.
 class StartupNotification::Sequence
 {
 public:

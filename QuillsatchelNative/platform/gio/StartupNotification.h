@@ -6,23 +6,23 @@
 #include <optional>
 #include <string>
 
-/// Tells an X11 desktop that an application is on its way, so that it shows that something happens
-/// and gives the window the focus that the user's click deserves. The application says itself when
-/// it is there. Has a connection of its own to the display.
+/// Startup notification on X11: the desktop shows that an application is starting, and its window
+/// gets the focus as a result of the user's click. The application itself ends the notification.
+/// Uses a separate connection to the X server.
 class StartupNotification
 {
 public:
-    /// Announces `application`; none where there is no X display.
+    /// Begins the notification of `application`; none without an X server.
     static std::optional<StartupNotification> begin(GDesktopAppInfo *application);
 
     StartupNotification(StartupNotification &&) noexcept;
     StartupNotification &operator=(StartupNotification &&) noexcept;
     ~StartupNotification();
 
-    /// What the application must be given so that the desktop knows it by its announcement.
+    /// The startup id to pass to the application.
     std::string id() const;
 
-    /// Withdraws the announcement: the application does not come.
+    /// Ends the notification because the launch failed.
     void withdraw();
 
 private:

@@ -9,12 +9,10 @@
 
 class MainQueue;
 
-/// The web through libcurl, http and https only, by way of the proxies that the system is set to.
-/// No cookies, no stored passwords, no cache. A request has a thread of its own while it is under
-/// way; at rest there is none.
-///
-/// A body may be shorter than announced. Nothing is received over a connection that cannot be
-/// trusted, nor after a redirect to where it must not go.
+/// HTTP and HTTPS through libcurl and the system's proxies. No cookies, stored passwords or cache.
+/// Each request uses a thread until it ends. A body can be shorter than its Content-Length. No body
+/// is delivered from a server whose certificate is not trusted, or after a redirect from https to
+/// http or to another protocol.
 class CurlHttpClient final : public HttpClient
 {
 public:
@@ -23,7 +21,7 @@ public:
     CurlHttpClient(const CurlHttpClient &) = delete;
     CurlHttpClient &operator=(const CurlHttpClient &) = delete;
 
-    /// Ends what is under way. A `receive` that runs already is waited for; none is called later.
+    /// Cancels all requests. Waits for a running `receive`; calls none later.
     ~CurlHttpClient() override;
 
     void get(const WebAddress &address,

@@ -11,7 +11,7 @@
 namespace
 {
 
-/// None if it could not be had.
+/// None if the download failed.
 std::optional<QByteArray> fetch(QUrl url, const Transfer::Options &options,
                                 const std::stop_token &stop)
 {
@@ -19,14 +19,14 @@ std::optional<QByteArray> fetch(QUrl url, const Transfer::Options &options,
     Transfer transfer(options, stop);
     const char *protocols = "http,https";
     for (int redirects = 0; redirects <= MostRedirects; ++redirects) {
-        const std::string address = url.toEncoded().toStdString(); // the host as DNS has it
+        const std::string address = url.toEncoded().toStdString(); // with the host in Punycode
         auto response = transfer.get(address, protocols, SystemProxy::of(address, stop));
         if (!response)
             return std::nullopt;
         if (response->redirect.empty())
             return std::move(response->body);
         if (url.scheme() == QLatin1String("https"))
-            protocols = "https"; // no way back to what others can read
+            protocols = "https"; // never back to an unencrypted connection
         url = QUrl::fromEncoded(QByteArray::fromStdString(response->redirect));
     }
     return std::nullopt;

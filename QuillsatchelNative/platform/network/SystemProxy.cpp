@@ -12,7 +12,7 @@ namespace SystemProxy
 namespace
 {
 
-/// In the words of who connects. Proxies that resolve names themselves are asked to.
+/// In libcurl's notation. SOCKS proxies do the DNS lookup.
 std::string translated(std::string_view proxy)
 {
     if (proxy == "direct://")

@@ -3,12 +3,12 @@
 #include <stop_token>
 #include <string>
 
-/// The proxies that the user's desktop is set to.
+/// The user's proxy settings.
 namespace SystemProxy
 {
 
-/// The proxy for a web address, as in "http://localhost:3128", which may take long to find out.
-/// Empty where the desktop names none, and soon after `stop` is requested.
+/// The proxy for a web address, as in "http://localhost:3128"; empty if none is set. Can block for
+/// long; returns soon after a request of `stop`.
 std::string of(const std::string &address, const std::stop_token &stop);
 
 } // namespace SystemProxy

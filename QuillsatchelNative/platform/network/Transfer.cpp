@@ -26,10 +26,10 @@ void Transfer::setUp(const std::string &authorities)
 {
     CURL *const easy = m_easy.get();
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // do not wait for a name server
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // do not wait for a DNS lookup
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(easy, CURLOPT_USERAGENT, "Quillsatchel");
-    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, ""); // whatever it can decode
+    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, ""); // every supported encoding
     if (!authorities.empty())
         curl_easy_setopt(easy, CURLOPT_CAINFO, authorities.c_str());
     curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, LongestBody);
@@ -77,7 +77,7 @@ bool Transfer::hasResponse(CURLcode result) const
     return result == CURLE_OK || (isCutOff && !m_body.isEmpty());
 }
 
-// False where the exchange has to end.
+// False if the exchange must end.
 bool Transfer::waitForMore()
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
@@ -87,7 +87,7 @@ bool Transfer::waitForMore()
            CURLM_OK;
 }
 
-// A number other than `size` ends the exchange, here and below.
+// Returning a number other than `size` ends the exchange, here and below.
 std::size_t Transfer::takeHead(char * /*line*/, std::size_t /*one*/, std::size_t size, void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);

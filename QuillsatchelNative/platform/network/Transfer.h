@@ -11,13 +11,13 @@
 #include <stop_token>
 #include <string>
 
-/// The HTTP exchanges of one download, one after the other. Each blocks the calling thread. A
-/// response may have a body of 8 MiB and headers of 256 KiB.
+/// The HTTP exchanges of one download, which block the calling thread. A response can have a body
+/// of up to 8 MiB and headers of up to 256 KiB.
 class Transfer
 {
 public:
     struct Options {
-        /// For all exchanges together, so that a server that trickles holds no thread.
+        /// For all exchanges together, so that a slow server does not keep a thread.
         std::chrono::milliseconds timeout = std::chrono::seconds(60);
         /// CA bundle file; empty for the system's.
         std::string authorities {};
@@ -25,21 +25,20 @@ public:
 
     struct Response {
         QByteArray body;
-        std::string redirect; ///< the whole address that the server points to, else empty
+        std::string redirect; ///< the absolute target, or empty
     };
 
-    /// The timeout begins here. A request of `stop` ends the current exchange; later ones send
-    /// nothing.
+    /// The timeout begins here. A request of `stop` ends the current exchange and sends no further
+    /// request.
     Transfer(const Options &options, std::stop_token stop);
 
     Transfer(const Transfer &) = delete;
     Transfer &operator=(const Transfer &) = delete;
 
-    /// A GET through `proxy`, as `SystemProxy` names it; through that of the environment variables
-    /// known to many programs (`http_proxy` and the like) if it is empty. `protocols`, separated by
-    /// commas, are those that the address may be of. Any HTTP status counts as success, and so does
-    /// a truncated body that is not empty. None if no bytes arrive, the response exceeds a limit,
-    /// or the timeout expires.
+    /// A GET request through `proxy`, or if it is empty, the proxy of the environment (`http_proxy`
+    /// and the like). `protocols` are the allowed ones, separated by commas. Any HTTP status counts
+    /// as success, and so does a truncated body that is not empty. None if no bytes arrive, the
+    /// response exceeds a limit, or the timeout expires.
     std::optional<Response> get(const std::string &address, const std::string &protocols,
                                 const std::string &proxy);
 
@@ -58,6 +57,6 @@ private:
     std::stop_token m_stop;
     std::size_t m_headSize = 0;
     QByteArray m_body;
-    CPointer<CURLM, &curl_multi_cleanup> m_multi; // unlike an easy handle it can be woken up
+    CPointer<CURLM, &curl_multi_cleanup> m_multi; // can be woken up, unlike an easy handle
     CPointer<CURL, &curl_easy_cleanup> m_easy;
 };
