@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 using TestDesktop::addEntry;
 using TestDesktop::entryText;
 
-/// An icon theme whose pictures tell by their colours where they lie.
+/// An icon theme whose images have a colour per folder.
 class ApplicationIconTest : public testing::Test
 {
 protected:
@@ -29,7 +29,7 @@ protected:
         addIndex();
         QIcon::setThemeSearchPaths({ fileName("icons") });
         QIcon::setThemeName(u"hicolor"_s);
-        // Qt remembers what it found in a theme until it has another one.
+        // Changing the theme clears the icon cache of Qt.
         QIcon::setFallbackThemeName(u"None"_s);
     }
 

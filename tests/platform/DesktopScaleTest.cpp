@@ -34,7 +34,7 @@ protected:
                             static_cast<std::uint32_t>(settings.size()), settings.data());
         xcb_set_selection_owner(m_connection.get(), window, atom("_XSETTINGS_S0"),
                                 XCB_CURRENT_TIME);
-        atom("_XSETTINGS_S0"); // the server has done all of it once it answers
+        atom("_XSETTINGS_S0"); // a round trip, so that the server has handled all requests
     }
 
     ~DesktopScaleTest() override { qunsetenv("QT_SCALE_FACTOR"); }

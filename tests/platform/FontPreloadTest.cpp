@@ -12,7 +12,7 @@
 namespace
 {
 
-/// Font configurations of the test's own.
+/// Uses private font configurations.
 class FontPreloadTest : public testing::Test
 {
 protected:
@@ -27,7 +27,7 @@ protected:
         const auto file = folder.path().toStdString() + "/fonts.conf";
         TestFiles::write(file, "<?xml version=\"1.0\"?><fontconfig>" + rules + "</fontconfig>");
         setenv("FONTCONFIG_FILE", file.c_str(), 1);
-        FcFini(); // what is in effect so far
+        FcFini(); // drops the current configuration
         return FontPreload().colorEmojiFamily().toStdString();
     }
 

@@ -52,7 +52,7 @@ TEST_F(InstanceSocketTest, NeverWaits)
     while (there.send("x") && sent < 100000)
         ++sent;
     EXPECT_GT(sent, 0);
-    EXPECT_LT(sent, 100000) << "the system's queue is full at some time";
+    EXPECT_LT(sent, 100000) << "the kernel's queue is limited";
 }
 
 TEST_F(InstanceSocketTest, IsNotConnectedToNobody)

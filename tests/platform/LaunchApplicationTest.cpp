@@ -37,7 +37,7 @@ protected:
         return TestDesktop::waitForStart("program");
     }
 
-    /// The programs that are started by what was opened before, when all of that is over.
+    /// The programs that earlier launches started, once all of those are done.
     Texts startedPrograms()
     {
         workspace.openApplication(addEntry("last.desktop", entryText("last")));
@@ -88,7 +88,7 @@ TEST_F(LaunchApplicationTest, StartsTheProgramInItsFolder)
 
 TEST_F(LaunchApplicationTest, StartsInATerminalWhatNeedsOne)
 {
-    // The first that is looked for, and what it hands on.
+    // GIO uses the first of these that exists.
     for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
         TestDesktop::addProgram(terminal);
     workspace.openApplication(addEntry("a.desktop", entryText("program one", "Terminal=true\n")));
@@ -110,7 +110,7 @@ TEST_F(LaunchApplicationTest, HandsOnTheUsersEnvironmentAndNothingOfOurs)
     EXPECT_EQ(start->environment.at("USERS_OWN"), "kept");
     EXPECT_EQ(start->environment.count("DESKTOP_STARTUP_ID"), 0U);
     EXPECT_EQ(start->environment.count("XDG_ACTIVATION_TOKEN"), 0U);
-    EXPECT_EQ(start->environment.count("QT_QPA_PLATFORM"), 1U) << "which the test itself has set";
+    EXPECT_EQ(start->environment.count("QT_QPA_PLATFORM"), 1U) << "set by the test itself";
     qunsetenv("USERS_OWN");
     qunsetenv("DESKTOP_STARTUP_ID");
     qunsetenv("XDG_ACTIVATION_TOKEN");
@@ -147,8 +147,8 @@ TEST_F(LaunchApplicationTest, LeavesNobodyToBeBuried)
 
 TEST_F(LaunchApplicationTest, StartsManyAtOnce)
 {
-    // All of them before the first starts: a program that is being written cannot be started, and
-    // what starts meanwhile has it open for a moment too.
+    // Written before the first start: a file that is open for writing cannot be executed, and a
+    // concurrent fork briefly inherits it.
     Texts programs;
     for (int number = 0; number < 30; ++number) {
         programs.push_back("many" + std::to_string(number));

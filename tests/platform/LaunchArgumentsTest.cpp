@@ -19,7 +19,7 @@ protected:
 
     void TearDown() override { qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen")); }
 
-    /// What the application sees when the program is started with these words.
+    /// The arguments that the application gets for these.
     static Words seenFor(Words words)
     {
         std::vector<char *> values;

@@ -26,10 +26,10 @@ protected:
         return std::filesystem::path(m_root.path().toStdString()) / inRoot;
     }
 
-    /// As a path from the root of the installation or build.
+    /// `name` is relative to the root of the installation or build.
     void addFile(const char *name) { TestFiles::write(path(name), ""); }
 
-    /// As a path from that root, too.
+    /// Relative to that root, too.
     QString found(const char *programFolder, const char *name) const
     {
         const QDir root(m_root.path());

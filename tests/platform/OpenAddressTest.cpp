@@ -19,7 +19,7 @@ using Texts = std::vector<std::string>;
 class OpenAddressTest : public testing::Test
 {
 protected:
-    // Before GIO looks for the first time: later changes reach it only after a while.
+    // Before the first lookup of GIO, which notices later changes with a delay.
     static void SetUpTestSuite()
     {
         TestDesktop::addProgram("browser");
@@ -40,7 +40,7 @@ protected:
                          "x-scheme-handler/quill-deaf=deaf.desktop\n");
     }
 
-    /// What the program gets when `text` is opened.
+    /// The arguments of the program when `text` is opened.
     std::optional<Texts> open(const std::string &text, const std::string &program)
     {
         const auto address = WebAddress::parse(text);

@@ -16,7 +16,7 @@ PrivateBus::PrivateBus()
                    { QStringLiteral("--session"), QStringLiteral("--nofork"),
                      QStringLiteral("--print-address"),
                      QStringLiteral("--address=") + QString::fromStdString(address) });
-    m_daemon.waitForReadyRead(); // the address is printed when the bus can be reached
+    m_daemon.waitForReadyRead(); // prints its address when it is ready
 }
 
 PrivateBus::~PrivateBus()
@@ -24,7 +24,7 @@ PrivateBus::~PrivateBus()
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_addressBefore);
     m_daemon.kill();
     m_daemon.waitForFinished();
-    // Who asks for the bus is given the old one until GIO has let go of it.
+    // GIO returns the old connection until it has released it.
     TestDesktop::waitUntil([] {
         return !GObjectPointer<GDBusConnection>(
             g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));

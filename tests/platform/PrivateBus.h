@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// A session bus of the test's own, which programs find by the environment while it exists.
+/// A private session bus, which the environment names while it exists.
 class PrivateBus
 {
 public:
@@ -25,7 +25,7 @@ private:
     QByteArray m_addressBefore;
 };
 
-/// An application that is there on the bus, and notes what it is asked.
+/// An application on the bus that records its method calls.
 class BusApplication
 {
 public:
@@ -34,7 +34,7 @@ public:
         never
     };
 
-    /// Can be called once this returns.
+    /// Accepts calls once this returns.
     explicit BusApplication(const std::string &name, Answers answers = Answers::always);
 
     BusApplication(const BusApplication &) = delete;
@@ -42,8 +42,7 @@ public:
 
     ~BusApplication();
 
-    /// Each as the object, the interface and the method, then the arguments as GVariant prints
-    /// them.
+    /// Each as object, interface, method and the arguments printed by GVariant.
     std::vector<std::string> calls() const;
 
 private:

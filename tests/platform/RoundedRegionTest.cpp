@@ -11,10 +11,10 @@ namespace
 
 constexpr QSize Size(60, 50);
 
-/// Whether the pixel lies wholly within the rectangle with these corners.
+/// Whether the pixel lies entirely inside the rectangle with these corners.
 bool isWithin(const QPoint &pixel, int radius)
 {
-    // Measured from the nearest corner, at the pixel's corner that is nearest to it.
+    // Distances of the pixel's outer corner from the nearest corner of the rectangle.
     const int across = std::min(pixel.x(), Size.width() - 1 - pixel.x());
     const int down = std::min(pixel.y(), Size.height() - 1 - pixel.y());
     if (across >= radius || down >= radius)

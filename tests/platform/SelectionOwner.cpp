@@ -1,16 +1,16 @@
-// A program that owns a selection of the X server, well-behaved or not:
+// Owns an X selection, well-behaved or not:
 //
 //     selection_owner SELECTION BEHAVIOUR [FORMAT FILE]...
 //
-// It offers each FORMAT with the bytes of FILE, prints a line when it owns the selection, and runs
+// Offers each FORMAT with the bytes of FILE, prints a line when it owns the selection, and runs
 // until it is killed or another program takes the selection. BEHAVIOUR is one of
 //
-//     answers     everything is sent in one piece
-//     pieces      everything is sent in pieces (INCR)
-//     trickles    in pieces, a byte each 0.3 seconds
-//     lists       the formats are listed, but never sent
-//     silent      no request is answered
-//     saves       a clipboard manager: asked to save, it writes the clipboard's text to FILE
+//     answers     sends the text at once
+//     incremental sends the text in chunks (INCR)
+//     slow        sends one byte per 0.3 seconds (INCR)
+//     lists       lists the formats, but sends none
+//     silent      answers no request
+//     saves       a clipboard manager that writes the clipboard's text to FILE on request
 
 #include "platform/desktop/X11Connection.h"
 
@@ -141,8 +141,7 @@ private:
         notify(request, request.property);
     }
 
-    // The requestor deletes the property each time it has read it, and knows by an empty piece that
-    // there are no more.
+    // The requestor deletes the property after reading a chunk. An empty chunk ends the transfer.
     void goOn(const xcb_property_notify_event_t &change)
     {
         if (!m_rest || change.state != XCB_PROPERTY_DELETE)
@@ -186,7 +185,7 @@ private:
     std::vector<Offer> m_offers;
     const char *m_path = "";
     xcb_selection_request_event_t m_saving {};
-    std::optional<Offer> m_rest; // what is being sent in pieces
+    std::optional<Offer> m_rest; // not yet sent
 };
 
 } // namespace

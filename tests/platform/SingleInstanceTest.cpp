@@ -24,7 +24,7 @@ using namespace std::chrono_literals;
 using Outcome = SingleInstance::Outcome;
 using Clock = std::chrono::steady_clock;
 
-/// A process that is the first, and does something until it is killed.
+/// A process that becomes the first instance and runs `work` until it is killed.
 class OtherProcess
 {
 public:
@@ -73,7 +73,7 @@ void doNothing(const SingleInstance & /*instance*/)
         pause();
 }
 
-/// Answers like a program that runs.
+/// Answers requests as a running instance does.
 void answer(const SingleInstance &instance)
 {
     pollfd request { .fd = instance.socket()->descriptor(), .events = POLLIN, .revents = 0 };
@@ -165,7 +165,7 @@ TEST_F(SingleInstanceTest, TakesThePlaceOfOneThatEndsMeanwhile)
         if (const auto message = second.socket()->receive())
             second.socket()->answer(message->sender, std::string(StartupRequest::Answer));
     });
-    EXPECT_EQ(SingleInstance(folder).start({}), Outcome::handedOver) << "it hears, in turn";
+    EXPECT_EQ(SingleInstance(folder).start({}), Outcome::handedOver) << "it receives requests now";
 }
 
 TEST_F(SingleInstanceTest, StartsAfterOneThatWasKilled)
@@ -269,7 +269,7 @@ TEST_F(SingleInstanceTest, IgnoresSocketsOfOtherUsers)
     ASSERT_EQ(pipe(ready), 0);
     const auto other = fork();
     if (other == 0) {
-        InstanceBeacon beacon(elsewhere); // named for root
+        InstanceBeacon beacon(elsewhere); // the name is root's
         const bool isReady = setuid(65534) == 0 && (beacon.light(), write(ready[1], "x", 1) == 1);
         if (isReady)
             pause();

@@ -12,7 +12,7 @@
 namespace
 {
 
-/// Ends this process with 0 if the condition holds.
+/// Exits with 0 if the condition holds.
 [[noreturn]] void endWith(bool isRight)
 {
     _exit(isRight ? 0 : 1);
@@ -62,7 +62,7 @@ TEST(TerminalDetachmentTest, LeavesTheProgramsItStartsTheirSignals)
 {
     const auto start = [] {
         const TerminalDetachment detachment;
-        // Of the signals 1 and 13, none ignored.
+        // SIGHUP (1) and SIGPIPE (13) are not ignored.
         endWith(std::system("test $((0x$(sed -n 's/^SigIgn:\t//p' /proc/self/status) & 0x1001))"
                             " -eq 0") == 0);
     };

@@ -24,7 +24,7 @@ void (*handlerOf(int signal))(int)
     return action.sa_handler;
 }
 
-/// Runs the application; tells how it ended.
+/// Runs the application and returns its exit code.
 int run()
 {
     QTimer overdue;

@@ -7,46 +7,46 @@
 #include <string>
 #include <vector>
 
-/// A desktop of the test's own, in folders that hide the machine's from GIO and Qt: German, with no
-/// display and no bus.
+/// A private desktop in folders that hide the machine's from GIO and Qt: German, without display
+/// and bus.
 namespace TestDesktop
 {
 
-/// How a program was started.
+/// A recorded program start.
 struct Start {
     std::vector<std::string> arguments;
     std::map<std::string, std::string> environment;
     std::string folder;
-    std::vector<std::string> files; ///< that it has open
+    std::vector<std::string> files; ///< open file descriptors
     long parent = 0;
     long session = 0;
 };
 
-/// Makes the desktop. Before GIO, Qt's application or the test look for one.
+/// Creates the desktop. Call it before using GIO or creating the application.
 void begin();
 
 /// Removes it.
 void end();
 
-/// An absolute path in the desktop's own folder.
+/// An absolute path in the desktop's folder.
 std::filesystem::path path(const std::filesystem::path &relative);
 
-/// Installs a program that notes how it is started; found in PATH before others of its name.
+/// Installs a program that records its starts, first in PATH.
 std::filesystem::path addProgram(const std::string &name);
 
-/// Installs an entry for the user, and says where it is.
+/// Installs a desktop entry for the user and returns its path.
 std::string addEntry(const std::string &id, const std::string &text);
 
-/// The lines of an entry that belong to an application: a name and the program, then `more`.
+/// The text of an application entry: a name and the command, then `more`.
 std::string entryText(const std::string &command, const std::string &more = {});
 
-/// How the program was started since this was last asked; waits for it to be, for some seconds.
+/// The start of the program since the last call. Waits for it with a timeout.
 std::optional<Start> waitForStart(const std::string &program);
 
-/// Of the programs that were started and not asked for yet.
+/// The programs started and not yet returned by `waitForStart`.
 std::vector<std::string> startedPrograms();
 
-/// Turns the event loop until `isReached`; false if that takes too long.
+/// Runs the event loop until `isReached`; false on timeout.
 bool waitUntil(const std::function<bool()> &isReached);
 
 } // namespace TestDesktop

@@ -8,7 +8,7 @@ int main(int argc, char *argv[])
 {
     TestDesktop::begin();
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The program has nothing to say on its standard error.
+    // The program must cause no GLib warnings.
     g_log_set_always_fatal(GLogLevelFlags(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING));
     testing::InitGoogleTest(&argc, argv);
     const QGuiApplication application(argc, argv);

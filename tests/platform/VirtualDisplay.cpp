@@ -51,7 +51,8 @@ void VirtualDisplay::listen()
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection.get(), root, XCB_CW_EVENT_MASK, &events);
-    internAtom(m_connection.get(), "_NET_STARTUP_INFO"); // once this is answered, we do listen
+    internAtom(m_connection.get(),
+               "_NET_STARTUP_INFO"); // a round trip, so that events are selected
 }
 
 const std::vector<std::string> &VirtualDisplay::startupMessages()

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// An X display of the test's own, which programs find by the environment while it exists.
+/// A private X server, which DISPLAY names while it exists.
 class VirtualDisplay
 {
 public:
@@ -20,7 +20,7 @@ public:
 
     ~VirtualDisplay();
 
-    /// What programs have told the desktop of the start of others so far, in order.
+    /// The startup notification messages so far, in order.
     const std::vector<std::string> &startupMessages();
 
 private:
@@ -31,6 +31,6 @@ private:
     CPointer<xcb_connection_t, &xcb_disconnect> m_connection;
     xcb_atom_t m_begin = XCB_ATOM_NONE;
     xcb_atom_t m_more = XCB_ATOM_NONE;
-    std::map<xcb_window_t, std::string> m_parts; // by who sends them
+    std::map<xcb_window_t, std::string> m_parts; // by sender
     std::vector<std::string> m_messages;
 };

@@ -20,7 +20,7 @@ namespace
 using namespace Qt::StringLiterals;
 using namespace std::string_literals;
 
-// The limit is one second. A busy machine may be slow besides, but two limits would be too many.
+// The timeout is one second. Leaves a margin for a busy machine, but excludes two timeouts.
 constexpr qint64 LongestWait = 1900;
 
 class X11ClipboardTest : public testing::Test
@@ -28,7 +28,7 @@ class X11ClipboardTest : public testing::Test
 protected:
     using Offers = std::vector<std::pair<QString, std::string>>; // formats and bytes
 
-    /// Another program that owns the clipboard from now on.
+    /// Starts another program that owns the selection.
     void startOwner(const QString &behaviour, const Offers &offers,
                     const QString &selection = u"CLIPBOARD"_s)
     {
@@ -58,7 +58,7 @@ protected:
         return pasteboard.text();
     }
 
-    /// Milliseconds that `read` takes.
+    /// In milliseconds.
     template <typename Read>
     static qint64 durationOf(Read &&read)
     {
@@ -152,7 +152,7 @@ TEST_F(X11ClipboardTest, HasNoTextWithoutAnOwner)
 
 TEST_F(X11ClipboardTest, ReadsItsOwnTextWithoutWaiting)
 {
-    QTest::qWait(50); // until Qt knows the server's time, by which the latest owner is decided
+    QTest::qWait(50); // until Qt knows the server time, which decides ownership
     pasteboard.setText("\uFEFFown");
     EXPECT_LT(durationOf([this] { EXPECT_EQ(pasteboard.text(), "\uFEFFown"); }), 500);
     EXPECT_TRUE(pasteboard.hasText());
@@ -173,7 +173,7 @@ TEST_F(X11ClipboardTest, GivesAnOwnerThatDoesNotAnswerASecond)
         EXPECT_GE(wait, 950) << behaviour.toStdString();
         EXPECT_LT(wait, LongestWait) << behaviour.toStdString();
     }
-    EXPECT_TRUE(pasteboard.hasText()) << "this one lists its formats";
+    EXPECT_TRUE(pasteboard.hasText()) << "the last owner lists its formats";
     startOwner(u"silent"_s, {});
     EXPECT_LT(durationOf([this] { EXPECT_FALSE(pasteboard.hasText()); }), LongestWait);
 }

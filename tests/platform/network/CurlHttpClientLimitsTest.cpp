@@ -9,12 +9,12 @@ constexpr std::size_t Mebibyte = 1024 * 1024;
 constexpr std::size_t LongestBody = 8 * Mebibyte;
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr long MostMemory = 700; // what is freed is kept for a while, to be found when it is used
+constexpr long MostMemory = 700; // AddressSanitizer keeps freed memory for a while
 #else
-constexpr long MostMemory = 64; // mebibytes; a body may be there twice while it grows
+constexpr long MostMemory = 64; // mebibytes; reallocation can hold a body twice
 #endif
 
-/// Servers that never stop. None may take long or much memory.
+/// Endless responses must take little time and memory.
 class CurlHttpClientLimitsTest : public NetworkFixture
 {
 protected:
@@ -30,7 +30,7 @@ protected:
         EXPECT_LT(heartbeat.longestPause(), NoPause);
     }
 
-    /// `head`, then `rest` for as long as anybody listens.
+    /// Sends `head`, then `rest` until the client disconnects.
     void expectNothingFrom(const std::string &head, std::string_view rest)
     {
         SCOPED_TRACE(head);
@@ -132,7 +132,7 @@ TEST_F(CurlHttpClientLimitsTest, AHeadMayBeLongButNotLongerThanAQuarterOfAMebiby
 
 TEST_F(CurlHttpClientLimitsTest, BodyThatIsTooLongWhenUnpackedIsCutOff)
 {
-    constexpr int LengthField = 4; // which Qt puts before the stream
+    constexpr int LengthField = 4; // Qt prepends it to the stream
     const auto bomb = qCompress(QByteArray(64 * int(Mebibyte), 'x')).mid(LengthField);
     ASSERT_LT(bomb.size(), Mebibyte);
     expectNothingFrom([&](Exchange &exchange) {

@@ -10,7 +10,7 @@ namespace
 class CurlHttpClientTest : public NetworkFixture
 {
 protected:
-    /// A server that points from "/" to `location`, and has "there" at every other place.
+    /// Redirects "/" to `location`, and answers "there" for every other target.
     static std::function<void(Exchange &)> redirection(const std::string &location,
                                                        int status = 302)
     {
@@ -82,7 +82,7 @@ TEST_F(CurlHttpClientTest, ReceivesABodyInChunks)
 TEST_F(CurlHttpClientTest, ReceivesACompressedBodyAsItWas)
 {
     const std::string icon(10'000, 'i');
-    constexpr int LengthField = 4; // which Qt puts before the stream
+    constexpr int LengthField = 4; // Qt prepends it to the stream
     const auto compressed = qCompress(QByteArray::fromStdString(icon)).mid(LengthField);
     ASSERT_LT(compressed.size(), 1000);
     EXPECT_EQ(receive([&](Exchange &exchange) {

@@ -9,8 +9,8 @@
 namespace
 {
 
-/// A web server that speaks TLS and proves by a certificate of its own that it is 127.0.0.1. It
-/// lives on the thread that makes it.
+/// A TLS web server with a self-signed certificate for 127.0.0.1. It runs on the thread that
+/// creates it.
 class TlsServer
 {
 public:

@@ -16,7 +16,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-/// Slow servers and silent ones, and who waits for them.
+/// Slow and silent servers.
 class CurlHttpClientWaitingTest : public NetworkFixture
 {
 protected:
@@ -29,7 +29,7 @@ protected:
         }
     }
 
-    /// How many threads of the client's there are.
+    /// The number of threads of clients.
     static int networkThreads()
     {
         int count = 0;
@@ -41,7 +41,7 @@ protected:
         return count;
     }
 
-    /// Waits until `server` has been asked `count` times.
+    /// Waits until `server` has received `count` requests.
     static bool waitForRequests(const HttpServer &server, std::size_t count)
     {
         return QTest::qWaitFor([&] { return server.requests().size() >= count; });
@@ -89,7 +89,7 @@ TEST_F(CurlHttpClientWaitingTest, HasNoThreadAtRest)
 
 TEST_F(CurlHttpClientWaitingTest, KeepsNothingOfRequestsThatAreOver)
 {
-    // A thread that has ended keeps its stack, of some mebibytes, until somebody has noticed.
+    // A thread that was not joined keeps its stack of some mebibytes.
     const auto addressSpace = [] {
         std::size_t pages = 0;
         std::ifstream("/proc/self/statm") >> pages;
@@ -176,7 +176,7 @@ TEST_F(TimeoutTest, EndsABodyThatDoesNotGoOn)
 
 TEST_F(TimeoutTest, EndsARequestThatDoesNotGetThrough)
 {
-    // Nobody accepts, and as many wait already as may.
+    // The listener accepts no connection, and its backlog is full.
     const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address {};
     address.sin_family = AF_INET;
@@ -189,7 +189,7 @@ TEST_F(TimeoutTest, EndsARequestThatDoesNotGetThrough)
     std::array<int, 3> waiting {};
     for (auto &socket : waiting) {
         socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-        EXPECT_NE(connect(socket, general, size), 0); // not yet, if ever
+        EXPECT_NE(connect(socket, general, size), 0); // still pending
     }
     expectTimeout("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/");
     for (const int socket : waiting)
@@ -213,11 +213,11 @@ TEST_F(TimeoutTest, CoversAllRedirectsTogether)
     EXPECT_LT(server.requests().size(), 10);
 }
 
-/// What happens to requests when their client goes.
+/// Destroys clients with requests.
 class DestroyingTest : public CurlHttpClientWaitingTest
 {
 protected:
-    /// Begins a request, destroys the client when it is answered, and expects that to end it.
+    /// Destroys the client during a request, and expects the request to end.
     void expectToEnd(const std::function<void(Exchange &)> &answer)
     {
         const HttpServer server(answer);
@@ -288,7 +288,7 @@ TEST_F(DestroyingTest, AtAnyMomentReceivesNothingLater)
         std::this_thread::sleep_for(20us * i);
         doomed.reset();
         *isThere = false;
-        EXPECT_EQ(isThere.use_count(), 1); // nobody is left to call the function
+        EXPECT_EQ(isThere.use_count(), 1); // the client has released the function
     }
 }
 
@@ -299,8 +299,7 @@ TEST_F(DestroyingTest, WithMessagesStillUnderWayIsHarmless)
     const Request request(*doomed, server.address());
     while (!request.isOver())
         std::this_thread::sleep_for(1ms);
-    std::this_thread::sleep_for(
-        20ms); // the end has been told to the main thread, which has not turned
+    std::this_thread::sleep_for(20ms); // the end of the download is now queued
     doomed.reset();
     QCoreApplication::processEvents();
 }

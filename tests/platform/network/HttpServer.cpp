@@ -185,7 +185,7 @@ void HttpServer::serve(int socket)
     --m_open;
 }
 
-// Empty if the client hangs up first, one byte if what it says is not HTTP.
+// Empty if the client disconnects first, one byte if the request is not HTTP.
 std::string HttpServer::readHead(int socket) const
 {
     std::string head;

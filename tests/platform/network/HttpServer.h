@@ -11,37 +11,37 @@
 #include <thread>
 #include <vector>
 
-/// A web server on 127.0.0.1 that answers as the test says, also wrongly and never. Each connection
-/// has a thread and one request.
+/// A web server on 127.0.0.1 whose answers the test defines, including invalid or missing ones.
+/// Each connection has a thread and serves one request.
 class HttpServer
 {
 public:
-    /// A request, and the way back to who made it.
+    /// A request and its connection.
     class Exchange
     {
     public:
         Exchange(HttpServer &server, int socket, std::string head);
 
-        /// The request line and the fields, as they arrived.
+        /// The request line and header fields as received.
         const std::string &head() const { return m_head; }
 
-        /// The second word of the request line.
+        /// The request target.
         std::string target() const;
 
-        /// False once nobody listens.
+        /// False once the client has disconnected.
         bool send(std::string_view bytes);
 
-        /// Sends the status line, the fields (each ends a line), how long the body is, and the
-        /// body. The connection is not kept.
+        /// Sends the status line, `fields` (each ends with a line break), Content-Length and the
+        /// body, and closes the connection.
         void answer(int status, std::string_view body, const std::string &fields = {});
 
-        /// Sends `bytes` until nobody listens, but no more than 256 MiB.
+        /// Sends `bytes` repeatedly until the client disconnects, at most 256 MiB.
         void sendForever(std::string_view bytes);
 
-        /// False if the client hung up before the time was over.
+        /// False if the client disconnected before the time was over.
         bool pause(std::chrono::milliseconds time);
 
-        /// Says nothing until the client hangs up.
+        /// Waits until the client disconnects.
         void waitForHangUp();
 
     private:
@@ -50,35 +50,34 @@ public:
         std::string m_head;
     };
 
-    /// `answer` runs on a thread of the connection's; on return the connection is closed. `port` 0
-    /// is any that is free. Throws `std::system_error` where the port cannot be had.
+    /// `answer` runs on the connection's thread; its return closes the connection. `port` 0 chooses
+    /// a free one. Throws `std::system_error` if the port is not available.
     explicit HttpServer(std::function<void(Exchange &)> answer, std::uint16_t port = 0);
 
     HttpServer(const HttpServer &) = delete;
     HttpServer &operator=(const HttpServer &) = delete;
 
-    /// Cuts every connection.
+    /// Closes all connections.
     ~HttpServer();
 
     std::uint16_t port() const { return m_port; }
 
-    /// Of something on this server; `path` begins with a slash.
+    /// A URL on this server; `path` begins with a slash.
     std::string address(std::string_view path = "/") const;
 
-    /// The heads of the requests so far, in the order in which they arrived.
+    /// The requests so far, as in `Exchange::head`, in order of arrival.
     std::vector<std::string> requests() const;
 
-    /// The targets of the requests so far, as in `requests`.
+    /// The targets of `requests`.
     std::vector<std::string> targets() const;
 
-    /// How many connections are open.
+    /// The number of open connections.
     int connections() const { return m_open; }
 
-    /// How many connections there have been: all that began before one that was answered are
-    /// counted.
+    /// The number of accepted connections. Includes all that began before an answered one.
     int connectionsSoFar() const { return m_accepted; }
 
-    /// Bytes that the system took for sending, of all connections.
+    /// The bytes handed to the kernel on all connections.
     std::uint64_t bytesSent() const { return m_bytesSent; }
 
 private:
@@ -94,7 +93,7 @@ private:
     std::atomic<int> m_accepted = 0;
     std::atomic<std::uint64_t> m_bytesSent = 0;
     mutable std::mutex m_mutex;
-    std::vector<std::string> m_requests; // under the mutex, as is what follows
+    std::vector<std::string> m_requests; // guarded by the mutex, as the next two
     std::list<int> m_sockets;
     std::list<std::thread> m_threads;
     std::thread m_acceptor; // last: it uses all of the above

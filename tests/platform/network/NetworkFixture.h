@@ -20,7 +20,7 @@
 #include <sys/resource.h>
 #include <utility>
 
-/// One request and what comes of it.
+/// One request and its result.
 class Request
 {
 public:
@@ -28,7 +28,7 @@ public:
     {
         const auto promise = std::make_shared<std::promise<std::string>>();
         m_body = promise->get_future();
-        // When the client lets the function go uncalled, the promise is broken.
+        // Breaks the promise if the client releases the function without calling it.
         client.get(*WebAddress::parse(address),
                    [promise](const QByteArray &body) { promise->set_value(body.toStdString()); });
     }
@@ -38,15 +38,15 @@ public:
         return m_body.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     }
 
-    /// Runs the event loop until the request is over. False after 20 seconds, long before the
-    /// timeout of the client.
+    /// Runs the event loop until the request ends. False after 20 seconds, less than the client's
+    /// timeout.
     bool waitUntilOver() const
     {
         constexpr int Patience = 20'000;
         return QTest::qWaitFor([this] { return isOver(); }, Patience);
     }
 
-    /// What was received, once; none if nothing was.
+    /// The received body, once; none without one.
     std::optional<std::string> body()
     {
         EXPECT_TRUE(waitUntilOver());
@@ -63,7 +63,7 @@ private:
     std::future<std::string> m_body;
 };
 
-/// Watches how long the main thread is kept from its events.
+/// Measures how long the main thread processes no events.
 class Heartbeat
 {
 public:
@@ -96,10 +96,10 @@ class NetworkFixture : public testing::Test
 protected:
     using Exchange = HttpServer::Exchange;
 
-    /// A machine with much else to do pauses us too, but not for that long.
+    /// A busy machine causes shorter pauses.
     static constexpr std::chrono::milliseconds NoPause = std::chrono::seconds(3);
 
-    /// What the client gets of a server that answers in this way.
+    /// The body received from a server with this answer.
     std::optional<std::string> receive(std::function<void(Exchange &)> answer)
     {
         const HttpServer server(std::move(answer));
@@ -111,7 +111,7 @@ protected:
         return Request(client, address).body();
     }
 
-    /// The most memory that the process had so far, in mebibytes.
+    /// The peak memory of the process in mebibytes.
     static long peakMemory()
     {
         rusage usage {};

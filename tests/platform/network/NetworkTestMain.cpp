@@ -5,7 +5,7 @@
 
 int main(int argc, char *argv[])
 {
-    // The servers are on this machine, whatever is between its user and others.
+    // The servers are local, so the machine's proxies must not be used.
     for (const auto *const variable : { "http_proxy", "https_proxy", "all_proxy", "no_proxy",
                                         "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY", "NO_PROXY" })
         qunsetenv(variable);

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-/// What the desktop knows of proxies, as the test says.
+/// The test's proxy settings for GIO.
 namespace TestProxyResolver
 {
 
-/// Makes GIO ask `lookUp` for the proxies of every address from now on, on the thread of who asks.
-/// None of them is an error. Call it once, before anything has asked.
+/// Makes GIO call `lookUp` for the proxies of every address, on the calling thread. An empty result
+/// is an error. Call it once, before the first lookup.
 void install(
     std::function<std::vector<std::string>(const std::string &address, GCancellable *)> lookUp);
 

@@ -59,11 +59,11 @@ bool isUsable(int namespaces)
 
 void prepare()
 {
-    // Root needs no user namespace, which a changed root folder rules out.
+    // Root needs no user namespace, which a process in a chroot cannot create.
     for (const int namespaces : { CLONE_NEWNET, CLONE_NEWUSER | CLONE_NEWNET })
         if (isUsable(namespaces)) {
             enter(namespaces);
-            prctl(PR_SET_DUMPABLE, 1); // for leak checkers, which look into the process
+            prctl(PR_SET_DUMPABLE, 1); // for leak checkers, which trace the process
             return;
         }
 }

@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
-/// The port of addresses that name none. Only root may serve it on the machine's own network.
+/// The default HTTP port. Only root may listen on it in the machine's network namespace.
 namespace WebPort
 {
 
 constexpr std::uint16_t Number = 80;
 
-/// Gives the process a network of its own if the system permits that. Otherwise the port is the
-/// machine's, if that is free. Call before there is a second thread.
+/// Enters a separate network namespace if the system permits it. Otherwise the port is the
+/// machine's. Call it before creating threads.
 void prepare();
 
 } // namespace WebPort
