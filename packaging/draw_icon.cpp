@@ -21,8 +21,7 @@ QImage draw(QSvgRenderer &drawing, int side)
 
 } // namespace
 
-/// Draws the application icon for the icon theme: draw_icon DRAWING.svg SIDE PICTURE.png, with the
-/// side in pixels.
+/// Draws the application icon for the icon theme, SIDE pixels wide and high.
 int main(int argc, char *argv[])
 {
     if (argc != 4) {
@@ -33,7 +32,7 @@ int main(int argc, char *argv[])
     const int side = QString::fromLocal8Bit(argv[2]).toInt();
     if (!drawing.isValid() || side <= 0 ||
         !draw(drawing, side).save(QString::fromLocal8Bit(argv[3]), "PNG")) {
-        std::cerr << "draw_icon: " << argv[1] << " does not become " << argv[3] << '\n';
+        std::cerr << "draw_icon: " << argv[1] << " cannot be drawn to " << argv[3] << '\n';
         return EXIT_FAILURE;
     }
     return EXIT_SUCCESS;
