@@ -4,17 +4,16 @@
 #include <optional>
 #include <string>
 
-/// One thing that was measured. What is compared is a ratio, which holds from machine to machine;
-/// a time does not.
+/// A measured figure. Ratios are comparable between machines; times are not.
 struct Figure {
-    std::string what;                           ///< "save"
-    std::string size;                           ///< of what: "1,000 nodes"
+    std::string what;                           ///< "save a library"
+    std::string size;                           ///< the case: "1,000 nodes"
     double value = 0;                           ///< median
     std::string unit;                           ///< of `value`
-    std::string reference;                      ///< what it is compared with; empty if with nothing
-    std::optional<double> ratio = std::nullopt; ///< to the reference, in the median
+    std::string reference;                      ///< compared with this; may be empty
+    std::optional<double> ratio = std::nullopt; ///< to the reference; median
 
-    /// Puts it on standard output: one line, a tab between two columns, as `figure.py` reads it.
+    /// Prints one line of tab-separated columns, which `figure.py` parses.
     void print() const;
 };
 

@@ -30,7 +30,7 @@ public:
             return false;
         if (!static_cast<QWindow *>(object)->isExposed())
             return false;
-        // The event's own handler paints and flushes; what comes after it is the next turn.
+        // The event handler paints and flushes, so the next turn is after that.
         object->removeEventFilter(this);
         QTimer::singleShot(0, this, [this] {
             printTime();

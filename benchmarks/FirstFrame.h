@@ -2,6 +2,5 @@
 
 class QWindow;
 
-/// Prints the monotonic clock's nanoseconds to the standard output once the window's first frame
-/// is painted and handed to the screen.
+/// Prints the monotonic clock in nanoseconds when the window's first frame is painted and flushed.
 void announceFirstFrame(QWindow &window);

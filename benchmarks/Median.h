@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-/// The middle one of the values, of which there is at least one.
+/// The median of at least one value.
 inline double median(std::vector<double> values)
 {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);

@@ -2,14 +2,13 @@
 
 #include <functional>
 
-/// How long two ways to do a thing take, each run followed by one of the other, so that a machine
-/// that is slow for a while is slow for both.
+/// Times two functions alternately, so that a slow phase of the machine affects both.
 struct PairedRuns {
     double firstMilliseconds = 0;  ///< median
     double secondMilliseconds = 0; ///< median
-    double ratio = 0;              ///< median of first to second, pair by pair
+    double ratio = 0;              ///< median of first / second of each pair
 
-    /// Runs both once without counting, then `count` times.
+    /// Runs each once as a warm-up, then `count` times.
     static PairedRuns measure(int count, const std::function<void()> &first,
                               const std::function<void()> &second);
 };

@@ -1,5 +1,5 @@
-// What any Qt program with an icon in the tray costs: an empty window of the panel's size, or one
-// with a line for each argument, each in a size of its own, telling when its first frame stands.
+// The cost of a minimal Qt program with a tray icon: a window of the panel's size with a line of
+// text per argument, each in another font size. Prints the time of the first frame.
 
 #include "FirstFrame.h"
 

@@ -1,5 +1,5 @@
-// Reading and writing libraries of several sizes: decoding beside QJsonDocument, encoding and
-// saving beside writing the same bytes with the same flush.
+// Decodes and saves libraries of several sizes, compared with QJsonDocument and with a plain write
+// and fsync of the same bytes.
 
 #include "Figure.h"
 #include "PairedRuns.h"
@@ -27,7 +27,7 @@ void require(bool condition, const char *what)
     std::exit(EXIT_FAILURE);
 }
 
-/// The same records by way of Qt's own JSON classes.
+/// Decodes the same records with Qt's JSON classes.
 SatchelDocument decodeWithQt(const QByteArray &json)
 {
     const QJsonObject root = QJsonDocument::fromJson(json).object();
@@ -95,7 +95,7 @@ void measure(std::size_t nodes, int runs)
                    require(WholeFile::replace(saved, write), "save");
                },
                [&] { writePlainly(plain, json); }),
-           "a plain write of the same bytes, flushed alike");
+           "a plain write and fsync of the same bytes");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// The cost of one keystroke and of one scroll step in the panel, from 10 to 100,000 nodes: the
-// event, what it changes, and the repaint.
+// The cost of a keystroke and of a scroll step in the panel with 10 to 100,000 nodes: the event,
+// the resulting changes, and the repaint.
 
 #include "Figure.h"
 #include "Median.h"
@@ -32,8 +32,8 @@ namespace
 constexpr int StepsInABlock = 48;
 constexpr int Rounds = 15;
 
-/// One program on a library of its own. Saves are due 0.25 seconds after the last change and so
-/// fall outside what is measured.
+/// A program with its own library. Saves are not measured, because they start 0.25 seconds after
+/// the last change.
 struct Program {
     explicit Program(std::size_t nodes)
         : size(nodesText(nodes))
@@ -75,14 +75,14 @@ void typeLetter(const Program &program)
 
 void scrollStep(const Program &program, int run)
 {
-    // To and fro over three cards, so that cards are handed new nodes on the way.
+    // Back and forth over three cards, so that cards are reused for other nodes.
     constexpr int Step = 60;
     constexpr int StepsOneWay = 8;
     const bool isDown = run / StepsOneWay % 2 == 0;
     program.scrollBar->setValue(program.scrollBar->value() + (isDown ? Step : -Step));
 }
 
-/// Some steps in one program while it is the active one; the median.
+/// The median of several steps in one program, while its window is active.
 template <typename Step>
 double block(const Program &program, Step &&step)
 {
@@ -96,7 +96,7 @@ double block(const Program &program, Step &&step)
     return median(times);
 }
 
-/// All programs in turn, block by block; prints the medians and their ratios to the first.
+/// Measures all programs alternately, and prints the medians and their ratios to the first.
 template <typename Step>
 void compare(const char *what, const std::list<Program> &programs, Step &&step)
 {

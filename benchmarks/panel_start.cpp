@@ -1,4 +1,4 @@
-// The program as people start it, telling when its first frame stands.
+// The complete program, which prints the time of its first frame.
 
 #include "FirstFrame.h"
 #include "app/AppDelegate.h"

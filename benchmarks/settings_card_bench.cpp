@@ -1,6 +1,6 @@
-// What the launcher settings cost the frame they appear in: five filled slots, three applications
-// and two websites with an icon each, beside a plain repaint of the same panel. On a desktop with a
-// tray, whose menu has shown the icons before.
+// The time that the launcher settings add to the frame in which they appear: five slots with icons
+// (three applications and two websites), compared with a repaint of the same panel. Needs a desktop
+// with a tray, whose menu has already loaded the icons.
 
 #include "Figure.h"
 #include "Median.h"
@@ -78,7 +78,7 @@ void fillSlots(const QTemporaryDir &home)
                        [&slots](const ByteSink &sink) { LauncherDocument::encode(slots, sink); });
 }
 
-/// From `change` to the end of the turn in which it is painted.
+/// The time from `change` to the end of the turn that paints it.
 template <typename Change>
 double milliseconds(Change &&change)
 {

@@ -1,5 +1,5 @@
-// write_sample_library NODES FOLDER: puts a library of that many nodes where a program started
-// with XDG_DATA_HOME=FOLDER finds it.
+// write_sample_library NODES FOLDER: writes a library with NODES nodes for a program that is
+// started with XDG_DATA_HOME=FOLDER.
 
 #include "SampleLibrary.h"
 #include "support/WholeFile.h"
