@@ -1,4 +1,3 @@
-#include "fakes/UnprivilegedScope.h"
 #include "launchers/LauncherStoreFixture.h"
 
 #include <gtest/gtest.h>
@@ -6,23 +5,13 @@
 #include <csignal>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
 
 namespace
 {
 
 namespace fs = std::filesystem;
 
-class LauncherStoreLoadingTest : public LauncherStoreFixture
-{
-protected:
-    void expectEmptySlotsFrom(std::string_view bytes)
-    {
-        writeFile(bytes);
-        EXPECT_EQ(restart().slots().get(), LauncherSlots()) << bytes.substr(0, 100);
-        EXPECT_EQ(fileText(), bytes) << "nothing is written before something changes";
-    }
-};
+using LauncherStoreLoadingTest = LauncherStoreFixture;
 
 TEST_F(LauncherStoreLoadingTest, MakesTheFoldersAndFiveEmptySlotsAtTheFirstLaunchButNoFile)
 {
@@ -31,15 +20,6 @@ TEST_F(LauncherStoreLoadingTest, MakesTheFoldersAndFiveEmptySlotsAtTheFirstLaunc
     EXPECT_TRUE(fs::is_directory(favicons));
     EXPECT_TRUE(fs::is_empty(favicons));
     EXPECT_FALSE(fs::exists(file));
-}
-
-TEST_F(LauncherStoreLoadingTest, MakesTheFolderForItsOwnerOnlyWithTheFoldersOnTheWay)
-{
-    machine.fileLocations.folder += QStringLiteral("/some/where");
-    store();
-    const auto made = fs::path(machine.fileLocations.folder.toStdString()) / "Quillsatchel";
-    ASSERT_TRUE(fs::is_directory(made / "Favicons"));
-    EXPECT_EQ(TestFiles::mode(made), 0700U);
 }
 
 TEST_F(LauncherStoreLoadingTest, LeavesFoldersAndIconsThatAreThereAsTheyAre)
@@ -92,58 +72,6 @@ TEST_F(LauncherStoreLoadingTest, WritesNothingAndFetchesNothingAtTheStart)
     EXPECT_EQ(fileText(), text);
     EXPECT_TRUE(machine.httpClient.requests.empty()) << "the website has no icon yet";
     EXPECT_TRUE(machine.workspace.iconsAskedFor.empty());
-}
-
-TEST_F(LauncherStoreLoadingTest, LoadsFiveEmptySlotsFromAnUnreadableText)
-{
-    expectEmptySlotsFrom("");
-    expectEmptySlotsFrom("no json");
-    expectEmptySlotsFrom("null");
-    expectEmptySlotsFrom(R"({"slots" : []})");
-    expectEmptySlotsFrom("\xFF\xFE[]");
-    expectEmptySlotsFrom(ExampleLaunchers::json.substr(0, 300));
-    expectEmptySlotsFrom(ExampleLaunchers::with("\"website\"", "\"folder\""));
-    expectEmptySlotsFrom(ExampleLaunchers::with("0F7A2B94", "0F7A2B9X"));
-    expectEmptySlotsFrom(ExampleLaunchers::with("\"name\"", "\"title\""));
-    expectEmptySlotsFrom(std::string(ExampleLaunchers::json) + "]");
-    expectEmptySlotsFrom(std::string(100'000, '['));
-}
-
-TEST_F(LauncherStoreLoadingTest, LoadsFiveEmptySlotsWhereTheFileMayNotBeRead)
-{
-    writeFile(ExampleLaunchers::json);
-    TestFiles::setMode(file, 0);
-    const UnprivilegedScope scope(machine.directory.path().toStdString());
-    EXPECT_EQ(store().slots().get(), LauncherSlots());
-}
-
-TEST_F(LauncherStoreLoadingTest, LoadsFiveEmptySlotsWhereNoFileStandsForTheFile)
-{
-    fs::create_directories(file);
-    EXPECT_EQ(restart().slots().get(), LauncherSlots());
-    fs::remove(file);
-    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(restart().slots().get(), LauncherSlots()) << "it does not wait for a pipe";
-}
-
-TEST_F(LauncherStoreLoadingTest, ReadsTheFileOnlyOnce)
-{
-    writeFile(ExampleLaunchers::json);
-    store();
-    writeFile("[]");
-    EXPECT_EQ(store().slots().get(), ExampleLaunchers::slots());
-    store().clear(1);
-    EXPECT_EQ(fileText(), ExampleLaunchers::json) << "what others wrote meanwhile is overwritten";
-}
-
-TEST_F(LauncherStoreLoadingTest, WorksInMemoryWhereAFileStandsForTheFolder)
-{
-    TestFiles::write(folder, "in the way");
-    EXPECT_TRUE(store().setWebsite("example.com", 0));
-    EXPECT_EQ(item(0)->name, "example.com");
-    store().clear(0);
-    EXPECT_FALSE(item(0));
-    EXPECT_EQ(TestFiles::read(folder), "in the way");
 }
 
 TEST_F(LauncherStoreLoadingTest, WorksWithoutIconsWhereAFileStandsForTheirFolder)

@@ -1,28 +1,16 @@
-#include "fakes/UnprivilegedScope.h"
 #include "launchers/LauncherStoreFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <iterator>
 #include <string>
-#include <sys/stat.h>
 
 namespace
 {
 
 namespace fs = std::filesystem;
-using namespace std::string_view_literals;
 
-class LauncherStoreSavingTest : public LauncherStoreFixture
-{
-protected:
-    static constexpr auto Unreadable = "[ null, \0\xFF half a launcher"sv;
-
-    fs::path scratch() const { return machine.directory.path().toStdString(); }
-
-    fs::path kept = folder / "launchers.json.unreadable";
-};
+using LauncherStoreSavingTest = LauncherStoreFixture;
 
 TEST_F(LauncherStoreSavingTest, SavesEveryChangeAtOnce)
 {
@@ -85,26 +73,6 @@ TEST_F(LauncherStoreSavingTest, GivesTheNextStartWhatThisOneSaved)
     EXPECT_EQ(item(0)->name, "\u00C9 / \"b\"\n");
 }
 
-TEST_F(LauncherStoreSavingTest, MakesTheFileForItsOwnerOnly)
-{
-    const auto former = umask(0);
-    store().clear(0);
-    umask(former);
-    EXPECT_EQ(TestFiles::mode(file), 0600U);
-    EXPECT_EQ(TestFiles::mode(folder), 0700U);
-}
-
-TEST_F(LauncherStoreSavingTest, ReplacesTheFileInOneStep)
-{
-    writeFile(ExampleLaunchers::json);
-    const auto former = folder / "former";
-    fs::create_hard_link(file, former);
-    store().clear(0);
-    EXPECT_TRUE(isSaved());
-    EXPECT_EQ(TestFiles::read(former), ExampleLaunchers::json) << "the old file was written into";
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 3) << "something was left over";
-}
-
 TEST_F(LauncherStoreSavingTest, LeavesThePromptsAlone)
 {
     TestFiles::write(folder / "prompts.json", "prompts");
@@ -113,79 +81,13 @@ TEST_F(LauncherStoreSavingTest, LeavesThePromptsAlone)
     EXPECT_EQ(TestFiles::read(folder / "prompts.json"), "prompts");
 }
 
-TEST_F(LauncherStoreSavingTest, KeepsChangesInMemoryWhereTheFileMayNotBeWritten)
-{
-    writeFile(ExampleLaunchers::json);
-    store();
-    const UnprivilegedScope scope(scratch());
-    TestFiles::setMode(folder, 0500);
-    EXPECT_TRUE(store().setWebsite("example.com", 0));
-    EXPECT_EQ(item(0)->name, "example.com");
-    EXPECT_EQ(fileText(), ExampleLaunchers::json);
-
-    TestFiles::setMode(folder, 0700);
-    store().clear(1);
-    EXPECT_TRUE(isSaved());
-}
-
-TEST_F(LauncherStoreSavingTest, KeepsAnUnreadableFileByteForByteWhenTheFirstSaveOverwritesIt)
-{
-    writeFile(Unreadable);
-    store();
-    EXPECT_FALSE(fs::exists(kept)) << "nothing is written before something changes";
-    store().setWebsite("example.com", 0);
-    EXPECT_EQ(TestFiles::read(kept), Unreadable);
-    EXPECT_TRUE(isSaved());
-}
-
-TEST_F(LauncherStoreSavingTest, KeepsAnUnreadableFileOnlyOnce)
-{
-    writeFile(Unreadable);
-    store().clear(0);
-    store().clear(0);
-    EXPECT_EQ(TestFiles::read(kept), Unreadable);
-    fs::remove(kept);
-    store().clear(0);
-    EXPECT_FALSE(fs::exists(kept));
-    restart().clear(0);
-    EXPECT_FALSE(fs::exists(kept)) << "what was saved since is readable";
-}
-
 TEST_F(LauncherStoreSavingTest, KeepsAnUnreadableFileThroughChangesThatAreNone)
 {
-    writeFile(Unreadable);
+    writeFile("unreadable");
     EXPECT_FALSE(store().setWebsite("", 0));
     store().clear(5);
-    EXPECT_EQ(fileText(), Unreadable);
-    EXPECT_FALSE(fs::exists(kept));
-}
-
-TEST_F(LauncherStoreSavingTest, KeepsNoValidOrMissingFileAside)
-{
-    for (const auto text : { ExampleLaunchers::json, "[]"sv }) {
-        writeFile(text);
-        restart().clear(0);
-        EXPECT_FALSE(fs::exists(kept)) << text;
-    }
-    fs::remove(file);
-    restart().clear(0);
-    EXPECT_FALSE(fs::exists(kept)) << "no file";
-}
-
-TEST_F(LauncherStoreSavingTest, DoesNotOverwriteAnUnreadableFileUntilItCanBeKept)
-{
-    writeFile(Unreadable);
-    store();
-    const UnprivilegedScope scope(scratch());
-    TestFiles::setMode(folder, 0500);
-    EXPECT_TRUE(store().setWebsite("example.com", 0));
-    EXPECT_EQ(fileText(), Unreadable);
-    EXPECT_TRUE(item(0));
-
-    TestFiles::setMode(folder, 0700);
-    store().clear(1);
-    EXPECT_EQ(TestFiles::read(kept), Unreadable);
-    EXPECT_TRUE(isSaved());
+    EXPECT_EQ(fileText(), "unreadable");
+    EXPECT_FALSE(fs::exists(folder / "launchers.json.unreadable"));
 }
 
 } // namespace

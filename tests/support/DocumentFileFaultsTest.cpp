@@ -1,5 +1,5 @@
-// What can befall the files of both stores, and what becomes of them then. In all of it memory
-// keeps what the user has, and nothing on the disk is lost.
+// Faults of the files of both stores. In every case memory keeps what the user has, and nothing on
+// the disk is lost.
 
 #include "fakes/FileSizeLimit.h"
 #include "fakes/TestFiles.h"
@@ -42,11 +42,20 @@ void makeSocket(const fs::path &file)
 class DocumentFileFaultsTest : public DocumentFileFixture
 {
 protected:
-    /// Puts the folder three levels down in "home", as managers of dotfiles do, with a link to it.
+    /// Moves the folder three levels down in "home" and links to it, as managers of dotfiles do.
     void linkFolder() const
     {
         fs::create_directories(scratch / "home" / ".local" / "share" / "Quillsatchel");
         fs::create_directory_symlink("home/.local/share/Quillsatchel", folder);
+    }
+
+    /// Has the program keep its folder in `parent`.
+    void useFolderIn(const fs::path &parent)
+    {
+        machine.fileLocations.folder = QString::fromStdString(parent);
+        folder = parent / "Quillsatchel";
+        file = folder / GetParam().name;
+        kept = folder / (GetParam().name + ".unreadable");
     }
 
     /// A numbered copy of the unreadable file.
@@ -57,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(Both, DocumentFileFaultsTest, bothFiles(), &nameOfFile)
 
 // Disk.
 
-/// Sizes at which a file may be when the disk is full: before, within and behind each write.
+/// File sizes at which the disk may be full: before, within and after each write.
 std::vector<std::size_t> sizesAroundWrites(std::size_t size)
 {
     constexpr std::size_t Step = 512 * 1024; // a save writes about a megabyte at once
@@ -72,7 +81,7 @@ std::vector<std::size_t> sizesAroundWrites(std::size_t size)
     return sizes;
 }
 
-TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesTheOldFileAndNothingBesideIt)
+TEST_P(DocumentFileFaultsTest, KeepsTheOldFileWhenTheDiskIsFullAtAnyWrite)
 {
     const auto old = GetParam().with(std::string(5'000'000, 'x'));
     writeFile(old);
@@ -86,7 +95,7 @@ TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesTheOldFileAndNothingBesi
     expectSaves(store);
 }
 
-TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesAnUnreadableFileUnderItsNameOrAnother)
+TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileWhenTheDiskIsFull)
 {
     const auto unreadable = GetParam().with(std::string(5'000'000, 'x')) + "]";
     writeFile(unreadable);
@@ -102,17 +111,51 @@ TEST_P(DocumentFileFaultsTest, ADiskFullAtAnyWriteLeavesAnUnreadableFileUnderIts
 
 // Folders.
 
-TEST_P(DocumentFileFaultsTest, MissingFoldersAreMade)
+TEST_P(DocumentFileFaultsTest, CreatesMissingFoldersForTheOwnerOnly)
 {
-    machine.fileLocations.folder = QString::fromStdString(scratch / "some" / "where");
+    const auto former = umask(0);
+    useFolderIn(scratch / "some" / "where");
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
-    store.changeAndSave();
-    const auto made = scratch / "some" / "where" / "Quillsatchel" / GetParam().name;
-    EXPECT_EQ(TestFiles::read(made), store.contents());
+    EXPECT_TRUE(store.hasDefaults());
+    EXPECT_TRUE(fs::is_directory(folder)) << "created at the start";
+    expectSaves(store);
+    umask(former);
+    EXPECT_EQ(TestFiles::mode(folder), 0700U);
+    EXPECT_EQ(TestFiles::mode(file), 0600U);
+    EXPECT_FALSE(fs::exists(kept));
 }
 
-TEST_P(DocumentFileFaultsTest, AFolderRemovedMeanwhileStaysSoAndChangesStayInMemoryUntilItIsBack)
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhenAFileHasTheNameOfTheFolder)
+{
+    TestFiles::write(folder, "in the way");
+    auto &store = start();
+    EXPECT_TRUE(store.hasDefaults());
+    changeInMemory(store);
+    EXPECT_EQ(TestFiles::read(folder), "in the way");
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhenAFileHasTheNameOfAParentFolder)
+{
+    TestFiles::write(scratch / "parent", "in the way");
+    useFolderIn(scratch / "parent" / "below");
+    auto &store = start();
+    EXPECT_TRUE(store.hasDefaults());
+    changeInMemory(store);
+    EXPECT_EQ(TestFiles::read(scratch / "parent"), "in the way");
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhenTheParentFolderIsReadOnly)
+{
+    const UnprivilegedScope scope(scratch);
+    TestFiles::setMode(scratch, 0500);
+    auto &store = start();
+    EXPECT_TRUE(store.hasDefaults());
+    changeInMemory(store);
+    EXPECT_FALSE(fs::exists(folder));
+    TestFiles::setMode(scratch, 0700);
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhileTheFolderIsMissing)
 {
     auto &store = startFromExample();
     fs::remove_all(folder);
@@ -123,7 +166,7 @@ TEST_P(DocumentFileFaultsTest, AFolderRemovedMeanwhileStaysSoAndChangesStayInMem
     expectSaves(store);
 }
 
-TEST_P(DocumentFileFaultsTest, AReadOnlyFolderKeepsTheOldFileAndChangesStayInMemoryUntilItIsNot)
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhileTheFolderIsReadOnly)
 {
     writeFile(GetParam().example);
     fs::create_directory(favicons);
@@ -138,39 +181,54 @@ TEST_P(DocumentFileFaultsTest, AReadOnlyFolderKeepsTheOldFileAndChangesStayInMem
     expectSaves(store);
 }
 
-TEST_P(DocumentFileFaultsTest, AFileInAFolderThatOpensOnlyLaterIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, LeavesAnUnreadableFileUntilItsFolderIsWritable)
+{
+    writeFile("unreadable");
+    const UnprivilegedScope scope(scratch);
+    auto &store = start();
+    TestFiles::setMode(folder, 0500);
+    changeInMemory(store);
+    EXPECT_EQ(fileText(), "unreadable");
+    EXPECT_FALSE(fs::exists(kept));
+
+    TestFiles::setMode(folder, 0700);
+    expectSaves(store);
+    EXPECT_EQ(TestFiles::read(kept), "unreadable");
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsAFileWhoseFolderBecomesReadableLater)
 {
     writeFile(GetParam().example);
     const UnprivilegedScope scope(scratch);
     TestFiles::setMode(folder, 0);
     auto &store = start();
     TestFiles::setMode(folder, 0700);
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     expectSaves(store);
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-// What stands where the file should.
+// Other things with the name of the file.
 
-TEST_P(DocumentFileFaultsTest, AFolderInPlaceOfTheFileStaysAndChangesStayInMemoryUntilItIsGone)
+TEST_P(DocumentFileFaultsTest, LeavesAFolderThatHasTheNameOfTheFile)
 {
     auto &store = startFromExample();
     fs::remove(file);
-    TestFiles::write(file / "somebody's", "own");
+    TestFiles::write(file / "own file", "own");
     changeInMemory(store);
-    EXPECT_EQ(TestFiles::read(file / "somebody's"), "own");
+    EXPECT_EQ(TestFiles::read(file / "own file"), "own");
 
     auto &next = start();
-    EXPECT_TRUE(next.isAsWithoutFile());
+    EXPECT_TRUE(next.hasDefaults());
     changeInMemory(next);
-    EXPECT_EQ(TestFiles::read(file / "somebody's"), "own");
+    EXPECT_EQ(TestFiles::read(file / "own file"), "own");
     EXPECT_EQ(entries(), std::vector { GetParam().name });
 
     fs::remove_all(file);
     expectSaves(next);
 }
 
-TEST_P(DocumentFileFaultsTest, APipeInPlaceOfTheFileIsNotWaitedForAndStays)
+TEST_P(DocumentFileFaultsTest, LeavesAPipeThatHasTheNameOfTheFile)
 {
     auto &store = startFromExample();
     fs::remove(file);
@@ -179,7 +237,7 @@ TEST_P(DocumentFileFaultsTest, APipeInPlaceOfTheFileIsNotWaitedForAndStays)
     EXPECT_TRUE(fs::is_fifo(file));
 
     auto &next = start();
-    EXPECT_TRUE(next.isAsWithoutFile());
+    EXPECT_TRUE(next.hasDefaults());
     changeInMemory(next);
     EXPECT_TRUE(fs::is_fifo(file));
     EXPECT_EQ(entries(), std::vector { GetParam().name });
@@ -188,31 +246,31 @@ TEST_P(DocumentFileFaultsTest, APipeInPlaceOfTheFileIsNotWaitedForAndStays)
     expectSaves(next);
 }
 
-TEST_P(DocumentFileFaultsTest, ASocketInPlaceOfTheFileStays)
+TEST_P(DocumentFileFaultsTest, LeavesASocketThatHasTheNameOfTheFile)
 {
     fs::create_directory(folder);
     makeSocket(file);
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     changeInMemory(store);
     EXPECT_TRUE(fs::is_socket(file));
     EXPECT_EQ(entries(), std::vector { GetParam().name });
 }
 
-TEST_P(DocumentFileFaultsTest, ALinkToADeviceStaysAndSoDoesTheDevice)
+TEST_P(DocumentFileFaultsTest, LeavesALinkToADevice)
 {
     fs::create_directory(folder);
     fs::create_symlink("/dev/null", file);
     const UnprivilegedScope scope(scratch);
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     changeInMemory(store);
     EXPECT_TRUE(fs::is_symlink(file));
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
     EXPECT_EQ(entries(), std::vector { GetParam().name });
 }
 
-TEST_P(DocumentFileFaultsTest, ALinkStaysALinkAndItsTargetIsSaved)
+TEST_P(DocumentFileFaultsTest, SavesToTheTargetOfALink)
 {
     const auto target = scratch / "synced" / "file";
     TestFiles::write(target, GetParam().example);
@@ -225,7 +283,7 @@ TEST_P(DocumentFileFaultsTest, ALinkStaysALinkAndItsTargetIsSaved)
     EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
 }
 
-TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkFromItsRealFolderWhenTheFolderIsALink)
+TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkInALinkedFolder)
 {
     const auto target = scratch / "home" / "dotfiles" / "file";
     linkFolder();
@@ -239,14 +297,12 @@ TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkFromItsRealFolderWhenTheFolde
     EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
 }
 
-TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkFromItsRealFolderWhenAParentIsALink)
+TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkBelowALinkedFolder)
 {
     const auto target = scratch / "home" / "dotfiles" / "file";
     fs::create_directories(scratch / "home" / ".local" / "share" / "Quillsatchel");
     fs::create_directory_symlink("home/.local/share", scratch / "share");
-    machine.fileLocations.folder = QString::fromStdString(scratch / "share");
-    folder = scratch / "share" / "Quillsatchel";
-    file = folder / GetParam().name;
+    useFolderIn(scratch / "share");
     TestFiles::write(target, GetParam().example);
     fs::create_symlink("../../../dotfiles/file", file);
     expectSaves(startFromExample());
@@ -254,7 +310,7 @@ TEST_P(DocumentFileFaultsTest, FollowsARelativeLinkFromItsRealFolderWhenAParentI
     EXPECT_TRUE(fs::is_symlink(file));
 }
 
-TEST_P(DocumentFileFaultsTest, MakesTheTargetOfARelativeLinkInALinkedFolder)
+TEST_P(DocumentFileFaultsTest, CreatesTheTargetOfARelativeLinkInALinkedFolder)
 {
     linkFolder();
     fs::create_directories(scratch / "home" / "dotfiles");
@@ -274,7 +330,7 @@ TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableTargetOfARelativeLinkInALinkedFo
     EXPECT_EQ(TestFiles::read(target), start().contents());
 }
 
-TEST_P(DocumentFileFaultsTest, ALinkPutInPlaceOfTheFileMeanwhileStaysALink)
+TEST_P(DocumentFileFaultsTest, SavesToTheTargetOfALinkCreatedAfterLoading)
 {
     auto &store = startFromExample();
     fs::rename(file, scratch / "moved");
@@ -283,29 +339,29 @@ TEST_P(DocumentFileFaultsTest, ALinkPutInPlaceOfTheFileMeanwhileStaysALink)
     EXPECT_TRUE(fs::is_symlink(file));
 }
 
-TEST_P(DocumentFileFaultsTest, ALinkToNothingStaysALinkAndItsTargetIsMade)
+TEST_P(DocumentFileFaultsTest, CreatesTheTargetOfADanglingLink)
 {
     fs::create_directory(folder);
     fs::create_symlink("../target", file);
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     expectSaves(store);
     EXPECT_TRUE(fs::is_symlink(file));
     EXPECT_EQ(TestFiles::mode(scratch / "target"), 0600U);
 }
 
-TEST_P(DocumentFileFaultsTest, ALinkIntoAMissingFolderStaysAndChangesStayInMemory)
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhileTheFolderOfALinkIsMissing)
 {
     fs::create_directory(folder);
     fs::create_symlink("../missing/target", file);
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     changeInMemory(store);
     EXPECT_TRUE(fs::is_symlink(file));
     EXPECT_FALSE(fs::exists(scratch / "missing"));
 }
 
-TEST_P(DocumentFileFaultsTest, WhatALinkLeadsToOnlyLaterIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsALinkTargetThatAppearsAfterLoading)
 {
     const auto target = scratch / "disk" / "file";
     fs::create_directory(folder);
@@ -317,38 +373,40 @@ TEST_P(DocumentFileFaultsTest, WhatALinkLeadsToOnlyLaterIsKeptUnderAnotherName)
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, LinksInACircleStayAndChangesStayInMemory)
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhenLinksFormACycle)
 {
     fs::create_directory(folder);
     fs::create_symlink("other", file);
     fs::create_symlink(GetParam().name, folder / "other");
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     changeInMemory(store);
     EXPECT_TRUE(fs::is_symlink(file));
     EXPECT_TRUE(fs::is_symlink(folder / "other"));
     EXPECT_EQ(std::ssize(entries()), 2);
 }
 
-TEST_P(DocumentFileFaultsTest, AnotherHardLinkKeepsTheOldText)
+TEST_P(DocumentFileFaultsTest, LeavesTheOldTextInAnotherHardLink)
 {
     auto &store = startFromExample();
     fs::create_hard_link(file, scratch / "other");
     expectSaves(store);
+    EXPECT_EQ(entries(), std::vector { GetParam().name });
     EXPECT_EQ(TestFiles::read(scratch / "other"), GetParam().example);
 }
 
-// What is done to the file.
+// Changes by other programs, permissions and owners.
 
-TEST_P(DocumentFileFaultsTest, AnotherProgramsEditIsReplacedByTheNextSave)
+TEST_P(DocumentFileFaultsTest, OverwritesAnEditByAnotherProgram)
 {
     auto &store = startFromExample();
     writeFile(GetParam().with("edited"));
     expectSaves(store);
+    EXPECT_EQ(fileText().find("edited"), std::string::npos) << "the file is read only once";
     EXPECT_FALSE(fs::exists(kept));
 }
 
-TEST_P(DocumentFileFaultsTest, AnotherProgramsFileWhereThereWasNoneIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsAFileThatAnotherProgramCreates)
 {
     auto &store = start();
     writeFile(GetParam().example);
@@ -356,7 +414,7 @@ TEST_P(DocumentFileFaultsTest, AnotherProgramsFileWhereThereWasNoneIsKeptUnderAn
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, AClockSetBackMakesNoDifference)
+TEST_P(DocumentFileFaultsTest, IgnoresTheModificationTime)
 {
     auto &store = startFromExample();
     fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(24 * 3650));
@@ -365,7 +423,7 @@ TEST_P(DocumentFileFaultsTest, AClockSetBackMakesNoDifference)
     expectSaves(start());
 }
 
-TEST_P(DocumentFileFaultsTest, PermissionsOfTheFileStayThroughSaves)
+TEST_P(DocumentFileFaultsTest, PreservesThePermissionsOfTheFile)
 {
     for (const unsigned mode : { 0600U, 0640U, 0644U, 0660U }) {
         auto &store = startFromExample();
@@ -375,7 +433,7 @@ TEST_P(DocumentFileFaultsTest, PermissionsOfTheFileStayThroughSaves)
     }
 }
 
-TEST_P(DocumentFileFaultsTest, AReadOnlyFileStaysAndChangesStayInMemoryUntilItIsNot)
+TEST_P(DocumentFileFaultsTest, KeepsChangesInMemoryWhileTheFileIsReadOnly)
 {
     writeFile(GetParam().example);
     TestFiles::setMode(file, 0400);
@@ -389,13 +447,13 @@ TEST_P(DocumentFileFaultsTest, AReadOnlyFileStaysAndChangesStayInMemoryUntilItIs
     expectSaves(store);
 }
 
-TEST_P(DocumentFileFaultsTest, AFileWithoutPermissionToReadItIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsAFileItMayNotRead)
 {
     writeFile(GetParam().example);
     const UnprivilegedScope scope(scratch);
     TestFiles::setMode(file, 0200);
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     store.changeAndSave();
     TestFiles::setMode(file, 0600);
     TestFiles::setMode(kept, 0600);
@@ -403,7 +461,7 @@ TEST_P(DocumentFileFaultsTest, AFileWithoutPermissionToReadItIsKeptUnderAnotherN
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, WritesNothingWhileAnotherProcessOwnsTheFolderAndKeepsItsFile)
+TEST_P(DocumentFileFaultsTest, KeepsTheFileOfAnotherProcessThatOwnsTheFolder)
 {
     auto &store = startFromExample();
     machine.fileLocations.isWritable = false;
@@ -418,7 +476,7 @@ TEST_P(DocumentFileFaultsTest, WritesNothingWhileAnotherProcessOwnsTheFolderAndK
     EXPECT_EQ(TestFiles::read(kept), others);
 }
 
-TEST_P(DocumentFileFaultsTest, KeepsAFileWithoutAnyPermissionAndSaves)
+TEST_P(DocumentFileFaultsTest, KeepsAFileWithoutAnyPermission)
 {
     writeFile(GetParam().example);
     const UnprivilegedScope scope(scratch);
@@ -428,7 +486,7 @@ TEST_P(DocumentFileFaultsTest, KeepsAFileWithoutAnyPermissionAndSaves)
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, RenamesAClosedFileOfAnotherUserAndSaves)
+TEST_P(DocumentFileFaultsTest, RenamesAnUnreadableFileOfAnotherUser)
 {
     writeFile(GetParam().example);
     TestFiles::setMode(file, 0600);
@@ -437,15 +495,15 @@ TEST_P(DocumentFileFaultsTest, RenamesAClosedFileOfAnotherUserAndSaves)
         if (!scope.giveToAnother(file))
             GTEST_SKIP() << "Only root can give a file to another user.";
         auto &store = start();
-        EXPECT_TRUE(store.isAsWithoutFile());
+        EXPECT_TRUE(store.hasDefaults());
         expectSaves(store);
         EXPECT_EQ(TestFiles::mode(file), 0600U);
-        EXPECT_EQ(TestFiles::read(kept), "") << "the other user's still";
+        EXPECT_EQ(TestFiles::read(kept), "") << "it still belongs to the other user";
     }
     EXPECT_EQ(TestFiles::read(kept), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, LeavesAClosedFileOfAnotherUserInAFolderOfAnotherUser)
+TEST_P(DocumentFileFaultsTest, LeavesAnotherUsersUnreadableFileInTheirFolder)
 {
     writeFile(GetParam().example);
     TestFiles::setMode(file, 0600);
@@ -461,7 +519,7 @@ TEST_P(DocumentFileFaultsTest, LeavesAClosedFileOfAnotherUserInAFolderOfAnotherU
     EXPECT_EQ(fileText(), GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, KeepsOwnerAndGroupOfAFileThatRootSaves)
+TEST_P(DocumentFileFaultsTest, PreservesOwnerAndGroupWhenRootSaves)
 {
     constexpr uid_t Owner = 1;
     constexpr gid_t Group = 2;
@@ -481,7 +539,7 @@ TEST_P(DocumentFileFaultsTest, KeepsOwnerAndGroupOfAFileThatRootSaves)
     EXPECT_EQ(TestFiles::mode(file), 0640U);
 }
 
-TEST_P(DocumentFileFaultsTest, KeepsAGroupThatTheUserIsIn)
+TEST_P(DocumentFileFaultsTest, PreservesAGroupOfTheUser)
 {
     constexpr gid_t Group = 2;
     if (geteuid() != 0)
@@ -499,9 +557,9 @@ TEST_P(DocumentFileFaultsTest, KeepsAGroupThatTheUserIsIn)
     EXPECT_EQ(status.st_gid, Group);
 }
 
-// What is in the file.
+// Contents.
 
-TEST_P(DocumentFileFaultsTest, ATruncatedFileIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsATruncatedFile)
 {
     const auto example = GetParam().example;
     for (std::size_t length = 0; length < example.size(); length += 37)
@@ -509,14 +567,14 @@ TEST_P(DocumentFileFaultsTest, ATruncatedFileIsKeptUnderAnotherName)
     expectUnreadableButKept(example.substr(0, example.size() - 1));
 }
 
-TEST_P(DocumentFileFaultsTest, AFileWithInvalidUtf8IsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsAFileWithInvalidUtf8)
 {
     for (const auto bytes :
          { "\x80"sv, "\xC3"sv, "\xED\xA0\x80"sv, "\xF4\x90\x80\x80"sv, "\xFF"sv })
         expectUnreadableButKept(GetParam().with("text " + std::string(bytes)));
 }
 
-TEST_P(DocumentFileFaultsTest, AFileWithWrongTypesIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsAFileWithWrongTypes)
 {
     for (const auto value : { "null"sv, "true"sv, "1"sv, "1.5"sv, "[]"sv, "{}"sv }) {
         std::string text(GetParam().example);
@@ -527,14 +585,14 @@ TEST_P(DocumentFileFaultsTest, AFileWithWrongTypesIsKeptUnderAnotherName)
         expectUnreadableButKept(text);
 }
 
-TEST_P(DocumentFileFaultsTest, AFileOfBytesInsteadOfTextIsKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsABinaryFile)
 {
     for (const auto &bytes : { std::string(4096, '\0'), "\xFF\xFE["s, "\x1F\x8B\x08\0gzip"s,
                                std::string(100'000, '['), std::string(100'000, '{') })
         expectUnreadableButKept(bytes);
 }
 
-TEST_P(DocumentFileFaultsTest, KeepsEveryUnreadableFileUnderANumberOfItsOwn)
+TEST_P(DocumentFileFaultsTest, NumbersTheUnreadableFilesItKeeps)
 {
     for (const auto *const bytes : { "first", "second", "third" }) {
         writeFile(bytes);
@@ -545,17 +603,19 @@ TEST_P(DocumentFileFaultsTest, KeepsEveryUnreadableFileUnderANumberOfItsOwn)
     EXPECT_EQ(TestFiles::read(copy(3)), "third");
 }
 
-TEST_P(DocumentFileFaultsTest, UsesTheNextFreeNameWhereAFolderOrALinkIsInTheWay)
+TEST_P(DocumentFileFaultsTest, SkipsNamesThatAreTaken)
 {
     TestFiles::write(kept / "my own", "mine");
     fs::create_symlink("nowhere", copy(2));
     fs::create_symlink(GetParam().name, copy(3));
+    ASSERT_EQ(mkfifo(copy(4).c_str(), 0600), 0);
     writeFile("unreadable");
     expectSaves(start());
-    EXPECT_EQ(TestFiles::read(copy(4)), "unreadable");
+    EXPECT_EQ(TestFiles::read(copy(5)), "unreadable");
     EXPECT_EQ(TestFiles::read(kept / "my own"), "mine");
     EXPECT_TRUE(fs::is_symlink(copy(2)));
     EXPECT_TRUE(fs::is_symlink(copy(3)));
+    EXPECT_TRUE(fs::is_fifo(copy(4)));
 }
 
 TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileOnceThroughFailingSaves)
@@ -574,7 +634,7 @@ TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileOnceThroughFailingSaves)
     EXPECT_FALSE(fs::exists(copy(2)));
 }
 
-TEST_P(DocumentFileFaultsTest, AGibibyteIsNotReadButKeptUnderAnotherName)
+TEST_P(DocumentFileFaultsTest, KeepsAFileOfAGibibyteWithoutReadingIt)
 {
     constexpr std::uintmax_t Gibibyte = 1024 * 1024 * 1024;
     writeFile(GetParam().example);
@@ -586,7 +646,7 @@ TEST_P(DocumentFileFaultsTest, AGibibyteIsNotReadButKeptUnderAnotherName)
     getrusage(RUSAGE_SELF, &after);
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "kilobytes";
 
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     expectSaves(store);
     EXPECT_EQ(fs::file_size(kept), Gibibyte);
     std::string beginning(GetParam().example.size(), '\0');
@@ -594,7 +654,7 @@ TEST_P(DocumentFileFaultsTest, AGibibyteIsNotReadButKeptUnderAnotherName)
     EXPECT_EQ(beginning, GetParam().example);
 }
 
-TEST_P(DocumentFileFaultsTest, TextsOfAnyCharactersStayWhole)
+TEST_P(DocumentFileFaultsTest, PreservesAllCharacters)
 {
     for (const auto &text : {
              R"(a\u0000b\u0000)"s,
@@ -614,7 +674,7 @@ TEST_P(DocumentFileFaultsTest, TextsOfAnyCharactersStayWhole)
     }
 }
 
-TEST_P(DocumentFileFaultsTest, AMegabyteOfNameStaysWhole)
+TEST_P(DocumentFileFaultsTest, PreservesAMegabyteOfText)
 {
     const auto json = GetParam().with(std::string(1'000'000, 'W'));
     writeFile(json);

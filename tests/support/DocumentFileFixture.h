@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-/// A store, as far as it has a file.
+/// One of the two stores, reduced to its file.
 class StartedStore
 {
 public:
@@ -28,11 +28,12 @@ public:
     StartedStore &operator=(const StartedStore &) = delete;
     virtual ~StartedStore() = default;
 
-    /// Makes one change, each time another, and has it saved.
+    /// Makes a change that differs from the previous ones, and waits until it is saved.
     virtual void changeAndSave() = 0;
-    /// What it holds, as the file that it would save.
+    /// The bytes that the store would save.
     virtual std::string contents() const = 0;
-    virtual bool isAsWithoutFile() const = 0;
+    /// Whether the store holds what it starts with without a file.
+    virtual bool hasDefaults() const = 0;
 };
 
 class StartedSatchelStore final : public StartedStore
@@ -56,7 +57,7 @@ public:
             .encode();
     }
 
-    bool isAsWithoutFile() const override
+    bool hasDefaults() const override
     {
         const auto &tabs = m_store.tabs().get();
         return tabs.size() == 1 && tabs.front().name == "Prompts" && tabs.front().blocks.empty();
@@ -85,7 +86,7 @@ public:
         return ExampleLaunchers::encode(m_store.slots().get());
     }
 
-    bool isAsWithoutFile() const override { return m_store.configuredItems().empty(); }
+    bool hasDefaults() const override { return m_store.configuredItems().empty(); }
 
 private:
     FakeApplicationChooser m_chooser;
@@ -93,14 +94,14 @@ private:
     int m_changes = 0;
 };
 
-/// One of the two files, and whose it is.
+/// The file of one of the two stores.
 struct TestedFile {
     std::string name;
     std::string_view example;
-    std::string_view text; ///< of the example, in quotes: it may be any other
+    std::string_view text; ///< a quoted text in the example that may be replaced
     std::unique_ptr<StartedStore> (*start)(FakePlatform &);
 
-    /// The example with another text in it, as JSON writes it.
+    /// The example with another text, which is escaped as in JSON.
     std::string with(std::string_view other) const
     {
         std::string changed(example);
@@ -136,7 +137,7 @@ inline std::string nameOfFile(const testing::TestParamInfo<TestedFile> &file)
     return file.index == 0 ? "Prompts" : "Launchers";
 }
 
-/// What can happen to the file of a store. Each test runs for both stores.
+/// Tests of the file of a store. Each test runs for both stores.
 class DocumentFileFixture : public testing::TestWithParam<TestedFile>
 {
 protected:
@@ -144,7 +145,7 @@ protected:
 
     std::string fileText() const { return TestFiles::read(file); }
 
-    /// As a new start of the program does.
+    /// Starts the program again.
     StartedStore &start()
     {
         m_store.reset();
@@ -152,7 +153,7 @@ protected:
         return *m_store;
     }
 
-    /// A start that finds the example in the file.
+    /// Starts with the example in the file.
     StartedStore &startFromExample()
     {
         writeFile(GetParam().example);
@@ -161,7 +162,7 @@ protected:
         return store;
     }
 
-    /// Changes the store twice: neither change may be lost from memory.
+    /// Changes the store twice and expects that memory keeps both changes.
     static void changeInMemory(StartedStore &store)
     {
         const auto before = store.contents();
@@ -172,7 +173,7 @@ protected:
         EXPECT_NE(store.contents(), between);
     }
 
-    /// Changes the store and looks whether the file has it, and the next start too.
+    /// Changes the store and expects the change in the file and after the next start.
     void expectSaves(StartedStore &store)
     {
         store.changeAndSave();
@@ -181,16 +182,16 @@ protected:
         EXPECT_EQ(start().contents(), contents);
     }
 
-    /// Whether a start finds nothing it can read in the file, and yet nothing of it gets lost.
+    /// Expects that the store cannot read `bytes` and keeps them.
     void expectUnreadableButKept(std::string_view bytes)
     {
         writeFile(bytes);
         auto &store = start();
-        EXPECT_TRUE(store.isAsWithoutFile());
-        EXPECT_EQ(fileText(), bytes) << "nothing is written before something changes";
+        EXPECT_TRUE(store.hasDefaults());
+        EXPECT_EQ(fileText(), bytes) << "written before anything changed";
         expectSaves(store);
         EXPECT_EQ(TestFiles::read(kept), bytes);
-        std::filesystem::remove(kept); // the next one would get a number
+        std::filesystem::remove(kept); // or the next one gets a number
     }
 
     std::vector<std::string> entries() const

@@ -1,4 +1,4 @@
-// The files of both stores where something is mounted. A process of its own: see PrivateMounts.
+// Mount points at and around the files of both stores. Runs as a separate process: see PrivateMounts.
 
 #include "fakes/FileSizeLimit.h"
 #include "fakes/PrivateMounts.h"
@@ -22,11 +22,11 @@ protected:
     void SetUp() override
     {
         if (!PrivateMounts::arePossible())
-            GTEST_SKIP() << "This user may neither mount anything nor make a user namespace.";
+            GTEST_SKIP() << "This user may neither mount nor create a user namespace.";
         fs::create_directories(favicons);
     }
 
-    /// The file is a mount point for another one, which is elsewhere and holds `bytes`.
+    /// Mounts a file that is elsewhere and holds `bytes` at the file.
     PrivateMount mountFile(std::string_view bytes) const
     {
         TestFiles::write(elsewhere, bytes);
@@ -39,7 +39,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Both, DocumentFileMountsTest, bothFiles(), &nameOfFile);
 
-TEST_P(DocumentFileMountsTest, SavesIntoAFileThatIsAMountPoint)
+TEST_P(DocumentFileMountsTest, SavesToAMountPoint)
 {
     const auto mount = mountFile(GetParam().example);
     ASSERT_TRUE(mount.isMounted());
@@ -52,26 +52,26 @@ TEST_P(DocumentFileMountsTest, SavesIntoAFileThatIsAMountPoint)
     EXPECT_EQ(entries(), std::vector { GetParam().name });
 }
 
-TEST_P(DocumentFileMountsTest, SavesShorterBytesIntoAMountPoint)
+TEST_P(DocumentFileMountsTest, SavesFewerBytesToAMountPoint)
 {
     const auto mount = mountFile(std::string(GetParam().example).append(100'000, ' '));
     ASSERT_TRUE(mount.isMounted());
     expectSaves(start());
 }
 
-TEST_P(DocumentFileMountsTest, KeepsTheUnreadableBytesOfAMountPoint)
+TEST_P(DocumentFileMountsTest, KeepsUnreadableBytesOfAMountPoint)
 {
     const auto mount = mountFile("unreadable");
     ASSERT_TRUE(mount.isMounted());
     auto &store = start();
-    EXPECT_TRUE(store.isAsWithoutFile());
+    EXPECT_TRUE(store.hasDefaults());
     expectSaves(store);
     expectSaves(start());
     EXPECT_EQ(TestFiles::read(kept), "unreadable");
     EXPECT_EQ(entries(), (std::vector { GetParam().name, GetParam().name + ".unreadable" }));
 }
 
-TEST_P(DocumentFileMountsTest, SavesIntoAMountPointThatALinkLeadsTo)
+TEST_P(DocumentFileMountsTest, SavesToAMountPointBehindALink)
 {
     const auto target = scratch / "target";
     TestFiles::write(target, "below");
@@ -83,7 +83,7 @@ TEST_P(DocumentFileMountsTest, SavesIntoAMountPointThatALinkLeadsTo)
     EXPECT_EQ(TestFiles::read(elsewhere), start().contents());
 }
 
-TEST_P(DocumentFileMountsTest, LeavesTheOldBytesOfAMountPointWhereThereIsNoRoom)
+TEST_P(DocumentFileMountsTest, KeepsTheBytesOfAMountPointWithoutRoomBesideIt)
 {
     const auto mount = mountFile(GetParam().example);
     ASSERT_TRUE(mount.isMounted());
@@ -97,7 +97,7 @@ TEST_P(DocumentFileMountsTest, LeavesTheOldBytesOfAMountPointWhereThereIsNoRoom)
     expectSaves(store);
 }
 
-TEST_P(DocumentFileMountsTest, LeavesTheOldFileOnAFileSystemWithoutRoom)
+TEST_P(DocumentFileMountsTest, KeepsTheOldFileOnAFullFileSystem)
 {
     const auto mount = PrivateMount::ofPages(folder);
     ASSERT_TRUE(mount.isMounted());
@@ -111,7 +111,7 @@ TEST_P(DocumentFileMountsTest, LeavesTheOldFileOnAFileSystemWithoutRoom)
     expectSaves(store);
 }
 
-TEST_P(DocumentFileMountsTest, LeavesTheOldBytesOfAMountPointWhenItsOwnDiskIsFull)
+TEST_P(DocumentFileMountsTest, KeepsTheBytesOfAMountPointOnAFullDisk)
 {
     const auto disk = scratch / "disk";
     fs::create_directory(disk);

@@ -94,6 +94,18 @@ TEST_F(DocumentFileTest, KeepsWhatItCouldNotReadOnlyOnce)
     save(file, "first");
     save(file, "second");
     EXPECT_EQ(TestFiles::read(kept), "bad");
+    EXPECT_FALSE(fs::exists(fs::path(kept) += "-2"));
+}
+
+TEST_F(DocumentFileTest, SavesAfterAnUnreadableFileVanished)
+{
+    TestFiles::write(path, "bad");
+    auto file = open();
+    file.load(&decode);
+    fs::remove(path);
+    save(file, "good");
+    EXPECT_EQ(TestFiles::read(path), "good");
+    EXPECT_FALSE(fs::exists(kept));
 }
 
 TEST_F(DocumentFileTest, KeepsNothingThatItReadSince)

@@ -57,7 +57,7 @@ TEST_F(MountedFileTest, WritesLongerAndShorterBytesIntoTheSameFile)
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(MountedFileTest, LeavesCopiesOfAnEarlierCrash)
+TEST_F(MountedFileTest, LeavesTheCopyOfAnEarlierCrash)
 {
     TestFiles::write(path, "old");
     TestFiles::write(previous, "of a crash");
@@ -90,7 +90,7 @@ TEST_F(MountedFileTest, OverwritesNothingButFiles)
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(MountedFileTest, LeavesTheOldBytesBesideAFileWhenItIsKilledWhileItWrites)
+TEST_F(MountedFileTest, LeavesTheOldBytesBesideTheFileAfterACrash)
 {
     const std::string old(1'000'000, 'o');
     TestFiles::write(path, old);

@@ -48,18 +48,6 @@ TEST_F(RescueCopyTest, KeepsAFileByteForByte)
     EXPECT_EQ(entries(), 2);
 }
 
-TEST_F(RescueCopyTest, NumbersTheFilesThatItKeeps)
-{
-    for (const auto *const bytes : { "first", "second", "third" }) {
-        TestFiles::write(file, bytes);
-        EXPECT_EQ(keep(), Outcome::kept);
-        fs::remove(file);
-    }
-    EXPECT_EQ(TestFiles::read(kept), "first");
-    EXPECT_EQ(TestFiles::read(numbered(2)), "second");
-    EXPECT_EQ(TestFiles::read(numbered(3)), "third");
-}
-
 TEST_F(RescueCopyTest, KeepsAFileOnlyOnce)
 {
     TestFiles::write(kept, "an earlier file");
@@ -68,18 +56,6 @@ TEST_F(RescueCopyTest, KeepsAFileOnlyOnce)
     EXPECT_EQ(keep(), Outcome::kept);
     EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
     EXPECT_EQ(entries(), 3);
-}
-
-TEST_F(RescueCopyTest, ReplacesNothingThatHasTheName)
-{
-    TestFiles::write(kept / "mine", "");
-    fs::create_symlink("file", numbered(2));
-    fs::create_symlink("nowhere", numbered(3));
-    ASSERT_EQ(mkfifo(numbered(4).c_str(), 0600), 0);
-    TestFiles::write(file, Bytes);
-    EXPECT_EQ(keep(), Outcome::kept);
-    EXPECT_EQ(TestFiles::read(numbered(5)), Bytes);
-    EXPECT_EQ(entries(), 6);
 }
 
 TEST_F(RescueCopyTest, KeepsTheTargetOfALink)
@@ -115,19 +91,6 @@ TEST_F(RescueCopyTest, CopiesTheTargetOfALinkOnAnotherDisk)
     EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
     EXPECT_EQ(TestFiles::mode(numbered(2)), 0600U);
     EXPECT_EQ(entries(), 3);
-}
-
-TEST_F(RescueCopyTest, RenamesAFileThatMayNotBeRead)
-{
-    TestFiles::write(file, Bytes);
-    TestFiles::setMode(file, 0);
-    {
-        const UnprivilegedScope scope(folder);
-        EXPECT_EQ(keep(), Outcome::kept);
-    }
-    EXPECT_FALSE(fs::exists(file));
-    TestFiles::setMode(kept, 0600);
-    EXPECT_EQ(TestFiles::read(kept), Bytes);
 }
 
 TEST_F(RescueCopyTest, RenamesTheClosedTargetOfALink)
