@@ -1,14 +1,17 @@
 """Second starts, and the ways in which the program ends."""
 
+import contextlib
 import fcntl
 import itertools
 import os
+import re
 import shutil
 import signal
 import time
 
 from desktop_test import DesktopTest
 from library import known_id, node, tab
+from processes import end
 from waiting import wait_for, wait_for_value
 from x11 import (Rect, active_window, open_colored_window, press_keys, run, show_desktop,
                  type_text, windows_named)
@@ -83,21 +86,10 @@ class SecondStartTest(InstanceTest):
             self.await_panel_in_front()
 
     def test_it_completes_the_startup_notification(self):
-        with open(self.session.folder / "root-events", "w") as log:
-            logger = self.session.start("xev", "-root", "-event", "property", stdout=log)
-        self.addCleanup(logger.kill)
-        events = self.session.folder / "root-events"
-
-        def is_logging():
-            run("xprop", "-root", "-f", "_PROBE", "8s", "-set", "_PROBE", "x")
-            return "_PROBE" in events.read_text()
-
-        wait_for("the event log", is_logging)
-
-        self.assertEqual(self.start_again({"DESKTOP_STARTUP_ID": "launcher-1_TIME1"}), 0)
-
-        wait_for("the end of the startup notification",
-                 lambda: "_NET_STARTUP_INFO_BEGIN" in events.read_text())
+        with self.root_events() as read_events:
+            self.assertEqual(self.start_again({"DESKTOP_STARTUP_ID": "launcher-1_TIME1"}), 0)
+            wait_for("the end of the startup notification",
+                     lambda: "_NET_STARTUP_INFO_BEGIN" in read_events())
 
     def test_it_does_not_touch_the_library(self):
         before = self.library_file.stat()
@@ -170,16 +162,25 @@ class SecondStartTest(InstanceTest):
 
     def display_time(self):
         """The X server's time, which is later than the user's last input."""
-        with open(self.session.folder / "time", "w") as log:
+        with self.root_events() as read_events:
+            return re.findall(r" time (\d+),", read_events())[-1]
+
+    @contextlib.contextmanager
+    def root_events(self):
+        """Logs property events of the root window; yields a function that reads the log."""
+        file = self.session.folder / "root-events"
+        with open(file, "w") as log:
             logger = self.session.start("xev", "-root", "-event", "property", stdout=log)
-        self.addCleanup(logger.kill)
 
-        def times():
+        def is_logging():
             run("xprop", "-root", "-f", "_PROBE", "8s", "-set", "_PROBE", "x")
-            words = (self.session.folder / "time").read_text().replace(",", " ").split()
-            return [after for word, after in zip(words, words[1:]) if word == "time"]
+            return "_PROBE" in file.read_text()
 
-        return wait_for("the display's time", times)[-1]
+        try:
+            wait_for("the event log", is_logging)
+            yield file.read_text
+        finally:
+            end(logger)
 
 
 class SimultaneousStartsTest(DesktopTest):
