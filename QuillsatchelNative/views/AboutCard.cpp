@@ -11,7 +11,7 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-constexpr OverlayCard::Look AboutLook { .widest = 320,
+constexpr OverlayCard::Look AboutLook { .maximumWidth = 320,
                                         .backdropOpacity = 0.58,
                                         .fillOpacity = 0.97,
                                         .shadow = {
@@ -73,7 +73,7 @@ void AboutCard::addNote(QBoxLayout &layout)
 void AboutCard::addSignature(QBoxLayout &layout)
 {
     auto *const signature = new QVBoxLayout;
-    layout.addLayout(signature); // first, so that its texts are the card's in their order
+    layout.addLayout(signature); // first: the card then owns the texts in reading order
     signature->setSpacing(SignatureSpacing);
     addText(*signature, capitalised(author()), Painting::systemFont(11, QFont::DemiBold));
 

@@ -8,7 +8,7 @@
 class QBoxLayout;
 class LinkButton;
 
-/// Who made the program, with a word from them and a link to their website.
+/// The card about the program: its author, a short note and a link to the website.
 class AboutCard final : public OverlayCard
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class AboutCard final : public OverlayCard
 public:
     explicit AboutCard(QWidget *parent);
 
-    /// The user follows the link to this address.
+    /// The user followed the link to this address.
     std::function<void(const std::string &)> onOpenWebsite = [](const std::string &) {};
 
 private:

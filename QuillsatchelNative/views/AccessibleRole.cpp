@@ -58,7 +58,7 @@ public:
 private:
     QAbstractButton *button() const { return qobject_cast<QAbstractButton *>(object()); }
 
-    /// Those of a window are its menus', which are known by themselves.
+    /// None for a window: its actions belong to its menus, which have interfaces of their own.
     QList<QAction *> actions() const
     {
         return widget()->isWindow() ? QList<QAction *>() : widget()->actions();

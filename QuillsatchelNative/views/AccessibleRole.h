@@ -4,9 +4,10 @@
 
 class QWidget;
 
-/// Gives a widget that we draw ourselves the role under which assistive programs know it. A
-/// button keeps its press action, and one that is checked is the selected one; the `QAction`s of a
-/// widget that is no window are what else can be done with it. A dialog keeps the focus, and what
-/// is scrolled out of sight says so. To be called before the widget is named: naming it settles
-/// what it is known as.
+/// Sets the role of a custom-painted widget in the accessibility tree. Call it before
+/// setAccessibleName, which creates the interface and fixes the role.
+///
+/// A button keeps its press action, and a checked one is reported as selected. Unless the widget is
+/// a window, its `QAction`s become further actions. A dialog is modal. A widget that is scrolled
+/// out of view is reported as offscreen.
 void setAccessibleRole(QWidget &widget, QAccessible::Role role);

@@ -51,7 +51,7 @@ QSize ActionButton::sizeHint() const
 
 int ActionButton::buttonHeight()
 {
-    // Every scroll step asks for it.
+    // Cached, because every scroll step needs it.
     static const int height = QFontMetrics(titleFont()).height() + 2 * VerticalPadding;
     return height;
 }

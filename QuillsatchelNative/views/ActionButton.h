@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/// The compact button of a card's action row: a symbol and a title, with a highlighted look while
-/// active. Both looks have the same size.
+/// The compact button of a card's action row: a symbol and a title, highlighted while active. The
+/// highlight does not change the size.
 class ActionButton final : public PlainButton
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class ActionButton final : public PlainButton
 public:
     ActionButton(std::function<void()> action, QWidget *parent);
 
-    /// `icon` is a symbol's name.
+    /// `icon` is the name of a symbol.
     void render(const QString &title, const QString &icon, bool active);
 
     QSize sizeHint() const override;

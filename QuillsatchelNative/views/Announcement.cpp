@@ -3,8 +3,8 @@
 #include <QAccessible>
 #include <QWidget>
 
-// Qt keeps alerts as such to itself. What reaches a screen reader is that something is shown, and
-// of an alert it then says the name.
+// Qt does not forward alert events to the accessibility bus, but it forwards show events, and
+// screen readers speak the name of an alert that is shown.
 void announce(QWidget &alert)
 {
     if (alert.isHidden()) {

@@ -2,6 +2,6 @@
 
 class QWidget;
 
-/// Shows a widget that has the role of an alert, and has screen readers say its name, also if it
-/// is shown already.
+/// Shows a widget whose accessible role is alert, and makes screen readers speak its name, even if
+/// it is visible already.
 void announce(QWidget &alert);

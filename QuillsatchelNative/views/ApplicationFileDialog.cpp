@@ -25,13 +25,12 @@ QString startingFolder()
     return QFileInfo(own).isDir() ? own : QDir::homePath();
 }
 
-/// The program's own views shine through to what they lie on; lists and fields of Qt's need a
-/// ground.
+/// Our views have transparent backgrounds; Qt's lists and fields need opaque ones.
 QPalette opaque(QPalette palette)
 {
-    const QColor ground = Painting::qColor(SatchelTheme::raised);
-    palette.setColor(QPalette::Base, ground.darker(150));
-    palette.setColor(QPalette::AlternateBase, ground.darker(130));
+    const QColor background = Painting::qColor(SatchelTheme::raised);
+    palette.setColor(QPalette::Base, background.darker(150));
+    palette.setColor(QPalette::AlternateBase, background.darker(130));
     return palette;
 }
 
@@ -47,7 +46,7 @@ ApplicationFileDialog::ApplicationFileDialog(const QString &title, const QString
     : QFileDialog(parent, title, startingFolder())
     , m_menu(new PopupMenu(this))
 {
-    // The desktop's own is not sure to be there, nor to be dark.
+    // A native dialog may be missing or not dark.
     setOptions(DontUseNativeDialog | ReadOnly);
     setFileMode(ExistingFile);
     setViewMode(List);
@@ -58,8 +57,8 @@ ApplicationFileDialog::ApplicationFileDialog(const QString &title, const QString
     addMenu();
 }
 
-// In place of the menus of Qt's views, which block, and crash if the dialog is deleted meanwhile.
-// Of their entries only this one is of use for choosing.
+// Replaces the context menus of Qt's views, which block, and crash if the dialog is deleted while
+// they are open. This is their only entry that helps to choose a file.
 void ApplicationFileDialog::addMenu()
 {
     auto *const showHidden = m_menu->addAction(tr("Show hidden files"));
@@ -67,7 +66,7 @@ void ApplicationFileDialog::addMenu()
     connect(showHidden, &QAction::toggled, this,
             [this](bool isShown) { setFilter(filter().setFlag(QDir::Hidden, isShown)); });
     for (auto *const view : findChildren<QAbstractItemView *>())
-        view->setContextMenuPolicy(Qt::NoContextMenu); // leaves the event to the dialog
+        view->setContextMenuPolicy(Qt::NoContextMenu); // the dialog gets the event
 }
 
 void ApplicationFileDialog::contextMenuEvent(QContextMenuEvent *event)
@@ -75,8 +74,7 @@ void ApplicationFileDialog::contextMenuEvent(QContextMenuEvent *event)
     m_menu->open(event->globalPos(), event->reason());
 }
 
-// Qt's own would take any file whose name is typed, and hold up the program to say that one is
-// missing.
+// The base class accepts any file whose name is typed, and blocks to report a missing one.
 void ApplicationFileDialog::accept()
 {
     const QFileInfo chosen(selectedFiles().value(0));

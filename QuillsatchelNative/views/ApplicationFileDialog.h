@@ -4,13 +4,13 @@
 
 class PopupMenu;
 
-/// Lets the user choose a desktop entry anywhere on disk. `fileSelected` has its path.
+/// Lets the user choose a desktop entry anywhere on disk. `fileSelected` reports its path.
 class ApplicationFileDialog final : public QFileDialog
 {
     Q_OBJECT
 
 public:
-    /// `prompt` is the title of the confirming button.
+    /// `prompt` is the title of the accept button.
     ApplicationFileDialog(const QString &title, const QString &prompt, QWidget *parent);
 
 protected:

@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr qint64 TimeInTurn = 8; // milliseconds, half a frame
+constexpr qint64 LoadingTime = 8; // milliseconds per iteration of the event loop, half a frame
 
 } // namespace
 
@@ -23,13 +23,13 @@ ApplicationIcons::ApplicationIcons(int size, Workspace &workspace, QObject *pare
 const QImage *ApplicationIcons::icon(const std::string &path, double scale)
 {
     if (m_scale != scale)
-        m_icons.clear(); // the window has moved to another screen
+        m_icons.clear(); // the window moved to a screen with another scale
     m_scale = scale;
     const auto found = m_icons.find(path);
     if (found != m_icons.end())
         return &found->second;
     if (!hasTime()) {
-        m_isMoreWanted = true;
+        m_isRepaintNeeded = true;
         return nullptr;
     }
     return &m_icons.emplace(path, m_workspace.applicationIcon(path, m_size, scale)).first->second;
@@ -37,16 +37,16 @@ const QImage *ApplicationIcons::icon(const std::string &path, double scale)
 
 bool ApplicationIcons::hasTime()
 {
-    if (m_turn.isValid())
-        return m_turn.elapsed() < TimeInTurn;
-    m_turn.start();
-    QTimer::singleShot(0, this, [this] { beginTurn(); });
+    if (m_loading.isValid())
+        return m_loading.elapsed() < LoadingTime;
+    m_loading.start();
+    QTimer::singleShot(0, this, [this] { renewTime(); });
     return true;
 }
 
-void ApplicationIcons::beginTurn()
+void ApplicationIcons::renewTime()
 {
-    m_turn.invalidate();
-    if (std::exchange(m_isMoreWanted, false))
-        onMore();
+    m_loading.invalidate();
+    if (std::exchange(m_isRepaintNeeded, false))
+        onRepaint();
 }

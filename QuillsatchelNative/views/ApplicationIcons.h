@@ -10,8 +10,8 @@
 
 class Workspace;
 
-/// The icons of applications for a view to paint. Each is asked of the workspace once, when it is
-/// first painted, and only as many in one turn of the event loop as a frame has time for.
+/// A cache of application icons for a view. Each icon is loaded when it is first painted. Loading
+/// stops after half a frame per iteration of the event loop, so that scrolling stays smooth.
 class ApplicationIcons final : public QObject
 {
     Q_OBJECT
@@ -20,21 +20,21 @@ public:
     /// `size` in points.
     ApplicationIcons(int size, Workspace &workspace, QObject *parent);
 
-    /// There is time for icons that were wanted and not had: paint them again.
-    std::function<void()> onMore = [] {};
+    /// Icons that were not loaded for lack of time can be loaded now: repaint.
+    std::function<void()> onRepaint = [] {};
 
-    /// The icon of the application whose desktop entry is at `path`, at `scale` device pixels a
-    /// point. Null if its turn has not come, a null image if there is none.
+    /// The icon of the application whose desktop entry is at `path`, at `scale` pixels per point. A
+    /// null pointer if it is not loaded yet, a null image if the application has none.
     const QImage *icon(const std::string &path, double scale);
 
 private:
     bool hasTime();
-    void beginTurn();
+    void renewTime();
 
     int m_size;
     Workspace &m_workspace;
-    double m_scale = 0; // of all that follow
+    double m_scale = 0; // of the cached icons
     std::unordered_map<std::string, QImage> m_icons;
-    QElapsedTimer m_turn; // valid once this turn has asked for one
-    bool m_isMoreWanted = false;
+    QElapsedTimer m_loading; // valid once this iteration of the event loop has loaded an icon
+    bool m_isRepaintNeeded = false;
 };

@@ -19,14 +19,14 @@ constexpr int BarInset = 2;
 ApplicationList::ApplicationList(QWidget *parent)
     : QListView(parent)
 {
-    setFrameStyle(Box | Plain); // which is not drawn, but keeps the scroll bar off the well's edge
+    setFrameStyle(Box | Plain); // not painted, but keeps the scroll bar off the edge
     setLineWidth(BarInset);
     setVerticalScrollBar(new OverlayScrollBar(Qt::Vertical, this));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
     setUniformItemSizes(true);
     setEditTriggers(NoEditTriggers);
-    setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where letters are typed
+    setFocusPolicy(Qt::TabFocus); // a click leaves the focus in the search field
     viewport()->setAttribute(Qt::WA_Hover);
 }
 
@@ -90,11 +90,11 @@ bool ApplicationList::event(QEvent *event)
 {
     if (event->type() != QEvent::Paint)
         return QListView::event(event);
-    paintWell();
+    paintBackground();
     return true;
 }
 
-void ApplicationList::paintWell()
+void ApplicationList::paintBackground()
 {
     QPainter painter(this);
     Painting::fillRoundedRect(painter, rect(), Radius, SrgbColor::black(0.3));
@@ -118,7 +118,7 @@ void ApplicationList::currentChanged(const QModelIndex &current, const QModelInd
     QListView::currentChanged(current, previous);
     if (hasFocus() || !current.isValid())
         return;
-    // Newer releases of Qt tell of the row only while the list has the keyboard.
+    // Later versions of Qt than 6.4 announce the row only while the list has the focus.
     QAccessibleEvent event(this, QAccessible::Focus);
     event.setChild(current.row());
     QAccessible::updateAccessibility(&event);

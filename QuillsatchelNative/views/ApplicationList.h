@@ -5,8 +5,8 @@
 #include <functional>
 #include <optional>
 
-/// A list in a well of the house's look, of which another widget may move the selection while that
-/// one keeps the keyboard.
+/// A list on a rounded dark background. Another widget can move its selection and keep the keyboard
+/// focus meanwhile.
 class ApplicationList final : public QListView
 {
     Q_OBJECT
@@ -14,15 +14,15 @@ class ApplicationList final : public QListView
 public:
     explicit ApplicationList(QWidget *parent);
 
-    /// Letters were typed while the list had the keyboard.
+    /// The user typed letters while the list had the focus.
     std::function<void(const QString &letters)> onType = [](const QString &) {};
 
-    /// Moves the selection as this key does that another widget was given: Up, Down, Page Up and
-    /// Page Down. False if it is another key.
+    /// Handles a key that another widget received: Up, Down, Page Up and Page Down move the
+    /// selection. False for any other key.
     bool moveSelection(int key);
     void selectFirst();
 
-    /// What stands in the middle of the list instead of rows; nothing if empty.
+    /// Shows a text in the middle of a list without rows; an empty text hides it.
     void setNote(const QString &note);
 
     void keyboardSearch(const QString &letters) override { onType(letters); }
@@ -36,7 +36,7 @@ protected:
 private:
     static std::optional<CursorAction> actionOf(int key);
     void move(CursorAction action);
-    void paintWell();
+    void paintBackground();
 
     QString m_note;
 };

@@ -38,9 +38,9 @@ QVariant ApplicationListModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return SingleLine::beginning(application.name);
     case Qt::AccessibleDescriptionRole:
-    case CommentRole:
+    case commentRole:
         return SingleLine::beginning(application.comment);
-    case PathRole:
+    case pathRole:
         return QVariant::fromValue(application.path);
     default:
         return {};

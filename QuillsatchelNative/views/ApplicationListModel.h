@@ -8,23 +8,23 @@
 #include <cstddef>
 #include <vector>
 
-/// The applications that fit what is searched for, a row each.
+/// The applications that match the search, one per row.
 class ApplicationListModel final : public QAbstractListModel
 {
     Q_OBJECT
 
 public:
-    /// Beside the name, which is what Qt's views display.
+    /// In addition to Qt::DisplayRole, which is the name.
     enum Role {
-        CommentRole = Qt::UserRole, ///< perhaps empty
-        PathRole,                   ///< of the desktop entry, a `std::string`
+        commentRole = Qt::UserRole, ///< may be empty
+        pathRole,                   ///< of the desktop entry, a `std::string`
     };
 
     explicit ApplicationListModel(QObject *parent);
 
-    /// Takes the place of all that was there; searches them for what is searched for already.
+    /// Replaces all applications and repeats the current search.
     void setApplications(const std::vector<Application> &applications);
-    /// Every application fits where `typed` has no word.
+    /// Without a word in `typed` every application matches.
     void search(const QString &typed);
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -34,5 +34,5 @@ private:
     std::vector<Application> m_applications;
     ApplicationSearch m_search;
     QString m_typed;
-    std::vector<std::size_t> m_found; // places in m_applications
+    std::vector<std::size_t> m_found; // indices into m_applications
 };

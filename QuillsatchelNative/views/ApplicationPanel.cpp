@@ -37,13 +37,13 @@ constexpr int ButtonSpacing = 8;
 constexpr int FieldHeight = 28;
 constexpr int FieldPadding = 8;
 constexpr int SymbolSize = 13;
-constexpr auto Patience = 500ms;
+constexpr auto LoadingNoteDelay = 500ms; // an earlier note would only flicker
 
 /// The magnifying glass in the search field.
-class Glass final : public QWidget
+class SearchSymbol final : public QWidget
 {
 public:
-    explicit Glass(QWidget *parent)
+    explicit SearchSymbol(QWidget *parent)
         : QWidget(parent)
     {
         setFixedSize(FieldPadding + SymbolSize, FieldHeight);
@@ -84,16 +84,16 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
     addButtons(*layout, prompt);
     m_field->setFocus();
     if (parent)
-        addActions(parent->actions()); // a hidden parent hears no keys
+        addActions(parent->actions()); // shortcuts of a hidden parent never fire
     renderSelection();
     listApplications(workspace);
     m_decorate(*this);
-    m_pointSize.setSizes(size(), minimumSize()); // with the room that the decoration takes
+    m_pointSize.setSizes(size(), minimumSize()); // including the decoration
 }
 
 ApplicationPanel::~ApplicationPanel()
 {
-    tell();
+    report();
 }
 
 void ApplicationPanel::addField(QBoxLayout &layout)
@@ -108,14 +108,14 @@ void ApplicationPanel::addField(QBoxLayout &layout)
 
     auto *const row = new QGridLayout;
     row->addWidget(m_field, 0, 0);
-    row->addWidget(new Glass(this), 0, 0, Qt::AlignLeft);
+    row->addWidget(new SearchSymbol(this), 0, 0, Qt::AlignLeft);
     layout.addLayout(row);
 }
 
 void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace)
 {
     auto *const icons = new ApplicationIcons(ApplicationRowDelegate::IconSize, workspace, this);
-    icons->onMore = [this] { m_list->viewport()->update(); };
+    icons->onRepaint = [this] { m_list->viewport()->update(); };
     m_list = new ApplicationList(this);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new ApplicationRowDelegate(*icons, this));
@@ -152,9 +152,8 @@ void ApplicationPanel::listApplications(Workspace &workspace)
             if (panel)
                 panel->showApplications(applications);
         });
-    // Sooner, the word would only flicker.
-    QTimer::singleShot(Patience, this, [this] {
-        m_isLate = true;
+    QTimer::singleShot(LoadingNoteDelay, this, [this] {
+        m_isLoadingNoteDue = true;
         renderNote();
     });
 }
@@ -187,7 +186,7 @@ void ApplicationPanel::renderNote()
         m_list->setNote({});
     else if (m_isListed)
         m_list->setNote(tr("No applications found"));
-    else if (m_isLate)
+    else if (m_isLoadingNoteDue)
         m_list->setNote(tr("Loading\u2026"));
 }
 
@@ -210,7 +209,7 @@ void ApplicationPanel::choose()
 {
     const auto selected = m_list->selectionModel()->selectedIndexes();
     if (!selected.isEmpty())
-        finish(selected.front().data(ApplicationListModel::PathRole).value<std::string>());
+        finish(selected.front().data(ApplicationListModel::pathRole).value<std::string>());
 }
 
 void ApplicationPanel::finish(const std::string &path)
@@ -236,10 +235,10 @@ void ApplicationPanel::done(int result)
 {
     QDialog::done(result);
     deleteLater();
-    tell();
+    report();
 }
 
-void ApplicationPanel::tell()
+void ApplicationPanel::report()
 {
     if (const auto receive = std::exchange(onFinish, {}))
         receive(m_chosen);

@@ -19,18 +19,17 @@ class TextField;
 class Workspace;
 struct Application;
 
-/// A window in which the user searches the installed applications and chooses one, or a desktop
-/// entry elsewhere on disk. The keyboard stays in the search field while its keys move the
-/// selection. The window deletes itself when it has ended, in whatever way.
+/// A dialog in which the user searches the installed applications and chooses one, or a desktop
+/// entry elsewhere on disk. The arrow keys move the selection while the search field keeps the
+/// focus. The dialog deletes itself once it is closed.
 class ApplicationPanel final : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Asks the workspace for its applications, which fill the list when they come. `prompt` is the
-    /// title of the confirming button. The panel stays above the window of `parent`.
-    /// `decorate` is called for this dialog and for the one behind "Other…", before either is
-    /// shown.
+    /// Requests the applications from the workspace and lists them once they arrive. `prompt` is
+    /// the title of the accept button. The dialog stays above the window of `parent`. `decorate` is
+    /// called for this dialog and for the one that "Other…" opens, each before it is shown.
     ApplicationPanel(const QString &title, const QString &prompt, Workspace &workspace,
                      std::function<void(QDialog &)> decorate, QWidget *parent);
     ~ApplicationPanel() override;
@@ -38,8 +37,8 @@ public:
     ApplicationPanel(const ApplicationPanel &) = delete;
     ApplicationPanel &operator=(const ApplicationPanel &) = delete;
 
-    /// The panel has ended, however it came to that: the path of the chosen application's desktop
-    /// entry (UTF-8), none if there is none. Called once.
+    /// Called once, when the dialog is closed or deleted, with the path of the chosen desktop entry
+    /// (UTF-8), or none if the user chose none.
     std::function<void(const std::optional<std::string> &path)> onFinish =
         [](const std::optional<std::string> &) {};
 
@@ -61,7 +60,7 @@ private:
     void choose();
     void finish(const std::string &path);
     void openFileDialog();
-    void tell();
+    void report();
 
     std::function<void(QDialog &)> m_decorate;
     PointSize m_pointSize { *this };
@@ -69,8 +68,8 @@ private:
     TextField *m_field = nullptr;
     ApplicationList *m_list = nullptr;
     PushButton *m_chooseButton = nullptr;
-    ApplicationFileDialog *m_fileDialog = nullptr; // from its first use on
+    ApplicationFileDialog *m_fileDialog = nullptr; // created when first used
     std::optional<std::string> m_chosen;
     bool m_isListed = false;
-    bool m_isLate = false; // so long without the list that the user is told
+    bool m_isLoadingNoteDue = false;
 };

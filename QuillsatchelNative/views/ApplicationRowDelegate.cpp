@@ -20,7 +20,7 @@ constexpr int Padding = 9;
 constexpr int IconSpacing = 10;
 constexpr int LineSpacing = 1;
 constexpr auto NameColor = SrgbColor::white(0.92);
-constexpr auto SelectedCommentColor = SrgbColor::white(0.8); // on the accent
+constexpr auto SelectedCommentColor = SrgbColor::white(0.8); // on the accent colour
 
 void drawLine(QPainter &painter, const QRect &line, const QFont &font, const SrgbColor &color,
               const QString &text)
@@ -51,7 +51,7 @@ void ApplicationRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem
                                    const QModelIndex &index) const
 {
     painter->save();
-    paintGround(*painter, option);
+    paintBackground(*painter, option);
     QRect frame = option.rect.adjusted(Padding, 0, -Padding, 0);
     paintIcon(*painter, { frame.left(), frame.center().y() - IconSize / 2 + 1, IconSize, IconSize },
               index);
@@ -60,8 +60,8 @@ void ApplicationRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem
     painter->restore();
 }
 
-void ApplicationRowDelegate::paintGround(QPainter &painter,
-                                         const QStyleOptionViewItem &option) const
+void ApplicationRowDelegate::paintBackground(QPainter &painter,
+                                             const QStyleOptionViewItem &option) const
 {
     if (option.state.testFlag(QStyle::State_Selected))
         Painting::fillRoundedRect(painter, option.rect, Radius,
@@ -75,7 +75,7 @@ void ApplicationRowDelegate::paintGround(QPainter &painter,
 void ApplicationRowDelegate::paintIcon(QPainter &painter, const QRect &frame,
                                        const QModelIndex &index) const
 {
-    const auto path = index.data(ApplicationListModel::PathRole).value<std::string>();
+    const auto path = index.data(ApplicationListModel::pathRole).value<std::string>();
     const auto *const icon = m_icons.icon(path, painter.device()->devicePixelRatio());
     if (!icon)
         return;
@@ -90,7 +90,7 @@ void ApplicationRowDelegate::paintTexts(QPainter &painter, const QRect &frame,
                                         const QModelIndex &index, bool isSelected) const
 {
     const QString name = index.data().toString();
-    const QString comment = index.data(ApplicationListModel::CommentRole).toString();
+    const QString comment = index.data(ApplicationListModel::commentRole).toString();
     const int nameHeight = QFontMetrics(m_nameFont).height();
     const int commentHeight =
         comment.isEmpty() ? 0 : LineSpacing + QFontMetrics(m_commentFont).height();

@@ -5,7 +5,8 @@
 
 class ApplicationIcons;
 
-/// Paints the rows of an `ApplicationListModel`: icon, name and comment. All have one height.
+/// Paints the rows of an `ApplicationListModel`: icon, name and comment. All rows have the same
+/// height.
 class ApplicationRowDelegate final : public QAbstractItemDelegate
 {
     Q_OBJECT
@@ -21,7 +22,7 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
-    void paintGround(QPainter &painter, const QStyleOptionViewItem &option) const;
+    void paintBackground(QPainter &painter, const QStyleOptionViewItem &option) const;
     void paintIcon(QPainter &painter, const QRect &frame, const QModelIndex &index) const;
     void paintTexts(QPainter &painter, const QRect &frame, const QModelIndex &index,
                     bool isSelected) const;

@@ -8,12 +8,12 @@ namespace
 {
 
 enum class Rank {
-    Name,
-    WordsOfName,
-    Elsewhere
+    nameStart,
+    wordStarts,
+    elsewhere
 };
 
-/// The letters whose stroke Unicode does not take for an accent.
+/// Handles the letters whose stroke Unicode does not decompose into an accent.
 QChar baseLetter(QChar letter)
 {
     switch (letter.unicode()) {
@@ -28,9 +28,9 @@ QChar baseLetter(QChar letter)
     }
 }
 
-QString madeAlike(const QString &text)
+QString normalized(const QString &text)
 {
-    // By way of the upper case, for what has but one there: sharp s and double s, two sigmas.
+    // Upper case first: it makes sharp s equal to double s, and both small sigmas equal.
     const QString folded = text.normalized(QString::NormalizationForm_KD).toUpper().toCaseFolded();
     QString plain;
     plain.reserve(folded.size());
@@ -41,12 +41,12 @@ QString madeAlike(const QString &text)
     return plain.simplified();
 }
 
-QString madeAlike(const std::string &text)
+QString normalized(const std::string &text)
 {
-    return madeAlike(QString::fromStdString(text));
+    return normalized(QString::fromStdString(text));
 }
 
-bool beginsAWord(const QString &text, const QString &beginning)
+bool startsWord(const QString &text, const QString &beginning)
 {
     for (auto at = text.indexOf(beginning); at >= 0; at = text.indexOf(beginning, at + 1)) {
         if (at == 0 || !text[at - 1].isLetterOrNumber())
@@ -58,10 +58,10 @@ bool beginsAWord(const QString &text, const QString &beginning)
 Rank rank(const QString &name, const QString &typed, const QStringList &words)
 {
     if (name.startsWith(typed))
-        return Rank::Name;
-    const bool isOfWords = std::ranges::all_of(
-        words, [&name](const QString &word) { return beginsAWord(name, word); });
-    return isOfWords ? Rank::WordsOfName : Rank::Elsewhere;
+        return Rank::nameStart;
+    const bool startsWords =
+        std::ranges::all_of(words, [&name](const QString &word) { return startsWord(name, word); });
+    return startsWords ? Rank::wordStarts : Rank::elsewhere;
 }
 
 } // namespace
@@ -70,26 +70,26 @@ ApplicationSearch::ApplicationSearch(const std::vector<Application> &application
 {
     m_entries.reserve(applications.size());
     for (const auto &application : applications) {
-        const QString name = madeAlike(application.name);
-        // Words have no line breaks, so none is found across two texts.
-        const QString everything =
-            name + u'\n' + madeAlike(application.comment) + u'\n' + madeAlike(application.keywords);
-        m_entries.push_back({ name, everything });
+        const QString name = normalized(application.name);
+        // Words contain no line breaks, so no word matches across two texts.
+        const QString allTexts = name + u'\n' + normalized(application.comment) + u'\n' +
+                                 normalized(application.keywords);
+        m_entries.push_back({ name, allTexts });
     }
 }
 
 std::vector<std::size_t> ApplicationSearch::find(const QString &typed) const
 {
-    const QString alike = madeAlike(typed);
-    const QStringList words = alike.split(u' ', Qt::SkipEmptyParts);
+    const QString text = normalized(typed);
+    const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
     std::vector<std::size_t> found;
-    for (std::size_t place = 0; place < m_entries.size(); ++place) {
-        const auto &everything = m_entries[place].everything;
-        if (std::ranges::all_of(words, [&](const QString &w) { return everything.contains(w); }))
-            found.push_back(place);
+    for (std::size_t index = 0; index < m_entries.size(); ++index) {
+        const auto &allTexts = m_entries[index].allTexts;
+        if (std::ranges::all_of(words, [&](const QString &w) { return allTexts.contains(w); }))
+            found.push_back(index);
     }
-    std::ranges::stable_sort(found, {}, [this, &alike, &words](std::size_t place) {
-        return rank(m_entries[place].name, alike, words);
+    std::ranges::stable_sort(found, {}, [this, &text, &words](std::size_t index) {
+        return rank(m_entries[index].name, text, words);
     });
     return found;
 }

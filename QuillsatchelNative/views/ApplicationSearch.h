@@ -7,23 +7,23 @@
 #include <cstddef>
 #include <vector>
 
-/// Finds applications by the words that people type. Case and accents make no difference.
+/// Finds applications by words. Ignores case and accents.
 class ApplicationSearch final
 {
 public:
     ApplicationSearch() = default;
     explicit ApplicationSearch(const std::vector<Application> &applications);
 
-    /// The places of the applications in whose name, comment or keywords every word is found. First
-    /// come those whose name begins with what was typed, then those in whose name each word begins
-    /// a word, then the rest, all in the order in which they were given. No words find them all.
+    /// The indices of the applications whose name, comment and keywords contain every word of
+    /// `typed`; all applications if it has none. Names that start with `typed` come first, then
+    /// names in which every word starts a word, then the rest. Equal ranks keep their order.
     std::vector<std::size_t> find(const QString &typed) const;
 
 private:
-    /// An application's texts, made alike.
+    /// The normalized texts of an application.
     struct Entry {
         QString name;
-        QString everything;
+        QString allTexts; ///< name, comment and keywords, one per line
     };
 
     std::vector<Entry> m_entries;

@@ -12,16 +12,16 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-// In points. The mark is larger, since its line is thin.
+// In points. The tick is larger because its line is thin.
 constexpr int DiscSize = 12;
-constexpr int MarkSize = 16;
+constexpr int TickSize = 16;
 
 QIcon iconOf(BlockColor color, bool isCurrent)
 {
     const auto tint = color.swiftUIColor().value_or(SatchelTheme::secondary);
     if (isCurrent)
-        return Symbol::menuIcon(u"checkmark"_s, SrgbColor::white(0.92), MarkSize);
-    return Symbol::menuIcon(u"circle.fill"_s, tint, DiscSize, Symbol::WhenSelected::Outlined);
+        return Symbol::menuIcon(u"checkmark"_s, SrgbColor::white(0.92), TickSize);
+    return Symbol::menuIcon(u"circle.fill"_s, tint, DiscSize, Symbol::WhenSelected::outlined);
 }
 
 } // namespace
@@ -44,7 +44,7 @@ ColorMenu::ColorMenu(BlockColor current, QWidget *owner)
     }
 }
 
-// The icon is the mark; the style would draw another one and a frame around it.
+// The icon shows the tick; the style would draw a second one with a frame.
 void ColorMenu::initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const
 {
     PopupMenu::initStyleOption(option, action);

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// The colours of a node with the current one marked, for one use: the menu deletes itself when it
-/// closes. Assistive technology finds entries of which one is checked.
+/// The menu of node colours. The current one has a tick, and is checked in the accessibility tree.
+/// The menu deletes itself when it closes.
 class ColorMenu final : public PopupMenu
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class ColorMenu final : public PopupMenu
 public:
     ColorMenu(BlockColor current, QWidget *owner);
 
-    /// A colour was chosen, perhaps the current one.
+    /// The user chose a colour, perhaps the current one.
     std::function<void(BlockColor)> onColor = [](BlockColor) {};
 
 protected:

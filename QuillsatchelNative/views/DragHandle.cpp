@@ -64,7 +64,7 @@ protected:
 DragHandle::DragHandle(QWidget *parent)
     : QWidget(parent)
 {
-    setAccessibleRole(*this, QAccessible::Button); // desktops know no role of a grip
+    setAccessibleRole(*this, QAccessible::Button); // there is no role for a grip
     setFixedSize(FrameSize);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::OpenHandCursor);
@@ -98,11 +98,11 @@ void DragHandle::mouseMoveEvent(QMouseEvent *event)
     if (!m_press)
         return;
     m_press->pointer = event->scenePosition();
-    const QPointF moved = m_press->pointer - m_press->place;
+    const QPointF moved = m_press->pointer - m_press->start;
     if (!m_isDragging && exact(std::hypot(moved.x(), moved.y())) < MinimumDistance)
         return;
     if (!std::exchange(m_isDragging, true))
-        grabKeyboard(); // for Escape: the mouse leaves the focus where it is
+        grabKeyboard(); // for Escape: a mouse press does not move the focus here
     showTranslation();
 }
 
@@ -132,7 +132,7 @@ int DragHandle::topInWindow() const
 qreal DragHandle::translation() const
 {
     const int cardMoved = topInWindow() - m_press->top;
-    return exact(m_press->pointer.y() - m_press->place.y()) - cardMoved;
+    return exact(m_press->pointer.y() - m_press->start.y()) - cardMoved;
 }
 
 void DragHandle::keyPressEvent(QKeyEvent *event)

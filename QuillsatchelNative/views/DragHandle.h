@@ -6,9 +6,9 @@
 #include <functional>
 #include <optional>
 
-/// The handle by which a card is dragged up and down its list. Its lines follow the pointer, over
-/// the neighbouring cards too, also while the list scrolls. The arrow keys move the card by one
-/// place.
+/// The handle that drags a card up and down its list. While it is dragged its glyph follows the
+/// pointer across neighbouring cards, even while the list scrolls. The arrow keys move the card by
+/// one place.
 class DragHandle final : public QWidget
 {
     Q_OBJECT
@@ -17,16 +17,17 @@ public:
     explicit DragHandle(QWidget *parent);
     ~DragHandle() override;
 
-    /// The drag began or moved: the vertical distance of the pointer from the place on the handle
-    /// where it was pressed, in points, down if positive; 0 once it ended or was cancelled. When
-    /// the list scrolls, the distance grows by as much.
+    /// The drag started or moved. Receives the vertical distance in points between the pointer and
+    /// the spot on the handle that was pressed, positive downwards; 0 when the drag ends or is
+    /// cancelled. Scrolling the list changes the distance too.
     std::function<void(qreal)> onTranslation = [](qreal) {};
-    /// The drag ended, not cancelled, at this vertical distance.
+    /// The handle was dropped at this vertical distance; not called for a cancelled drag.
     std::function<void(qreal)> onDrop = [](qreal) {};
-    /// An arrow key, or an assistive program, asks for one place up (-1) or down (+1).
+    /// The user asks to move the card one place up (-1) or down (+1), by an arrow key or through
+    /// the accessibility tree.
     std::function<void(int)> onStep = [](int) {};
 
-    /// Call when the card has moved in the window, so that a drag stays at the pointer.
+    /// Call after the card moved in the window, so that the glyph stays at the pointer.
     void followCard();
 
 protected:
@@ -44,14 +45,14 @@ private:
     void showTranslation();
     void endDrag();
 
-    /// All in the window, in points. Global places would be rounded by Qt to whole points.
+    /// Window coordinates in points: Qt would round global ones to whole points.
     struct Press {
-        QPointF place;
-        QPointF pointer; // now
-        int top;         // of the handle, when it was pressed
+        QPointF start;
+        QPointF pointer; // current position
+        int top;         // of the handle when it was pressed
     };
 
-    std::optional<Press> m_press; // while the button is down
+    std::optional<Press> m_press; // while the mouse button is down
     bool m_isDragging = false;
-    QPointer<QWidget> m_glyph; // what follows the pointer; a sibling of the card, so not cut off
+    QPointer<QWidget> m_glyph; // follows the pointer; a sibling of the card, so it is not clipped
 };

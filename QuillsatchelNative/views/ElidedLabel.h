@@ -6,7 +6,7 @@
 #include <QString>
 #include <QWidget>
 
-/// One line of text, cut where its mode says if it is too long for its place.
+/// One line of text; the elide mode says where a text that is too long is cut.
 class ElidedLabel final : public QWidget
 {
     Q_OBJECT

@@ -3,8 +3,8 @@
 #include <QFont>
 #include <QSyntaxHighlighter>
 
-/// Draws the emoji of a document in color where its font has monochrome ones. The document's
-/// owner makes it only if `EmojiRanges::areNeeded`: it looks at each paragraph that changes.
+/// Draws the emoji of a document in colour if its font has monochrome ones. Create it only if
+/// `EmojiRanges::areNeeded`, because it examines every paragraph that changes.
 class EmojiHighlighter final : public QSyntaxHighlighter
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr char32_t GrinningFace = 0x1F600;
-constexpr QChar TextVariation(0xFE0E); // asks for the look of a letter
+constexpr QChar TextVariation(0xFE0E); // requests text presentation
 constexpr QChar EmojiVariation(0xFE0F);
 
 struct Range {
@@ -23,8 +23,7 @@ struct Range {
     char16_t last;
 };
 
-/// The characters of the basic plane that are emoji by themselves (Emoji_Presentation in Unicode's
-/// emoji-data), in order.
+/// The code points of the basic multilingual plane with the property Emoji_Presentation, sorted.
 constexpr std::array BasicEmoji {
     Range { 0x231A, 0x231B }, Range { 0x23E9, 0x23EC }, Range { 0x23F0, 0x23F0 },
     Range { 0x23F3, 0x23F3 }, Range { 0x25FD, 0x25FE }, Range { 0x2614, 0x2615 },
@@ -53,18 +52,18 @@ bool mayHaveEmoji(const QString &text)
     });
 }
 
-/// Whether `character`, a grapheme cluster, is drawn as an emoji. A digit in a keycap is not: color
-/// fonts have grey digits for them.
-bool isEmoji(QStringView character)
+/// Whether the grapheme cluster is drawn as an emoji. Keycaps are not, because colour fonts have
+/// grey digits for them.
+bool isEmoji(QStringView cluster)
 {
     constexpr char32_t FirstSymbol = 0x2000;
-    const auto first = character.toUcs4().value(0);
-    if (first < FirstSymbol || character.contains(TextVariation))
+    const auto first = cluster.toUcs4().value(0);
+    if (first < FirstSymbol || cluster.contains(TextVariation))
         return false;
     const bool isPictograph = first >= 0x1F000 && first <= 0x1FAFF;
     const bool isEnclosedLetter = first >= 0x1F100 && first <= 0x1F1E5;
     return (isPictograph && !isEnclosedLetter) || isBasicEmoji(first) ||
-           character.contains(EmojiVariation);
+           cluster.contains(EmojiVariation);
 }
 
 QTextCharFormat emojiFormat(const QFont &font)

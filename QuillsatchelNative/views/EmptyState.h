@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-/// What a tab without nodes shows in their place.
+/// The message in a list without nodes.
 class EmptyState final : public QWidget
 {
     Q_OBJECT

@@ -16,7 +16,7 @@ bool isStop(const QWidget *widget)
     return (widget->focusPolicy() & Qt::TabFocus) != 0;
 }
 
-/// Where the focus is now; a part of a stop counts as the stop. -1 if it is elsewhere.
+/// The index of the stop that has the focus or contains it; -1 if no stop does.
 qsizetype currentStop(const QList<QWidget *> &stops)
 {
     const QWidget *const focus = QApplication::focusWidget();
@@ -40,8 +40,8 @@ bool move(const QList<QWidget *> &stops, bool forwards)
     const auto current = currentStop(stops);
     const auto start = current < 0 && !forwards ? count : current;
     for (qsizetype distance = 1; distance <= count; ++distance) {
-        const auto place = start + (forwards ? distance : -distance);
-        auto *const stop = stops[((place % count) + count) % count];
+        const auto index = start + (forwards ? distance : -distance);
+        auto *const stop = stops[((index % count) + count) % count];
         if (!isStop(stop) || !stop->isVisible() || !stop->isEnabled())
             continue;
         stop->setFocus(forwards ? Qt::TabFocusReason : Qt::BacktabFocusReason);

@@ -4,17 +4,16 @@
 
 class QWidget;
 
-/// The order in which Tab visits what the user sees. Lists of cards and tabs change all the time,
-/// so the order is read off the views when Tab is pressed rather than kept up to date in Qt's own
-/// chain.
+/// The order in which Tab visits widgets. Cards and tabs change often, so the order is collected
+/// from the views when Tab is pressed instead of being maintained in Qt's focus chain.
 namespace FocusOrder
 {
 
-/// All widgets below `widget` that Tab may visit.
+/// All descendants of `widget` that accept focus by Tab.
 QList<QWidget *> stopsIn(const QWidget &widget);
 
-/// Moves the focus from where it is to the next of `stops` that can take it (or the one before),
-/// round in a circle. False if there is none.
+/// Moves the focus to the next of `stops` that can take it, or backwards to the previous one, and
+/// wraps around. False if none can take it.
 bool move(const QList<QWidget *> &stops, bool forwards);
 
 } // namespace FocusOrder

@@ -2,13 +2,13 @@
 
 class QWidget;
 
-/// Keeps hover highlights where the pointer is when widgets move under it.
+/// Keeps hover highlights correct when widgets move under the pointer.
 namespace Hover
 {
 
-/// Call after children of `area` have moved. Qt looks for the widget under the pointer only when
-/// the pointer moves; until then the highlight would move away with its widget. Nothing happens
-/// while the pointer is elsewhere, a mouse button is down or a menu is open.
+/// Call after children of `area` moved. Qt updates the widget under the pointer only when the
+/// pointer moves, so until then the wrong widget would be highlighted. Does nothing while the
+/// pointer is outside `area`, a mouse button is down or a menu is open.
 void update(const QWidget &area);
 
 } // namespace Hover

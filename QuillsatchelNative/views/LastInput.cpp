@@ -14,7 +14,7 @@ Qt::FocusReason LastInput::focusReason() const
     return m_isKey ? Qt::OtherFocusReason : Qt::MouseFocusReason;
 }
 
-// Widgets get no KeyPress for shortcuts, only ShortcutOverride.
+// For a shortcut widgets receive no KeyPress, only ShortcutOverride.
 bool LastInput::eventFilter(QObject * /*object*/, QEvent *event)
 {
     switch (event->type()) {
@@ -33,7 +33,7 @@ bool LastInput::eventFilter(QObject * /*object*/, QEvent *event)
     return false;
 }
 
-// Choosing from the tray menu sends no press events.
+// A choice in the tray menu sends no press events.
 void LastInput::forgetKeys(Qt::ApplicationState state)
 {
     if (state != Qt::ApplicationActive)

@@ -2,18 +2,17 @@
 
 #include <QObject>
 
-/// Knows whether the user's last press was one of a key. It decides whether a focus that moves
-/// without the user asking for it is shown: to someone who uses the mouse a focus ring would look
-/// like a choice.
+/// Tracks whether the user last pressed a key or a mouse button. When the program moves the focus,
+/// this decides whether a focus ring is shown: mouse users would take it for a selection.
 class LastInput final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Watches the presses in all windows of the application, for as long as it exists.
+    /// Watches all windows of the application until it is destroyed.
     LastInput();
 
-    /// The reason to move the focus with. A `PlainButton` shows no ring if it is the mouse.
+    /// The reason to pass to setFocus. For `Qt::MouseFocusReason` a `PlainButton` shows no ring.
     Qt::FocusReason focusReason() const;
 
 protected:

@@ -15,8 +15,8 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-constexpr OverlayCard::Look SettingsLook { .widest = 360,
-                                           .tallest = 560,
+constexpr OverlayCard::Look SettingsLook { .maximumWidth = 360,
+                                           .maximumHeight = 560,
                                            .backdropOpacity = 0.62,
                                            .fillOpacity = 0.98,
                                            .shadow = {
@@ -25,8 +25,7 @@ constexpr int EditorCount = 5;
 constexpr int HorizontalPadding = 14;
 constexpr int VerticalPadding = 16;
 constexpr int Spacing = 12;
-constexpr int HeaderPadding =
-    44; // leaves room for the close button; the note's lines get equal lengths
+constexpr int HeaderPadding = 44; // clears the close button and breaks the note evenly
 constexpr int HeaderSpacing = 3;
 constexpr int HeaderSymbolSize = 24;
 constexpr int EditorSpacing = 8;

@@ -137,7 +137,7 @@ void LauncherSlotEditor::renderTexts()
 void LauncherSlotEditor::renderSetButton()
 {
     const bool hasText = !trimmed(m_urlField->text().toStdString()).empty();
-    // A button that is disabled passes its focus on to the next editor.
+    // Disabling the focused button would move the focus to the next editor.
     if (!hasText && window()->focusWidget() == m_setButton)
         m_urlField->setFocus(Qt::OtherFocusReason);
     m_setButton->setEnabled(hasText);

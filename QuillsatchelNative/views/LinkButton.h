@@ -2,15 +2,15 @@
 
 #include "views/PlainButton.h"
 
-/// A link: an artwork or a text that opens something elsewhere.
+/// A link: artwork or text that opens a website.
 class LinkButton final : public PlainButton
 {
     Q_OBJECT
 
 public:
-    /// Shows the artwork of this name, `size` points large.
+    /// Shows the artwork `name` of `Symbol` at `size` points.
     static LinkButton *withArtwork(const QString &name, const QSize &size, QWidget *parent);
-    /// Shows the text in the theme's accent colour.
+    /// Shows the text in the accent colour.
     static LinkButton *withText(const QString &text, QWidget *parent);
 
     QSize sizeHint() const override { return m_size; }

@@ -2,8 +2,7 @@
 
 #include <QWidget>
 
-/// One line that tells the user what went wrong, to the eye and to the ear. Hidden while there is
-/// nothing to tell.
+/// A line with an error message, which screen readers announce. Hidden while there is no message.
 class MessageLine final : public QWidget
 {
     Q_OBJECT
@@ -11,7 +10,7 @@ class MessageLine final : public QWidget
 public:
     explicit MessageLine(QWidget *parent);
 
-    /// An empty message hides the line; another one is announced.
+    /// Shows and announces a new message; an empty one hides the line.
     void render(const QString &message);
 
     QSize sizeHint() const override;

@@ -2,7 +2,7 @@
 
 #include "views/PlainButton.h"
 
-/// The wide capsule below the list that adds a node.
+/// The wide button below the list that adds a node.
 class NewNodeButton final : public PlainButton
 {
     Q_OBJECT

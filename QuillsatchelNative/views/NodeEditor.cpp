@@ -26,14 +26,14 @@ QString withLineBreaks(QString text)
     return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
-/// As a document keeps it: a character for each place of a cursor.
+/// The text as a document stores it, with one character per cursor position.
 QString withParagraphs(QString text)
 {
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
         .replace(QLatin1Char('\n'), QChar::ParagraphSeparator);
 }
 
-/// How many characters the two have in common at their beginnings; none is cut in two.
+/// The length of the common prefix; never splits a surrogate pair.
 qsizetype commonPrefix(const QString &a, const QString &b)
 {
     const auto [end, ignored] = std::ranges::mismatch(a, b);
@@ -41,11 +41,11 @@ qsizetype commonPrefix(const QString &a, const QString &b)
     return length > 0 && a[length - 1].isHighSurrogate() ? length - 1 : length;
 }
 
-/// The same at their ends, where at most `longest` may count.
-qsizetype commonSuffix(const QString &a, const QString &b, qsizetype longest)
+/// The length of the common suffix, at most `maximum`; never splits a surrogate pair.
+qsizetype commonSuffix(const QString &a, const QString &b, qsizetype maximum)
 {
     qsizetype length = 0;
-    while (length < longest && a[a.size() - length - 1] == b[b.size() - length - 1])
+    while (length < maximum && a[a.size() - length - 1] == b[b.size() - length - 1])
         ++length;
     return length > 0 && a[a.size() - length].isLowSurrogate() ? length - 1 : length;
 }
@@ -55,13 +55,13 @@ bool endsWord(QChar character)
     return character.isSpace() && character.decompositionTag() != QChar::NoBreak;
 }
 
-/// Whether there is a word so long that Qt, which looks for its end at each of its lines, would
-/// take much longer to wrap it than all other text.
-bool hasEndlessWord(QStringView text)
+/// Whether a word is so long that wrapping it takes too much time: Qt searches for the end of the
+/// word again at each of its lines.
+bool hasOverlongWord(QStringView text)
 {
-    constexpr qsizetype LongestWord = 10'000;
-    while (text.size() > LongestWord) {
-        const auto beginning = text.first(LongestWord);
+    constexpr qsizetype MaximumWordLength = 10'000;
+    while (text.size() > MaximumWordLength) {
+        const auto beginning = text.first(MaximumWordLength);
         const auto end = std::find_if(beginning.rbegin(), beginning.rend(), endsWord);
         if (end == beginning.rend())
             return true;
@@ -91,10 +91,10 @@ void NodeEditor::showText(const std::string &text)
 {
     const QScopedValueRollback replacing(m_isReplacing, true);
     m_text = text;
-    clear(); // or the former text would be wrapped anew
+    clear(); // otherwise setWordWrapMode would wrap the old text again
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     const QString shown = stringFromUtf8(text);
-    breakEndlessWords(shown);
+    wrapOverlongWords(shown);
     setPlainText(shown);
 }
 
@@ -104,10 +104,10 @@ void NodeEditor::replaceText(const std::string &text)
         return;
     const QScopedValueRollback replacing(m_isReplacing, true);
     m_text = text;
-    // Only what differs: the user's cursor and selection stay where they are in the rest.
+    // Replaces only what differs, so that the cursor and the selection keep their places.
     const QString earlier = document()->toRawText();
     const QString later = withParagraphs(stringFromUtf8(text));
-    breakEndlessWords(later);
+    wrapOverlongWords(later);
     const auto prefix = commonPrefix(earlier, later);
     const auto suffix =
         commonSuffix(earlier, later, std::min(earlier.size(), later.size()) - prefix);
@@ -117,7 +117,7 @@ void NodeEditor::replaceText(const std::string &text)
     cursor.setPosition(static_cast<int>(earlier.size() - suffix), QTextCursor::KeepAnchor);
     cursor.insertText(later.mid(prefix, later.size() - prefix - suffix));
     cursor.endEditBlock();
-    document()->setModified(false); // else typing that follows would be part of the same step
+    document()->setModified(false); // otherwise typing that follows would join this undo step
 }
 
 void NodeEditor::insert(const QString &text)
@@ -132,17 +132,17 @@ void NodeEditor::reportText()
 {
     if (m_isReplacing)
         return;
-    // `toPlainText` would turn no-break spaces into blanks.
+    // Not `toPlainText`, which turns no-break spaces into spaces.
     const QString text = document()->toRawText();
-    breakEndlessWords(text);
+    wrapOverlongWords(text);
     m_text = withLineBreaks(text).toStdString();
     onText(m_text);
 }
 
-// Until another node is shown, even if such a word goes: it may come back by "Undo".
-void NodeEditor::breakEndlessWords(const QString &text)
+// Stays until another node is shown, because Undo may restore a word that was deleted.
+void NodeEditor::wrapOverlongWords(const QString &text)
 {
-    if (hasEndlessWord(text))
+    if (hasOverlongWord(text))
         setWordWrapMode(QTextOption::WrapAnywhere);
 }
 
@@ -158,19 +158,19 @@ void NodeEditor::insertFromMimeData(const QMimeData *source)
     if (!source->hasText())
         return;
     const QString text = source->text();
-    breakEndlessWords(text);
+    wrapOverlongWords(text);
     insertPlainText(text);
 }
 
 bool NodeEditor::focusNextPrevChild(bool /*next*/)
 {
-    return false; // Tab is for typing; Ctrl+Tab comes by as a key
+    return false; // Tab types; keyPressEvent handles Ctrl+Tab
 }
 
 void NodeEditor::keyPressEvent(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::InsertLineSeparator)) {
-        // Shift+Return would type a character that other programs do not take for a line's end.
+        // Shift+Return would type U+2028, which other programs do not treat as a line break.
         textCursor().insertText(QStringLiteral("\n"));
         ensureCursorVisible();
         return;
@@ -182,7 +182,8 @@ void NodeEditor::keyPressEvent(QKeyEvent *event)
     }
     const bool isBackwards =
         event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier);
-    // Past the text edit's own, which would stay. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    // Bypasses the overrides, which keep the focus here.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QWidget::focusNextPrevChild(!isBackwards);
 }
 

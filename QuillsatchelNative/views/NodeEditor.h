@@ -5,13 +5,13 @@
 #include <functional>
 #include <string>
 
-/// The text editor of a card: plain text, no frame, no ground of its own. Tab types a tab,
-/// Ctrl+Tab leaves. The wheel is the list's unless the focused editor has more text than it
-/// shows.
+/// The plain-text editor of a card, with a transparent background. Tab types a tab character,
+/// Ctrl+Tab moves the focus. The wheel scrolls the list, unless the editor has the focus and more
+/// text than fits.
 ///
-/// A line ends with LF in what the user pastes and in the whole text of a node once the user edits
-/// it: CR LF, CR and U+2029 become LF, since a document has only one kind of line end. A node that
-/// is only shown keeps its text as it is. U+2028 is a character like others.
+/// QTextDocument has only one kind of line break, so CR LF, CR and U+2029 become LF in what the
+/// user pastes, and in the whole text once the user edits it. A text that is only shown stays as it
+/// is. U+2028 is kept like any other character.
 class NodeEditor final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -19,16 +19,16 @@ class NodeEditor final : public QPlainTextEdit
 public:
     explicit NodeEditor(QWidget *parent);
 
-    /// The user changed the text; receives the whole of it, valid UTF-8.
+    /// The user changed the text. Receives the whole text as valid UTF-8.
     std::function<void(const std::string &)> onText = [](const std::string &) {};
 
-    /// Shows another node's text, with an undo history of its own.
+    /// Shows the text of another node with an empty undo history.
     void showText(const std::string &text);
-    /// Replaces the text as one step that can be undone. Nothing happens if the text is the one
-    /// shown, so a late redraw never disturbs the typing.
+    /// Replaces the text as one undo step. Does nothing if this text is shown already, so a late
+    /// render never disturbs typing.
     void replaceText(const std::string &text);
 
-    /// Inserts as the user does, in place of the selection.
+    /// Replaces the selection like a paste by the user.
     void insert(const QString &text);
 
 protected:
@@ -43,8 +43,8 @@ protected:
 
 private:
     void reportText();
-    void breakEndlessWords(const QString &text);
+    void wrapOverlongWords(const QString &text);
 
-    std::string m_text; // what the model holds of what is shown
+    std::string m_text; // the model's version of the text shown
     bool m_isReplacing = false;
 };

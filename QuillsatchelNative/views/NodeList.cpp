@@ -20,8 +20,8 @@
 namespace
 {
 
-constexpr int WheelStep = 24;                             // points a notch's third moves the list
-constexpr std::chrono::milliseconds PreparationDelay(20); // lets frames and keys go first
+constexpr int WheelStep = 24; // points per wheel line; Qt scrolls three lines a notch
+constexpr std::chrono::milliseconds PreparationDelay(20); // frames and key events come first
 
 } // namespace
 
@@ -47,7 +47,7 @@ void NodeList::render()
     renderEmptyState();
     updateScrollRange();
     if (!isVisible())
-        return; // the cards do not follow the nodes until the list is shown
+        return; // a hidden list updates its cards in showEvent
     placeCards();
     for (auto &slot : m_slots) {
         if (slot.row)
@@ -88,21 +88,21 @@ QRect NodeList::cardGeometry(Row row) const
 void NodeList::placeCards()
 {
     if (!isVisible())
-        return; // sizes are not settled, and texts would be laid out twice
-    const auto rowLeft = followRows(layOut().nearby());
-    const Rows inSight = layOut().inSight();
+        return; // the size may still change, and texts would be laid out twice
+    const auto lostFocusRow = followRows(layOut().nearbyRows());
+    const Rows inSight = layOut().visibleRows();
     for (Row row = inSight.first; row < inSight.end; ++row)
         showRow(row);
     const bool haveMoved = moveCards();
     orderCards();
-    if (rowLeft)
-        focusRow(*rowLeft);
+    if (lostFocusRow)
+        focusRow(*lostFocusRow);
     if (haveMoved)
         Hover::update(*this);
     prepareNearbyLater();
 }
 
-/// Moves each card to its row. False if all were there already.
+/// Moves each card to its row. False if no card had to move.
 bool NodeList::moveCards()
 {
     bool haveMoved = false;
@@ -115,8 +115,8 @@ bool NodeList::moveCards()
     return haveMoved;
 }
 
-// Cards keep to their nodes, so that a focused editor keeps its cursor and its undo history when
-// the list changes around it. Gives the row of a card that had the focus and whose node is gone.
+// Matches cards with nodes by id, so that a focused editor keeps its cursor and undo history when
+// the list changes around it. Returns the row of a card that had the focus and whose node is gone.
 std::optional<NodeList::Row> NodeList::followRows(const Rows &nearby)
 {
     std::vector<std::optional<Row>> rows(m_slots.size());
@@ -124,22 +124,22 @@ std::optional<NodeList::Row> NodeList::followRows(const Rows &nearby)
         return slot.row ? findRow(slot, nearby) : std::nullopt;
     });
     const auto earlier = m_slots;
-    std::optional<Row> rowLeft;
+    std::optional<Row> lostFocusRow;
     for (auto &slot : m_slots)
         slot.row.reset();
     for (std::size_t index = 0; index < m_slots.size(); ++index) {
         auto &slot = m_slots[index];
         if (!rows[index] || slotAt(*rows[index])) {
             if (releaseFocus(slot))
-                rowLeft = earlier[index].row;
+                lostFocusRow = earlier[index].row;
             slot.card->hide();
             continue;
         }
         slot.row = rows[index];
         if (slot.row != earlier[index].row)
-            renderSlot(slot); // two nodes of one id need not have one text
+            renderSlot(slot); // nodes with the same id may differ
     }
-    return rowLeft;
+    return lostFocusRow;
 }
 
 std::optional<NodeList::Row> NodeList::findRow(const Slot &slot, const Rows &nearby) const
@@ -172,8 +172,8 @@ void NodeList::showRow(Row row)
     renderSlot(slot);
 }
 
-// The accessibility tree lists children in stacking order. Cards never overlap, so that order is
-// free to be the order of the rows. A card that is in its place already is not touched.
+// The accessibility tree lists children in stacking order. Cards never overlap, so the stacking
+// order can follow the rows. Cards that are in order already are not restacked.
 void NodeList::orderCards()
 {
     QWidget *next = m_scrollBar;
@@ -188,14 +188,14 @@ void NodeList::renderSlot(Slot &slot)
     const auto content = m_content();
     const auto &block = content.node(static_cast<std::size_t>(*slot.row));
     const QString name = tr("Node %1 of %2").arg(*slot.row + 1).arg(content.count);
-    if (slot.card->accessibleName() != name) // Qt announces a name that it has already, too
+    if (slot.card->accessibleName() != name) // Qt announces even an unchanged name
         slot.card->setAccessibleName(name);
     slot.card->render(block, content.copiedID == block.id, content.dictatedID == block.id);
 }
 
 void NodeList::prepareNearbyLater()
 {
-    const Rows nearby = layOut().nearby();
+    const Rows nearby = layOut().nearbyRows();
     Row row = nearby.first;
     while (row < nearby.end && slotAt(row))
         ++row;
@@ -210,7 +210,7 @@ void NodeList::prepareNearbyLater()
 void NodeList::prepareNearby()
 {
     m_isPreparing = false;
-    const Rows nearby = layOut().nearby();
+    const Rows nearby = layOut().nearbyRows();
     for (Row row = nearby.first; row < nearby.end; ++row) {
         if (slotAt(row))
             continue;
@@ -239,7 +239,7 @@ NodeList::Slot &NodeList::freeSlot()
 
 bool NodeList::hasFocusIn(const Slot &slot) const
 {
-    // The window's own account of its focus: it keeps it while another window is active.
+    // The window keeps its focus widget while another window is active.
     return slot.card->isAncestorOf(window()->focusWidget());
 }
 
@@ -249,9 +249,9 @@ bool NodeList::isPinned(const Slot &slot) const
            m_content().dictatedID == slot.card->blockID();
 }
 
-// Before a card is hidden: Qt would pass the focus on to whatever comes next in its own order,
-// and the panel would scroll there. True if the keyboard may go on at the card's neighbour, where
-// nothing that is being typed would end up in another node.
+// Called before a card is hidden: Qt would pass the focus to the next widget of its focus chain,
+// and the panel would scroll there. True if a neighbouring card may take the focus; false after
+// typing, because the next letters would end up in another node.
 bool NodeList::releaseFocus(const Slot &slot)
 {
     if (!hasFocusIn(slot))
@@ -268,7 +268,7 @@ void NodeList::focusRow(Row row)
         FocusOrder::stopsIn(*slot->card).front()->setFocus(Qt::TabFocusReason);
 }
 
-/// Those that show a row, top to bottom.
+/// The slots with a row, top to bottom.
 std::vector<NodeList::Slot> NodeList::shownSlots() const
 {
     std::vector<Slot> shown;
@@ -305,7 +305,7 @@ void NodeList::revealFocus()
         return;
     const Row row = *found->row;
     reveal(row);
-    // Tab may go on to either side before the cards around are made.
+    // Tab may move to a neighbour before `prepareNearby` has created it.
     if (row > 0)
         showRow(row - 1);
     if (row + 1 < static_cast<Row>(m_content().count))
@@ -325,7 +325,7 @@ void NodeList::showEvent(QShowEvent * /*event*/)
 
 void NodeList::resizeEvent(QResizeEvent * /*event*/)
 {
-    constexpr int Inset = 4; // the window's rim is for resizing it
+    constexpr int Inset = 4; // keeps clear of the window's resize border
     m_scrollBar->setGeometry(width() - OverlayScrollBar::Thickness - Inset, 2,
                              OverlayScrollBar::Thickness, height() - 4);
     renderEmptyState();

@@ -30,7 +30,7 @@ constexpr int ClosePadding = 8;
 constexpr QSize CloseButtonSize(28, 28);
 constexpr int CloseSymbolSize = 12;
 constexpr int Duration = 160; // milliseconds
-constexpr qreal SmallestScale = 0.97;
+constexpr qreal MinimumScale = 0.97;
 
 /// The standard ease-out curve.
 QEasingCurve easeOut()
@@ -40,7 +40,7 @@ QEasingCurve easeOut()
     return curve;
 }
 
-/// The card's ground.
+/// The background of the card.
 class Body final : public QWidget
 {
 public:
@@ -122,17 +122,18 @@ void OverlayCard::disappear()
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     auto *const earlier = earlierFocus();
-    // Without one the card keeps the focus, or hiding it would move the focus to any widget.
+    // Without an earlier focus this card keeps it, because hiding would move it to an arbitrary
+    // widget.
     (earlier ? earlier : this)->setFocus(Qt::PopupFocusReason);
     m_picture = picture();
     m_card->hide();
-    animate(m_presence, 0, [this] {
+    animate(m_visibility, 0, [this] {
         hide();
         deleteLater();
     });
 }
 
-// The window knows its focus even while another window is active.
+// The window keeps its focus widget while another window is active.
 void OverlayCard::rememberFocus()
 {
     m_earlierFocus.clear();
@@ -140,7 +141,7 @@ void OverlayCard::rememberFocus()
         m_earlierFocus.emplace_back(widget);
 }
 
-// The field that renames a tab ends when it loses the focus. Its chip then takes the focus back.
+// The field that renames a tab disappears when it loses the focus. Its chip then gets the focus.
 QWidget *OverlayCard::earlierFocus() const
 {
     const auto found = std::ranges::find_if(m_earlierFocus, [this](const auto &widget) {
@@ -154,18 +155,18 @@ void OverlayCard::animate(qreal from, qreal to, std::function<void()> done)
 {
     delete m_animation;
     m_animation = new QVariantAnimation(this);
-    const bool wantsMotion =
+    const bool isAnimated =
         style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
-    m_animation->setDuration(wantsMotion ? Duration : 0);
+    m_animation->setDuration(isAnimated ? Duration : 0);
     m_animation->setEasingCurve(easeOut());
     m_animation->setStartValue(from);
     m_animation->setEndValue(to);
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        m_presence = value.toReal();
+        m_visibility = value.toReal();
         update();
     });
     connect(m_animation, &QVariantAnimation::finished, this, std::move(done));
-    m_presence = from; // the animation reports no value before its second frame
+    m_visibility = from; // the animation reports its first value with the second frame
     m_animation->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
@@ -193,11 +194,11 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.setOpacity(m_presence);
+    painter.setOpacity(m_visibility);
     painter.fillRect(Painting::onWholePixels(painter, rect()),
                      Painting::qColor(SrgbColor::black(m_look.backdropOpacity)));
     const QPointF centre = QRectF(m_card->geometry()).center();
-    const qreal scale = SmallestScale + (1 - SmallestScale) * m_presence;
+    const qreal scale = MinimumScale + (1 - MinimumScale) * m_visibility;
     painter.translate(centre);
     painter.scale(scale, scale);
     painter.translate(-centre);
@@ -210,11 +211,11 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
 void OverlayCard::placeCard()
 {
     const QRect room = contentsRect();
-    const int width = std::min(m_look.widest, room.width());
+    const int width = std::min(m_look.maximumWidth, room.width());
     const auto *const layout = m_card->layout();
     const int wanted = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
                                                    : layout->totalSizeHint().height();
-    QRect place(0, 0, width, std::min({ wanted, m_look.tallest, room.height() }));
+    QRect place(0, 0, width, std::min({ wanted, m_look.maximumHeight, room.height() }));
     place.moveCenter(room.center());
     m_card->setGeometry(place);
     m_closeButton->move(width - CloseButtonSize.width() - ClosePadding, ClosePadding);
@@ -235,20 +236,20 @@ void OverlayCard::resizeEvent(QResizeEvent * /*event*/)
 
 void OverlayCard::mousePressEvent(QMouseEvent *event)
 {
-    m_isPressedBeside = event->button() == Qt::LeftButton &&
-                        !m_card->geometry().contains(event->position().toPoint());
+    m_isBackdropPressed = event->button() == Qt::LeftButton &&
+                          !m_card->geometry().contains(event->position().toPoint());
 }
 
 void OverlayCard::mouseReleaseEvent(QMouseEvent *event)
 {
-    const bool isBeside = !m_card->geometry().contains(event->position().toPoint());
-    if (std::exchange(m_isPressedBeside, false) && isBeside)
+    const bool isOnBackdrop = !m_card->geometry().contains(event->position().toPoint());
+    if (std::exchange(m_isBackdropPressed, false) && isOnBackdrop)
         onClose();
 }
 
 void OverlayCard::wheelEvent(QWheelEvent *event)
 {
-    event->accept(); // what lies under the card stands still
+    event->accept(); // the list below must not scroll
 }
 
 void OverlayCard::keyPressEvent(QKeyEvent *event)
@@ -262,5 +263,5 @@ void OverlayCard::keyPressEvent(QKeyEvent *event)
 bool OverlayCard::focusNextPrevChild(bool next)
 {
     FocusOrder::move(FocusOrder::stopsIn(*m_card), next);
-    return true; // while the card comes or goes there is nowhere to move to, least of all outside
+    return true; // the focus never leaves the card, even if no child can take it
 }

@@ -15,12 +15,11 @@ class QBoxLayout;
 class QVariantAnimation;
 class SymbolButton;
 
-/// A card that floats over the whole panel on a dimmed ground, as a dialog: it takes the keyboard
-/// focus, keeps it while it is open, closes on Escape or a click beside the card, and gives the
-/// focus back. It comes and goes with a short fade and a slight change of size.
+/// A modal card on a dimmed backdrop that covers the panel. It takes the focus, keeps it while it
+/// is open, closes on Escape or a click on the backdrop, and restores the earlier focus. It appears
+/// and disappears with a short fade and a slight zoom.
 ///
-/// The card is as high as its content asks for, as far as there is room; its place is within the
-/// overlay's contents margins.
+/// The card is as high as its content, if that fits within the overlay's contents margins.
 class OverlayCard : public QWidget
 {
     Q_OBJECT
@@ -28,33 +27,33 @@ class OverlayCard : public QWidget
 public:
     /// Lengths in points, opacities from 0 to 1.
     struct Look {
-        int widest;
-        int tallest = QWIDGETSIZE_MAX;
+        int maximumWidth;
+        int maximumHeight = QWIDGETSIZE_MAX;
         double backdropOpacity;
         double fillOpacity;
         Shadow shadow;
     };
 
-    /// `name` is the dialog's name for those who hear it.
+    /// `name` is the accessible name of the dialog.
     OverlayCard(const QString &name, const Look &look, QWidget *parent);
 
     /// The user asks to close the card.
     std::function<void()> onClose = [] {};
 
-    /// Shows the card over its parent and moves the focus into it, for this reason: it decides
-    /// whether the button with the focus shows it.
+    /// Shows the card over its parent and moves the focus into it. The reason decides whether a
+    /// focus ring is shown.
     void appear(Qt::FocusReason reason = Qt::OtherFocusReason);
-    /// Lets the card go; it deletes itself once it is gone.
+    /// Hides the card, which deletes itself afterwards.
     void disappear();
 
-    /// The part that is not backdrop, in the overlay's coordinates.
+    /// The frame of the card without the backdrop, in the overlay's coordinates.
     QRect cardGeometry() const { return m_card->geometry(); }
 
 protected:
-    /// The card, for subclasses to lay their content out on.
+    /// The parent of the content, which subclasses give a layout.
     QWidget *card() const { return m_card; }
 
-    /// Adds centred text, broken into lines where it must be.
+    /// Adds centred text with word wrap.
     static void addText(QBoxLayout &layout, const QString &text, const QFont &font,
                         const SrgbColor &color = SrgbColor::white(0.92));
 
@@ -79,11 +78,11 @@ private:
     Look m_look;
     QWidget *m_card;
     SymbolButton *m_closeButton;
-    QPointer<QVariantAnimation> m_animation;       // while the card comes or goes
-    std::vector<QPointer<QWidget>> m_earlierFocus; // the widget, then those it lies in
-    QPixmap m_picture;                             // of the card, while it comes or goes
-    QPixmap m_shadow;                              // made anew when the card's size changes
+    QPointer<QVariantAnimation> m_animation;       // while the card appears or disappears
+    std::vector<QPointer<QWidget>> m_earlierFocus; // the focus widget, then its ancestors
+    QPixmap m_picture;                             // of the card, during an animation
+    QPixmap m_shadow;                              // recreated when the size or the scale changes
     Qt::FocusReason m_focusReason = Qt::OtherFocusReason;
-    qreal m_presence = 1;
-    bool m_isPressedBeside = false;
+    qreal m_visibility = 1; // from 0 to 1, also the opacity
+    bool m_isBackdropPressed = false;
 };

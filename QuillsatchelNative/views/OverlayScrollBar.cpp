@@ -10,7 +10,7 @@
 namespace
 {
 
-/// Bars without arrows: the thumb has the whole length, for the mouse as for the eye.
+/// Scroll bars without arrows: the slider uses the whole length.
 class ArrowlessStyle final : public QProxyStyle
 {
 public:
@@ -34,9 +34,9 @@ public:
 QStyle *arrowlessStyle()
 {
     static auto *const style = [] {
-        auto *const made = new ArrowlessStyle;
-        made->setParent(QCoreApplication::instance());
-        return made;
+        auto *const created = new ArrowlessStyle;
+        created->setParent(QCoreApplication::instance());
+        return created;
     }();
     return style;
 }
@@ -72,7 +72,7 @@ void OverlayScrollBar::paintEvent(QPaintEvent * /*event*/)
     const QRect slider =
         style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
     QPainter painter(this);
-    const bool isLit = underMouse() || isSliderDown();
+    const bool isHighlighted = underMouse() || isSliderDown();
     Painting::fillCapsule(painter, QRectF(slider).adjusted(1, 1, -1, -1),
-                          SrgbColor::white(isLit ? 0.45 : 0.22));
+                          SrgbColor::white(isHighlighted ? 0.45 : 0.22));
 }

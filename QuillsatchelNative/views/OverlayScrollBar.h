@@ -2,8 +2,7 @@
 
 #include <QScrollBar>
 
-/// A slim scroll indicator that lets what is under it shine through. It is hidden where there is
-/// nothing to scroll.
+/// A slim translucent scroll bar. It is hidden while there is nothing to scroll.
 class OverlayScrollBar final : public QScrollBar
 {
     Q_OBJECT

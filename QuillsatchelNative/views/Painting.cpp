@@ -19,9 +19,9 @@ QColor qColor(const SrgbColor &color)
                             static_cast<float>(color.blue), static_cast<float>(color.opacity));
 }
 
-QPointF onWholePixels(const QPainter &painter, const QPointF &place)
+QPointF onWholePixels(const QPainter &painter, const QPointF &position)
 {
-    const QPointF exact = painter.deviceTransform().map(place);
+    const QPointF exact = painter.deviceTransform().map(position);
     const QPointF whole(qRound(exact.x()), qRound(exact.y()));
     return painter.deviceTransform().inverted().map(whole);
 }

@@ -9,45 +9,43 @@
 
 class QPainter;
 
-/// The few shapes the panel is drawn with. Lengths are in points, which are logical pixels.
+/// The basic shapes of the panel. Lengths are in points.
 namespace Painting
 {
 
-/// The colour as Qt's painters take it.
 QColor qColor(const SrgbColor &color);
 
-/// The place nearest to `place` that lies on whole device pixels: a picture between two of them
-/// would be soft.
-QPointF onWholePixels(const QPainter &painter, const QPointF &place);
+/// `position` moved to the nearest pixel corner; an image anywhere else would be blurred.
+QPointF onWholePixels(const QPainter &painter, const QPointF &position);
 
-/// `rect` with each edge moved to the nearest whole device pixel. At fractional scales a widget may
-/// end within a pixel, which antialiasing would cover in part only.
+/// `rect` with each edge moved to the nearest pixel boundary. At fractional scales a widget may end
+/// within a pixel, which antialiasing would cover only in part.
 QRectF onWholePixels(const QPainter &painter, const QRectF &rect);
 
-/// The width in points of a line that is about `width` points wide and covers whole device pixels,
-/// at least one.
+/// The width in points of a line that covers whole pixels, at least one, and is about `width`
+/// points wide.
 qreal wholePixelLine(const QPainter &painter, qreal width = 1);
 
-/// The desktop's font at `points`, which are logical pixels.
+/// The desktop's font in a size of `points`.
 QFont systemFont(int points, QFont::Weight weight = QFont::Normal);
 
 void fillRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color);
 
-/// The line lies inside `rect`, so that it stays crisp and is not cut off at a widget's edge.
+/// The line lies inside `rect`, so that it is sharp and is not clipped at the edge of a widget.
 void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color,
                        qreal width = 1);
 
-/// Draws one line of text in the painter's font and pen, centred in height.
+/// Draws one line of text with the painter's font and pen, vertically centred.
 void drawLine(QPainter &painter, const QRect &frame, Qt::Alignment horizontally,
               const QString &text);
 
-/// As rounded as a rectangle can be.
+/// Fills a rectangle whose shorter sides are semicircles.
 void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color);
 
-/// The room in points that a widget leaves for the focus ring around what fills it.
+/// The points that a widget leaves free around its content for the focus ring.
 inline constexpr int FocusMargin = 3;
 
-/// What shows that the keyboard acts here.
+/// Marks the widget with the keyboard focus.
 void focusRing(QPainter &painter, const QRectF &rect, qreal radius);
 
 } // namespace Painting

@@ -8,8 +8,8 @@ class ApplicationPanel;
 class QDialog;
 class Workspace;
 
-/// Chooses in a panel above the window that is active when it is asked, one at a time: a new
-/// request cancels the one before it, and so does the chooser's end.
+/// Opens an `ApplicationPanel` above the active window. Only one is open at a time: a new request
+/// cancels the previous one. Destroying the chooser cancels too.
 class PanelApplicationChooser final : public ApplicationChooser
 {
 public:
@@ -23,11 +23,11 @@ public:
     void begin(const QString &title, const QString &prompt,
                std::function<void(const std::optional<std::string> &)> receive) override;
 
-    /// Closes the panel, if one is open, as its Cancel button does.
+    /// Closes the open panel like its Cancel button.
     void cancel();
 
 private:
     Workspace &m_workspace;
     std::function<void(QDialog &)> m_decorate;
-    QPointer<ApplicationPanel> m_panel; // while it is open; its parent's, if it has one
+    QPointer<ApplicationPanel> m_panel; // while it is open; owned by its parent, if it has one
 };

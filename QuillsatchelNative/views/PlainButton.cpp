@@ -51,7 +51,7 @@ bool PlainButton::event(QEvent *event)
     return QAbstractButton::event(event);
 }
 
-// A menu or another window gives back the focus that it borrowed, shown or not as before.
+// When a menu or another window closes, the ring stays as it was before.
 void PlainButton::focusInEvent(QFocusEvent *event)
 {
     const auto reason = event->reason();
@@ -92,7 +92,7 @@ void PlainButton::mousePressEvent(QMouseEvent *event)
     QAbstractButton::mousePressEvent(event);
 }
 
-// Cards are used again: shown for another node, the button was not pressed yet.
+// Cards are reused: for another node the button has not been pressed yet.
 void PlainButton::hideEvent(QHideEvent *event)
 {
     m_pressedAt.reset();

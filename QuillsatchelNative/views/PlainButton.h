@@ -4,12 +4,12 @@
 
 #include <optional>
 
-/// What all buttons of the panel have in common: the keyboard reaches them (a click does not take
-/// the focus from the text), Return presses them as Space does, and hovering, pressing and focus
-/// are visible. A double click whose first press hit something else does not press the button: the
-/// first press may have moved the button under the pointer. Subclasses draw in `paintContent`.
+/// The base class of all buttons of the panel. They take the focus by Tab but not by a click, which
+/// leaves it in the text. Return presses them like Space. Hover, press and focus are visible. A
+/// double click presses the button only if its first press hit the same button: that press may have
+/// moved another one under the pointer.
 ///
-/// A focus that came with `Qt::MouseFocusReason` shows no ring until a key is pressed.
+/// After `Qt::MouseFocusReason` the focus ring is hidden until a key is pressed.
 class PlainButton : public QAbstractButton
 {
     Q_OBJECT
@@ -17,15 +17,15 @@ class PlainButton : public QAbstractButton
 public:
     explicit PlainButton(QWidget *parent);
 
-    /// Names the button for those who see its tooltip and for those who hear it.
+    /// Sets the tooltip and the accessible name.
     void setLabel(const QString &label);
 
-    /// The reason to give when this button's focus moves on to another one, which then shows it
-    /// like this one.
+    /// The reason to pass when the program moves the focus on from this button, so that the next
+    /// one shows a ring only if this one does.
     Qt::FocusReason focusReason() const;
 
 protected:
-    /// Paints the button; the focus ring and the look of being pressed are added to it.
+    /// Paints the button without the focus ring and the pressed look, which the base class adds.
     virtual void paintContent(QPainter &painter) = 0;
 
     /// The corner radius of the focus ring, in points.
@@ -45,6 +45,6 @@ protected:
 private:
     void setShowsFocus(bool showsFocus);
 
-    std::optional<quint64> m_pressedAt; // timestamp of the last mouse press, in milliseconds
+    std::optional<quint64> m_pressedAt; // timestamp of the last mouse press in milliseconds
     bool m_showsFocus = true;
 };

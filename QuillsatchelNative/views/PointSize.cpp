@@ -16,19 +16,19 @@
 namespace
 {
 
-constexpr int LongestStep = 10; // points
+constexpr int MaximumStep = 10; // points
 
-/// The smallest length of at least `least` that is whole steps away from `ideal`.
-int inSteps(int least, int ideal, int step)
+/// The smallest length of at least `minimum` that differs from `ideal` by whole steps.
+int roundUpToStep(int minimum, int ideal, int step)
 {
-    return least + (((ideal - least) % step) + step) % step;
+    return minimum + (((ideal - minimum) % step) + step) % step;
 }
 
-/// Window managers shorten what is not whole steps long.
+/// Window managers round sizes down to whole steps.
 bool isNear(const QSize &size, const QSize &other)
 {
-    return std::abs(size.width() - other.width()) < LongestStep &&
-           std::abs(size.height() - other.height()) < LongestStep;
+    return std::abs(size.width() - other.width()) < MaximumStep &&
+           std::abs(size.height() - other.height()) < MaximumStep;
 }
 
 } // namespace
@@ -44,26 +44,26 @@ PointSize::PointSize(QWidget &window)
             [this](const QScreen *screen) { watch(*screen); });
 }
 
-// Qt 6.4 tells of a new scale through the screens only.
+// Qt 6.4 reports a new scale only through the screens.
 void PointSize::watch(const QScreen &screen)
 {
     connect(&screen, &QScreen::geometryChanged, this, &PointSize::followScale);
     connect(&screen, &QScreen::logicalDotsPerInchChanged, this, &PointSize::followScale);
 }
 
-void PointSize::setSizes(const QSize &ideal, const QSize &least)
+void PointSize::setSizes(const QSize &ideal, const QSize &minimum)
 {
     m_ideal = ideal;
-    m_least = least;
+    m_minimum = minimum;
     m_size = ideal;
-    m_window.setMinimumSize(least);
+    m_window.setMinimumSize(minimum);
     m_window.resize(ideal);
-    renderSteps();
+    applySteps();
 }
 
 int PointSize::stepAt(qreal scale)
 {
-    for (int step = 1; step <= LongestStep; ++step) {
+    for (int step = 1; step <= MaximumStep; ++step) {
         if (std::abs(step * scale - std::round(step * scale)) < 0.001)
             return step;
     }
@@ -73,7 +73,7 @@ int PointSize::stepAt(qreal scale)
 bool PointSize::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::WinIdChange)
-        renderSteps();
+        applySteps();
     else if (event->type() == QEvent::WindowStateChange)
         followState();
     else if (event->type() == QEvent::Resize)
@@ -92,7 +92,7 @@ void PointSize::rememberSize()
     m_earlierSize = std::exchange(m_size, size);
 }
 
-// Some window managers tell the maximized size before the new state.
+// Some window managers announce the maximized size before the maximized state.
 void PointSize::followState()
 {
     if (m_window.isMaximized() && m_size == m_window.screen()->availableSize())
@@ -100,7 +100,7 @@ void PointSize::followState()
     leaveZoom();
 }
 
-// The window manager places the window first: a size given before that would come with a place.
+// Waits until the window manager has placed the window: an earlier resize would also move it.
 void PointSize::leaveZoom()
 {
     if (!m_isOutdated || m_window.isMaximized() || m_window.size() == m_zoomedSize)
@@ -116,7 +116,7 @@ void PointSize::followScale()
         restoreSizeLater();
 }
 
-// Qt is still busy with the change: it tells screens and windows one after the other.
+// Later, because Qt is still updating screens and windows one after the other.
 void PointSize::restoreSizeLater()
 {
     m_isRestoring = true;
@@ -125,8 +125,8 @@ void PointSize::restoreSizeLater()
 
 void PointSize::restoreSize()
 {
-    adoptWindowFrame();
-    renderSteps();
+    syncWindowGeometry();
+    applySteps();
     m_isOutdated = m_window.isMaximized();
     m_zoomedSize = m_window.size();
     if (!m_isOutdated)
@@ -137,9 +137,9 @@ void PointSize::restoreSize()
     m_isRestoring = false;
 }
 
-// Qt 6.4 changes the frame of the window in points, but tells neither the widget nor its backing
-// store, which sees no need to change.
-void PointSize::adoptWindowFrame()
+// Qt 6.4 changes the window's geometry in points, but notifies neither the widget nor its backing
+// store.
+void PointSize::syncWindowGeometry()
 {
     auto *const window = m_window.windowHandle();
     QMoveEvent move(window->position(), m_window.pos());
@@ -153,13 +153,13 @@ void PointSize::setSubstitute(const QSize &size)
     m_substitute = size;
 }
 
-void PointSize::renderSteps()
+void PointSize::applySteps()
 {
     if (!m_window.windowHandle())
-        return; // setting the same steps again would not tell the window of them
+        return; // Qt would not pass on the same steps to the window later
     const int step = stepAt(m_window.devicePixelRatio());
-    m_window.setMinimumSize(inSteps(m_least.width(), m_ideal.width(), step),
-                            inSteps(m_least.height(), m_ideal.height(), step));
+    m_window.setMinimumSize(roundUpToStep(m_minimum.width(), m_ideal.width(), step),
+                            roundUpToStep(m_minimum.height(), m_ideal.height(), step));
     m_window.setBaseSize(m_ideal.width() % step, m_ideal.height() % step);
     m_window.setSizeIncrement(step, step);
 }

@@ -6,11 +6,11 @@
 class QScreen;
 class QWidget;
 
-/// Keeps the size of a top-level window the same in points while the scale of its screen changes.
-/// X11 keeps a window's size in pixels instead, and the contents would no longer fit.
+/// Keeps the size of a top-level window in points when the scale of its screen changes. X11 would
+/// keep the size in pixels, and the content would no longer fit.
 ///
-/// It also asks the window manager for sizes that are whole points and whole pixels at once. At any
-/// other size the last column or row of pixels lies beyond the widget, or is missing.
+/// Also asks the window manager for sizes that are both whole points and whole pixels. At any other
+/// size the last column or row of pixels is missing or lies outside the widget.
 class PointSize final : public QObject
 {
     Q_OBJECT
@@ -19,15 +19,15 @@ public:
     /// `window` must outlive this.
     explicit PointSize(QWidget &window);
 
-    /// Gives the window the size `ideal`. The user can make it no smaller than `least`. In points.
-    void setSizes(const QSize &ideal, const QSize &least);
+    /// Resizes the window to `ideal` and limits it to `minimum`. In points.
+    void setSizes(const QSize &ideal, const QSize &minimum);
 
-    /// The window is about to take this size because its own does not fit on the screen. At the
-    /// next scale it gets its own size again.
+    /// Call before giving the window another size because its own does not fit on the screen. When
+    /// the scale changes, the window gets its own size back.
     void setSubstitute(const QSize &size);
 
-    /// The smallest number of points, up to 10, that is a whole number of pixels at this scale.
-    /// 1 if there is none.
+    /// The smallest number of points, at most 10, that is a whole number of pixels at this scale; 1
+    /// if there is none.
     static int stepAt(qreal scale);
 
 protected:
@@ -41,17 +41,17 @@ private:
     void followScale();
     void restoreSizeLater();
     void restoreSize();
-    void adoptWindowFrame();
-    void renderSteps();
+    void syncWindowGeometry();
+    void applySteps();
 
     QWidget &m_window;
     QSize m_ideal;
-    QSize m_least;
-    QSize m_size;        // while the window is not maximized
-    QSize m_earlierSize; // before the last change of it
-    QSize m_zoomedSize;  // when the scale changed last
+    QSize m_minimum;
+    QSize m_size;        // not maximized
+    QSize m_earlierSize; // the previous value of m_size
+    QSize m_zoomedSize;  // at the last change of the scale
     QSize m_substitute;
     qreal m_scale;
-    bool m_isRestoring = false; // the window has another size meanwhile
+    bool m_isRestoring = false; // ignores other sizes until restoreSize
     bool m_isOutdated = false;  // the scale changed while the window was maximized
 };

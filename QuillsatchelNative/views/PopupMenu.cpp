@@ -3,7 +3,7 @@
 PopupMenu::PopupMenu(QWidget *owner)
     : QMenu(owner)
 {
-    // An entry that is activated through the accessibility tree does not close its menu.
+    // Qt leaves the menu open when an entry is activated through the accessibility tree.
     connect(this, &QMenu::triggered, this, &QWidget::close);
 }
 

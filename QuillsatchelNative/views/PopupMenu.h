@@ -3,16 +3,16 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 
-/// A context menu. It closes when an entry is chosen, also by assistive technology. It never
+/// A context menu. It closes when an entry is chosen, even through the accessibility tree. It never
 /// blocks, so its owner may be deleted while it is open.
 class PopupMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    /// `owner` deletes the menu with itself.
+    /// `owner` owns the menu.
     explicit PopupMenu(QWidget *owner);
 
-    /// Opens at a place on the screen. Opened by keyboard, it starts with the first entry selected.
+    /// Opens the menu at `place` on the screen. The reason `Keyboard` selects the first entry.
     void open(const QPoint &place, QContextMenuEvent::Reason reason = QContextMenuEvent::Other);
 };

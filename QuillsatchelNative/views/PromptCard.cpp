@@ -38,7 +38,7 @@ constexpr int ActionsTop = EditorTop + EditorHeight + Spacing;
 bool isWebAddress(const std::string &text)
 {
     const auto core = trimmed(text);
-    // A long text is looked at no further than its first letter unless it begins like one.
+    // Examines a long text only if it starts like an address.
     if (core.empty() || (core.front() | 0x20) != 'h' || containsWhitespace(core))
         return false;
     const auto address = WebAddress::parse(core);
@@ -182,7 +182,7 @@ void PromptCard::showColorMenu()
     menu->open(m_colorButton->mapToGlobal(QPoint(0, m_colorButton->height())));
 }
 
-// The menus of the card and of its text would act on another node.
+// Open menus of the card and its editor would act on the new node.
 void PromptCard::closeMenus()
 {
     for (auto *const menu : findChildren<QMenu *>())
@@ -206,10 +206,10 @@ int PromptCard::cardHeight()
 
 int PromptCard::reorderSteps(qreal translation)
 {
-    constexpr qreal ShortestDrag = 24;
+    constexpr qreal MinimumDrag = 24;
     constexpr qreal PointsPerPlace = 120;
     const qreal distance = std::abs(translation);
-    if (distance < ShortestDrag)
+    if (distance < MinimumDrag)
         return 0;
     const int steps = std::max(1, static_cast<int>(distance / PointsPerPlace));
     return translation > 0 ? steps : -steps;

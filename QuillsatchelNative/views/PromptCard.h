@@ -13,8 +13,8 @@ class DragHandle;
 class NodeEditor;
 class SymbolButton;
 
-/// One node as an editable card. It owns no data: it shows what `render` is given and reports
-/// what the user does through its callbacks, on the main thread. All cards have one height.
+/// A node as an editable card. It owns no data: it shows what `render` receives and reports what
+/// the user does through its callbacks. All cards have the same height.
 class PromptCard final : public QWidget
 {
     Q_OBJECT
@@ -22,38 +22,38 @@ class PromptCard final : public QWidget
 public:
     explicit PromptCard(QWidget *parent);
 
-    /// The user changed the text; receives the whole of it.
+    /// The user changed the text. Receives the whole text.
     std::function<void(const std::string &)> onText = [](const std::string &) {};
     /// The user chose a colour, perhaps the current one.
     std::function<void(BlockColor)> onColor = [](BlockColor) {};
-    /// The button of this name was pressed.
+    /// The user pressed the button of this name.
     std::function<void()> onCopy = [] {};
     std::function<void()> onPaste = [] {};
     std::function<void()> onLaunch = [] {};
     std::function<void()> onDelete = [] {};
     std::function<void()> onDictate = [] {};
-    /// The user asks to move the node by so many places, down if positive.
+    /// The user asks to move the node by a number of places, positive downwards.
     std::function<void(const QUuid &, int)> onReorder = [](const QUuid &, int) {};
 
-    /// Shows the block, marked as just copied or as being dictated into if so said. A block with
-    /// another id is another node: undo then begins anew.
+    /// Shows the block. `isCopied` and `isDictating` select the marked looks. A block with another
+    /// id is another node, which starts with an empty undo history.
     void render(const PromptBlock &block, bool isCopied, bool isDictating);
 
-    /// The id of the node shown last; null before the first.
+    /// The id of the node shown; null before the first `render`.
     QUuid blockID() const { return m_blockID.value_or(QUuid()); }
 
-    /// Whether the text is an http or https address and nothing else, white space around it aside.
+    /// Whether the text is an http or https address, apart from white space around it.
     bool isURL() const { return m_isURL; }
 
-    /// The handle's vertical distance from where it is at rest, in points; 0 unless dragged.
+    /// The vertical distance in points by which the handle is dragged; 0 without a drag.
     qreal dragTranslation() const { return m_dragTranslation; }
 
-    /// Lets the user type into the node.
+    /// Moves the focus to the editor.
     void focusEditor();
 
     /// The height of every card, in points.
     static int cardHeight();
-    /// How many places a drag that ended at this vertical distance moves the node.
+    /// The number of places by which a drag over this vertical distance moves the node.
     static int reorderSteps(qreal translation);
 
 protected:

@@ -43,7 +43,7 @@ void PushButton::paintContent(QPainter &painter)
     Painting::fillRoundedRect(painter, rect(), Radius, m_isDefault ? accent : plain);
     Painting::strokeRoundedRect(painter, rect(), Radius, SatchelTheme::border);
     painter.setPen(Painting::qColor(SrgbColor::white(m_isDefault ? 1 : 0.92)));
-    // On a whole point, where fields have theirs.
+    // At a whole point, so that the text aligns with that of text fields.
     const int top = (height() - fontMetrics().height()) / 2;
     painter.drawText(rect().adjusted(0, top, 0, 0), Qt::AlignHCenter | Qt::AlignTop, text());
 }

@@ -2,7 +2,7 @@
 
 #include "views/PlainButton.h"
 
-/// A small button with a title on a bezel, as dialogs have them.
+/// A small dialog button with a title on a bezel.
 class PushButton final : public PlainButton
 {
     Q_OBJECT
@@ -12,10 +12,10 @@ public:
 
     QSize sizeHint() const override;
 
-    /// Of every such button, in points.
+    /// In points.
     static constexpr int Height = 22;
 
-    /// Whether Return anywhere in the dialog presses it, which its colour says.
+    /// Colours the button that Return presses anywhere in the dialog.
     void setDefault(bool isDefault);
 
 protected:

@@ -20,11 +20,11 @@ namespace
 
 constexpr int DividerHeight = 1;
 constexpr int NewNodePadding = 8;
-constexpr int CardMargin = 8; // at least, around a card that floats over the view
+constexpr int CardMargin = 8; // minimum space around an overlay card
 
-/// Has the card that `make` makes appear while it is wanted, and lets it go afterwards. True if it
-/// has just appeared. It keeps clear of the `topInset` under the title bar and takes the focus for
-/// the given reason.
+/// Shows the card while `isWanted`: creates it with `make` below the top `topInset` points, and
+/// hides it afterwards. True if it was created by this call. The card takes the focus with
+/// `reason`.
 template <typename Make>
 bool renderCard(QPointer<OverlayCard> &card, const Published<bool> &isWanted, int topInset,
                 Qt::FocusReason reason, Make &&make)
@@ -71,7 +71,7 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     m_scheduler.observe(m_dictation);
     resize(IdealSize);
     render();
-    // At once, not with the next rendering: the same words again are another message.
+    // Not in `render`, which would miss an error message that is repeated.
     m_messageCancellable = m_dictation.errorMessage().sink(
         [this](const std::optional<QString> &message) { renderMessage(message); });
 }
@@ -91,7 +91,7 @@ void QuillsatchelView::wire(PromptCard &card)
     card.onText = [this, &card](const std::string &text) {
         m_store.updateBlock(card.blockID(), text);
         if (m_dictation.activeBlockID().get() == card.blockID())
-            m_dictation.stop();    // the user types now
+            m_dictation.stop();    // the user is typing
         m_nodeList->revealFocus(); // show where the text goes
     };
     card.onColor = [this, &card](BlockColor color) {
@@ -129,7 +129,7 @@ void QuillsatchelView::dictate(const QUuid &id)
     const std::string text = block->text;
     m_dictation.toggle(id, text,
                        [this, id](const std::string &dictated) { takeDictated(id, dictated); });
-    m_dictatedText = text; // only now: toggle commits the text of an earlier dictation
+    m_dictatedText = text; // after toggle, which commits the text of an earlier dictation
 }
 
 void QuillsatchelView::takeDictated(const QUuid &id, const std::string &text)
@@ -142,8 +142,8 @@ void QuillsatchelView::takeDictated(const QUuid &id, const std::string &text)
     m_nodeList->render(); // immediately, so that the user's next edit starts from this text
 }
 
-// Stops the microphone when its words can no longer reach the node: the node is gone or in another
-// tab, or the user changed its text. A hidden panel never listens.
+// Stops dictation if its node was deleted, is in another tab or was edited by the user. A hidden
+// panel never records.
 void QuillsatchelView::endLostDictation()
 {
     const auto id = m_dictation.activeBlockID().get();
@@ -154,7 +154,7 @@ void QuillsatchelView::endLostDictation()
         m_dictation.stop();
 }
 
-// A node that was moved by keys takes the focus with it, perhaps out of sight.
+// Scrolls to a node that keys have moved, which keeps the focus and may now be out of view.
 void QuillsatchelView::followFocus()
 {
     m_nodeList->render();
@@ -192,7 +192,7 @@ void QuillsatchelView::renderCards()
     const bool isSettingsNew =
         renderCard(m_settingsCard, m_windowPreferences.showsSettingsCard, m_topInset, reason,
                    [this] { return makeSettingsCard(); });
-    if (isAboutNew && m_settingsCard && !isSettingsNew) { // the settings lie above
+    if (isAboutNew && m_settingsCard && !isSettingsNew) { // the settings card lies above
         m_settingsCard->raise();
         m_settingsCard->setFocus(Qt::PopupFocusReason);
     }

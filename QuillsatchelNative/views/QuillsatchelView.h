@@ -23,28 +23,28 @@ class OverlayCard;
 class PromptCard;
 class TabStrip;
 
-/// The whole content of the panel: the tabs, the active tab's nodes, the button for another node,
-/// and the cards that float over them. Here every card's callbacks meet the store.
+/// The whole content of the panel: the tab strip, the nodes of the active tab, the button for a new
+/// node, and the overlay cards. It connects the callbacks of the views to the models.
 class QuillsatchelView final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The view fills the panel; `topInset` points of it lie under the title bar. The models
+    /// The view fills the panel; its top `topInset` points lie under the title bar. The models must
     /// outlive the view.
     QuillsatchelView(SatchelStore &store, LauncherStore &launcherStore,
                      WindowPreferences &windowPreferences, Platform &platform, int topInset,
                      QWidget *parent);
 
-    /// In points; the panel's sizes too.
+    /// The sizes of the panel, in points.
     static constexpr QSize MinimumSize { 390, 420 };
     static constexpr QSize IdealSize { 430, 650 };
 
     QSize sizeHint() const override { return IdealSize; }
 
-    /// What Tab visits here, in its order.
+    /// The widgets that Tab visits, in order.
     QList<QWidget *> focusStops() const;
-    /// Scrolls what has the keyboard focus into sight.
+    /// Scrolls to the tab or card with the keyboard focus.
     void revealFocus();
 
 protected:
@@ -74,7 +74,7 @@ private:
     Platform &m_platform;
     int m_topInset;
     DictationController m_dictation;
-    std::string m_dictatedText; // what the dictated node holds until the user changes it
+    std::string m_dictatedText; // the text of the dictated node, until the user changes it
     RenderScheduler m_scheduler;
     LastInput m_lastInput;
     TabStrip *m_tabStrip;

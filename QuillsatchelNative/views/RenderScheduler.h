@@ -8,19 +8,20 @@
 
 class ObservableObject;
 
-/// Brings a view in line with the models it observes: however many changes they announce in one
-/// turn of the event loop, the view is rendered once, on the next.
+/// Renders a view after changes of the models that it observes. All changes of one iteration of the
+/// event loop lead to a single call in the next one.
 class RenderScheduler final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `render` must not outlive what it uses: make the scheduler a member of the view.
+    /// Make the scheduler a member of the view, so that `render` is never called after the view is
+    /// gone.
     RenderScheduler(MainQueue &mainQueue, std::function<void()> render);
 
-    /// From now on the model's announcements lead to a render. Either may go first.
+    /// Renders after every change of the model. Either may be destroyed first.
     void observe(const ObservableObject &model);
-    /// For a change of the view's own state.
+    /// Call when the view's own state changes.
     void schedule();
 
 private:

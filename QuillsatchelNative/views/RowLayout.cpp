@@ -18,7 +18,7 @@ int RowLayout::scrollRange() const
         std::clamp<Row>(contentHeight - m_height, 0, std::numeric_limits<int>::max()));
 }
 
-RowLayout::Rows RowLayout::inSight() const
+RowLayout::Rows RowLayout::visibleRows() const
 {
     const Row top = m_offset - Padding;
     const Row first = std::clamp<Row>((top + Spacing) / pitch(), 0, m_count);
@@ -26,9 +26,9 @@ RowLayout::Rows RowLayout::inSight() const
     return { first, end };
 }
 
-RowLayout::Rows RowLayout::nearby() const
+RowLayout::Rows RowLayout::nearbyRows() const
 {
-    const Rows rows = inSight();
+    const Rows rows = visibleRows();
     const Row screen = std::max<Row>(rows.end - rows.first, 1);
     return { std::max<Row>(rows.first - screen, 0), std::min(rows.end + screen, m_count) };
 }

@@ -2,18 +2,18 @@
 
 #include <cstddef>
 
-/// Where the rows of a list that scrolls stand. All have one height, so every position is
-/// arithmetic, however many there are. In points, from the top of the list's window.
+/// The positions of the rows of a scrolling list. All rows have the same height, so positions are
+/// computed in constant time. In points, relative to the top of the viewport.
 class RowLayout
 {
 public:
     using Row = std::ptrdiff_t;
 
-    /// What is around the rows, and between one and the next.
+    /// The space around the rows, and the space between two rows.
     static constexpr int Padding = 10;
     static constexpr int Spacing = 10;
 
-    /// Rows from `first` up to, not including, `end`.
+    /// The rows from `first` up to, but not including, `end`.
     struct Rows {
         Row first = 0;
         Row end = 0;
@@ -23,24 +23,24 @@ public:
         bool operator==(const Rows &) const = default;
     };
 
-    /// `count` rows of `rowHeight` in a window of `height`, scrolled down by `offset`.
+    /// `count` rows of `rowHeight` in a viewport of `height`, scrolled down by `offset`.
     RowLayout(std::size_t count, int rowHeight, int height, int offset);
 
-    /// How far the rows can be scrolled.
+    /// The maximum scroll offset.
     int scrollRange() const;
 
-    /// The rows that show at least a point, or the space below them.
-    Rows inSight() const;
+    /// The rows of which at least a point, or the space below, is visible.
+    Rows visibleRows() const;
 
-    /// Those in sight and one screen of rows around.
-    Rows nearby() const;
+    /// The visible rows and one screen of rows above and below.
+    Rows nearbyRows() const;
 
-    /// The row's upper edge. A row that is far out of sight stands just far enough away: widgets
-    /// have no room for more.
+    /// The top edge of the row, limited to 100,000 points either way, because widget coordinates
+    /// have a limited range.
     int topOf(Row row) const;
 
-    /// The offset nearest to the present one at which the row is in sight with the space around it;
-    /// the window has room for that.
+    /// The offset nearest to the current one at which the row and the space around it are visible.
+    /// Assumes that they fit into the viewport.
     int offsetToReveal(Row row) const;
 
 private:

@@ -2,7 +2,7 @@
 
 #include "support/SrgbColor.h"
 
-/// The colours that all views of the panel share.
+/// The common colours of the panel's views.
 namespace SatchelTheme
 {
 

@@ -14,7 +14,7 @@
 namespace
 {
 
-constexpr int Step = 24; // points a notch's third, or an arrow key, moves the content
+constexpr int Step = 24; // points per arrow key or wheel line; Qt scrolls three lines a notch
 
 std::optional<QAbstractSlider::SliderAction> actionOf(int key)
 {
@@ -53,7 +53,7 @@ ScrollView::ScrollView(QWidget *parent)
 
 ScrollView::~ScrollView()
 {
-    // The content goes after this, and takes the focus from its rows as it does.
+    // The content is deleted later, and moves the focus while this is partly destroyed.
     disconnect(qApp, nullptr, this, nullptr);
 }
 
@@ -67,7 +67,7 @@ bool ScrollView::eventFilter(QObject *object, QEvent *event)
     if (object == m_content && event->type() == QEvent::LayoutRequest) {
         layOut();
         updateGeometry();
-        // At once: the next frame would come before it, with a view of the former height.
+        // Immediately: otherwise the next frame would show the view with its former height.
         QCoreApplication::sendPostedEvents(parent(), QEvent::LayoutRequest);
     }
     return QWidget::eventFilter(object, event);

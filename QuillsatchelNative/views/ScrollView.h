@@ -5,8 +5,8 @@
 
 class OverlayScrollBar;
 
-/// Shows content of any height through a window on it. It scrolls by wheel, by its indicator, which
-/// lies over the content, and by keys; what gets the keyboard focus is brought into sight.
+/// Scrolls content of any height by the wheel, by keys and by an indicator that lies over the
+/// content. A row that gets the keyboard focus is scrolled into view.
 class ScrollView final : public QWidget
 {
     Q_OBJECT
@@ -15,13 +15,13 @@ public:
     explicit ScrollView(QWidget *parent);
     ~ScrollView() override;
 
-    /// What scrolls: give it a layout. Its rows come into sight whole.
+    /// The parent of the rows; give it a layout.
     QWidget *content() const { return m_content; }
 
-    /// Brings a child of the content into sight, and keeps it there when sizes change until the
-    /// user scrolls.
+    /// Scrolls to a child of the content and keeps it visible when sizes change, until the user
+    /// scrolls.
     void reveal(QWidget &row);
-    /// Scrolls as the key (`Qt::Key`) says. False if it is none for that.
+    /// Handles a `Qt::Key`. False if it is not a scroll key.
     bool scroll(int key);
 
     /// As high as the content.
@@ -40,5 +40,5 @@ private:
 
     QWidget *m_content;
     OverlayScrollBar *m_scrollBar;
-    QPointer<QWidget> m_row; // to be kept in sight
+    QPointer<QWidget> m_row; // kept visible
 };

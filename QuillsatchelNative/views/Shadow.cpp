@@ -15,9 +15,9 @@
 namespace
 {
 
-constexpr int Step = 4; // points between samples: a wide blur has nothing finer to show
+constexpr int Step = 4; // points between samples; a wide blur needs no finer ones
 
-/// One opacity a sample, from 0 to 255.
+/// A grid of opacities from 0 to 255.
 struct Plane {
     int width;
     int height;
@@ -50,8 +50,8 @@ Plane rectangle(const Shadow &shadow, const QSize &size, int cornerRadius)
     return plane;
 }
 
-/// The weights on one side of the middle one, which is the first.
-std::vector<float> bellCurve(float deviation)
+/// Half of a Gaussian kernel, starting with the central weight.
+std::vector<float> gaussianKernel(float deviation)
 {
     std::vector<float> weights(static_cast<std::size_t>(std::ceil(3 * deviation)) + 1);
     for (std::size_t distance = 0; distance < weights.size(); ++distance)
@@ -62,10 +62,10 @@ std::vector<float> bellCurve(float deviation)
     return weights;
 }
 
-/// Blurs along the rows and turns the plane over its diagonal, so that twice blurs both ways.
-Plane blurredAndTurned(const Plane &plane, const std::vector<float> &weights)
+/// Blurs along the rows and transposes the plane, so that two calls blur in both directions.
+Plane blurredAndTransposed(const Plane &plane, const std::vector<float> &weights)
 {
-    Plane turned { plane.height, plane.width, std::vector<float>(plane.samples.size()) };
+    Plane transposed { plane.height, plane.width, std::vector<float>(plane.samples.size()) };
     const int reach = static_cast<int>(weights.size()) - 1;
     for (int y = 0; y < plane.height; ++y) {
         const float *const row = plane.row(y);
@@ -74,13 +74,13 @@ Plane blurredAndTurned(const Plane &plane, const std::vector<float> &weights)
             const int last = std::min(x + reach, plane.width - 1);
             for (int place = std::max(x - reach, 0); place <= last; ++place)
                 sum += row[place] * weights[static_cast<std::size_t>(std::abs(place - x))];
-            turned.row(x)[y] = sum;
+            transposed.row(x)[y] = sum;
         }
     }
-    return turned;
+    return transposed;
 }
 
-QImage blackOf(const Plane &plane)
+QImage blackImage(const Plane &plane)
 {
     QImage image(plane.width, plane.height, QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < plane.height; ++y) {
@@ -94,9 +94,10 @@ QImage blackOf(const Plane &plane)
 
 QPixmap Shadow::render(const QSize &size, int cornerRadius, qreal scale) const
 {
-    const auto weights = bellCurve(static_cast<float>(blurRadius) / 2 / Step);
+    const auto weights = gaussianKernel(static_cast<float>(blurRadius) / 2 / Step);
     const Plane plane = rectangle(*this, size, cornerRadius);
-    const QImage blurred = blackOf(blurredAndTurned(blurredAndTurned(plane, weights), weights));
+    const QImage blurred =
+        blackImage(blurredAndTransposed(blurredAndTransposed(plane, weights), weights));
 
     QPixmap pixmap((QSizeF(size + QSize(2 * margin(), 2 * margin())) * scale).toSize());
     pixmap.setDevicePixelRatio(scale);
@@ -104,7 +105,7 @@ QPixmap Shadow::render(const QSize &size, int cornerRadius, qreal scale) const
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(QRectF(QPointF(), QSizeF(blurred.size()) * Step), blurred);
-    // Only what falls beside the rectangle, which need not be opaque.
+    // Erases what lies below the rectangle, which may be translucent.
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     Painting::fillRoundedRect(painter, QRectF(QPointF(margin(), margin()), size), cornerRadius,
                               SrgbColor::black());

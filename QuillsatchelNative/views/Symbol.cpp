@@ -28,7 +28,7 @@ std::optional<QColor> colorOf(const std::optional<SrgbColor> &tint)
     return tint ? std::optional(Painting::qColor(*tint)) : std::nullopt;
 }
 
-/// The drawing in a square or oblong of `size` device pixels, tinted if a tint is given.
+/// The drawing scaled to `size` in pixels.
 QPixmap render(QSvgRenderer &drawing, const QSize &size, const std::optional<QColor> &tint)
 {
     QPixmap pixmap(size);
@@ -82,7 +82,7 @@ QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int si
 {
     if (!QFile::exists(fileOf(name)))
         return {};
-    return QIcon(new SymbolIconEngine(name, tint, side, whenSelected)); // which it owns
+    return QIcon(new SymbolIconEngine(name, tint, side, whenSelected)); // owned by the icon
 }
 
 QIcon applicationIcon(const QString &name)

@@ -5,14 +5,14 @@
 
 #include <optional>
 
-/// A button that shows a symbol only, named by its label. Without a tint the symbol is shown in
-/// its own colours.
+/// A button that shows only a symbol; set its label for the tooltip and the accessible name.
+/// Without a tint the symbol has its own colours.
 class SymbolButton final : public PlainButton
 {
     Q_OBJECT
 
 public:
-    /// The symbol fills a square of `symbolSize` points in the middle of the button.
+    /// The symbol fills a square of `symbolSize` points in the centre of the button.
     SymbolButton(QString symbol, int symbolSize, const std::optional<SrgbColor> &tint,
                  QWidget *parent);
 

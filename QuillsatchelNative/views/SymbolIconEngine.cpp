@@ -10,7 +10,7 @@ namespace
 constexpr double MenuIconSize = 16; // points
 constexpr double OutlineScale = 4.0 / 3;
 
-/// In the middle of `rect`.
+/// A square in the centre of `rect`.
 QRectF square(const QRectF &rect, double side)
 {
     QRectF frame(0, 0, side, side);
@@ -24,18 +24,18 @@ SymbolIconEngine::SymbolIconEngine(QString symbol, const std::optional<SrgbColor
                                    Symbol::WhenSelected whenSelected)
     : m_symbol(std::move(symbol))
     , m_tint(tint)
-    , m_share(side / MenuIconSize)
+    , m_relativeSide(side / MenuIconSize)
     , m_whenSelected(whenSelected)
 {
 }
 
-// Styles ask for the icon of the selected entry as the active one.
+// Styles request the mode `Active` for the selected entry.
 void SymbolIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode,
                              QIcon::State /*state*/)
 {
     const bool isSelected = mode == QIcon::Active;
-    const bool isOutlined = isSelected && m_whenSelected == Symbol::WhenSelected::Outlined;
-    const double side = m_share * rect.width();
+    const bool isOutlined = isSelected && m_whenSelected == Symbol::WhenSelected::outlined;
+    const double side = m_relativeSide * rect.width();
     if (isOutlined)
         Symbol::paint(*painter, m_symbol, square(rect, OutlineScale * side), SrgbColor::white());
     const bool isWhite = isSelected && !isOutlined;

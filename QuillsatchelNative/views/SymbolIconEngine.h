@@ -7,11 +7,11 @@
 
 #include <optional>
 
-/// Draws a symbol as the icon of a menu entry, sharp at every scale.
+/// The icon of a menu entry, sharp at every scale.
 class SymbolIconEngine final : public QIconEngine
 {
 public:
-    /// The symbol is `side` points square in a menu's icon of 16 points.
+    /// The symbol is `side` points square in a menu icon of 16 points.
     SymbolIconEngine(QString symbol, const std::optional<SrgbColor> &tint, int side,
                      Symbol::WhenSelected whenSelected);
 
@@ -22,6 +22,6 @@ public:
 private:
     QString m_symbol;
     std::optional<SrgbColor> m_tint;
-    double m_share; // of the icon's width
+    double m_relativeSide; // the side divided by the width of the icon
     Symbol::WhenSelected m_whenSelected;
 };

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QWidget>
 
-/// A symbol that only adorns.
+/// A decorative symbol.
 class SymbolView final : public QWidget
 {
     Q_OBJECT

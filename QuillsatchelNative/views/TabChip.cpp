@@ -24,8 +24,8 @@ namespace
 constexpr int HorizontalPadding = 7;
 constexpr int VerticalPadding = 6;
 constexpr int Radius = 6;
-constexpr int NarrowestText = 74;
-constexpr int WidestText = 145;
+constexpr int MinimumTextWidth = 74;
+constexpr int MaximumTextWidth = 145;
 constexpr int PointsPerCharacter = 7;
 constexpr int PointsAroundCharacters = 26;
 
@@ -56,15 +56,15 @@ TabChip::TabChip(QWidget *parent)
 
 void TabChip::nextCheckState()
 {
-    // Only the store says which tab is active.
+    // A click does not check the chip: `render` does, once the store has made the tab active.
 }
 
 void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool canDelete)
 {
-    const bool isOther = m_tabID != tab.id || m_name != tab.name || text().isEmpty();
+    const bool hasChanged = m_tabID != tab.id || m_name != tab.name || text().isEmpty();
     m_tabID = tab.id;
     m_deletion->setEnabled(canDelete);
-    if (isOther) {
+    if (hasChanged) {
         m_name = tab.name;
         renderName();
     }
@@ -72,12 +72,12 @@ void TabChip::render(const PromptTab &tab, bool isActive, bool isEditing, bool c
     renderField(isEditing);
 }
 
-// A name of blanks is shown as it is, but a screen reader would pass over it.
+// A blank name is shown as it is, but screen readers would skip it.
 void TabChip::renderName()
 {
     const QString line = SingleLine::beginning(m_name);
     setText(m_name.empty() ? tr("Untitled") : line);
-    setShortcut({}); // which Qt makes of an ampersand in the text
+    setShortcut({}); // Qt derives one from an ampersand in the text
     setAccessibleName(SingleLine::looksEmpty(line) ? tr("Untitled") : line);
     resize(sizeHint());
 }
@@ -102,7 +102,7 @@ void TabChip::renderField(bool isEditing)
         m_field->setText(stringFromUtf8(m_name));
 }
 
-// The chip keeps the focus that the field had. Qt would move it to another widget.
+// The chip takes the focus of the field, which Qt would move to another widget.
 void TabChip::removeField()
 {
     if (isFieldFocused())
@@ -118,14 +118,14 @@ void TabChip::makeField()
     m_isComposing = false;
     m_field->setFont(nameFont(true));
     m_field->setFrame(false);
-    m_field->setAlignment(Qt::AlignCenter); // as the label's, so that the text stays put
+    m_field->setAlignment(Qt::AlignCenter); // like the label, so that the text does not move
     m_field->setMaxLength(INT_MAX);
-    m_field->setTextMargins(-2, 0, -2, 0); // the field's own inset
+    m_field->setTextMargins(-2, 0, -2, 0); // cancels the inset of QLineEdit
     m_field->setPlaceholderText(tr("Untitled"));
     m_field->setAccessibleName(tr("Tab name"));
     m_field->setText(stringFromUtf8(m_name));
     m_field->installEventFilter(this);
-    // Not `textEdited`: what assistive programs type is not among what that tells.
+    // Not `textEdited`, which ignores text entered through the accessibility tree.
     connect(m_field, &QLineEdit::textChanged, this, [this](const QString &text) {
         if (const auto name = text.toStdString(); name != m_name)
             onName(name);
@@ -169,7 +169,7 @@ bool TabChip::eventFilter(QObject *object, QEvent *event)
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
-            setFocus(Qt::OtherFocusReason); // which ends the renaming
+            setFocus(Qt::OtherFocusReason); // this ends renaming
             return true;
         }
     }
@@ -183,11 +183,11 @@ QSize TabChip::sizeHint() const
 
 int TabChip::textWidth(const std::string &name)
 {
-    // More characters than this make no chip wider.
-    constexpr std::size_t Enough = WidestText / PointsPerCharacter;
-    const auto characters = static_cast<int>(characterCount(name, Enough));
-    return std::clamp(PointsPerCharacter * characters + PointsAroundCharacters, NarrowestText,
-                      WidestText);
+    // Further characters do not make the chip wider.
+    constexpr std::size_t MaximumCount = MaximumTextWidth / PointsPerCharacter;
+    const auto characters = static_cast<int>(characterCount(name, MaximumCount));
+    return std::clamp(PointsPerCharacter * characters + PointsAroundCharacters, MinimumTextWidth,
+                      MaximumTextWidth);
 }
 
 qreal TabChip::focusRadius() const
@@ -206,7 +206,7 @@ void TabChip::paintContent(QPainter &painter)
         return;
     const QRect frame = rect().adjusted(HorizontalPadding, 0, -HorizontalPadding, 0);
     painter.setFont(nameFont(isChecked()));
-    // A centred field shows its placeholder only while it has no keyboard, which this one has.
+    // Qt hides the placeholder of a centred field that has the focus, so the chip paints it.
     painter.setPen(showsPlaceholder ? palette().color(QPalette::PlaceholderText)
                                     : Painting::qColor(SrgbColor::white(isChecked() ? 0.95 : 0.8)));
     Painting::drawLine(painter, frame, Qt::AlignHCenter,
@@ -218,7 +218,8 @@ void TabChip::resizeEvent(QResizeEvent * /*event*/)
     placeField();
 }
 
-// Not the base class's second press: its release would count as a click and end the renaming.
+// Does not call the base class: the release of a second press would be a click, which ends
+// renaming.
 void TabChip::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
@@ -234,8 +235,8 @@ void TabChip::contextMenuEvent(QContextMenuEvent *event)
                  event->reason());
 }
 
-// Kept, because the accessibility tree knows each action as an entry of the menu that it was first
-// found in.
+// The menu is reused, because the accessibility tree associates each action with the first menu
+// that contains it.
 void TabChip::makeMenu()
 {
     m_menu = new PopupMenu(this);

@@ -12,8 +12,8 @@ class PopupMenu;
 class QAction;
 class QLineEdit;
 
-/// One tab of the strip: a label to click, or, while it is being renamed, a field to type into.
-/// It reports what the user does and changes nothing itself.
+/// A tab of the strip: a label, or a text field while the tab is being renamed. It reports what the
+/// user does and changes nothing itself.
 class TabChip final : public PlainButton
 {
     Q_OBJECT
@@ -21,13 +21,13 @@ class TabChip final : public PlainButton
 public:
     explicit TabChip(QWidget *parent);
 
-    /// A single click, or its equivalent on the keyboard.
+    /// The user clicked the chip or pressed it by keyboard.
     std::function<void()> onSelect = [] {};
-    /// A double click, F2 or the menu's "Rename Tab".
+    /// The user double-clicked the chip, pressed F2 or chose "Rename Tab".
     std::function<void()> onRename = [] {};
-    /// The menu's "Delete Tab".
+    /// The user chose "Delete Tab".
     std::function<void()> onDelete = [] {};
-    /// Another name was typed.
+    /// The user typed another name.
     std::function<void(const std::string &)> onName = [](const std::string &) {};
 
     /// Shows the tab as a label or, while it is edited, as a field.
@@ -35,15 +35,15 @@ public:
 
     const QUuid &tabID() const { return m_tabID; }
 
-    /// Gives the field the focus and selects its text. False if there is no field.
+    /// Focuses the field and selects its text. False without a field.
     bool focusField();
-    /// Whether the field has the focus, or gets it back with its window.
+    /// Whether the field is the focus widget of its window, even of an inactive one.
     bool isFieldFocused() const;
-    /// Whether a press on `widget` is a press on the field.
+    /// Whether `widget` is the field or a part of it.
     bool isInField(const QWidget &widget) const;
 
     QSize sizeHint() const override;
-    /// The width of the text's frame, in points, for a tab of this name.
+    /// The width in points of the text frame for a tab of this name.
     static int textWidth(const std::string &name);
 
 protected:
@@ -69,7 +69,7 @@ private:
     std::string m_name;
     QAction *m_renaming;
     QAction *m_deletion;
-    PopupMenu *m_menu = nullptr; // from its first use on
+    PopupMenu *m_menu = nullptr; // created when first used
     QPointer<QLineEdit> m_field;
-    bool m_isComposing = false; // in the field, with an input method
+    bool m_isComposing = false; // text in the field with an input method
 };

@@ -79,7 +79,7 @@ QSize TabStrip::sizeHint() const
 void TabStrip::render()
 {
     const auto *const earlier = focusedChip();
-    const auto place = std::ranges::find(m_chips, earlier) - m_chips.begin();
+    const auto index = std::ranges::find(m_chips, earlier) - m_chips.begin();
     renderChips();
     layOutChips();
     if (m_editingTabID && !chipOf(m_editingTabID))
@@ -87,7 +87,7 @@ void TabStrip::render()
     const bool isNew = revealActiveChip();
     revealEditedChip();
     if (const auto *const from = earlier ? earlier : focusedChip())
-        keepFocus(static_cast<std::size_t>(place), isNew, from->focusReason());
+        keepFocus(static_cast<std::size_t>(index), isNew, from->focusReason());
 }
 
 void TabStrip::renderChips()
@@ -105,7 +105,8 @@ void TabStrip::renderChips()
     std::ranges::for_each(spare, [this](TabChip *chip) { removeChip(chip); });
 }
 
-// The focus of a chip that goes is not passed on to whatever comes next, which may be far away.
+// Takes the focus from the chip first: Qt would pass it to the next widget of its focus chain,
+// which may be far away.
 void TabStrip::removeChip(TabChip *chip)
 {
     auto *const focus = window()->focusWidget();
@@ -115,8 +116,8 @@ void TabStrip::removeChip(TabChip *chip)
     chip->deleteLater();
 }
 
-// Chips keep to their tabs, so that one being renamed keeps its cursor. `spare` is in backward
-// order: mostly nothing has moved, and the chip asked for is the last.
+// Matches chips with tabs by id, so that a tab being renamed keeps its cursor. `spare` is in
+// reverse order: usually no tab has moved, and the chip is the last one.
 TabChip *TabStrip::takeChip(const QUuid &id, std::vector<TabChip *> &spare)
 {
     const auto found = std::find_if(spare.rbegin(), spare.rend(),
@@ -155,7 +156,8 @@ void TabStrip::layOutChips()
     m_row->resize(std::max(left - Spacing, 0), Height);
 }
 
-// Only when another tab becomes active: otherwise the row stays where the user scrolled it.
+// Scrolls only when another tab becomes active, so that the row otherwise stays where the user left
+// it. False if the active tab is the same as before.
 bool TabStrip::revealActiveChip()
 {
     if (std::exchange(m_revealedTabID, m_store.activeTabID().get()) == m_store.activeTabID().get())
@@ -165,21 +167,22 @@ bool TabStrip::revealActiveChip()
     return true;
 }
 
-// Runs after every scroll and resize, so that the edited field stays visible.
+// Called after every scroll and resize, so that the edited field stays visible.
 void TabStrip::revealEditedChip()
 {
     if (auto *const edited = chipOf(m_editingTabID))
         m_scrollArea->ensureWidgetVisible(edited, 0, 0);
 }
 
-// The keys that press a tab are not left with one that is active no longer, or gone.
-void TabStrip::keepFocus(std::size_t place, bool isAnotherActive, Qt::FocusReason reason)
+// If a chip has the focus, moves it to the newly active chip, or from a deleted chip to the chip
+// now at its place.
+void TabStrip::keepFocus(std::size_t index, bool isAnotherActive, Qt::FocusReason reason)
 {
     auto *chip = focusedChip();
     if (isAnotherActive)
         chip = activeChip();
     else if (!chip && !m_chips.empty())
-        chip = m_chips[std::min(place, m_chips.size() - 1)];
+        chip = m_chips[std::min(index, m_chips.size() - 1)];
     if (chip)
         chip->setFocus(reason);
 }
@@ -198,7 +201,7 @@ TabChip *TabStrip::activeChip() const
     return found == m_chips.end() ? nullptr : *found;
 }
 
-// The window's own account of its focus: it keeps it while another window is active.
+// The window keeps its focus widget while another window is active.
 TabChip *TabStrip::focusedChip() const
 {
     const auto found = std::ranges::find(m_chips, window()->focusWidget());
@@ -211,7 +214,7 @@ void TabStrip::beginEditing(const QUuid &id)
     m_focusedTabID.reset();
     qApp->installEventFilter(this);
     m_scheduler.schedule();
-    // The field exists only once the strip was rendered.
+    // The next render creates the field.
     m_mainQueue.async([strip = QPointer(this), id] {
         if (strip)
             strip->focusField(id);
@@ -226,7 +229,7 @@ void TabStrip::focusField(const QUuid &id)
 }
 
 // Uses the window's focus widget, which stays the same while a menu or another window has the
-// keyboard.
+// focus.
 void TabStrip::followFocus()
 {
     const auto *const chip = chipOf(m_focusedTabID);
@@ -234,8 +237,8 @@ void TabStrip::followFocus()
         endEditing();
 }
 
-// Buttons take no focus when they are pressed, so presses have to be watched as well. A press in a
-// menu may be one in the field's own.
+// Watches presses too, because pressed buttons do not take the focus. Ignores presses while a menu
+// is open, because it may be the field's menu.
 bool TabStrip::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() != QEvent::MouseButtonPress || QApplication::activePopupWidget())
@@ -281,8 +284,8 @@ void TabStrip::resizeEvent(QResizeEvent * /*event*/)
 
 void TabStrip::wheelEvent(QWheelEvent *event)
 {
-    const QPoint turn = event->angleDelta();
+    const QPoint delta = event->angleDelta();
     auto *const bar = m_scrollArea->horizontalScrollBar();
-    bar->setValue(bar->value() - (turn.x() != 0 ? turn.x() : turn.y()) / 2);
+    bar->setValue(bar->value() - (delta.x() != 0 ? delta.x() : delta.y()) / 2);
     event->accept();
 }

@@ -37,14 +37,14 @@ public:
     /// The user pressed the button for a new tab.
     std::function<void()> onAdd = [] {};
 
-    /// The strip's height without its contents margins, in points.
+    /// The height in points without the contents margins.
     static constexpr int Height = 38;
 
     void render();
 
-    /// What Tab visits here, in its order.
+    /// The widgets that Tab visits, in order.
     QList<QWidget *> focusStops() const;
-    /// Scrolls the chip with the keyboard focus into sight, if there is one.
+    /// Scrolls to the chip with the keyboard focus, if there is one.
     void revealFocus();
 
     QSize sizeHint() const override;
@@ -64,7 +64,7 @@ private:
     void layOutChips();
     bool revealActiveChip();
     void revealEditedChip();
-    void keepFocus(std::size_t place, bool isAnotherActive, Qt::FocusReason reason);
+    void keepFocus(std::size_t index, bool isAnotherActive, Qt::FocusReason reason);
     TabChip *chipOf(const std::optional<QUuid> &id) const;
     TabChip *activeChip() const;
     TabChip *focusedChip() const;
@@ -82,6 +82,6 @@ private:
     SymbolButton *m_newTabButton;
     std::vector<TabChip *> m_chips; // in the order of the tabs
     std::optional<QUuid> m_editingTabID;
-    std::optional<QUuid> m_focusedTabID; // once the field of the edited tab has the focus
+    std::optional<QUuid> m_focusedTabID; // the edited tab, once its field has the focus
     std::optional<QUuid> m_revealedTabID;
 };

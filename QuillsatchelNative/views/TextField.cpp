@@ -13,7 +13,7 @@ namespace
 
 constexpr int Radius = 5;
 constexpr int HorizontalPadding = 4;
-constexpr int BottomPadding = 1; // Qt's own middle is half a point too low
+constexpr int BottomPadding = 1; // Qt centres text half a point too low
 constexpr int Width = 120;
 
 } // namespace

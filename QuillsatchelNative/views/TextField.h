@@ -2,7 +2,7 @@
 
 #include <QLineEdit>
 
-/// A small field for one line of text, with a round border that shows whether it has the keyboard.
+/// A single-line text field with a rounded border that shows the focus.
 class TextField final : public QLineEdit
 {
     Q_OBJECT

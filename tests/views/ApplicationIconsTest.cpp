@@ -123,7 +123,7 @@ TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
     SlowWorkspace slow;
     ApplicationIcons icons(24, slow, nullptr);
     int moreCount = 0;
-    icons.onMore = [&moreCount] { ++moreCount; };
+    icons.onRepaint = [&moreCount] { ++moreCount; };
     EXPECT_TRUE(icons.icon("/a", 1));
     EXPECT_FALSE(icons.icon("/b", 1));
     EXPECT_FALSE(icons.icon("/c", 1));

@@ -33,25 +33,25 @@ TEST(RowLayoutTest, ScrollRangeIncludesTheSpaceBelowTheLastRow)
 
 TEST(RowLayoutTest, RowsAreVisibleWhileAPointOfThemShows)
 {
-    EXPECT_EQ(layout(10, 0).inSight(), (Rows { 0, 3 }));
-    EXPECT_EQ(layout(10, 99).inSight(), (Rows { 0, 4 })) << "the first shows its last point";
-    EXPECT_EQ(layout(10, 110).inSight(), (Rows { 1, 4 }));
-    EXPECT_EQ(layout(2, 0).inSight(), (Rows { 0, 2 }));
-    EXPECT_EQ(layout(0, 0).inSight(), (Rows { 0, 0 }));
+    EXPECT_EQ(layout(10, 0).visibleRows(), (Rows { 0, 3 }));
+    EXPECT_EQ(layout(10, 99).visibleRows(), (Rows { 0, 4 })) << "the first shows its last point";
+    EXPECT_EQ(layout(10, 110).visibleRows(), (Rows { 1, 4 }));
+    EXPECT_EQ(layout(2, 0).visibleRows(), (Rows { 0, 2 }));
+    EXPECT_EQ(layout(0, 0).visibleRows(), (Rows { 0, 0 }));
 }
 
 TEST(RowLayoutTest, NearbyIncludesOneScreenAround)
 {
-    EXPECT_EQ(layout(100, 0).nearby(), (Rows { 0, 6 }));
-    EXPECT_EQ(layout(100, 5'010).nearby(), (Rows { 47, 56 }));
-    EXPECT_EQ(layout(100, layout(100, 0).scrollRange()).nearby(), (Rows { 94, 100 }));
-    EXPECT_EQ(layout(0, 0).nearby(), (Rows { 0, 0 }));
+    EXPECT_EQ(layout(100, 0).nearbyRows(), (Rows { 0, 6 }));
+    EXPECT_EQ(layout(100, 5'010).nearbyRows(), (Rows { 47, 56 }));
+    EXPECT_EQ(layout(100, layout(100, 0).scrollRange()).nearbyRows(), (Rows { 94, 100 }));
+    EXPECT_EQ(layout(0, 0).nearbyRows(), (Rows { 0, 0 }));
 }
 
 TEST(RowLayoutTest, NothingIsVisiblePastTheEnd)
 {
-    EXPECT_EQ(layout(2, 1'000).inSight(), (Rows { 2, 2 }));
-    EXPECT_EQ(layout(2, 1'000).nearby(), (Rows { 1, 2 }));
+    EXPECT_EQ(layout(2, 1'000).visibleRows(), (Rows { 2, 2 }));
+    EXPECT_EQ(layout(2, 1'000).nearbyRows(), (Rows { 1, 2 }));
 }
 
 TEST(RowLayoutTest, RevealsARowWithMinimalScrolling)
