@@ -170,7 +170,7 @@ TEST(LauncherDocumentTest, TakesTheFirstOfTwoMembersOfOneName)
     EXPECT_EQ(before->front()->name, "other");
 }
 
-TEST(LauncherDocumentTest, ReadsPastAByteOrderMark)
+TEST(LauncherDocumentTest, IgnoresAByteOrderMark)
 {
     EXPECT_EQ(decode("\xEF\xBB\xBF" + std::string(ExampleLaunchers::json)),
               ExampleLaunchers::slots());
@@ -210,7 +210,7 @@ TEST(LauncherDocumentTest, FailsWithoutAnyRequiredMember)
     }
 }
 
-TEST(LauncherDocumentTest, FailsWithAWrongTypeAnywhere)
+TEST(LauncherDocumentTest, FailsOnAWrongTypeAnywhere)
 {
     constexpr std::array Values { "null"sv, "true"sv,     "0"sv,    "1.5"sv, "{}"sv,
                                   "[]"sv,   "\"text\""sv, "[{}]"sv, "[1]"sv, "[null]"sv };
@@ -246,7 +246,7 @@ TEST(LauncherDocumentTest, FailsWithAnInvalidId)
         EXPECT_FALSE(decode(with("6B1D3C0E-2F44-4A57-9E0B-7C1F2A9D8E31", id))) << id;
 }
 
-TEST(LauncherDocumentTest, FailsWhenCutAnywhere)
+TEST(LauncherDocumentTest, FailsWhenTruncatedAnywhere)
 {
     for (std::size_t length = 0; length < ExampleLaunchers::json.size(); ++length)
         ASSERT_FALSE(decode(ExampleLaunchers::json.substr(0, length))) << "cut at " << length;
@@ -261,7 +261,7 @@ TEST(LauncherDocumentTest, FailsWithAnythingBehindTheArray)
         EXPECT_FALSE(decode(json + std::string(tail))) << tail;
 }
 
-TEST(LauncherDocumentTest, FailsWithInvalidUtf8)
+TEST(LauncherDocumentTest, FailsOnInvalidUtf8)
 {
     constexpr std::array Bytes { "\x80"sv,         "\xC3"sv,
                                  "\xC3("sv,        "\xC0\x80"sv,
@@ -276,13 +276,13 @@ TEST(LauncherDocumentTest, FailsWithInvalidUtf8)
     EXPECT_FALSE(decodedName(R"(\ud800)"));
 }
 
-TEST(LauncherDocumentTest, FailsWithNestingBeyondAllSense)
+TEST(LauncherDocumentTest, FailsOnExtremeNesting)
 {
     EXPECT_FALSE(decode(std::string(100'000, '[')));
     EXPECT_FALSE(decode(std::string(100'000, '[') + std::string(100'000, ']')));
 }
 
-TEST(LauncherDocumentTest, WritesTheLayoutOfTheFileToTheByte)
+TEST(LauncherDocumentTest, WritesTheExactFileLayout)
 {
     EXPECT_EQ(encode(ExampleLaunchers::slots()), ExampleLaunchers::json);
 }

@@ -16,13 +16,13 @@ TEST(LauncherKindTest, HasARawValueForEachCase)
     EXPECT_EQ(LauncherKind(LauncherKind::website).rawValue(), "website");
 }
 
-TEST(LauncherKindTest, ComesBackFromItsRawValue)
+TEST(LauncherKindTest, IsReadFromItsRawValue)
 {
     for (const LauncherKind kind : { LauncherKind::application, LauncherKind::website })
         EXPECT_EQ(LauncherKind::fromRawValue(kind.rawValue()), kind);
 }
 
-TEST(LauncherKindTest, ComesFromNoOtherText)
+TEST(LauncherKindTest, IsReadFromNoOtherText)
 {
     constexpr std::array Texts { ""sv,
                                  "folder"sv,

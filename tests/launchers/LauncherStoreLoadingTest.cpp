@@ -85,7 +85,7 @@ TEST_F(LauncherStoreLoadingTest, WorksWithoutIconsWhereAFileStandsForTheirFolder
 
 using LauncherStoreLoadingDeathTest = LauncherStoreLoadingTest;
 
-TEST_F(LauncherStoreLoadingDeathTest, StopsTheProcessWithoutAPlaceForFiles)
+TEST_F(LauncherStoreLoadingDeathTest, StopsTheProcessWithoutAFolderForUserData)
 {
     machine.fileLocations.folder.clear();
     EXPECT_EXIT(store(), testing::KilledBySignal(SIGABRT), "");

@@ -62,7 +62,7 @@ TEST_F(LauncherStoreSavingTest, WritesTheSameSlotsToTheSameBytes)
     EXPECT_EQ(fileText(), ExampleLaunchers::json);
 }
 
-TEST_F(LauncherStoreSavingTest, GivesTheNextStartWhatThisOneSaved)
+TEST_F(LauncherStoreSavingTest, LoadsOnTheNextStartWhatItSaved)
 {
     machine.workspace.names["/apps/\u00E9 \"b\".desktop"] = { .displayName = "\u00C9 / \"b\"\n",
                                                               .name = {} };

@@ -12,7 +12,7 @@ namespace
 
 using namespace std::string_view_literals;
 
-TEST(BlockColorTest, ListsItsCasesInTheOrderOfMenus)
+TEST(BlockColorTest, ListsCasesInMenuOrder)
 {
     std::vector<std::string_view> rawValues;
     for (const BlockColor color : BlockColor::allCases)
@@ -22,18 +22,18 @@ TEST(BlockColorTest, ListsItsCasesInTheOrderOfMenus)
     EXPECT_EQ(rawValues, expected);
 }
 
-TEST(BlockColorTest, IsNoneUnlessSaidOtherwise)
+TEST(BlockColorTest, IsNoneByDefault)
 {
     EXPECT_EQ(BlockColor(), BlockColor::none);
 }
 
-TEST(BlockColorTest, ComesBackFromItsRawValue)
+TEST(BlockColorTest, IsReadFromItsRawValue)
 {
     for (const BlockColor color : BlockColor::allCases)
         EXPECT_EQ(BlockColor::fromRawValue(color.rawValue()), color);
 }
 
-TEST(BlockColorTest, ComesFromNoOtherText)
+TEST(BlockColorTest, IsReadFromNoOtherText)
 {
     constexpr std::array Texts { ""sv,      "Red"sv,   "RED"sv,   "grey"sv,     "None"sv, "null"sv,
                                  " red"sv,  "red "sv,  "re"sv,    "reds"sv,     "0"sv,    "1"sv,
@@ -42,7 +42,7 @@ TEST(BlockColorTest, ComesFromNoOtherText)
         EXPECT_FALSE(BlockColor::fromRawValue(text)) << text;
 }
 
-TEST(BlockColorTest, IsIdentifiedByItsRawValue)
+TEST(BlockColorTest, HasItsRawValueAsId)
 {
     for (const BlockColor color : BlockColor::allCases) {
         EXPECT_EQ(color.id(), color.rawValue());
@@ -51,7 +51,7 @@ TEST(BlockColorTest, IsIdentifiedByItsRawValue)
     }
 }
 
-TEST(BlockColorTest, IsTitledByItsRawValueWithACapital)
+TEST(BlockColorTest, HasItsCapitalisedRawValueAsTitle)
 {
     std::vector<std::string> titles;
     for (const BlockColor color : BlockColor::allCases)
@@ -65,13 +65,13 @@ TEST(BlockColorTest, HasNoDisplayColorForNone)
     EXPECT_FALSE(BlockColor(BlockColor::none).swiftUIColor());
 }
 
-TEST(BlockColorTest, ShowsItsOwnRedAndGreen)
+TEST(BlockColorTest, HasCustomRedAndGreen)
 {
     EXPECT_EQ(BlockColor(BlockColor::red).swiftUIColor(), (SrgbColor { 0.91, 0.16, 0.17, 1 }));
     EXPECT_EQ(BlockColor(BlockColor::green).swiftUIColor(), (SrgbColor { 0.31, 0.71, 0.39, 1 }));
 }
 
-TEST(BlockColorTest, ShowsTheOthersFromThePalette)
+TEST(BlockColorTest, HasPaletteColorsOtherwise)
 {
     EXPECT_EQ(BlockColor(BlockColor::orange).swiftUIColor(), SrgbColor::fromHex(0xFF9F0A));
     EXPECT_EQ(BlockColor(BlockColor::yellow).swiftUIColor(), SrgbColor::fromHex(0xFFD60A));

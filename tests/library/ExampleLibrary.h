@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// A library as a value and as the bytes of its file.
+/// A library as a value and as the content of its file.
 namespace ExampleLibrary
 {
 
@@ -49,7 +49,7 @@ inline SatchelDocument document()
                                  .color = BlockColor::none } } } } };
 }
 
-/// The example's bytes with the first `from` changed into `to`.
+/// The example file with the first `from` replaced by `to`.
 inline std::string with(std::string_view from, std::string_view to)
 {
     std::string changed(json);
@@ -61,7 +61,7 @@ inline std::optional<SatchelDocument> decode(std::string_view text)
     return SatchelDocument::decode(QByteArray(text.data(), static_cast<qsizetype>(text.size())));
 }
 
-/// What the first block's text is when the file has `literal` between its quotes.
+/// The text of the first block, decoded from the JSON string `literal`, given without quotes.
 inline std::optional<std::string> decodedText(std::string_view literal)
 {
     const auto document =

@@ -5,14 +5,14 @@
 namespace
 {
 
-TEST(PromptBlockTest, BeginsEmptyAndUncolored)
+TEST(PromptBlockTest, IsEmptyAndUncoloredByDefault)
 {
     const PromptBlock block;
     EXPECT_EQ(block.text, "");
     EXPECT_EQ(block.color, BlockColor::none);
 }
 
-TEST(PromptBlockTest, DrawsARandomIdOfItsOwn)
+TEST(PromptBlockTest, HasARandomId)
 {
     const PromptBlock first;
     const PromptBlock second;
@@ -27,7 +27,7 @@ TEST(PromptBlockTest, EqualsItsCopy)
     EXPECT_EQ(copy, block);
 }
 
-TEST(PromptBlockTest, DiffersWithEveryField)
+TEST(PromptBlockTest, DiffersInEveryField)
 {
     const PromptBlock block { .text = "text", .color = BlockColor::pink };
     PromptBlock other = block;

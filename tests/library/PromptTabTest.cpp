@@ -7,14 +7,14 @@
 namespace
 {
 
-TEST(PromptTabTest, IsCalledPromptsAndHoldsNothing)
+TEST(PromptTabTest, IsNamedPromptsAndEmptyByDefault)
 {
     const PromptTab tab;
     EXPECT_EQ(tab.name, "Prompts");
     EXPECT_TRUE(tab.blocks.empty());
 }
 
-TEST(PromptTabTest, DrawsARandomIdOfItsOwn)
+TEST(PromptTabTest, HasARandomId)
 {
     const PromptTab first;
     const PromptTab second;
@@ -22,7 +22,7 @@ TEST(PromptTabTest, DrawsARandomIdOfItsOwn)
     EXPECT_NE(first.id, second.id);
 }
 
-TEST(PromptTabTest, CopiesItsBlocksAlong)
+TEST(PromptTabTest, CopiesItsBlocks)
 {
     PromptTab tab { .name = "Tab", .blocks = { { .text = "text", .color = {} } } };
     const PromptTab copy = tab;
@@ -30,7 +30,7 @@ TEST(PromptTabTest, CopiesItsBlocksAlong)
     EXPECT_EQ(copy.blocks.front().text, "text");
 }
 
-TEST(PromptTabTest, DiffersWithEveryFieldAndWithTheOrderOfItsBlocks)
+TEST(PromptTabTest, DiffersInEveryFieldAndInTheOrderOfItsBlocks)
 {
     const PromptTab tab {
         .name = "Tab", .blocks = { { .text = "a", .color = {} }, { .text = "b", .color = {} } }

@@ -44,7 +44,7 @@ TEST(SatchelDocumentDecodingTest, ReadsNoActiveTabFromAnAbsentOrNullKey)
     }
 }
 
-TEST(SatchelDocumentDecodingTest, KeepsAnActiveTabThatNamesNoTab)
+TEST(SatchelDocumentDecodingTest, KeepsAnActiveTabIdThatMatchesNoTab)
 {
     const auto document = decode(with("\"A1B2", "\"FFFF"));
     ASSERT_TRUE(document);
@@ -66,7 +66,7 @@ TEST(SatchelDocumentDecodingTest, ReadsUuidsInLowerCase)
     EXPECT_EQ(decode(json), ExampleLibrary::document());
 }
 
-TEST(SatchelDocumentDecodingTest, IgnoresUnknownKeysOfAnyValueAtEveryLevel)
+TEST(SatchelDocumentDecodingTest, IgnoresUnknownKeysAtEveryLevel)
 {
     constexpr std::array Values {
         R"(null)"sv,   R"(true)"sv,        R"(-1.5e3)"sv,
@@ -109,13 +109,13 @@ TEST(SatchelDocumentDecodingTest, ReadsAnyJsonWhiteSpace)
     EXPECT_EQ(decode(wide + "\r\n\t "), ExampleLibrary::document());
 }
 
-TEST(SatchelDocumentDecodingTest, ReadsPastAByteOrderMark)
+TEST(SatchelDocumentDecodingTest, IgnoresAByteOrderMark)
 {
     EXPECT_EQ(decode("\xEF\xBB\xBF" + std::string(ExampleLibrary::json)),
               ExampleLibrary::document());
 }
 
-TEST(SatchelDocumentDecodingTest, ReadsTextsAndNamesAsTheyAre)
+TEST(SatchelDocumentDecodingTest, KeepsTextsAndNamesUnchanged)
 {
     EXPECT_EQ(decodedText(""), "");
     EXPECT_EQ(decodedText("  \u00A0 "), "  \u00A0 ");
@@ -148,7 +148,7 @@ TEST(SatchelDocumentDecodingTest, ReadsLongTexts)
     EXPECT_EQ(decoded->size(), text.size() - 50'000);
 }
 
-TEST(SatchelDocumentDecodingTest, KeepsDuplicateIdsAndTheOrderOfEverything)
+TEST(SatchelDocumentDecodingTest, KeepsDuplicateIdsAndOrder)
 {
     const auto document = decode(
         with("5A6B7C8D-9E0F-4A1B-8C2D-3E4F5A6B7C8D", "0F1E2D3C-4B5A-4968-8776-655443322110"));
@@ -159,7 +159,7 @@ TEST(SatchelDocumentDecodingTest, KeepsDuplicateIdsAndTheOrderOfEverything)
     EXPECT_EQ(blocks.back().text, "Review this code for bugs.");
 }
 
-TEST(SatchelDocumentDecodingTest, ReadsBytesWithSpareCapacityBehindThem)
+TEST(SatchelDocumentDecodingTest, ReadsBytesWithSpareCapacity)
 {
     QByteArray roomy(ExampleLibrary::json.data(),
                      static_cast<qsizetype>(ExampleLibrary::json.size()));
@@ -167,7 +167,7 @@ TEST(SatchelDocumentDecodingTest, ReadsBytesWithSpareCapacityBehindThem)
     EXPECT_EQ(SatchelDocument::decode(roomy), ExampleLibrary::document());
 }
 
-TEST(SatchelDocumentDecodingTest, TouchesNoByteBehindThoseItWasGiven)
+TEST(SatchelDocumentDecodingTest, NeverReadsPastTheEnd)
 {
     const auto pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     void *const pages =

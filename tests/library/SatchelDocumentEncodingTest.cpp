@@ -14,7 +14,7 @@ namespace
 
 using namespace std::string_literals;
 
-/// Draws libraries full of what is awkward to write; the same seed draws the same library.
+/// Generates libraries full of characters that need escaping. Equal seeds give equal libraries.
 class RandomLibrary
 {
 public:
@@ -75,12 +75,12 @@ SatchelDocument documentWithText(std::string text)
     return document;
 }
 
-TEST(SatchelDocumentEncodingTest, WritesTheLayoutOfTheFileToTheByte)
+TEST(SatchelDocumentEncodingTest, WritesTheExactFileLayout)
 {
     EXPECT_EQ(ExampleLibrary::document().encode(), ExampleLibrary::json);
 }
 
-TEST(SatchelDocumentEncodingTest, OmitsTheKeyWithoutAnActiveTab)
+TEST(SatchelDocumentEncodingTest, OmitsTheKeyOfAMissingActiveTab)
 {
     auto document = ExampleLibrary::document();
     document.activeTabID.reset();
@@ -126,7 +126,7 @@ TEST(SatchelDocumentEncodingTest, EscapesTextsAndNames)
     EXPECT_EQ(document.encode(), ExampleLibrary::with("\"Prompts\"", R"("a\/\"b\"")"));
 }
 
-TEST(SatchelDocumentEncodingTest, WritesASlashEscapedAndReadsItBackUnchanged)
+TEST(SatchelDocumentEncodingTest, EscapesSlashesAndReadsThemBackUnchanged)
 {
     const auto document = documentWithText("https://example.com/a//b");
     const auto json = document.encode();
@@ -157,7 +157,7 @@ TEST(SatchelDocumentEncodingTest, ReadsBackALargeLibrary)
     EXPECT_EQ(SatchelDocument::decode(QByteArray::fromStdString(json)), document);
 }
 
-TEST(SatchelDocumentEncodingTest, WritesTheSameLibraryTwiceToTheSameBytes)
+TEST(SatchelDocumentEncodingTest, WritesEqualLibrariesToEqualBytes)
 {
     for (unsigned seed = 0; seed < 20; ++seed) {
         const auto document = RandomLibrary(seed).document();

@@ -18,7 +18,7 @@ using ExampleLibrary::with;
 
 constexpr auto TabID = R"("id" : "A1B2C3D4-E5F6-4A5B-9C8D-7E6F5A4B3C2D")"sv;
 
-// One fault anywhere fails the whole document.
+// A single error anywhere makes the whole document invalid.
 
 TEST(SatchelDocumentFaultsTest, FailsWithoutAnyRequiredKey)
 {
@@ -30,11 +30,11 @@ TEST(SatchelDocumentFaultsTest, FailsWithoutAnyRequiredKey)
         renamed[1] = '_';
         EXPECT_FALSE(decode(with(key, renamed))) << key;
         renamed[1] = static_cast<char>(key[1] - 'a' + 'A');
-        EXPECT_FALSE(decode(with(key, renamed))) << "keys are told apart by case: " << key;
+        EXPECT_FALSE(decode(with(key, renamed))) << "keys are case-sensitive: " << key;
     }
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithAWrongTypeAnywhere)
+TEST(SatchelDocumentFaultsTest, FailsOnAWrongTypeAnywhere)
 {
     constexpr std::array Values { "null"sv, "true"sv,     "0"sv,    "1.5"sv, "{}"sv,
                                   "[]"sv,   "\"text\""sv, "[{}]"sv, "[1]"sv, "[null]"sv };
@@ -68,7 +68,7 @@ TEST(SatchelDocumentFaultsTest, FailsWithAWrongTypeAnywhere)
     }
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithAnInvalidUuidAnywhere)
+TEST(SatchelDocumentFaultsTest, FailsOnAnInvalidUuidAnywhere)
 {
     constexpr std::array Texts { ""sv,
                                  "{A1B2C3D4-E5F6-4A5B-9C8D-7E6F5A4B3C2D}"sv,
@@ -85,24 +85,24 @@ TEST(SatchelDocumentFaultsTest, FailsWithAnInvalidUuidAnywhere)
     }
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithAnUnknownOrCapitalisedColor)
+TEST(SatchelDocumentFaultsTest, FailsOnAnUnknownOrCapitalisedColor)
 {
     for (const auto color : { "Red", "GREEN", "grey", "", "red ", "0" })
         EXPECT_FALSE(decode(with("\"none\"", '"' + std::string(color) + '"'))) << color;
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithATabWithoutAName)
+TEST(SatchelDocumentFaultsTest, FailsOnATabWithoutAName)
 {
     EXPECT_FALSE(decode(with(",\n      \"name\" : \"Prompts\"", "")));
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWhenCutAnywhere)
+TEST(SatchelDocumentFaultsTest, FailsWhenTruncatedAnywhere)
 {
     for (std::size_t length = 0; length < ExampleLibrary::json.size(); ++length)
         ASSERT_FALSE(decode(ExampleLibrary::json.substr(0, length))) << "cut at " << length;
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithAnythingBehindTheDocument)
+TEST(SatchelDocumentFaultsTest, FailsOnAnythingAfterTheDocument)
 {
     const std::string json(ExampleLibrary::json);
     for (const auto tail : { "x"sv, "}"sv, "]"sv, ","sv, "\""sv, "0"sv, " null"sv, "\n{}"sv, "\0"sv,
@@ -112,7 +112,7 @@ TEST(SatchelDocumentFaultsTest, FailsWithAnythingBehindTheDocument)
     EXPECT_FALSE(decode(json + "\n" + json));
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithWhatIsNotJson)
+TEST(SatchelDocumentFaultsTest, FailsOnInvalidJson)
 {
     constexpr std::array Texts {
         ""sv,
@@ -138,7 +138,7 @@ TEST(SatchelDocumentFaultsTest, FailsWithWhatIsNotJson)
         EXPECT_FALSE(decode(text)) << text;
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithNumbersThatAreNone)
+TEST(SatchelDocumentFaultsTest, FailsOnInvalidNumbers)
 {
     for (const auto number :
          { "01", "+1", "1.", ".5", "1e", "0x10", "NaN", "Infinity", "-", "1_0" })
@@ -147,8 +147,8 @@ TEST(SatchelDocumentFaultsTest, FailsWithNumbersThatAreNone)
     EXPECT_TRUE(decode(R"({"extra" : -0.5E+2, "tabs" : []})"));
 }
 
-// We write no numbers; a file that has such ones was made by somebody else, and is kept.
-TEST(SatchelDocumentFaultsTest, FailsWithNumbersTooLargeForAnyMachineWord)
+// We write no numbers, so such a file comes from another program. The store keeps a copy of it.
+TEST(SatchelDocumentFaultsTest, FailsOnNumbersThatDoNotFitInto64Bits)
 {
     for (const auto number : { "18446744073709551616", "1e400", "-1e400" })
         EXPECT_FALSE(decode(R"({"extra" : )" + std::string(number) + R"(, "tabs" : []})"))
@@ -157,20 +157,20 @@ TEST(SatchelDocumentFaultsTest, FailsWithNumbersTooLargeForAnyMachineWord)
     EXPECT_TRUE(decode(R"({"extra" : 1e-400, "tabs" : []})"));
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithUnescapedControlCharacters)
+TEST(SatchelDocumentFaultsTest, FailsOnUnescapedControlCharacters)
 {
     for (char control = 0; control < 0x20; ++control)
         EXPECT_FALSE(decodedText({ &control, 1 })) << static_cast<int>(control);
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithEscapesThatAreNone)
+TEST(SatchelDocumentFaultsTest, FailsOnInvalidEscapes)
 {
     for (const auto escape :
          { R"(\x41)", R"(\')", R"(\0)", R"(\a)", R"(\u12)", R"(\u12g4)", R"(\U00000041)" })
         EXPECT_FALSE(decodedText(escape)) << escape;
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithHalvesOfSurrogatePairs)
+TEST(SatchelDocumentFaultsTest, FailsOnUnpairedSurrogates)
 {
     for (const auto half : { R"(\ud800)", R"(\udbff)", R"(\udc00)", R"(\udfff)", R"(\ud800x)",
                              R"(\ud800\n)", R"(\ud800\ud800)", R"(\ud83d\ud83d\ude00)",
@@ -178,13 +178,13 @@ TEST(SatchelDocumentFaultsTest, FailsWithHalvesOfSurrogatePairs)
         EXPECT_FALSE(decodedText(half)) << half;
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithHalvesOfSurrogatePairsInWhatItIgnores)
+TEST(SatchelDocumentFaultsTest, FailsOnUnpairedSurrogatesInIgnoredMembers)
 {
     EXPECT_FALSE(decode(R"({"extra" : "\udc00", "tabs" : []})"));
     EXPECT_FALSE(decode(R"({"\udc00" : 1, "tabs" : []})"));
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithInvalidUtf8)
+TEST(SatchelDocumentFaultsTest, FailsOnInvalidUtf8)
 {
     constexpr std::array Bytes {
         "\x80"sv,
@@ -213,7 +213,7 @@ TEST(SatchelDocumentFaultsTest, FailsWithInvalidUtf8)
     }
 }
 
-TEST(SatchelDocumentFaultsTest, FailsWithNestingBeyondAllSense)
+TEST(SatchelDocumentFaultsTest, FailsOnExtremeNesting)
 {
     constexpr std::size_t Levels = 100'000;
     const auto arrays = repeated("[", Levels) + repeated("]", Levels);

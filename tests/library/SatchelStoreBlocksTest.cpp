@@ -18,7 +18,7 @@ class SatchelStoreBlocksTest : public SatchelStoreFixture
 protected:
     SatchelStoreBlocksTest() { start(); }
 
-    /// Begins anew with what `first` and `second` are now; the first is active.
+    /// Restarts with the tabs `first`, which is active, and `second`.
     void start()
     {
         writeFile({ first, second }, first.id);
@@ -27,7 +27,7 @@ protected:
 
     SatchelStore &store() { return *m_store; }
 
-    /// The texts of the active tab's nodes, joined.
+    /// The concatenated texts of the active tab's nodes.
     std::string texts() const
     {
         std::string texts;
@@ -36,7 +36,7 @@ protected:
         return texts;
     }
 
-    /// Everything that is done to a node by its id.
+    /// All operations on the node with this id.
     std::vector<std::pair<std::string, std::function<void()>>> operations(const QUuid &id)
     {
         return { { "updateBlock", [this, id] { store().updateBlock(id, "new"); } },
@@ -81,7 +81,7 @@ TEST_F(SatchelStoreBlocksTest, AddsToTheActiveTabOnly)
     EXPECT_EQ(store().tabs().get()[1].blocks.size(), 3U);
 }
 
-TEST_F(SatchelStoreBlocksTest, AddsToTheFirstTabWhereTheActiveOneIsStale)
+TEST_F(SatchelStoreBlocksTest, AddsToTheFirstTabIfTheActiveIdIsStale)
 {
     store().selectTab(unknown);
     store().addBlock();
@@ -105,7 +105,7 @@ TEST_F(SatchelStoreBlocksTest, DeletesTheLastNode)
     EXPECT_EQ(store().tabs().get().size(), 2U);
 }
 
-TEST_F(SatchelStoreBlocksTest, SavesAlsoWhenTheNodeToDeleteIsUnknownOrInAnotherTab)
+TEST_F(SatchelStoreBlocksTest, SavesEvenIfTheDeletedNodeIsUnknownOrInAnotherTab)
 {
     for (const auto &id : { unknown, second.blocks[0].id }) {
         EXPECT_TRUE(saves([&] { store().deleteBlock(id); }));
@@ -123,7 +123,7 @@ TEST_F(SatchelStoreBlocksTest, DeletesEveryNodeWithTheIdFromTheActiveTabOnly)
     EXPECT_EQ(store().tabs().get()[1], second);
 }
 
-TEST_F(SatchelStoreBlocksTest, DeletesByAnIdThatIsReadFromTheNodeItself)
+TEST_F(SatchelStoreBlocksTest, DeletesByAReferenceToTheNodesOwnId)
 {
     first.blocks[2].id = a;
     first.blocks.push_back({ .text = "d", .color = {} });
@@ -132,7 +132,7 @@ TEST_F(SatchelStoreBlocksTest, DeletesByAnIdThatIsReadFromTheNodeItself)
     EXPECT_EQ(texts(), "bd");
 }
 
-TEST_F(SatchelStoreBlocksTest, ReplacesTheWholeTextAsItIs)
+TEST_F(SatchelStoreBlocksTest, StoresTheNewTextUnchanged)
 {
     for (const auto *const text : { "", "  ", " two\nlines\n", "\u00E9\U0001F600/\"\\" }) {
         EXPECT_TRUE(saves([&] { store().updateBlock(b, text); }));
@@ -158,7 +158,7 @@ TEST_F(SatchelStoreBlocksTest, SetsEveryColor)
     EXPECT_EQ(texts(), "abc");
 }
 
-TEST_F(SatchelStoreBlocksTest, ChangesOnlyTheFirstOfNodesWithOneId)
+TEST_F(SatchelStoreBlocksTest, ChangesOnlyTheFirstOfNodesWithEqualIds)
 {
     first.blocks[2].id = b;
     start();
@@ -168,7 +168,7 @@ TEST_F(SatchelStoreBlocksTest, ChangesOnlyTheFirstOfNodesWithOneId)
     EXPECT_EQ(store().activeTab()->blocks[2], first.blocks[2]);
 }
 
-TEST_F(SatchelStoreBlocksTest, IgnoresUnknownNodesAndThoseOfOtherTabs)
+TEST_F(SatchelStoreBlocksTest, IgnoresUnknownNodesAndNodesOfOtherTabs)
 {
     machine.pasteboard.contents = "clipboard";
     for (const auto &id : { unknown, second.blocks[0].id, first.id, QUuid() }) {
@@ -183,7 +183,7 @@ TEST_F(SatchelStoreBlocksTest, IgnoresUnknownNodesAndThoseOfOtherTabs)
     }
 }
 
-TEST_F(SatchelStoreBlocksTest, MovesANodeByItsOffsetAsFarAsTheListGoes)
+TEST_F(SatchelStoreBlocksTest, MovesANodeByAnOffsetWithinTheList)
 {
     struct Row {
         QUuid block;
@@ -206,7 +206,7 @@ TEST_F(SatchelStoreBlocksTest, MovesANodeByItsOffsetAsFarAsTheListGoes)
     }
 }
 
-TEST_F(SatchelStoreBlocksTest, NeitherMovesNorSavesANodeThatStaysWhereItIs)
+TEST_F(SatchelStoreBlocksTest, DoesNotSaveAMoveThatChangesNothing)
 {
     const std::vector<std::pair<QUuid, std::ptrdiff_t>> moves {
         { a, 0 }, { a, -1 }, { a, PTRDIFF_MIN }, { b, 0 }, { c, 0 }, { c, 1 }, { c, 100 },
@@ -217,7 +217,7 @@ TEST_F(SatchelStoreBlocksTest, NeitherMovesNorSavesANodeThatStaysWhereItIs)
     }
 }
 
-TEST_F(SatchelStoreBlocksTest, MovesTheFirstOfNodesWithOneId)
+TEST_F(SatchelStoreBlocksTest, MovesTheFirstOfNodesWithEqualIds)
 {
     first.blocks[1].id = a;
     start();
@@ -225,13 +225,13 @@ TEST_F(SatchelStoreBlocksTest, MovesTheFirstOfNodesWithOneId)
     EXPECT_EQ(texts(), "bca");
 }
 
-TEST_F(SatchelStoreBlocksTest, MovesByAnIdThatIsReadFromTheNodeItself)
+TEST_F(SatchelStoreBlocksTest, MovesByAReferenceToTheNodesOwnId)
 {
     store().moveBlock(store().activeTab()->blocks.front().id, 2);
     EXPECT_EQ(texts(), "bca");
 }
 
-TEST_F(SatchelStoreBlocksTest, MovesAnUnknownNodeNotEvenTooFar)
+TEST_F(SatchelStoreBlocksTest, IgnoresAnOverflowingMoveOfAnUnknownNode)
 {
     EXPECT_FALSE(saves([&] { store().moveBlock(unknown, PTRDIFF_MAX); }));
     EXPECT_EQ(texts(), "abc");

@@ -13,7 +13,7 @@ namespace
 using namespace std::chrono_literals;
 using namespace std::string_literals;
 
-/// What goes to and comes from the machine: copying, pasting, opening.
+/// Copying, pasting and opening nodes.
 class SatchelStoreClipboardTest : public SatchelStoreFixture
 {
 protected:
@@ -27,7 +27,7 @@ protected:
 
     const std::optional<QUuid> &copied() { return store().copiedBlockID().get(); }
 
-    /// What the browser was given for a node with this text.
+    /// The addresses opened for a node with this text.
     std::vector<std::string> openedFor(const std::string &text)
     {
         machine.workspace.opened.clear();
@@ -49,7 +49,7 @@ private:
     std::optional<SatchelStore> m_store;
 };
 
-TEST_F(SatchelStoreClipboardTest, CopiesTheTextAsItIsAndMarksTheNode)
+TEST_F(SatchelStoreClipboardTest, CopiesTheUnchangedTextAndMarksTheNode)
 {
     const auto text = "  \u00E9\U0001F600\n\"a/b\"\0 "s;
     store().updateBlock(a, text);
@@ -67,13 +67,13 @@ TEST_F(SatchelStoreClipboardTest, CopiesAnEmptyTextAsAnEmptyText)
     EXPECT_EQ(copied(), b);
 }
 
-TEST_F(SatchelStoreClipboardTest, SavesNothingWhenItCopies)
+TEST_F(SatchelStoreClipboardTest, SavesNothingWhenCopying)
 {
     EXPECT_FALSE(saves([&] { store().copyBlock(a); }));
     EXPECT_EQ(store().tabs().get(), std::vector({ tab }));
 }
 
-TEST_F(SatchelStoreClipboardTest, ClearsTheMarkAfterItsTime)
+TEST_F(SatchelStoreClipboardTest, ClearsTheMarkAfter1400Milliseconds)
 {
     store().copyBlock(a);
     advance(1399ms);
@@ -82,21 +82,21 @@ TEST_F(SatchelStoreClipboardTest, ClearsTheMarkAfterItsTime)
     EXPECT_FALSE(copied());
 }
 
-TEST_F(SatchelStoreClipboardTest, GivesTheMarkOfAnotherNodeItsFullTime)
+TEST_F(SatchelStoreClipboardTest, ShowsTheMarkOfAnotherNodeForItsFullTime)
 {
     store().copyBlock(a);
     advance(1000ms);
     store().copyBlock(b);
     EXPECT_EQ(copied(), b);
     advance(400ms);
-    EXPECT_EQ(copied(), b) << "the first copy's time is over";
+    EXPECT_EQ(copied(), b) << "only the first mark has expired";
     advance(999ms);
     EXPECT_EQ(copied(), b);
     advance(1ms);
     EXPECT_FALSE(copied());
 }
 
-TEST_F(SatchelStoreClipboardTest, DoesNotExtendTheMarkOfANodeThatIsCopiedTwice)
+TEST_F(SatchelStoreClipboardTest, DoesNotExtendTheMarkOfANodeCopiedTwice)
 {
     store().copyBlock(a);
     advance(1000ms);
@@ -109,7 +109,7 @@ TEST_F(SatchelStoreClipboardTest, DoesNotExtendTheMarkOfANodeThatIsCopiedTwice)
     EXPECT_FALSE(copied());
 }
 
-TEST_F(SatchelStoreClipboardTest, LetsTheFirstCopyEndTheMarkOfTheSameNodeAlsoWithAnotherBetween)
+TEST_F(SatchelStoreClipboardTest, DoesNotExtendTheMarkOfANodeCopiedAgainAfterAnother)
 {
     store().copyBlock(a);
     advance(500ms);
@@ -122,7 +122,7 @@ TEST_F(SatchelStoreClipboardTest, LetsTheFirstCopyEndTheMarkOfTheSameNodeAlsoWit
     EXPECT_FALSE(copied());
 }
 
-TEST_F(SatchelStoreClipboardTest, MarksANodeAgainOnceItsMarkIsGone)
+TEST_F(SatchelStoreClipboardTest, MarksANodeAgainAfterItsMarkExpired)
 {
     store().copyBlock(a);
     advance(1400ms);
@@ -133,7 +133,7 @@ TEST_F(SatchelStoreClipboardTest, MarksANodeAgainOnceItsMarkIsGone)
     EXPECT_FALSE(copied());
 }
 
-TEST_F(SatchelStoreClipboardTest, KeepsTheMarkOfANodeThatIsDeletedForItsTime)
+TEST_F(SatchelStoreClipboardTest, KeepsTheMarkOfADeletedNodeForItsFullTime)
 {
     store().copyBlock(a);
     store().deleteBlock(a);
@@ -142,7 +142,7 @@ TEST_F(SatchelStoreClipboardTest, KeepsTheMarkOfANodeThatIsDeletedForItsTime)
     EXPECT_FALSE(copied());
 }
 
-TEST_F(SatchelStoreClipboardTest, WritesNoMarkIntoTheFile)
+TEST_F(SatchelStoreClipboardTest, DoesNotSaveTheMark)
 {
     store().copyBlock(a);
     store().addBlock();
@@ -153,7 +153,7 @@ TEST_F(SatchelStoreClipboardTest, WritesNoMarkIntoTheFile)
     EXPECT_FALSE(next.copiedBlockID().get());
 }
 
-TEST_F(SatchelStoreClipboardTest, PastesInPlaceOfTheWholeText)
+TEST_F(SatchelStoreClipboardTest, ReplacesTheWholeTextWhenPasting)
 {
     machine.pasteboard.contents = " pasted\n";
     EXPECT_TRUE(saves([&] { store().pasteIntoBlock(a); }));
@@ -169,7 +169,7 @@ TEST_F(SatchelStoreClipboardTest, PastesAnEmptyText)
     EXPECT_EQ(store().activeTab()->blocks[0].text, "");
 }
 
-TEST_F(SatchelStoreClipboardTest, PastesNothingWhereNoTextLies)
+TEST_F(SatchelStoreClipboardTest, PastesNothingIfTheClipboardHasNoText)
 {
     machine.pasteboard.contents.reset();
     EXPECT_FALSE(saves([&] { store().pasteIntoBlock(a); }));
@@ -183,14 +183,14 @@ TEST_F(SatchelStoreClipboardTest, OpensWebAddresses)
               Texts({ "http://example.com:8080/a?b#c" }));
 }
 
-TEST_F(SatchelStoreClipboardTest, OpensAnAddressWithoutTheWhiteSpaceAroundIt)
+TEST_F(SatchelStoreClipboardTest, TrimsAnAddressBeforeOpeningIt)
 {
     EXPECT_EQ(openedFor("  https://example.com/ \n"), Texts({ "https://example.com/" }));
     EXPECT_EQ(openedFor("\u00A0\u2028\thttps://example.com/\r\n\u3000"),
               Texts({ "https://example.com/" }));
 }
 
-TEST_F(SatchelStoreClipboardTest, OpensAnAddressWhoseSchemeIsInCapitals)
+TEST_F(SatchelStoreClipboardTest, OpensAnAddressWithACapitalisedScheme)
 {
     EXPECT_EQ(openedFor("HTTPS://Example.com/A"), Texts({ "HTTPS://Example.com/A" }));
     EXPECT_EQ(openedFor("Http://example.com"), Texts({ "Http://example.com" }));
@@ -206,7 +206,7 @@ TEST_F(SatchelStoreClipboardTest, OpensNothingElse)
         EXPECT_EQ(openedFor(text), Texts()) << text;
 }
 
-TEST_F(SatchelStoreClipboardTest, SavesNothingWhenItOpens)
+TEST_F(SatchelStoreClipboardTest, SavesNothingWhenOpening)
 {
     store().updateBlock(a, "https://example.com");
     EXPECT_FALSE(saves([&] { store().openBlockURL(a); }));

@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-/// A machine of one's own with a file that a library can be started from.
+/// A fake machine, and the file that the store loads and saves.
 class SatchelStoreFixture : public testing::Test
 {
 protected:
@@ -33,7 +33,7 @@ protected:
 
     std::string fileText() const { return TestFiles::read(file); }
 
-    /// The library in the file, none where there is no file.
+    /// The library in the file; none if there is no valid file.
     std::optional<SatchelDocument> savedDocument() const
     {
         return SatchelDocument::decode(QByteArray::fromStdString(fileText()));
@@ -46,7 +46,7 @@ protected:
 
     void advance(Milliseconds duration) { machine.mainQueue.advance(duration); }
 
-    /// Whether `change` leads to a save, and only after the delay.
+    /// Whether `change` is saved. Checks that this happens exactly after the delay.
     template <typename Change>
     bool saves(Change &&change)
     {

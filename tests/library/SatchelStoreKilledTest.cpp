@@ -1,4 +1,4 @@
-// A process that is killed while it saves leaves a whole library, the old one or the new.
+// A process killed while saving leaves a complete library, either the old or the new one.
 
 #include "library/ExampleLibrary.h"
 #include "library/SatchelStore.h"
@@ -22,18 +22,18 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// QUILLSATCHEL_KILLS in the environment asks for another number.
-int killsWanted()
+/// How many processes to kill. The environment variable QUILLSATCHEL_KILLS overrides the default.
+int killCount()
 {
-    const auto *const wanted = std::getenv("QUILLSATCHEL_KILLS"); // NOLINT(concurrency-mt-unsafe)
-    return wanted ? std::stoi(wanted) : 50;
+    const auto *const count = std::getenv("QUILLSATCHEL_KILLS"); // NOLINT(concurrency-mt-unsafe)
+    return count ? std::stoi(count) : 50;
 }
 
 class SatchelStoreKilledTest : public SatchelStoreFixture
 {
 protected:
     static constexpr int Nodes = 40;
-    static constexpr std::size_t Length = 20000; // bytes a node: a save takes a while
+    static constexpr std::size_t Length = 20000; // bytes per node, so that a save takes some time
 
     static std::string textOf(int version)
     {
@@ -57,7 +57,7 @@ protected:
         advance(SaveDelay);
     }
 
-    /// The one version that all nodes of the saved library have.
+    /// The version of the saved library; none if it is invalid or mixes versions.
     std::optional<int> savedVersion() const
     {
         const auto document = savedDocument();
@@ -79,15 +79,15 @@ protected:
     }
 };
 
-TEST_F(SatchelStoreKilledTest, KeepsAWholeLibraryEveryTime)
+TEST_F(SatchelStoreKilledTest, KeepsACompleteLibrary)
 {
     std::mt19937 random(20);
     std::uniform_int_distribution<int> moment(0, 30000); // microseconds
     int version = 0;
     int saves = 0;
-    int left = 0;
+    int leftovers = 0;
     setUp(version);
-    for (int kills = killsWanted(); kills > 0; --kills) {
+    for (int kills = killCount(); kills > 0; --kills) {
         const auto child = fork();
         if (child == 0)
             saveUntilKilled(version);
@@ -95,20 +95,20 @@ TEST_F(SatchelStoreKilledTest, KeepsAWholeLibraryEveryTime)
         kill(child, SIGKILL);
         int status = 0;
         waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "it ended by itself";
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the process ended by itself";
 
         const auto saved = savedVersion();
-        ASSERT_TRUE(saved) << "with " << kills << " to go after version " << version;
+        ASSERT_TRUE(saved) << "after version " << version << ", " << kills << " kills left";
         ASSERT_GE(*saved, version);
         saves += *saved - version;
         version = *saved;
-        left += static_cast<int>(std::distance(fs::directory_iterator(folder), {})) - 1;
+        leftovers += static_cast<int>(std::distance(fs::directory_iterator(folder), {})) - 1;
         UnfinishedFile::removeLeftovers(folder);
-        ASSERT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << "something is left over";
+        ASSERT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << "temporary files remain";
     }
     RecordProperty("saves", saves);
-    RecordProperty("left", left);
-    EXPECT_GT(saves, 0) << "each was killed before its first save";
+    RecordProperty("leftovers", leftovers);
+    EXPECT_GT(saves, 0) << "every process was killed before its first save";
 }
 
 } // namespace

@@ -37,7 +37,7 @@ protected:
     }
 };
 
-TEST_F(SatchelStoreLoadingTest, MakesTheFolderAndADefaultLibraryAtTheFirstLaunchButNoFile)
+TEST_F(SatchelStoreLoadingTest, CreatesTheFolderButNoFileOnTheFirstLaunch)
 {
     const SatchelStore store(machine.platform);
     expectDefaultLibrary(store);
@@ -46,7 +46,7 @@ TEST_F(SatchelStoreLoadingTest, MakesTheFolderAndADefaultLibraryAtTheFirstLaunch
     EXPECT_TRUE(fs::is_empty(folder));
 }
 
-TEST_F(SatchelStoreLoadingTest, SavesTheDefaultLibraryAQuarterSecondAfterTheFirstChange)
+TEST_F(SatchelStoreLoadingTest, SavesTheDefaultLibraryAfterTheFirstChange)
 {
     SatchelStore store(machine.platform);
     store.renameTab(store.tabs().get().front().id, "Renamed");
@@ -58,7 +58,7 @@ TEST_F(SatchelStoreLoadingTest, SavesTheDefaultLibraryAQuarterSecondAfterTheFirs
     EXPECT_EQ(saved->tabs.front().name, "Renamed");
 }
 
-TEST_F(SatchelStoreLoadingTest, LeavesAFolderThatIsThereAsItIs)
+TEST_F(SatchelStoreLoadingTest, KeepsThePermissionsOfAnExistingFolder)
 {
     fs::create_directory(folder);
     TestFiles::setMode(folder, 0750);
@@ -66,7 +66,7 @@ TEST_F(SatchelStoreLoadingTest, LeavesAFolderThatIsThereAsItIs)
     EXPECT_EQ(TestFiles::mode(folder), 0750U);
 }
 
-TEST_F(SatchelStoreLoadingTest, DrawsFreshIdsForEveryDefaultLibrary)
+TEST_F(SatchelStoreLoadingTest, CreatesNewIdsForEveryDefaultLibrary)
 {
     const SatchelStore first(machine.platform);
     const SatchelStore second(machine.platform);
@@ -81,7 +81,7 @@ TEST_F(SatchelStoreLoadingTest, ReadsTheLibrary)
     EXPECT_FALSE(store.copiedBlockID().get());
 }
 
-TEST_F(SatchelStoreLoadingTest, WritesNothingAtTheStart)
+TEST_F(SatchelStoreLoadingTest, WritesNothingOnLoading)
 {
     const auto text = "  " + std::string(ExampleLibrary::json) + "\n";
     writeFile(text);
@@ -90,7 +90,7 @@ TEST_F(SatchelStoreLoadingTest, WritesNothingAtTheStart)
     EXPECT_EQ(fileText(), text);
 }
 
-TEST_F(SatchelStoreLoadingTest, KeepsNamesAndDuplicateIdsAsTheyAre)
+TEST_F(SatchelStoreLoadingTest, KeepsEmptyNamesAndDuplicateIds)
 {
     const PromptBlock block { .text = "text", .color = BlockColor::blue };
     const PromptTab tab { .name = " ", .blocks = { block, block } };
@@ -110,7 +110,7 @@ TEST_F(SatchelStoreLoadingTest, KeepsAnActiveTabThatIsNotTheFirst)
     EXPECT_EQ(store.activeTabID().get(), second.id);
 }
 
-TEST_F(SatchelStoreLoadingTest, MakesTheFirstTabActiveWhereTheFileNamesNone)
+TEST_F(SatchelStoreLoadingTest, ActivatesTheFirstTabIfTheFileNamesNone)
 {
     const PromptTab first;
     const PromptTab second;
@@ -136,7 +136,7 @@ TEST_F(SatchelStoreLoadingTest, FallsBackToTheDefaultLibraryWithoutTabs)
         R"({"activeTabID" : "A1B2C3D4-E5F6-4A5B-9C8D-7E6F5A4B3C2D", "tabs" : []})");
 }
 
-TEST_F(SatchelStoreLoadingTest, FallsBackToTheDefaultLibraryFromAnUnreadableText)
+TEST_F(SatchelStoreLoadingTest, FallsBackToTheDefaultLibraryIfTheFileIsInvalid)
 {
     expectDefaultLibraryFrom("no json");
     expectDefaultLibraryFrom(ExampleLibrary::with("\"none\"", "\"grey\""));
@@ -144,7 +144,7 @@ TEST_F(SatchelStoreLoadingTest, FallsBackToTheDefaultLibraryFromAnUnreadableText
 
 using SatchelStoreLoadingDeathTest = SatchelStoreLoadingTest;
 
-TEST_F(SatchelStoreLoadingDeathTest, StopsTheProcessWithoutAPlaceForFiles)
+TEST_F(SatchelStoreLoadingDeathTest, StopsTheProcessWithoutAFolderForUserData)
 {
     machine.fileLocations.folder.clear();
     EXPECT_EXIT(SatchelStore store(machine.platform), testing::KilledBySignal(SIGABRT), "");

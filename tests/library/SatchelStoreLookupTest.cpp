@@ -13,7 +13,7 @@
 namespace
 {
 
-/// The library under the rules at their plainest: every node is looked for from the start.
+/// A simple model of the library, which searches for every node from the start.
 class PlainLibrary
 {
 public:
@@ -83,7 +83,7 @@ private:
     SatchelDocument m_document;
 };
 
-/// The store remembers where it found the last node; nothing may show that it does.
+/// The store caches where it found the last node. The cache must have no visible effect.
 class SatchelStoreLookupTest : public SatchelStoreFixture
 {
 protected:
@@ -118,7 +118,7 @@ TEST_F(SatchelStoreLookupTest, FindsANodeAfterOneBeforeItIsDeleted)
     EXPECT_EQ(texts(store, 0), "-2");
 }
 
-TEST_F(SatchelStoreLookupTest, FindsNoNodeThatIsDeleted)
+TEST_F(SatchelStoreLookupTest, DoesNotFindADeletedNode)
 {
     writeFile({ tabOf({ a, b, c }) });
     SatchelStore store(machine.platform);
@@ -142,7 +142,7 @@ TEST_F(SatchelStoreLookupTest, FindsANodeAfterItOrAnotherMoved)
     EXPECT_EQ(texts(store, 0), "-3-");
 }
 
-TEST_F(SatchelStoreLookupTest, FindsTheFirstOfNodesWithOneIdAfterTheyChangedPlaces)
+TEST_F(SatchelStoreLookupTest, FindsTheFirstOfNodesWithEqualIdsAfterAMove)
 {
     writeFile({ tabOf({ a, a, b }) });
     SatchelStore store(machine.platform);
@@ -152,7 +152,7 @@ TEST_F(SatchelStoreLookupTest, FindsTheFirstOfNodesWithOneIdAfterTheyChangedPlac
     EXPECT_EQ(texts(store, 0), "21-");
 }
 
-TEST_F(SatchelStoreLookupTest, FindsTheNodeOfTheSelectedTabAmongThoseWithOneId)
+TEST_F(SatchelStoreLookupTest, FindsTheNodeOfTheSelectedTabIfTabsShareIds)
 {
     const auto first = tabOf({ a, b });
     const auto second = tabOf({ b, a });
@@ -167,7 +167,7 @@ TEST_F(SatchelStoreLookupTest, FindsTheNodeOfTheSelectedTabAmongThoseWithOneId)
     EXPECT_EQ(texts(store, 1), "2-");
 }
 
-TEST_F(SatchelStoreLookupTest, FindsANodeInATabThatTookThePlaceOfAnother)
+TEST_F(SatchelStoreLookupTest, FindsANodeInATabWhoseIndexChanged)
 {
     const auto zeroth = tabOf({});
     const auto first = tabOf({ a, b });
@@ -194,7 +194,7 @@ TEST_F(SatchelStoreLookupTest, FindsANodeInTheFirstTabAfterTheActiveOneIsDeleted
     EXPECT_EQ(texts(store, 0), "--2");
 }
 
-TEST_F(SatchelStoreLookupTest, FindsNodesThatObserversLookedAtBeforeAChange)
+TEST_F(SatchelStoreLookupTest, FindsNodesThatObserversLookedUpBeforeAChange)
 {
     const auto first = tabOf({});
     const auto second = tabOf({ a, b, c });

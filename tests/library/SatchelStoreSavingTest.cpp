@@ -27,7 +27,7 @@ TEST_F(SatchelStoreSavingTest, SavesAQuarterSecondAfterAChange)
     EXPECT_EQ(savedDocument(), documentOf(store));
 }
 
-TEST_F(SatchelStoreSavingTest, SavesTenChangesInARowOnceAfterTheLast)
+TEST_F(SatchelStoreSavingTest, SavesTenQuickChangesOnce)
 {
     SatchelStore store(machine.platform);
     store.addBlock();
@@ -46,7 +46,7 @@ TEST_F(SatchelStoreSavingTest, SavesTenChangesInARowOnceAfterTheLast)
 
     fs::remove(file);
     advance(Long);
-    EXPECT_FALSE(fs::exists(file)) << "written more than once";
+    EXPECT_FALSE(fs::exists(file)) << "saved more than once";
 }
 
 TEST_F(SatchelStoreSavingTest, SavesAgainAfterTheNextChange)
@@ -59,7 +59,7 @@ TEST_F(SatchelStoreSavingTest, SavesAgainAfterTheNextChange)
     }
 }
 
-TEST_F(SatchelStoreSavingTest, SavesNothingOnceTheStoreIsGone)
+TEST_F(SatchelStoreSavingTest, SavesNothingAfterTheStoreIsDestroyed)
 {
     {
         SatchelStore store(machine.platform);
@@ -72,7 +72,7 @@ TEST_F(SatchelStoreSavingTest, SavesNothingOnceTheStoreIsGone)
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(SatchelStoreSavingTest, WritesTheSameLibraryToTheSameBytes)
+TEST_F(SatchelStoreSavingTest, WritesEqualLibrariesToEqualBytes)
 {
     writeFile(ExampleLibrary::json);
     SatchelStore store(machine.platform);
@@ -82,7 +82,7 @@ TEST_F(SatchelStoreSavingTest, WritesTheSameLibraryToTheSameBytes)
     EXPECT_EQ(fileText(), ExampleLibrary::json);
 }
 
-TEST_F(SatchelStoreSavingTest, LosesUnknownKeys)
+TEST_F(SatchelStoreSavingTest, DropsUnknownKeys)
 {
     writeFile(ExampleLibrary::with("\"tabs\"", R"("extra" : 1, "tabs")"));
     SatchelStore store(machine.platform);
@@ -90,7 +90,7 @@ TEST_F(SatchelStoreSavingTest, LosesUnknownKeys)
     EXPECT_EQ(fileText(), ExampleLibrary::json);
 }
 
-TEST_F(SatchelStoreSavingTest, ReplacesAFileWithoutTabsOnlyWhenSomethingChanges)
+TEST_F(SatchelStoreSavingTest, ReplacesAFileWithoutTabsOnlyAfterAChange)
 {
     writeFile(R"({"tabs" : []})");
     SatchelStore store(machine.platform);
@@ -102,7 +102,7 @@ TEST_F(SatchelStoreSavingTest, ReplacesAFileWithoutTabsOnlyWhenSomethingChanges)
     EXPECT_FALSE(fs::exists(folder / "prompts.json.unreadable"));
 }
 
-TEST_F(SatchelStoreSavingTest, GivesTheNextStartWhatThisOneSaved)
+TEST_F(SatchelStoreSavingTest, LoadsOnTheNextStartWhatItSaved)
 {
     std::optional<SatchelStore> store;
     store.emplace(machine.platform);
@@ -120,7 +120,7 @@ TEST_F(SatchelStoreSavingTest, GivesTheNextStartWhatThisOneSaved)
     EXPECT_EQ(documentOf(*store), before);
 }
 
-TEST_F(SatchelStoreSavingTest, TriesAgainAtTheNextChange)
+TEST_F(SatchelStoreSavingTest, RetriesAtTheNextChange)
 {
     writeFile(ExampleLibrary::json);
     const UnprivilegedScope scope(machine.directory.path().toStdString());

@@ -1,4 +1,4 @@
-// However large a library is, it is loaded, edited and saved whole.
+// Large libraries are loaded, edited and saved completely.
 
 #include "library/SatchelStore.h"
 #include "library/SatchelStoreFixture.h"
@@ -16,9 +16,9 @@ namespace
 class SatchelStoreSizeTest : public SatchelStoreFixture
 {
 protected:
-    /// Starts from these tabs, makes a change and saves it; the next start has to find all of it.
+    /// Loads these tabs, makes a change, saves it, and expects the next start to load all of it.
     template <typename Change>
-    void expectWholeAfter(const std::vector<PromptTab> &tabs, Change &&change)
+    void expectNothingLostAfter(const std::vector<PromptTab> &tabs, Change &&change)
     {
         writeFile(tabs);
         std::optional<SatchelStore> store(std::in_place, machine.platform);
@@ -32,43 +32,43 @@ protected:
     }
 };
 
-TEST_F(SatchelStoreSizeTest, ANodeOfFiftyMegabytesIsLoadedEditedAndSavedWhole)
+TEST_F(SatchelStoreSizeTest, KeepsANodeOfFiftyMegabytes)
 {
     PromptBlock block { .text = {}, .color = BlockColor::red };
     block.text.resize(50'000'000, 'x');
-    expectWholeAfter({ { .name = "Large", .blocks = { block } } }, [&block](SatchelStore &store) {
-        store.updateBlock(block.id, block.text + "/\n\u00E9");
-    });
+    expectNothingLostAfter(
+        { { .name = "Large", .blocks = { block } } },
+        [&block](SatchelStore &store) { store.updateBlock(block.id, block.text + "/\n\u00E9"); });
 }
 
-TEST_F(SatchelStoreSizeTest, TenThousandTabsAreLoadedEditedAndSavedWhole)
+TEST_F(SatchelStoreSizeTest, KeepsTenThousandTabs)
 {
     std::vector<PromptTab> tabs(10'000);
     for (auto &tab : tabs)
         tab = { .name = "Tab", .blocks = { PromptBlock() } };
-    expectWholeAfter(tabs, [&tabs](SatchelStore &store) {
+    expectNothingLostAfter(tabs, [&tabs](SatchelStore &store) {
         store.renameTab(tabs.back().id, "Last");
         store.deleteTab(tabs[5000].id);
         store.addTab();
     });
 }
 
-TEST_F(SatchelStoreSizeTest, AHundredThousandNodesAreLoadedEditedAndSavedWhole)
+TEST_F(SatchelStoreSizeTest, KeepsAHundredThousandNodes)
 {
     const PromptTab tab { .name = "Full", .blocks = std::vector<PromptBlock>(100'000) };
     std::vector tabs { tab };
     for (auto &block : tabs.front().blocks)
         block.id = QUuid::createUuid();
-    expectWholeAfter(tabs, [&tabs](SatchelStore &store) {
+    expectNothingLostAfter(tabs, [&tabs](SatchelStore &store) {
         store.updateBlock(tabs.front().blocks.back().id, "last");
     });
 }
 
-TEST_F(SatchelStoreSizeTest, AMegabyteOfTabNameIsLoadedEditedAndSavedWhole)
+TEST_F(SatchelStoreSizeTest, KeepsATabNameOfAMegabyte)
 {
     const PromptTab tab { .name = std::string(1'000'000, 'W'), .blocks = {} };
-    expectWholeAfter({ tab },
-                     [&tab](SatchelStore &store) { store.renameTab(tab.id, tab.name + "\u0301"); });
+    expectNothingLostAfter(
+        { tab }, [&tab](SatchelStore &store) { store.renameTab(tab.id, tab.name + "\u0301"); });
 }
 
 } // namespace

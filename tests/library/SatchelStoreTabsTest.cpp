@@ -40,7 +40,7 @@ TEST_F(SatchelStoreTabsTest, FindsTheActiveTab)
     EXPECT_EQ(*store.activeTab(), four[2]);
 }
 
-TEST_F(SatchelStoreTabsTest, FallsBackToTheFirstTabWithoutWritingIt)
+TEST_F(SatchelStoreTabsTest, FallsBackToTheFirstTabWithoutChangingTheActiveId)
 {
     SatchelStore store(machine.platform);
     store.selectTab(unknown);
@@ -50,7 +50,7 @@ TEST_F(SatchelStoreTabsTest, FallsBackToTheFirstTabWithoutWritingIt)
     EXPECT_EQ(store.activeTabID().get(), unknown);
 }
 
-TEST_F(SatchelStoreTabsTest, FindsTheFirstOfTabsWithOneId)
+TEST_F(SatchelStoreTabsTest, FindsTheFirstOfTabsWithEqualIds)
 {
     four[3].id = four[1].id;
     writeFile(four, four[3].id);
@@ -59,7 +59,7 @@ TEST_F(SatchelStoreTabsTest, FindsTheFirstOfTabsWithOneId)
     EXPECT_EQ(store.activeTab()->name, "B");
 }
 
-TEST_F(SatchelStoreTabsTest, AddsAnEmptyTabAtTheEndAndMakesItActive)
+TEST_F(SatchelStoreTabsTest, AddsAnEmptyActiveTabAtTheEnd)
 {
     SatchelStore store(machine.platform);
     EXPECT_TRUE(saves([&] { store.addTab(); }));
@@ -69,7 +69,7 @@ TEST_F(SatchelStoreTabsTest, AddsAnEmptyTabAtTheEndAndMakesItActive)
     EXPECT_EQ(savedDocument(), documentOf(store));
 }
 
-TEST_F(SatchelStoreTabsTest, AddsTwoTabsOfOneNameTheSecondActive)
+TEST_F(SatchelStoreTabsTest, AddsTabsWithEqualNames)
 {
     SatchelStore store(machine.platform);
     store.addTab();
@@ -80,7 +80,7 @@ TEST_F(SatchelStoreTabsTest, AddsTwoTabsOfOneNameTheSecondActive)
     EXPECT_EQ(store.activeTabID().get(), tabs[5].id);
 }
 
-TEST_F(SatchelStoreTabsTest, RenamesToTheTextAsItIs)
+TEST_F(SatchelStoreTabsTest, StoresTheNewNameUnchanged)
 {
     SatchelStore store(machine.platform);
     for (const auto *const name : { "   ", "", " B\n", "\u00E9\U0001F600/\"" }) {
@@ -90,13 +90,13 @@ TEST_F(SatchelStoreTabsTest, RenamesToTheTextAsItIs)
     }
 }
 
-TEST_F(SatchelStoreTabsTest, SavesARenamingToTheSameName)
+TEST_F(SatchelStoreTabsTest, SavesARenameToTheSameName)
 {
     SatchelStore store(machine.platform);
     EXPECT_TRUE(saves([&] { store.renameTab(four[1].id, "B"); }));
 }
 
-TEST_F(SatchelStoreTabsTest, RenamesOnlyTheFirstOfTabsWithOneId)
+TEST_F(SatchelStoreTabsTest, RenamesOnlyTheFirstOfTabsWithEqualIds)
 {
     four[3].id = four[1].id;
     writeFile(four);
@@ -105,7 +105,7 @@ TEST_F(SatchelStoreTabsTest, RenamesOnlyTheFirstOfTabsWithOneId)
     EXPECT_EQ(names(store), Names({ "A", "new", "C", "D" }));
 }
 
-TEST_F(SatchelStoreTabsTest, RenamesNoUnknownTab)
+TEST_F(SatchelStoreTabsTest, IgnoresARenameOfAnUnknownTab)
 {
     SatchelStore store(machine.platform);
     const auto before = documentOf(store);
@@ -113,7 +113,7 @@ TEST_F(SatchelStoreTabsTest, RenamesNoUnknownTab)
     EXPECT_EQ(documentOf(store), before);
 }
 
-TEST_F(SatchelStoreTabsTest, MakesTheFirstTabActiveWhenTheActiveOneIsDeleted)
+TEST_F(SatchelStoreTabsTest, ActivatesTheFirstTabWhenTheActiveOneIsDeleted)
 {
     SatchelStore store(machine.platform);
     EXPECT_TRUE(saves([&] { store.deleteTab(four[2].id); }));
@@ -122,7 +122,7 @@ TEST_F(SatchelStoreTabsTest, MakesTheFirstTabActiveWhenTheActiveOneIsDeleted)
     EXPECT_EQ(savedDocument(), documentOf(store));
 }
 
-TEST_F(SatchelStoreTabsTest, MakesTheNewFirstTabActiveWhenTheFirstIsDeleted)
+TEST_F(SatchelStoreTabsTest, ActivatesTheNewFirstTabWhenTheFirstIsDeleted)
 {
     SatchelStore store(machine.platform);
     store.selectTab(four[0].id);
@@ -149,7 +149,7 @@ TEST_F(SatchelStoreTabsTest, KeepsTheLastTab)
     EXPECT_EQ(documentOf(store), before);
 }
 
-TEST_F(SatchelStoreTabsTest, SavesAlsoWhenTheTabToDeleteIsUnknown)
+TEST_F(SatchelStoreTabsTest, SavesEvenIfTheDeletedTabIsUnknown)
 {
     SatchelStore store(machine.platform);
     const auto before = documentOf(store);
@@ -157,7 +157,7 @@ TEST_F(SatchelStoreTabsTest, SavesAlsoWhenTheTabToDeleteIsUnknown)
     EXPECT_EQ(documentOf(store), before);
 }
 
-TEST_F(SatchelStoreTabsTest, LeavesAStaleActiveTabWhenAnotherIsDeleted)
+TEST_F(SatchelStoreTabsTest, KeepsAStaleActiveIdWhenATabIsDeleted)
 {
     SatchelStore store(machine.platform);
     store.selectTab(unknown);
@@ -176,7 +176,7 @@ TEST_F(SatchelStoreTabsTest, DeletesEveryTabWithTheIdAndKeepsTheOrderOfTheRest)
     EXPECT_EQ(store.activeTabID().get(), four[1].id);
 }
 
-TEST_F(SatchelStoreTabsTest, DeletesByAnIdThatIsReadFromTheTabItself)
+TEST_F(SatchelStoreTabsTest, DeletesByAReferenceToTheTabsOwnId)
 {
     four[2].id = four[0].id;
     writeFile(four, four[0].id);
@@ -186,7 +186,7 @@ TEST_F(SatchelStoreTabsTest, DeletesByAnIdThatIsReadFromTheTabItself)
     EXPECT_EQ(store.activeTabID().get(), four[1].id);
 }
 
-TEST_F(SatchelStoreTabsTest, SurvivesTheDeletionOfTabsThatAllHaveOneId)
+TEST_F(SatchelStoreTabsTest, SurvivesDeletingAllTabsByTheirSharedId)
 {
     for (auto &tab : four)
         tab.id = four.front().id;
@@ -219,13 +219,13 @@ TEST_F(SatchelStoreTabsTest, SelectsATab)
     EXPECT_EQ(savedDocument(), documentOf(store));
 }
 
-TEST_F(SatchelStoreTabsTest, SavesTheSelectionOfTheActiveTabToo)
+TEST_F(SatchelStoreTabsTest, SavesASelectionOfTheActiveTab)
 {
     SatchelStore store(machine.platform);
     EXPECT_TRUE(saves([&] { store.selectTab(four[2].id); }));
 }
 
-TEST_F(SatchelStoreTabsTest, SelectsAlsoATabThatThereIsNot)
+TEST_F(SatchelStoreTabsTest, SelectsAnUnknownTab)
 {
     SatchelStore store(machine.platform);
     EXPECT_TRUE(saves([&] { store.selectTab(unknown); }));
