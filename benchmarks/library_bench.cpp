@@ -4,7 +4,9 @@
 #include "Figure.h"
 #include "PairedRuns.h"
 #include "SampleLibrary.h"
-#include "support/WholeFile.h"
+#include "support/FileDescriptor.h"
+#include "support/ReplaceFile.h"
+#include "support/WriteAll.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -52,16 +54,11 @@ SatchelDocument decodeWithQt(const QByteArray &json)
 
 void writePlainly(const QByteArray &path, const std::string &bytes)
 {
-    const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    require(file >= 0, "cannot open the file for the plain write");
-    std::size_t written = 0;
-    while (written < bytes.size()) {
-        const auto count = write(file, bytes.data() + written, bytes.size() - written);
-        require(count > 0, "the plain write failed");
-        written += static_cast<std::size_t>(count);
-    }
-    require(fsync(file) == 0, "the flush failed");
-    close(file);
+    const FileDescriptor file(
+        open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    require(file.isOpen(), "cannot open the file for the plain write");
+    require(writeAll(file.number(), bytes), "the plain write failed");
+    require(fsync(file.number()) == 0, "the flush failed");
 }
 
 void report(const char *what, std::size_t nodes, const PairedRuns &runs, const char *reference)
@@ -92,7 +89,7 @@ void measure(std::size_t nodes, int runs)
                    const auto write = [&library](const ByteSink &sink) {
                        SatchelDocument::encode(library.activeTabID, library.tabs, sink);
                    };
-                   require(WholeFile::replace(saved, write), "save");
+                   require(replaceFile(saved, write), "save");
                },
                [&] { writePlainly(plain, json); }),
            "a plain write and fsync of the same bytes");

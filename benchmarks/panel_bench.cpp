@@ -7,7 +7,7 @@
 #include "app/AppDelegate.h"
 #include "app/FloatingPanel.h"
 #include "platform/desktop/DesktopPlatform.h"
-#include "support/WholeFile.h"
+#include "support/ReplaceFile.h"
 #include "views/NodeEditor.h"
 #include "views/NodeList.h"
 #include "views/OverlayScrollBar.h"
@@ -40,8 +40,8 @@ struct Program {
     {
         qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
         QDir(folder.path()).mkdir(QStringLiteral("Quillsatchel"));
-        WholeFile::replace(folder.filePath(QStringLiteral("Quillsatchel/prompts.json")),
-                           [nodes](const ByteSink &sink) { sink(sampleLibrary(nodes).encode()); });
+        replaceFile(folder.filePath(QStringLiteral("Quillsatchel/prompts.json")),
+                    [nodes](const ByteSink &sink) { sink(sampleLibrary(nodes).encode()); });
         delegate = std::make_unique<AppDelegate>(desktopPlatform());
         delegate->applicationDidFinishLaunching();
         QTest::qWait(500);

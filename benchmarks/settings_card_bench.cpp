@@ -8,8 +8,8 @@
 #include "app/FloatingPanel.h"
 #include "launchers/LauncherDocument.h"
 #include "platform/desktop/DesktopPlatform.h"
+#include "support/ReplaceFile.h"
 #include "support/Uuid.h"
-#include "support/WholeFile.h"
 
 #include <QApplication>
 #include <QDir>
@@ -32,7 +32,7 @@ constexpr int LongerThanAnAnimation = 250; // milliseconds
 
 void write(const QString &path, const std::string &text)
 {
-    WholeFile::replace(path, [&text](const ByteSink &sink) { sink(text); });
+    replaceFile(path, [&text](const ByteSink &sink) { sink(text); });
 }
 
 void writeIcon(const QString &path)
@@ -74,8 +74,8 @@ void fillSlots(const QTemporaryDir &home)
     const LauncherSlots slots { makeApplication(entries, 1), makeWebsite(favicons, 1),
                                 makeApplication(entries, 2), makeWebsite(favicons, 2),
                                 makeApplication(entries, 3) };
-    WholeFile::replace(folder.filePath(QStringLiteral("launchers.json")),
-                       [&slots](const ByteSink &sink) { LauncherDocument::encode(slots, sink); });
+    replaceFile(folder.filePath(QStringLiteral("launchers.json")),
+                [&slots](const ByteSink &sink) { LauncherDocument::encode(slots, sink); });
 }
 
 /// The time from `change` to the end of the turn that paints it.

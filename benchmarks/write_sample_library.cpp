@@ -2,7 +2,7 @@
 // started with XDG_DATA_HOME=FOLDER.
 
 #include "SampleLibrary.h"
-#include "support/WholeFile.h"
+#include "support/ReplaceFile.h"
 
 #include <QDir>
 
@@ -19,7 +19,7 @@ int main(int argc, char *argv[])
     const QDir folder(QString::fromLocal8Bit(argv[2]) + QStringLiteral("/Quillsatchel"));
     const bool isWritten =
         folder.mkpath(QStringLiteral(".")) &&
-        WholeFile::replace(folder.filePath(QStringLiteral("prompts.json")),
-                           [nodes](const ByteSink &sink) { sink(sampleLibrary(nodes).encode()); });
+        replaceFile(folder.filePath(QStringLiteral("prompts.json")),
+                    [nodes](const ByteSink &sink) { sink(sampleLibrary(nodes).encode()); });
     return isWritten ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,9 +1,10 @@
 #include "launchers/FaviconCache.h"
 
 #include "support/RasterImage.h"
+#include "support/ReadFile.h"
+#include "support/ReplaceFile.h"
 #include "support/Uuid.h"
 #include "support/WebAddress.h"
-#include "support/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,7 +25,7 @@ QString pathOf(const QString &folder, const QUuid &id)
 
 void store(const QString &path, const QByteArray &bytes)
 {
-    WholeFile::replace(path, [&bytes](const ByteSink &sink) {
+    replaceFile(path, [&bytes](const ByteSink &sink) {
         sink({ bytes.constData(), static_cast<std::size_t>(bytes.size()) });
     });
 }
@@ -67,6 +68,6 @@ void FaviconCache::removeCachedIcon(const QUuid &id)
 
 QImage FaviconCache::cachedIcon(const QUuid &id, int side) const
 {
-    const auto bytes = WholeFile::read(pathOf(*m_faviconFolder, id), HttpClient::MaximumBodySize);
+    const auto bytes = readFile(pathOf(*m_faviconFolder, id), HttpClient::MaximumBodySize);
     return bytes ? RasterImage::read(*bytes, side) : QImage();
 }

@@ -1,12 +1,14 @@
 #include "support/DocumentFile.h"
 
 #include "support/FilePath.h"
+#include "support/ReadFile.h"
+#include "support/ReplaceFile.h"
 #include "support/RescueCopy.h"
-#include "support/WholeFile.h"
 
 std::optional<QByteArray> DocumentFile::readBytes() const
 {
-    return WholeFile::read(m_path);
+    constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024; // parsing takes up to twelve times it
+    return readFile(m_path, MaximumSize);
 }
 
 void DocumentFile::save(const std::function<void(const ByteSink &)> &write)
@@ -15,7 +17,7 @@ void DocumentFile::save(const std::function<void(const ByteSink &)> &write)
         m_keepsUnreadFile = true;
         return;
     }
-    if (keepUnreadFile() && WholeFile::replace(m_path, write))
+    if (keepUnreadFile() && replaceFile(m_path, write))
         m_keepsUnreadFile = false;
 }
 

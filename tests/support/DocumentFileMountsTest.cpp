@@ -1,4 +1,5 @@
-// Mount points at and around the files of both stores. Runs as a separate process: see PrivateMounts.
+// Mount points at and around the files of both stores. Runs as a separate process: see
+// PrivateMounts.
 
 #include "fakes/FileSizeLimit.h"
 #include "fakes/PrivateMounts.h"
