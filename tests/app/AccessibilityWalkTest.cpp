@@ -174,9 +174,9 @@ protected:
     }
 
     /// All in the active window that is there to be noticed.
-    std::vector<AccessibleObject> noticeable()
+    std::vector<AccessibleObject> visibleObjects()
     {
-        return AccessibleTree::noticeable(*QApplication::activeWindow());
+        return AccessibleTree::visibleObjects(*QApplication::activeWindow());
     }
 
     /// What the keyboard is confined to: the dialog that is open, or else the window.
@@ -219,8 +219,8 @@ protected:
     /// another node.
     struct Stop {
         QWidget *control = QApplication::focusWidget();
-        std::string name =
-            Input::spokenName(*control->parentWidget()) + " / " + Input::spokenName(*control);
+        std::string name = Input::accessibleName(*control->parentWidget()) + " / " +
+                           Input::accessibleName(*control);
 
         bool operator==(const Stop &) const = default;
 
@@ -290,7 +290,7 @@ TEST_F(AccessibilityWalkTest, FindsWhatItLooksFor)
 {
     enter("with tabs and cards");
     std::multiset<std::string> names;
-    for (const auto &object : noticeable())
+    for (const auto &object : visibleObjects())
         names.insert(object.name());
     EXPECT_EQ(names.count("Two"), 2U);
     EXPECT_EQ(names.count("Node text"), 3U);
@@ -302,7 +302,7 @@ TEST_F(AccessibilityWalkTest, FindsWhatItLooksFor)
 TEST_F(AccessibilityWalkTest, NamesAllThatCanBeUsed)
 {
     inEveryState([this] {
-        for (const auto &object : noticeable()) {
+        for (const auto &object : visibleObjects()) {
             if (!object.isInteractive())
                 continue;
             EXPECT_NE(object.name(), "") << object.path;
@@ -315,7 +315,7 @@ TEST_F(AccessibilityWalkTest, NamesAllThatCanBeUsed)
 TEST_F(AccessibilityWalkTest, DescribesWhatShowsOnlyASymbol)
 {
     inEveryState([this] {
-        for (const auto &object : noticeable()) {
+        for (const auto &object : visibleObjects()) {
             const auto *const button = qobject_cast<QAbstractButton *>(object.widget());
             if (button && button->text().isEmpty()) {
                 EXPECT_NE(object.description(), "") << object.path;
@@ -330,7 +330,7 @@ TEST_F(AccessibilityWalkTest, TellsSiblingsApart)
     const std::set<QAccessible::Role> mayBeAlike { QAccessible::PageTab, QAccessible::ListItem };
     inEveryState([this, &mayBeAlike] {
         std::set<std::string> seen;
-        for (const auto &object : noticeable()) {
+        for (const auto &object : visibleObjects()) {
             if (object.name().empty() || mayBeAlike.contains(object.role()))
                 continue;
             EXPECT_TRUE(seen.insert(object.path).second) << object.path;
@@ -342,10 +342,10 @@ TEST_F(AccessibilityWalkTest, PlacesAllInTheWindow)
 {
     inEveryState([this] {
         const QRect window = QApplication::activeWindow()->geometry();
-        for (const auto &object : noticeable()) {
-            EXPECT_FALSE(object.place().isEmpty()) << object.path;
-            EXPECT_TRUE(window.intersects(object.place())) << object.path;
-            EXPECT_TRUE(!object.isWholeInSight() || window.contains(object.place())) << object.path;
+        for (const auto &object : visibleObjects()) {
+            EXPECT_FALSE(object.frame().isEmpty()) << object.path;
+            EXPECT_TRUE(window.intersects(object.frame())) << object.path;
+            EXPECT_TRUE(!object.isFullyVisible() || window.contains(object.frame())) << object.path;
         }
     });
 }
@@ -353,7 +353,7 @@ TEST_F(AccessibilityWalkTest, PlacesAllInTheWindow)
 TEST_F(AccessibilityWalkTest, SaysOfNothingThatItIsInSightWhenItIsNot)
 {
     inEveryState([this] {
-        for (const auto &object : noticeable()) {
+        for (const auto &object : visibleObjects()) {
             const auto *const widget = object.widget();
             EXPECT_FALSE(widget && widget->visibleRegion().isEmpty()) << object.path;
         }
@@ -367,7 +367,7 @@ TEST_F(AccessibilityWalkTest, ReachesByTabAllThatCanBeFocused)
         const std::set<Stop> once(stops.begin(), stops.end());
         EXPECT_EQ(once.size(), stops.size());
         const auto controls = Round { stops }.controls();
-        for (const auto &object : AccessibleTree::noticeable(scope())) {
+        for (const auto &object : AccessibleTree::visibleObjects(scope())) {
             const auto state = object.accessible->state();
             const bool isStop = state.focusable && !state.disabled && object.widget();
             EXPECT_EQ(controls.contains(object.widget()), isStop) << object.path;
@@ -434,11 +434,11 @@ TEST_F(AccessibilityWalkTest, ReadsCardsFromTopToBottom)
     for (const auto *const state : { "with about card", "with launcher settings" }) {
         enter(state);
         int bottom = 0;
-        for (const auto &object : AccessibleTree::noticeable(scope())) {
+        for (const auto &object : AccessibleTree::visibleObjects(scope())) {
             if (object.role() != QAccessible::StaticText)
                 continue;
-            EXPECT_GE(object.place().top(), bottom) << object.path;
-            bottom = object.place().bottom();
+            EXPECT_GE(object.frame().top(), bottom) << object.path;
+            bottom = object.frame().bottom();
         }
         EXPECT_GT(bottom, 0);
         end();

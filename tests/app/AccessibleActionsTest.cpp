@@ -49,12 +49,12 @@ protected:
     {
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
         QApplication::sendEvent(&widget, &event);
-        ASSERT_TRUE(Input::openMenu());
+        ASSERT_TRUE(Input::visibleMenu());
     }
 
     static void pressEntry(const std::string &name)
     {
-        auto &menu = accessible(*Input::openMenu());
+        auto &menu = accessible(*Input::visibleMenu());
         for (int index = 0; index < menu.childCount(); ++index) {
             auto &entry = *menu.child(index);
             if (entry.text(QAccessible::Name).toStdString() == name)
@@ -67,7 +67,7 @@ protected:
     static Texts checkedEntries()
     {
         Texts names;
-        auto &menu = accessible(*Input::openMenu());
+        auto &menu = accessible(*Input::visibleMenu());
         for (int index = 0; index < menu.childCount(); ++index) {
             auto &entry = *menu.child(index);
             if (entry.state().checked)
@@ -130,17 +130,17 @@ TEST_F(AccessibleActionsTest, ChooseAColorFromTheMenu)
     auto &palette = button("Node color");
     EXPECT_EQ(accessible(palette).text(QAccessible::Description).toStdString(), "None");
     pressByAction(palette);
-    ASSERT_TRUE(Input::openMenu());
+    ASSERT_TRUE(Input::visibleMenu());
     EXPECT_EQ(checkedEntries(), Texts({ "None" }));
     pressEntry("Orange");
-    EXPECT_FALSE(Input::openMenu());
+    EXPECT_FALSE(Input::visibleMenu());
     settle();
     EXPECT_EQ(accessible(palette).text(QAccessible::Description).toStdString(), "Orange");
 
     pressByAction(palette);
-    ASSERT_TRUE(Input::openMenu());
+    ASSERT_TRUE(Input::visibleMenu());
     EXPECT_EQ(checkedEntries(), Texts({ "Orange" }));
-    Input::openMenu()->close();
+    Input::visibleMenu()->close();
 }
 
 TEST_F(AccessibleActionsTest, DeleteATabWhileItsMenuIsOpen)
@@ -149,7 +149,7 @@ TEST_F(AccessibleActionsTest, DeleteATabWhileItsMenuIsOpen)
     openMenuOf(*chips()[1]);
     perform(*chips()[1], QStringLiteral("Delete Tab"));
     EXPECT_EQ(chips().size(), 1U);
-    EXPECT_FALSE(Input::openMenu());
+    EXPECT_FALSE(Input::visibleMenu());
 }
 
 TEST_F(AccessibleActionsTest, DeleteATabByItsMenu)
@@ -161,7 +161,7 @@ TEST_F(AccessibleActionsTest, DeleteATabByItsMenu)
         settle();
         settle();
         EXPECT_EQ(chips().size(), left);
-        EXPECT_FALSE(Input::openMenu());
+        EXPECT_FALSE(Input::visibleMenu());
     }
 }
 
@@ -170,10 +170,10 @@ TEST_F(AccessibleActionsTest, KnowTheEntriesOfAMenuThatOpensAgain)
     start({ tabOf("One"), tabOf("Two") });
     for (int count = 0; count < 2; ++count) {
         openMenuOf(*chips()[1]);
-        auto &menu = accessible(*Input::openMenu());
+        auto &menu = accessible(*Input::visibleMenu());
         for (int index = 0; index < menu.childCount(); ++index)
             EXPECT_EQ(menu.child(index)->parent(), &menu) << index;
-        Input::openMenu()->close();
+        Input::visibleMenu()->close();
         settle();
     }
 }
@@ -182,15 +182,15 @@ TEST_F(AccessibleActionsTest, DeleteANodeWhileItsMenusAreOpen)
 {
     start({ tabOf("One", { "a", "b", "c" }) });
     pressByAction(*Input::button(*cards()[0], "Node color"));
-    ASSERT_TRUE(Input::openMenu());
+    ASSERT_TRUE(Input::visibleMenu());
     pressByAction(*Input::button(*cards()[0], "Delete node"));
     EXPECT_EQ(texts(), (Texts { "b", "c" }));
-    EXPECT_FALSE(Input::openMenu());
+    EXPECT_FALSE(Input::visibleMenu());
 
     openMenuOf(*editor(0).viewport());
     pressByAction(*Input::button(*cards()[0], "Delete node"));
     EXPECT_EQ(texts(), (Texts { "c" }));
-    EXPECT_FALSE(Input::openMenu());
+    EXPECT_FALSE(Input::visibleMenu());
 }
 
 TEST_F(AccessibleActionsTest, MoveANode)
@@ -261,12 +261,12 @@ TEST_F(AccessibleActionsTest, ScrollTheList)
 TEST_F(AccessibleActionsTest, OfferNoScrollBarWhereNothingScrolls)
 {
     start({ tabOf("One", { "a" }) });
-    for (const auto &object : AccessibleTree::noticeable(panel()))
+    for (const auto &object : AccessibleTree::visibleObjects(panel()))
         EXPECT_NE(object.role(), QAccessible::ScrollBar) << object.path;
     for (int count = 0; count < 5; ++count)
         press("New Node");
     int bars = 0;
-    for (const auto &object : AccessibleTree::noticeable(panel()))
+    for (const auto &object : AccessibleTree::visibleObjects(panel()))
         bars += object.role() == QAccessible::ScrollBar ? 1 : 0;
     EXPECT_EQ(bars, 1);
 }

@@ -51,8 +51,8 @@ protected:
             machine.windowSystem.isCompositing.set(isCompositing);
             machine.windowSystem.isBlurring.set(isBlurring);
             for (const QColor behind : { Qt::white, Qt::black }) {
-                const QImage picture = Contrast::enlarged(window, area, behind);
-                contrast = std::min(contrast, Contrast::within(picture));
+                const QImage picture = Contrast::renderEnlarged(window, area, behind);
+                contrast = std::min(contrast, Contrast::of(picture));
             }
         }
         return contrast;
@@ -99,7 +99,7 @@ protected:
     /// The icons and texts of the open menu, selected and not. What cannot be chosen may be faint.
     void expectEntriesToStandOut()
     {
-        auto &menu = *Input::openMenu();
+        auto &menu = *Input::visibleMenu();
         for (auto *const action : menu.actions()) {
             if (action->isSeparator() || !action->isEnabled())
                 continue;
@@ -119,8 +119,9 @@ protected:
         const QRect icon(row.topLeft(), QSize(IconColumn, row.height()));
         EXPECT_GE(least(menu, row.adjusted(IconColumn, 2, -2, -2)), EnoughForText);
         if (!action->icon().isNull()) {
-            const QImage picture = Contrast::enlarged(menu, icon.adjusted(2, 2, 0, -2), Qt::black);
-            EXPECT_GE(Contrast::withinScaled(picture), EnoughForShapes);
+            const QImage picture =
+                Contrast::renderEnlarged(menu, icon.adjusted(2, 2, 0, -2), Qt::black);
+            EXPECT_GE(Contrast::ofScaled(picture), EnoughForShapes);
         }
     }
 
@@ -128,8 +129,8 @@ protected:
     void expectTextsToStandOut(QWidget &widget)
     {
         int count = 0;
-        for (const auto &object : AccessibleTree::noticeable(widget)) {
-            if (!object.widget() || !showsText(object) || !object.isWholeInSight())
+        for (const auto &object : AccessibleTree::visibleObjects(widget)) {
+            if (!object.widget() || !showsText(object) || !object.isFullyVisible())
                 continue;
             ++count;
             const double contrast = least(inside(*object.widget()));
@@ -179,10 +180,10 @@ protected:
 
 TEST_F(ContrastTest, ReckonsAsTheGuidelinesDo)
 {
-    EXPECT_NEAR(Contrast::between(qRgb(0, 0, 0), qRgb(255, 255, 255)), 21, 1e-9);
-    EXPECT_NEAR(Contrast::between(qRgb(255, 255, 255), qRgb(255, 255, 255)), 1, 1e-9);
-    EXPECT_NEAR(Contrast::between(qRgb(0x77, 0x77, 0x77), qRgb(255, 255, 255)), 4.48, 0.01);
-    EXPECT_NEAR(Contrast::between(qRgb(255, 0, 0), qRgb(255, 255, 255)), 4.0, 0.01);
+    EXPECT_NEAR(Contrast::ratio(qRgb(0, 0, 0), qRgb(255, 255, 255)), 21, 1e-9);
+    EXPECT_NEAR(Contrast::ratio(qRgb(255, 255, 255), qRgb(255, 255, 255)), 1, 1e-9);
+    EXPECT_NEAR(Contrast::ratio(qRgb(0x77, 0x77, 0x77), qRgb(255, 255, 255)), 4.48, 0.01);
+    EXPECT_NEAR(Contrast::ratio(qRgb(255, 0, 0), qRgb(255, 255, 255)), 4.0, 0.01);
 }
 
 TEST_F(ContrastTest, MeasuresTheColorsThatAreDrawn)
@@ -190,7 +191,8 @@ TEST_F(ContrastTest, MeasuresTheColorsThatAreDrawn)
     start({ tabOf("One") });
     machine.windowSystem.isCompositing.set(false);
     const auto &empty = *panel().findChild<EmptyState *>();
-    const double contrast = Contrast::within(Contrast::enlarged(panel(), place(empty), Qt::black));
+    const double contrast =
+        Contrast::of(Contrast::renderEnlarged(panel(), place(empty), Qt::black));
     // White at 0.56 on the ground without a compositor, which is all but black.
     EXPECT_NEAR(contrast, 6.3, 0.3);
 }
@@ -324,8 +326,8 @@ TEST_F(ContrastTest, IsEnoughForTheMenuOfColors)
     startWithEveryColor();
     for (auto *const card : cards()) {
         Input::click(*Input::button(*card, "Node color"));
-        ASSERT_TRUE(Input::openMenu());
-        SCOPED_TRACE(Input::spokenName(*card));
+        ASSERT_TRUE(Input::visibleMenu());
+        SCOPED_TRACE(Input::accessibleName(*card));
         expectEntriesToStandOut();
     }
 }
@@ -342,7 +344,7 @@ TEST_F(ContrastTest, IsEnoughForTheMenusOfThePanelATabAndAText)
         ASSERT_TRUE(QTest::qWaitForWindowActive(&panel()));
         focused->setFocus();
         Input::key(panel(), Qt::Key_F10, Qt::ShiftModifier);
-        ASSERT_TRUE(Input::openMenu());
+        ASSERT_TRUE(Input::visibleMenu());
         expectEntriesToStandOut();
     }
 }
@@ -370,7 +372,7 @@ TEST_F(ContrastTest, IsEnoughToSeeWhereTheKeyboardIs)
             control->setFocus(Qt::TabFocusReason);
             settle();
             EXPECT_GE(least(edge(*control)), EnoughForShapes)
-                << Input::spokenName(*card) << ", " << Input::spokenName(*control);
+                << Input::accessibleName(*card) << ", " << Input::accessibleName(*control);
         }
     }
 }

@@ -73,7 +73,7 @@ TEST_F(PanelKeyboardTest, VisitsEveryControlOnceInReadingOrder)
     for (std::size_t index = 0; index + 1 < visited.size(); ++index) {
         if (!precedes(*visited[index], *visited[index + 1])) {
             ++breaks;
-            EXPECT_EQ(Input::spokenName(*visited[index]), "New Node");
+            EXPECT_EQ(Input::accessibleName(*visited[index]), "New Node");
         }
     }
     EXPECT_EQ(breaks, 1);
@@ -98,7 +98,7 @@ TEST_F(PanelKeyboardTest, VisitsTheNodesThatAreOutOfSight)
         tab();
         if (qobject_cast<DragHandle *>(QApplication::focusWidget())) {
             auto &card = *QApplication::focusWidget()->parentWidget();
-            names.push_back(Input::spokenName(card));
+            names.push_back(Input::accessibleName(card));
             EXPECT_FALSE(card.visibleRegion().isEmpty());
         }
     }
@@ -117,7 +117,7 @@ TEST_F(PanelKeyboardTest, ShowsWhereTheFocusIs)
         control->setFocus(Qt::TabFocusReason);
         ASSERT_TRUE(control->hasFocus());
         const QRectF change = Picture(panel()).differenceFrom(before, 24);
-        const auto name = Input::spokenName(*control);
+        const auto name = Input::accessibleName(*control);
         EXPECT_GE(change.width(), control->width() - 8) << name;
         EXPECT_GE(change.height(), control->height() - 8) << name;
         EXPECT_TRUE(QRectF(placeOf(*control)).adjusted(-4, -4, 4, 4).contains(change)) << name;
@@ -128,12 +128,12 @@ TEST_F(PanelKeyboardTest, NamesEveryControlAndGivesItARole)
 {
     start({ tabOf("One", { "", "https://example.com" }), tabOf("Two") });
     for (auto *const control : controlsInSight()) {
-        EXPECT_NE(Input::spokenName(*control), "") << control->metaObject()->className();
-        EXPECT_NE(Input::role(*control), QAccessible::Client) << Input::spokenName(*control);
-        EXPECT_NE(Input::role(*control), QAccessible::NoRole) << Input::spokenName(*control);
+        EXPECT_NE(Input::accessibleName(*control), "") << control->metaObject()->className();
+        EXPECT_NE(Input::role(*control), QAccessible::Client) << Input::accessibleName(*control);
+        EXPECT_NE(Input::role(*control), QAccessible::NoRole) << Input::accessibleName(*control);
     }
-    EXPECT_EQ(Input::spokenName(*cards()[0]), "Node 1 of 2");
-    EXPECT_EQ(Input::spokenName(*cards()[1]), "Node 2 of 2");
+    EXPECT_EQ(Input::accessibleName(*cards()[0]), "Node 1 of 2");
+    EXPECT_EQ(Input::accessibleName(*cards()[1]), "Node 2 of 2");
     EXPECT_EQ(Input::role(*cards()[0]), QAccessible::Grouping);
 }
 
@@ -235,13 +235,13 @@ TEST_F(PanelKeyboardTest, StaysNearTheNodeThatIsDeleted)
     cards()[1]->findChild<DragHandle *>()->setFocus(Qt::TabFocusReason);
     tab();
     tab();
-    ASSERT_EQ(Input::spokenName(*QApplication::focusWidget()), "Delete node");
+    ASSERT_EQ(Input::accessibleName(*QApplication::focusWidget()), "Delete node");
     Input::key(panel(), Qt::Key_Return);
     draw();
     ASSERT_EQ(cards().size(), 2U);
     ASSERT_TRUE(QApplication::focusWidget());
     EXPECT_TRUE(cards()[1]->isAncestorOf(QApplication::focusWidget()))
-        << Input::spokenName(*QApplication::focusWidget());
+        << Input::accessibleName(*QApplication::focusWidget());
 }
 
 TEST_F(PanelKeyboardTest, StaysInTheNodeThatIsMoved)

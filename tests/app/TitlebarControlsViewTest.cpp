@@ -157,7 +157,7 @@ TEST_F(TitlebarControlsViewTest, WritesTheBadgeInTheSecondaryColor)
 
 TEST_F(TitlebarControlsViewTest, NamesTheSwitch)
 {
-    EXPECT_EQ(Input::spokenName(onSwitch()), "Always on Top");
+    EXPECT_EQ(Input::accessibleName(onSwitch()), "Always on Top");
     EXPECT_EQ(onSwitch().toolTip().toStdString(), "Always on Top");
     EXPECT_EQ(onSwitch().text().toStdString(), "");
     EXPECT_EQ(Input::role(onSwitch()), QAccessible::CheckBox);

@@ -8,7 +8,7 @@
 namespace
 {
 
-const QColor Ground(120, 160, 200);
+const QColor Background(120, 160, 200);
 constexpr SrgbColor Fill { 0.035, 0.035, 0.045, 0.97 };
 
 class AboutCardTest : public PanelContentFixture
@@ -39,18 +39,15 @@ protected:
         return nullptr;
     }
 
-    QRect placeOf(const QWidget &widget) const
-    {
-        return { widget.mapTo(aboutCard(), QPoint()), widget.size() };
-    }
+    QRect frameOf(const QWidget &widget) const { return Input::frameIn(*aboutCard(), widget); }
 
-    QColor dimmed() const { return over(SrgbColor::black(0.58), Ground); }
+    QColor dimmed() const { return over(SrgbColor::black(0.58), Background); }
 };
 
 TEST_F(AboutCardTest, DimsTheWholePanel)
 {
     EXPECT_EQ(aboutCard()->geometry(), view->rect());
-    const Picture picture(*aboutCard(), Ground);
+    const Picture picture(*aboutCard(), Background);
     for (const QPointF place :
          { QPointF(0.3, 0.3), QPointF(429.5, 0.3), QPointF(0.3, 649.5), QPointF(429.5, 649.5) })
         EXPECT_TRUE(isColor(picture.at(place.x(), place.y()), dimmed()));
@@ -71,7 +68,7 @@ TEST_F(AboutCardTest, IsCenteredAnd320PointsWide)
 
 TEST_F(AboutCardTest, IsFilledAndStroked)
 {
-    // A ground of the colour that the shadow has anyway leaves the card alone to be seen.
+    // On black the shadow is invisible.
     const Picture picture(*aboutCard(), Qt::black);
     const QColor fill = over(Fill, Qt::black);
     const QPointF inside(card().left() + 10, card().center().y());
@@ -86,14 +83,8 @@ TEST_F(AboutCardTest, HasCornerRadius20)
 {
     const Picture picture(*aboutCard(), Qt::black);
     const Picture shape(
-        view->size(), view->devicePixelRatio(), Qt::black, [this](QPainter &painter) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(QColor::fromRgbF(0.035F, 0.035F, 0.045F, 0.97F));
-            painter.drawRoundedRect(QRectF(card()), 20, 20);
-            painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.14F), 1));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(QRectF(card()).adjusted(0.5, 0.5, -0.5, -0.5), 19.5, 19.5);
-        });
+        view->size(), view->devicePixelRatio(), Qt::black,
+        [this](QPainter &painter) { drawBox(painter, card(), 20, Fill, SrgbColor::white(0.14)); });
     for (const QPoint corner : { card().topLeft(), QPoint(card().left(), card().bottom() - 21),
                                  QPoint(card().right() - 21, card().bottom() - 21) })
         EXPECT_EQ(picture.differenceFrom(shape, QRectF(corner, QSizeF(22, 22))), QRectF());
@@ -101,7 +92,7 @@ TEST_F(AboutCardTest, HasCornerRadius20)
 
 TEST_F(AboutCardTest, CastsAShadowDownwards)
 {
-    const Picture picture(*aboutCard(), Ground);
+    const Picture picture(*aboutCard(), Background);
     const auto darknessAt = [this, &picture](qreal x, qreal y) {
         return dimmed().red() - picture.at(x, y).red();
     };
@@ -116,7 +107,7 @@ TEST_F(AboutCardTest, CastsAShadowDownwards)
 
 TEST_F(AboutCardTest, PlacesCloseButton8PointsFromTopRightCorner)
 {
-    const QRect place = placeOf(*closeButton());
+    const QRect place = frameOf(*closeButton());
     EXPECT_EQ(card().right() - place.right(), 8);
     EXPECT_EQ(place.top() - card().top(), 8);
     EXPECT_EQ(closeButton()->toolTip().toStdString(), "Close");
@@ -132,8 +123,8 @@ TEST_F(AboutCardTest, ShowsTheAuthorsMessage)
         ASSERT_TRUE(paragraph) << text;
         EXPECT_EQ(paragraph->font().pixelSize(), 11);
         EXPECT_EQ(paragraph->font().weight(), QFont::Normal);
-        EXPECT_GE(placeOf(*paragraph).left(), card().left() + 22);
-        EXPECT_LE(placeOf(*paragraph).right(), card().right() - 22);
+        EXPECT_GE(frameOf(*paragraph).left(), card().left() + 22);
+        EXPECT_LE(frameOf(*paragraph).right(), card().right() - 22);
         const QColor text92 = paragraph->palette().color(QPalette::WindowText);
         EXPECT_TRUE(isColor(text92, QColor::fromRgbF(1, 1, 1, 0.92F)));
     }
@@ -144,19 +135,19 @@ TEST_F(AboutCardTest, StacksItsContent)
     const auto links = aboutCard()->findChildren<LinkButton *>();
     ASSERT_EQ(links.size(), 2);
     EXPECT_EQ(links[0]->size(), QSize(205, 112));
-    EXPECT_EQ(placeOf(*links[0]).top(), card().top() + 18);
-    EXPECT_NEAR(QRectF(placeOf(*links[0])).center().x(), QRectF(card()).center().x(), 1);
-    EXPECT_EQ(placeOf(*links[1]).bottom(), card().bottom() - 18);
+    EXPECT_EQ(frameOf(*links[0]).top(), card().top() + 18);
+    EXPECT_NEAR(QRectF(frameOf(*links[0])).center().x(), QRectF(card()).center().x(), 1);
+    EXPECT_EQ(frameOf(*links[1]).bottom(), card().bottom() - 18);
 
     const auto labels = aboutCard()->findChildren<QLabel *>();
     ASSERT_EQ(labels.size(), 6);
-    int bottom = placeOf(*links[0]).bottom();
+    int bottom = frameOf(*links[0]).bottom();
     for (int index = 0; index < 6; ++index) {
         const int gap = index == 5 ? 2 : 10;
-        EXPECT_EQ(placeOf(*labels[index]).top() - bottom - 1, gap) << index;
-        bottom = placeOf(*labels[index]).bottom();
+        EXPECT_EQ(frameOf(*labels[index]).top() - bottom - 1, gap) << index;
+        bottom = frameOf(*labels[index]).bottom();
     }
-    EXPECT_EQ(placeOf(*links[1]).top() - bottom - 1, 2);
+    EXPECT_EQ(frameOf(*links[1]).top() - bottom - 1, 2);
 }
 
 TEST_F(AboutCardTest, SetsTheFontOfEachText)
@@ -199,7 +190,7 @@ TEST_F(AboutCardTest, ShowsTheAddressInTheAccentColor)
     auto &link = *aboutCard()->findChildren<LinkButton *>()[1];
     Input::click(link);
     EXPECT_EQ(link.text().toStdString(), machine.workspace.opened.front());
-    EXPECT_EQ(Input::spokenName(link), machine.workspace.opened.front());
+    EXPECT_EQ(Input::accessibleName(link), machine.workspace.opened.front());
     const Picture picture(link, Qt::black);
     EXPECT_TRUE(isReddish(picture.strongestInkIn(picture.rect(), Qt::black)));
 }

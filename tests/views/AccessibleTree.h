@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-/// An object as assistive programs know it.
+/// An object of the accessibility tree.
 struct AccessibleObject {
     QAccessibleInterface *accessible;
-    std::string path; ///< role and name of it and of all that it is in
+    std::string path; ///< roles and names from the root to the object
 
     std::string name() const { return text(QAccessible::Name); }
 
@@ -20,13 +20,13 @@ struct AccessibleObject {
 
     QAccessible::Role role() const { return accessible->role(); }
 
-    /// On the screen.
-    QRect place() const { return accessible->rect(); }
+    /// In screen coordinates.
+    QRect frame() const { return accessible->rect(); }
 
-    /// Null for rows of a list.
+    /// Null for the rows of a list.
     QWidget *widget() const { return qobject_cast<QWidget *>(accessible->object()); }
 
-    /// Whether the user can do something with it.
+    /// Whether the object takes focus or offers a value or an action.
     bool isInteractive() const
     {
         auto *const actions = accessible->actionInterface();
@@ -34,15 +34,14 @@ struct AccessibleObject {
                (actions && !actions->actionNames().isEmpty());
     }
 
-    /// Whether nothing of it is scrolled away or covered.
-    bool isWholeInSight() const
+    bool isFullyVisible() const
     {
-        const auto *const seen = widget();
-        return seen && seen->visibleRegion().boundingRect() == seen->rect();
+        const auto *const shown = widget();
+        return shown && shown->visibleRegion().boundingRect() == shown->rect();
     }
 
-    /// Whether it is the part out of sight of something that is partly in sight.
-    bool isCutOff() const
+    /// Whether the object is a hidden part of a partly visible parent.
+    bool isScrolledOut() const
     {
         const auto *const part = widget();
         return part && part->visibleRegion().isEmpty() &&
@@ -56,7 +55,6 @@ private:
     }
 };
 
-/// What assistive programs find below a widget.
 namespace AccessibleTree
 {
 
@@ -70,15 +68,15 @@ inline void collect(QAccessibleInterface &parent, const std::string &path,
         const AccessibleObject object { child,
                                         path + " / " + std::to_string(child->role()) + " \"" +
                                             child->text(QAccessible::Name).toStdString() + '"' };
-        if (object.isCutOff())
+        if (object.isScrolledOut())
             continue;
         found.push_back(object);
         collect(*child, object.path, found);
     }
 }
 
-/// All that is not said to be hidden or out of sight, in the order of the tree.
-inline std::vector<AccessibleObject> noticeable(QWidget &widget)
+/// The descendants that are neither hidden nor scrolled away, in tree order.
+inline std::vector<AccessibleObject> visibleObjects(QWidget &widget)
 {
     std::vector<AccessibleObject> found;
     collect(*QAccessible::queryAccessibleInterface(&widget), {}, found);

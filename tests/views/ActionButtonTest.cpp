@@ -12,35 +12,30 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-const QColor Ground(40, 50, 60);
-constexpr int Radius = 5;
+const QColor Background(40, 50, 60);
 
 class ActionButtonTest : public testing::Test
 {
 protected:
     void render(bool active) { button.render(u"Copy"_s, u"doc.on.doc"_s, active); }
 
-    QColor fill(bool active) const
+    static SrgbColor fillColor(bool active)
     {
-        return over(active ? SrgbColor { 0.91, 0.16, 0.17, 0.18 } : SrgbColor::white(0.045),
-                    Ground);
+        return active ? SrgbColor { 0.91, 0.16, 0.17, 0.18 } : SrgbColor::white(0.045);
     }
 
-    /// The shape as it must look, without symbol and title.
+    static SrgbColor strokeColor(bool active)
+    {
+        return active ? SrgbColor { 0.91, 0.16, 0.17, 0.5 } : SrgbColor::white(0.1);
+    }
+
+    QColor fill(bool active) const { return over(fillColor(active), Background); }
+
+    /// The expected shape without symbol and title.
     Picture shape(bool active) const
     {
-        const QColor stroke =
-            active ? QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.5F) : QColor::fromRgbF(1, 1, 1, 0.1F);
-        const QColor inside = active ? QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.18F)
-                                     : QColor::fromRgbF(1, 1, 1, 0.045F);
-        return { button.size(), button.devicePixelRatio(), Ground, [&](QPainter &painter) {
-                    painter.setPen(Qt::NoPen);
-                    painter.setBrush(inside);
-                    painter.drawRoundedRect(QRectF(button.rect()), Radius, Radius);
-                    painter.setPen(QPen(stroke, 1));
-                    painter.setBrush(Qt::NoBrush);
-                    painter.drawRoundedRect(QRectF(button.rect()).adjusted(0.5, 0.5, -0.5, -0.5),
-                                            Radius - 0.5, Radius - 0.5);
+        return { button.size(), button.devicePixelRatio(), Background, [&](QPainter &painter) {
+                    drawBox(painter, button.rect(), 5, fillColor(active), strokeColor(active));
                 } };
     }
 
@@ -58,35 +53,25 @@ TEST_F(ActionButtonTest, HasTheSameSizeActiveAndInactive)
     EXPECT_EQ(button.sizeHint(), hint);
 }
 
-TEST_F(ActionButtonTest, IsFilledAndStrokedFaintlyWhileInactive)
+TEST_F(ActionButtonTest, HasAFaintOrAnAccentFillAndStroke)
 {
-    render(false);
-    const Picture picture(button, Ground);
-    EXPECT_TRUE(isColor(picture.at(4, button.height() / 2.0), fill(false)));
-    EXPECT_TRUE(
-        isColor(picture.at(button.width() / 2.0, 0.4), over(SrgbColor::white(0.1), fill(false))));
-}
-
-TEST_F(ActionButtonTest, IsFilledAndStrokedInTheAccentColorWhileActive)
-{
-    render(true);
-    const Picture picture(button, Ground);
-    EXPECT_TRUE(isColor(picture.at(4, button.height() / 2.0), fill(true)));
-    EXPECT_TRUE(isColor(picture.at(button.width() / 2.0, 0.4),
-                        over({ 0.91, 0.16, 0.17, 0.5 }, fill(true))));
+    for (const bool active : { false, true }) {
+        render(active);
+        const Picture picture(button, Background);
+        EXPECT_TRUE(isColor(picture.at(4, button.height() / 2.0), fill(active)));
+        EXPECT_TRUE(isColor(picture.at(button.width() / 2.0, 0.4),
+                            over(strokeColor(active), fill(active))));
+    }
 }
 
 TEST_F(ActionButtonTest, HasCornerRadius5)
 {
     for (const bool active : { false, true }) {
         render(active);
-        const Picture picture(button, Ground);
-        for (const QPoint corner :
-             { QPoint(0, 0), QPoint(button.width() - 7, 0), QPoint(0, button.height() - 7),
-               QPoint(button.width() - 7, button.height() - 7) })
-            EXPECT_EQ(picture.differenceFrom(shape(active), QRectF(corner, QSizeF(7, 7))),
-                      QRectF());
-        EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Ground));
+        const Picture picture(button, Background);
+        for (const QRectF &corner : cornersOf(button.rect(), 7))
+            EXPECT_EQ(picture.differenceFrom(shape(active), corner), QRectF());
+        EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Background));
     }
 }
 
@@ -95,7 +80,7 @@ TEST_F(ActionButtonTest, TintsSymbolAndTitle)
     const QRectF symbol(8, 2, 12, 16);
     for (const bool active : { false, true }) {
         render(active);
-        const Picture picture(button, Ground);
+        const Picture picture(button, Background);
         const QRectF title(24, 2, button.width() - 32, button.height() - 4);
         for (const auto &part : { symbol, title }) {
             const QColor ink = picture.strongestInkIn(part, fill(active));
@@ -111,18 +96,16 @@ TEST_F(ActionButtonTest, PadsItsLabelBy8And5Points)
 {
     render(false);
     const QRectF inside(2, 2, button.width() - 4, button.height() - 4);
-    const QRectF ink = Picture(button, Ground).inkIn(inside, fill(false));
+    const QRectF ink = Picture(button, Background).inkIn(inside, fill(false));
     EXPECT_GE(ink.left(), 8);
     EXPECT_LE(ink.left(), 11);
     EXPECT_GE(ink.right(), button.width() - 10);
-    EXPECT_LE(ink.right(), button.width() - 7.5); // the last letter's own room
+    EXPECT_LE(ink.right(), button.width() - 7.5); // with the side bearing of the last letter
     EXPECT_GE(ink.top(), 5);
     EXPECT_LE(ink.bottom(), button.height() - 5);
 
-    QFont font = QApplication::font();
-    font.setPixelSize(10);
-    font.setWeight(QFont::Medium);
-    EXPECT_EQ(button.height(), QFontMetrics(font).height() + 10);
+    const QFontMetrics metrics(Painting::systemFont(10, QFont::Medium));
+    EXPECT_EQ(button.height(), metrics.height() + 10);
     EXPECT_EQ(ActionButton::buttonHeight(), button.height());
     EXPECT_EQ(button.font().pixelSize(), 10);
     EXPECT_EQ(button.font().weight(), QFont::Medium);
@@ -152,10 +135,10 @@ TEST_F(ActionButtonTest, CallsItsActionOnClick)
 TEST_F(ActionButtonTest, UsesItsTitleAsAccessibleName)
 {
     render(false);
-    EXPECT_EQ(Input::spokenName(button), "Copy");
+    EXPECT_EQ(Input::accessibleName(button), "Copy");
     EXPECT_EQ(Input::role(button), QAccessible::Button);
     button.render(u"Copied"_s, u"checkmark"_s, true);
-    EXPECT_EQ(Input::spokenName(button), "Copied");
+    EXPECT_EQ(Input::accessibleName(button), "Copied");
 }
 
 } // namespace

@@ -12,7 +12,7 @@
 namespace
 {
 
-/// A panel that hears nothing of its desktop's applications, and a home with some elsewhere.
+/// A panel without an application list, and a temporary folder for desktop entries.
 class ApplicationFileDialogTest : public ApplicationPanelFixture
 {
 protected:
@@ -41,7 +41,7 @@ protected:
         Input::click(button("Other\u2026"));
         auto *const dialog = fileDialog();
         EXPECT_TRUE(dialog);
-        // Qt takes a window for active while the one it belongs to is.
+        // Qt also reports a window as active while its parent is.
         EXPECT_TRUE(QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }));
         return *dialog;
     }
@@ -124,7 +124,7 @@ TEST_F(ApplicationFileDialogTest, ShowsFoldersAndDesktopEntriesOnly)
     const auto &view = *dialog.findChild<QListView *>(QStringLiteral("listView"));
     EXPECT_TRUE(view.isVisible());
     EXPECT_TRUE(QTest::qWaitFor([&view] { return view.model()->rowCount(view.rootIndex()) == 2; }));
-    std::set<std::string> names; // in their order only once the disk has been read
+    std::set<std::string> names; // sorted only once the disk has been read
     for (int row = 0; row < 2; ++row) {
         const QModelIndex index = view.model()->index(row, 0, view.rootIndex());
         names.insert(index.data().toString().toStdString());
@@ -153,6 +153,7 @@ TEST_F(ApplicationFileDialogTest, OpensATypedFolder)
     EXPECT_EQ(dialog.directory().path(), folder);
 }
 
+// A link such as "current" outlives the folder of the version that it points to.
 TEST_F(ApplicationFileDialogTest, KeepsSymbolicLinksInThePath)
 {
     const QString entry = addFile(QStringLiteral("store/1.0/app.desktop"));
@@ -193,7 +194,7 @@ TEST_F(ApplicationFileDialogTest, ClosesWithThePanelWhileAMenuIsOpen)
     for (const auto &name : { QStringLiteral("listView"), QStringLiteral("sidebar") }) {
         const QPointer<ApplicationFileDialog> dialog = &openDialog();
         auto &viewport = *dialog->findChild<QListView *>(name)->viewport();
-        // A menu that blocks would return only when the panel is gone.
+        // A menu that blocked would return only after the panel is deleted.
         QTimer::singleShot(0, qApp, [this] {
             panel->reject();
             settle();
@@ -201,7 +202,7 @@ TEST_F(ApplicationFileDialogTest, ClosesWithThePanelWhileAMenuIsOpen)
         Input::click(viewport, { 5, 5 }, Qt::RightButton);
         EXPECT_TRUE(QTest::qWaitFor([this] { return !panel; }));
         EXPECT_FALSE(dialog);
-        EXPECT_FALSE(Input::openMenu());
+        EXPECT_FALSE(Input::visibleMenu());
         openEmpty();
     }
 }
@@ -227,9 +228,9 @@ TEST_F(ApplicationFileDialogTest, HasReadableContrast)
     };
     auto &dialog = openDialog();
     const auto &view = *dialog.findChild<QListView *>(QStringLiteral("listView"));
-    const QColor ground = view.palette().color(QPalette::Base);
-    EXPECT_EQ(ground.alpha(), 255);
-    EXPECT_GT(contrast(view.palette().color(QPalette::Text), ground), 180);
+    const QColor background = view.palette().color(QPalette::Base);
+    EXPECT_EQ(background.alpha(), 255);
+    EXPECT_GT(contrast(view.palette().color(QPalette::Text), background), 180);
     const QImage picture = dialog.grab().toImage();
     EXPECT_LT(picture.pixelColor(2, 2).lightness(), 60);
 }

@@ -16,7 +16,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-/// A desktop that takes as long for an icon as a slow disk does.
+/// Takes as long for an icon as a slow disk.
 class SlowWorkspace final : public Workspace
 {
 public:
@@ -49,7 +49,7 @@ class ApplicationIconsTest : public ApplicationPanelFixture
 protected:
     ApplicationIconsTest() { install(500); }
 
-    int rowsInSight() const
+    int visibleRowCount() const
     {
         const auto &view = *list().viewport();
         const int first = list().indexAt({ 1, 1 }).row();
@@ -57,9 +57,9 @@ protected:
         return last - first + 1;
     }
 
-    int iconsAskedFor() const { return static_cast<int>(workspace.iconsAskedFor.size()); }
+    int requestCount() const { return static_cast<int>(workspace.iconsAskedFor.size()); }
 
-    bool isNoIconAskedForTwice() const
+    bool hasNoDuplicateRequest() const
     {
         const auto &paths = workspace.iconsAskedFor;
         return std::set<std::string>(paths.begin(), paths.end()).size() == paths.size();
@@ -67,17 +67,17 @@ protected:
 
     bool waitForIcons(int count) const
     {
-        return QTest::qWaitFor([this, count] { return iconsAskedFor() >= count; });
+        return QTest::qWaitFor([this, count] { return requestCount() >= count; });
     }
 };
 
 TEST_F(ApplicationIconsTest, AreRequestedOnlyForVisibleRows)
 {
     open();
-    EXPECT_TRUE(waitForIcons(rowsInSight()));
+    EXPECT_TRUE(waitForIcons(visibleRowCount()));
     settle();
-    EXPECT_EQ(iconsAskedFor(), rowsInSight());
-    EXPECT_LE(iconsAskedFor(), 10);
+    EXPECT_EQ(requestCount(), visibleRowCount());
+    EXPECT_LE(requestCount(), 10);
     EXPECT_EQ(workspace.iconsAskedFor.front(), "/apps/Application 0");
 }
 
@@ -85,28 +85,28 @@ TEST_F(ApplicationIconsTest, AreNotRequestedBeforePainting)
 {
     openEmpty();
     workspace.finishListing();
-    EXPECT_EQ(iconsAskedFor(), 0);
+    EXPECT_EQ(requestCount(), 0);
 }
 
 TEST_F(ApplicationIconsTest, AreRequestedOnce)
 {
     open();
-    EXPECT_TRUE(waitForIcons(rowsInSight()));
-    const int before = iconsAskedFor();
+    EXPECT_TRUE(waitForIcons(visibleRowCount()));
+    const int before = requestCount();
     for (int count = 0; count < 3; ++count) {
         list().viewport()->repaint();
         settle();
     }
-    EXPECT_EQ(iconsAskedFor(), before);
+    EXPECT_EQ(requestCount(), before);
     type("application");
     settle();
-    EXPECT_EQ(iconsAskedFor(), before);
+    EXPECT_EQ(requestCount(), before);
 }
 
 TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
 {
     open();
-    EXPECT_TRUE(waitForIcons(rowsInSight()));
+    EXPECT_TRUE(waitForIcons(visibleRowCount()));
     auto &bar = *list().verticalScrollBar();
     bar.setValue(bar.maximum());
     EXPECT_TRUE(QTest::qWaitFor([this] {
@@ -114,8 +114,8 @@ TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
     }));
     bar.setValue(0);
     settle();
-    EXPECT_TRUE(isNoIconAskedForTwice());
-    EXPECT_LE(iconsAskedFor(), 20);
+    EXPECT_TRUE(hasNoDuplicateRequest());
+    EXPECT_LE(requestCount(), 20);
 }
 
 TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
@@ -127,7 +127,7 @@ TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
     EXPECT_TRUE(icons.icon("/a", 1));
     EXPECT_FALSE(icons.icon("/b", 1));
     EXPECT_FALSE(icons.icon("/c", 1));
-    EXPECT_TRUE(icons.icon("/a", 1)) << "had already";
+    EXPECT_TRUE(icons.icon("/a", 1)) << "already loaded";
     EXPECT_EQ(slow.iconCount, 1);
     settle();
     EXPECT_EQ(moreCount, 1);
@@ -137,7 +137,7 @@ TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
     EXPECT_EQ(moreCount, 2);
     EXPECT_TRUE(icons.icon("/c", 1));
     settle();
-    EXPECT_EQ(moreCount, 2) << "nothing was left to wait for";
+    EXPECT_EQ(moreCount, 2) << "nothing is left to load";
     EXPECT_EQ(slow.iconCount, 3);
 }
 
@@ -165,7 +165,7 @@ TEST_F(ApplicationIconsTest, MatchTheScreenScale)
     EXPECT_EQ(icons.icon("/a", 1)->width(), 24);
     settle();
     EXPECT_EQ(icons.icon("/a", 2)->width(), 48);
-    EXPECT_EQ(iconsAskedFor(), 2);
+    EXPECT_EQ(requestCount(), 2);
 }
 
 TEST_F(ApplicationIconsTest, AreNullWhenTheDesktopHasNone)
@@ -174,7 +174,7 @@ TEST_F(ApplicationIconsTest, AreNullWhenTheDesktopHasNone)
     ApplicationIcons icons(24, workspace, nullptr);
     ASSERT_TRUE(icons.icon("/a", 1));
     EXPECT_TRUE(icons.icon("/a", 1)->isNull());
-    EXPECT_EQ(iconsAskedFor(), 1);
+    EXPECT_EQ(requestCount(), 1);
 }
 
 } // namespace

@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-/// A panel, and what it answers.
+/// A panel with a fake workspace; records its answers.
 class ApplicationPanelFixture : public testing::Test
 {
 protected:
@@ -27,7 +27,7 @@ protected:
 
     ApplicationPanelFixture()
     {
-        // Where Qt's file dialog keeps its own.
+        // Qt's file dialog stores its state there.
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_settings.path());
         workspace.icon = QImage(48, 48, QImage::Format_ARGB32_Premultiplied);
         workspace.icon.fill(Qt::green);
@@ -42,7 +42,7 @@ protected:
 
     void TearDown() override { delete panel; }
 
-    /// Shows a panel that has not heard from the workspace yet.
+    /// Shows a panel whose application list has not arrived yet.
     void openEmpty()
     {
         panel = new ApplicationPanel(
@@ -70,7 +70,7 @@ protected:
         }
     }
 
-    /// Lets everything happen that is to happen on the next turn.
+    /// Runs pending events, with deferred deletions.
     static void settle()
     {
         QCoreApplication::processEvents();
@@ -99,28 +99,28 @@ protected:
         return names;
     }
 
-    /// The name of the selected application, empty if none is.
+    /// Empty without a selection.
     std::string selectedName() const
     {
         const auto selected = list().selectionModel()->selectedIndexes();
         return selected.isEmpty() ? "" : selected.front().data().toString().toStdString();
     }
 
-    /// What the list shows in place of rows, as it is heard.
+    /// The text that the list shows instead of rows, as exposed to assistive technology.
     std::string note() const { return list().accessibleDescription().toStdString(); }
 
-    /// The middle of the row in the window.
-    QPoint placeOf(int row) const
+    /// In window coordinates.
+    QPoint rowCenter(int row) const
     {
         const QModelIndex index = list().model()->index(row, 0);
         return list().viewport()->mapTo(panel.data(), list().visualRect(index).center());
     }
 
-    void clickRow(int row) const { Input::click(*panel, placeOf(row)); }
+    void clickRow(int row) const { Input::click(*panel, rowCenter(row)); }
 
     void doubleClickRow(int row) const
     {
-        QTest::mouseDClick(panel->windowHandle(), Qt::LeftButton, {}, placeOf(row));
+        QTest::mouseDClick(panel->windowHandle(), Qt::LeftButton, {}, rowCenter(row));
     }
 
     void type(const std::string &letters) const { Input::type(*panel, letters); }

@@ -1,4 +1,5 @@
 #include "views/ApplicationPanelFixture.h"
+#include "views/Contrast.h"
 #include "views/Picture.h"
 
 #include <QScrollBar>
@@ -13,28 +14,28 @@ constexpr int IconSize = 24;
 class ApplicationPanelLookTest : public ApplicationPanelFixture
 {
 protected:
-    QColor ground() const { return panel->palette().color(QPalette::Window); }
+    QColor background() const { return panel->palette().color(QPalette::Window); }
 
-    QColor well() const { return over(SrgbColor::black(0.3), ground()); }
+    QColor listFill() const { return over(SrgbColor::black(0.3), background()); }
 
-    /// The panel as it is once every icon has come.
+    /// The panel with all icons loaded.
     Picture take() const
     {
         settle();
         settle();
-        return Picture(*panel, ground());
+        return Picture(*panel, background());
     }
 
     QRect rowFrame(int row) const
     {
         const QRect frame = list().visualRect(list().model()->index(row, 0));
-        return { list().viewport()->mapTo(panel.data(), frame.topLeft()), frame.size() };
+        return frame.translated(list().viewport()->mapTo(panel.data(), QPoint()));
     }
 
-    /// Where the row's texts may stand.
+    /// The area of the row's texts.
     QRectF textFrame(int row) const { return rowFrame(row).adjusted(9 + IconSize + 4, 3, -3, -3); }
 
-    /// Where the name may stand, in a row that has a comment.
+    /// The area of the name in a row with a comment.
     QRectF nameFrame(int row) const
     {
         QRectF frame = textFrame(row);
@@ -47,21 +48,9 @@ protected:
         return nameFrame(row).translated(0, nameFrame(row).height());
     }
 
-    /// As it is measured for readers, from 1 to 21.
-    static double contrast(const QColor &a, const QColor &b)
+    static double contrast(const Picture &picture, const QRectF &area, const QColor &fill)
     {
-        const auto [dark, light] = std::minmax({ luminance(a), luminance(b) });
-        return (light + 0.05) / (dark + 0.05);
-    }
-
-private:
-    static double luminance(const QColor &color)
-    {
-        const auto linear = [](double part) {
-            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
+        return Contrast::ratio(picture.strongestInkIn(area, fill).rgb(), fill.rgb());
     }
 };
 
@@ -70,24 +59,24 @@ TEST_F(ApplicationPanelLookTest, ShowsIconNameAndComment)
     open();
     const Picture picture = take();
     const QRect frame = rowFrame(1);
-    const QRectF icon =
-        picture.inkIn(QRectF(frame.topLeft(), QSizeF(9 + IconSize + 3, frame.height())), well());
+    const QRectF icon = picture.inkIn(
+        QRectF(frame.topLeft(), QSizeF(9 + IconSize + 3, frame.height())), listFill());
     EXPECT_EQ(icon.size(), QSizeF(IconSize, IconSize));
     EXPECT_NEAR(icon.left(), frame.left() + 9, 0.5);
     EXPECT_NEAR(icon.center().y(), QRectF(frame).center().y(), 0.5);
     EXPECT_TRUE(isColor(picture.at(icon.center().x(), icon.center().y()), Qt::green));
-    const QRectF name = picture.inkIn(nameFrame(1), well());
-    const QRectF comment = picture.inkIn(commentFrame(1), well());
+    const QRectF name = picture.inkIn(nameFrame(1), listFill());
+    const QRectF comment = picture.inkIn(commentFrame(1), listFill());
     EXPECT_NEAR(name.left(), comment.left(), 1.5);
     EXPECT_GT(name.left(), icon.right() + 8);
-    EXPECT_GT(picture.strongestInkIn(name, well()).lightness(),
-              picture.strongestInkIn(comment, well()).lightness() + 50);
+    EXPECT_GT(picture.strongestInkIn(name, listFill()).lightness(),
+              picture.strongestInkIn(comment, listFill()).lightness() + 50);
 }
 
 TEST_F(ApplicationPanelLookTest, CentersANameWithoutComment)
 {
     open();
-    const QRectF name = take().inkIn(textFrame(4), well());
+    const QRectF name = take().inkIn(textFrame(4), listFill());
     EXPECT_NEAR(name.center().y(), QRectF(rowFrame(4)).center().y(), 2);
 }
 
@@ -98,11 +87,11 @@ TEST_F(ApplicationPanelLookTest, KeepsLongTextsOnOneLine)
     workspace.applications = { { "/a", longText, longText, "" }, { "/b", "Short", "Short", "" } };
     open();
     const Picture picture = take();
-    EXPECT_LE(picture.inkIn(rowFrame(0), well()).right(), rowFrame(0).right() - 8);
-    EXPECT_NEAR(picture.inkIn(nameFrame(0), well()).top() - rowFrame(0).top(),
-                picture.inkIn(nameFrame(1), well()).top() - rowFrame(1).top(), 2);
-    EXPECT_NEAR(picture.inkIn(commentFrame(0), well()).bottom() - rowFrame(0).bottom(),
-                picture.inkIn(commentFrame(1), well()).bottom() - rowFrame(1).bottom(), 3);
+    EXPECT_LE(picture.inkIn(rowFrame(0), listFill()).right(), rowFrame(0).right() - 8);
+    EXPECT_NEAR(picture.inkIn(nameFrame(0), listFill()).top() - rowFrame(0).top(),
+                picture.inkIn(nameFrame(1), listFill()).top() - rowFrame(1).top(), 2);
+    EXPECT_NEAR(picture.inkIn(commentFrame(0), listFill()).bottom() - rowFrame(0).bottom(),
+                picture.inkIn(commentFrame(1), listFill()).bottom() - rowFrame(1).bottom(), 3);
 }
 
 TEST_F(ApplicationPanelLookTest, ElidesLongTextsWithDots)
@@ -112,9 +101,9 @@ TEST_F(ApplicationPanelLookTest, ElidesLongTextsWithDots)
     open();
     const Picture picture = take();
     for (const QRectF &line : { nameFrame(0), commentFrame(0) }) {
-        const QRectF ink = picture.inkIn(line, well());
+        const QRectF ink = picture.inkIn(line, listFill());
         const QRectF end(ink.right() - 4, ink.top(), 4, ink.height());
-        EXPECT_GT(picture.inkIn(end, well()).top(), ink.center().y());
+        EXPECT_GT(picture.inkIn(end, listFill()).top(), ink.center().y());
     }
 }
 
@@ -135,23 +124,23 @@ TEST_F(ApplicationPanelLookTest, ShowsTheSelectedRowInTheAccentColor)
     const Picture picture = take();
     const QRect selected = rowFrame(0);
     EXPECT_TRUE(
-        isColor(picture.at(selected.left() + 4, selected.center().y()), over(Accent, well())));
+        isColor(picture.at(selected.left() + 4, selected.center().y()), over(Accent, listFill())));
     EXPECT_TRUE(
-        isColor(picture.at(selected.right() - 4, selected.center().y()), over(Accent, well())));
-    EXPECT_TRUE(isColor(picture.at(rowFrame(1).left() + 4, rowFrame(1).center().y()), well()));
+        isColor(picture.at(selected.right() - 4, selected.center().y()), over(Accent, listFill())));
+    EXPECT_TRUE(isColor(picture.at(rowFrame(1).left() + 4, rowFrame(1).center().y()), listFill()));
 }
 
 TEST_F(ApplicationPanelLookTest, HighlightsTheHoveredRow)
 {
     open();
-    Input::moveTo(*panel, placeOf(2));
+    Input::moveTo(*panel, rowCenter(2));
     const Picture picture = take();
     const auto edge = [this, &picture](int row) {
         return picture.at(rowFrame(row).left() + 4, rowFrame(row).center().y());
     };
-    EXPECT_GT(edge(2).lightness(), well().lightness() + 8);
+    EXPECT_GT(edge(2).lightness(), listFill().lightness() + 8);
     EXPECT_TRUE(isGrey(edge(2)));
-    EXPECT_TRUE(isColor(edge(1), well()));
+    EXPECT_TRUE(isColor(edge(1), listFill()));
 }
 
 TEST_F(ApplicationPanelLookTest, HasReadableContrast)
@@ -162,11 +151,11 @@ TEST_F(ApplicationPanelLookTest, HasReadableContrast)
     for (const int row : { 0, 1 }) {
         const QColor fill = picture.at(rowFrame(row).left() + 4, rowFrame(row).center().y());
         for (const QRectF &line : { nameFrame(row), commentFrame(row) })
-            EXPECT_GT(contrast(picture.strongestInkIn(line, fill), fill), 4.5) << row;
+            EXPECT_GT(contrast(picture, line, fill), 4.5) << row;
     }
     type("nothing");
     const QRectF middle = QRectF(list().geometry()).adjusted(20, 20, -20, -20);
-    EXPECT_GT(contrast(take().strongestInkIn(middle, well()), well()), 4.5);
+    EXPECT_GT(contrast(take(), middle, listFill()), 4.5);
 }
 
 TEST_F(ApplicationPanelLookTest, CentersTheNoteInAnEmptyList)
@@ -174,7 +163,7 @@ TEST_F(ApplicationPanelLookTest, CentersTheNoteInAnEmptyList)
     workspace.applications.clear();
     open();
     const QRectF inside = QRectF(list().geometry()).adjusted(4, 4, -4, -4);
-    const QRectF note = take().inkIn(inside, well());
+    const QRectF note = take().inkIn(inside, listFill());
     EXPECT_NEAR(note.center().x(), inside.center().x(), 2);
     EXPECT_NEAR(note.center().y(), inside.center().y(), 3);
     EXPECT_GT(note.width(), 80);
@@ -197,7 +186,7 @@ TEST_F(ApplicationPanelLookTest, KeepsRowsClearOfTheScrollBar)
     EXPECT_LE(rowFrame(0).right(), barLeft);
     EXPECT_LE(barLeft + bar.width(), list().geometry().right());
     const QRectF barFrame(barLeft, list().y() + 3, bar.width(), list().height() - 6);
-    EXPECT_LT(take().inkIn(barFrame, well()).height(), list().height() / 2.0);
+    EXPECT_LT(take().inkIn(barFrame, listFill()).height(), list().height() / 2.0);
 }
 
 TEST_F(ApplicationPanelLookTest, ShowsTheFocus)
@@ -224,7 +213,7 @@ TEST_F(ApplicationPanelLookTest, ShowsAMagnifyingGlassInTheField)
 {
     open();
     const QRectF before(field().x() + 4, field().y() + 4, 20, field().height() - 8);
-    const QColor fill = over(SrgbColor::black(0.3), ground());
+    const QColor fill = over(SrgbColor::black(0.3), background());
     const QRectF glass = take().inkIn(before, fill);
     EXPECT_NEAR(glass.width(), glass.height(), 1);
     EXPECT_NEAR(glass.center().y(), QRectF(field().geometry()).center().y(), 1);

@@ -10,8 +10,8 @@ namespace
 class ApplicationPanelTest : public ApplicationPanelFixture
 {
 protected:
-    /// That the panel gave this answer, no other, and is gone.
-    void expectToEndWith(const std::optional<std::string> &answer)
+    /// The panel gave exactly this answer and was deleted.
+    void expectAnswer(const std::optional<std::string> &answer)
     {
         EXPECT_FALSE(panel && panel->isVisible());
         settle();
@@ -19,7 +19,7 @@ protected:
         EXPECT_EQ(answers, Answers { answer });
     }
 
-    void expectToGoOn() const
+    void expectStillOpen() const
     {
         EXPECT_TRUE(panel->isVisible());
         EXPECT_EQ(answers, Answers());
@@ -52,20 +52,18 @@ TEST_F(ApplicationPanelTest, IsAResizableWindowWithItsTitle)
 TEST_F(ApplicationPanelTest, StacksSearchListAndButtons)
 {
     open();
-    const auto place = [this](const QWidget &widget) {
-        return QRect(widget.mapTo(panel.data(), QPoint()), widget.size());
-    };
-    const QRect other = place(button("Other\u2026"));
-    const QRect cancel = place(button("Cancel"));
-    const QRect add = place(button("Add Launcher"));
+    const auto frameOf = [this](const QWidget &widget) { return Input::frameIn(*panel, widget); };
+    const QRect other = frameOf(button("Other\u2026"));
+    const QRect cancel = frameOf(button("Cancel"));
+    const QRect add = frameOf(button("Add Launcher"));
     EXPECT_EQ(field().placeholderText().toStdString(), "Search");
-    EXPECT_LT(place(field()).bottom(), place(list()).top());
-    EXPECT_LT(place(list()).bottom(), other.top());
+    EXPECT_LT(frameOf(field()).bottom(), frameOf(list()).top());
+    EXPECT_LT(frameOf(list()).bottom(), other.top());
     EXPECT_EQ(other.top(), cancel.top());
-    EXPECT_EQ(other.left(), place(list()).left());
+    EXPECT_EQ(other.left(), frameOf(list()).left());
     EXPECT_LT(other.right(), cancel.left());
     EXPECT_LT(cancel.right(), add.left());
-    EXPECT_EQ(add.right(), place(list()).right());
+    EXPECT_EQ(add.right(), frameOf(list()).right());
 }
 
 TEST_F(ApplicationPanelTest, GivesSpareSpaceToTheList)
@@ -118,7 +116,7 @@ TEST_F(ApplicationPanelTest, SaysWhenNothingMatches)
     EXPECT_EQ(selectedName(), "");
     EXPECT_FALSE(button("Add Launcher").isEnabled());
     press(Qt::Key_Return);
-    expectToGoOn();
+    expectStillOpen();
     press(Qt::Key_Backspace);
     EXPECT_EQ(note(), "");
     EXPECT_EQ(selectedName(), "Calculator");
@@ -186,12 +184,12 @@ TEST_F(ApplicationPanelTest, AddsOnlyASelectedApplication)
     EXPECT_FALSE(button("Add Launcher").isEnabled());
     Input::click(button("Add Launcher"));
     press(Qt::Key_Return);
-    expectToGoOn();
+    expectStillOpen();
     clickRow(2);
     EXPECT_TRUE(button("Add Launcher").isEnabled());
-    expectToGoOn();
+    expectStillOpen();
     Input::click(button("Add Launcher"));
-    expectToEndWith("/apps/mail.desktop");
+    expectAnswer("/apps/mail.desktop");
 }
 
 TEST_F(ApplicationPanelTest, ArrowKeysMoveTheSelectionFromTheField)
@@ -226,7 +224,7 @@ TEST_F(ApplicationPanelTest, IgnoresKeysWhileTheListIsEmpty)
         press(key);
     press(Qt::Key_Return);
     EXPECT_EQ(selectedName(), "");
-    expectToGoOn();
+    expectStillOpen();
 }
 
 TEST_F(ApplicationPanelTest, PageKeysMoveTheSelectionByPages)
@@ -266,7 +264,7 @@ TEST_F(ApplicationPanelTest, ChoosesOnReturn)
     type("cal");
     press(Qt::Key_Down);
     press(Qt::Key_Return);
-    expectToEndWith("/apps/cal.desktop");
+    expectAnswer("/apps/cal.desktop");
 }
 
 TEST_F(ApplicationPanelTest, ChoosesOnKeypadEnter)
@@ -274,22 +272,22 @@ TEST_F(ApplicationPanelTest, ChoosesOnKeypadEnter)
     open();
     type("mail");
     press(Qt::Key_Enter, Qt::KeypadModifier);
-    expectToEndWith("/apps/mail.desktop");
+    expectAnswer("/apps/mail.desktop");
 }
 
 TEST_F(ApplicationPanelTest, ChoosesOnADoubleClick)
 {
     open();
     doubleClickRow(3);
-    expectToEndWith("/apps/tables.desktop");
+    expectAnswer("/apps/tables.desktop");
 }
 
 TEST_F(ApplicationPanelTest, IgnoresADoubleClickBelowTheRows)
 {
     open();
     clickRow(1);
-    QTest::mouseDClick(panel->windowHandle(), Qt::LeftButton, {}, placeOf(4) + QPoint(0, 80));
-    expectToGoOn();
+    QTest::mouseDClick(panel->windowHandle(), Qt::LeftButton, {}, rowCenter(4) + QPoint(0, 80));
+    expectStillOpen();
 }
 
 TEST_F(ApplicationPanelTest, ClickingARowKeepsTheFocusInTheField)
@@ -307,7 +305,7 @@ TEST_F(ApplicationPanelTest, IsCancelledByEscape)
     open();
     type("cal");
     press(Qt::Key_Escape);
-    expectToEndWith(std::nullopt);
+    expectAnswer(std::nullopt);
 }
 
 TEST_F(ApplicationPanelTest, IsCancelledByItsButton)
@@ -315,7 +313,7 @@ TEST_F(ApplicationPanelTest, IsCancelledByItsButton)
     open();
     clickRow(1);
     Input::click(button("Cancel"));
-    expectToEndWith(std::nullopt);
+    expectAnswer(std::nullopt);
 }
 
 TEST_F(ApplicationPanelTest, IsCancelledByClosingTheWindow)
@@ -323,7 +321,7 @@ TEST_F(ApplicationPanelTest, IsCancelledByClosingTheWindow)
     open();
     clickRow(1);
     panel->close();
-    expectToEndWith(std::nullopt);
+    expectAnswer(std::nullopt);
 }
 
 TEST_F(ApplicationPanelTest, AnswersWhenDestroyed)
@@ -348,7 +346,7 @@ TEST_F(ApplicationPanelTest, CanCloseBeforeTheApplicationsArrive)
 {
     openEmpty();
     press(Qt::Key_Escape);
-    expectToEndWith(std::nullopt);
+    expectAnswer(std::nullopt);
     workspace.finishListing();
     EXPECT_EQ(answers.size(), 1U);
 }
@@ -359,13 +357,13 @@ TEST_F(ApplicationPanelTest, KeepsPathsUnchanged)
     open();
     press(Qt::Key_Down);
     press(Qt::Key_Return);
-    expectToEndWith("/apps/\u00DCbung \u2603.desktop");
+    expectAnswer("/apps/\u00DCbung \u2603.desktop");
 }
 
 TEST_F(ApplicationPanelTest, TabVisitsEveryControl)
 {
     open();
-    press(Qt::Key_Down); // with nothing selected there is nothing to add
+    press(Qt::Key_Down); // without a selection "Add Launcher" is disabled
     std::vector<QWidget *> visited;
     for (int count = 0; count < 6; ++count) {
         visited.push_back(focus());
@@ -395,7 +393,7 @@ TEST_F(ApplicationPanelTest, ListKeysWorkWhileTheListHasFocus)
     EXPECT_EQ(selectedName(), "Calendar");
     EXPECT_TRUE(list().hasFocus());
     press(Qt::Key_Return);
-    expectToEndWith("/apps/cal.desktop");
+    expectAnswer("/apps/cal.desktop");
 }
 
 TEST_F(ApplicationPanelTest, TypingInTheListContinuesTheSearch)
@@ -416,7 +414,7 @@ TEST_F(ApplicationPanelTest, ReturnPressesTheFocusedButton)
     type("cal");
     button("Cancel").setFocus();
     press(Qt::Key_Return);
-    expectToEndWith(std::nullopt);
+    expectAnswer(std::nullopt);
 }
 
 TEST_F(ApplicationPanelTest, ShortensVeryLongTexts)
@@ -429,7 +427,7 @@ TEST_F(ApplicationPanelTest, ShortensVeryLongTexts)
     EXPECT_LT(shownNames().front().size(), 2000U);
     press(Qt::Key_Down);
     press(Qt::Key_Return);
-    expectToEndWith("/apps/x.desktop");
+    expectAnswer("/apps/x.desktop");
 }
 
 TEST_F(ApplicationPanelTest, RemovesDirectionAndControlCharacters)
@@ -445,10 +443,10 @@ TEST_F(ApplicationPanelTest, NamesItsControlsForAssistiveTechnology)
 {
     open();
     EXPECT_EQ(Input::role(*panel), QAccessible::Dialog);
-    EXPECT_EQ(Input::spokenName(*panel), "Choose an Application");
-    EXPECT_EQ(Input::spokenName(field()), "Search applications");
+    EXPECT_EQ(Input::accessibleName(*panel), "Choose an Application");
+    EXPECT_EQ(Input::accessibleName(field()), "Search applications");
     EXPECT_EQ(Input::role(field()), QAccessible::EditableText);
-    EXPECT_EQ(Input::spokenName(list()), "Applications");
+    EXPECT_EQ(Input::accessibleName(list()), "Applications");
     EXPECT_EQ(Input::role(list()), QAccessible::List);
     for (const auto *const name : { "Other\u2026", "Cancel", "Add Launcher" })
         EXPECT_EQ(Input::role(button(name)), QAccessible::Button);

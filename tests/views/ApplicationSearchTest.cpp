@@ -10,12 +10,12 @@ namespace
 
 using Names = std::vector<std::string>;
 
-/// The names of those found, in their order.
+/// The names of the matches, best first.
 Names find(const std::vector<Application> &applications, const char *typed)
 {
     Names names;
-    for (const auto place : ApplicationSearch(applications).find(QString::fromUtf8(typed)))
-        names.push_back(applications[place].name);
+    for (const auto index : ApplicationSearch(applications).find(QString::fromUtf8(typed)))
+        names.push_back(applications[index].name);
     return names;
 }
 

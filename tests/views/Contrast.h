@@ -11,8 +11,7 @@
 #include <functional>
 #include <map>
 
-/// How well what is drawn stands out from what it is drawn on, as the Web Content Accessibility
-/// Guidelines reckon: from 1, which is not at all, to 21.
+/// Contrast ratios as defined by the Web Content Accessibility Guidelines, from 1 to 21.
 namespace Contrast
 {
 
@@ -26,28 +25,28 @@ inline double luminance(QRgb color)
            0.0722 * linear(qBlue(color));
 }
 
-inline double between(QRgb a, QRgb b)
+inline double ratio(QRgb a, QRgb b)
 {
     const auto [darker, lighter] = std::minmax({ luminance(a), luminance(b) });
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-/// A part of a widget on what shines through it, large enough that the strokes of the smallest
-/// text have pixels of its full colour.
-inline QImage enlarged(QWidget &widget, const QRect &area, const QColor &behind)
+/// Renders a part of a widget on `background`, enlarged so that even the strokes of small text
+/// contain pixels of the full colour.
+inline QImage renderEnlarged(QWidget &widget, const QRect &area, const QColor &background)
 {
     constexpr int Scale = 4;
     QImage image(area.size() * Scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(Scale);
-    image.fill(behind);
+    image.fill(background);
     widget.render(&image, {}, area);
     return image;
 }
 
-constexpr int Stroke = 12; // pixels; less is not counted
+constexpr int MinimumPixels = 12; // fewer pixels of a colour do not count
 
-/// How many pixels have each colour.
-inline std::map<QRgb, int> colorsOf(const QImage &picture)
+/// The number of pixels of each colour.
+inline std::map<QRgb, int> colorCounts(const QImage &picture)
 {
     std::map<QRgb, int> counts;
     for (int y = 0; y < picture.height(); ++y) {
@@ -57,38 +56,39 @@ inline std::map<QRgb, int> colorsOf(const QImage &picture)
     return counts;
 }
 
-/// The colour of most pixels.
-inline QRgb groundOf(const std::map<QRgb, int> &colors)
+/// The most frequent colour.
+inline QRgb backgroundOf(const std::map<QRgb, int> &colors)
 {
     return std::ranges::max_element(colors, {}, [](const auto &color) { return color.second; })
         ->first;
 }
 
-/// Of what is drawn in the picture from its ground. What is smaller than a stroke is not counted.
-inline double within(const QImage &picture)
+/// The greatest contrast of a colour in the picture to its background.
+inline double of(const QImage &picture)
 {
-    const auto colors = colorsOf(picture);
-    const QRgb ground = groundOf(colors);
+    const auto colors = colorCounts(picture);
+    const QRgb background = backgroundOf(colors);
     double greatest = 1;
     for (const auto &[color, count] : colors) {
-        if (count >= Stroke)
-            greatest = std::max(greatest, between(color, ground));
+        if (count >= MinimumPixels)
+            greatest = std::max(greatest, ratio(color, background));
     }
     return greatest;
 }
 
-/// The same for a pixmap that was scaled up, whose lines have pixels of many shades: the contrast
-/// that the strongest of them reach together.
-inline double withinScaled(const QImage &picture)
+/// The same for a pixmap that was scaled up: its lines have pixels of many shades, so the pixels of
+/// the strongest shades are counted together.
+inline double ofScaled(const QImage &picture)
 {
-    const auto colors = colorsOf(picture);
-    const QRgb ground = groundOf(colors);
+    const auto colors = colorCounts(picture);
+    const QRgb background = backgroundOf(colors);
     std::multimap<double, int, std::greater<>> counts;
     for (const auto &[color, count] : colors)
-        counts.emplace(between(color, ground), count);
+        counts.emplace(ratio(color, background), count);
     int pixels = 0;
-    const auto last = std::ranges::find_if(
-        counts, [&pixels](const auto &contrast) { return (pixels += contrast.second) >= Stroke; });
+    const auto last = std::ranges::find_if(counts, [&pixels](const auto &contrast) {
+        return (pixels += contrast.second) >= MinimumPixels;
+    });
     return last == counts.end() ? 1 : last->first;
 }
 

@@ -25,7 +25,7 @@ protected:
         return *label;
     }
 
-    /// What the label would be if this were its whole text.
+    /// The label with this text, not elided.
     Picture pictureOf(const QString &text) const
     {
         return { label->size(), label->devicePixelRatio(), Qt::black, [&](QPainter &painter) {
@@ -84,7 +84,7 @@ TEST_F(ElidedLabelTest, ExposesTheFullTextAsAccessibleName)
 {
     const auto text = QStringLiteral("the beginning, the middle and the end");
     show(Qt::ElideMiddle, text);
-    EXPECT_EQ(Input::spokenName(*label), text.toStdString());
+    EXPECT_EQ(Input::accessibleName(*label), text.toStdString());
     EXPECT_EQ(Input::role(*label), QAccessible::StaticText);
 }
 

@@ -16,12 +16,12 @@
 #include <functional>
 #include <string>
 
-/// The user's hands and eyes. Clicks and keys go through the window, so that they reach what is
-/// really there, not what the test believes to be there.
+/// Simulates user input. Clicks and keys go through the window, so that they reach the widget that
+/// is really under the pointer or has the focus.
 namespace Input
 {
 
-/// Shows the widget's window and gives it the keyboard, but nothing in it.
+/// Shows and activates the widget's window without focusing a widget.
 inline void show(QWidget &widget)
 {
     widget.window()->show();
@@ -31,14 +31,31 @@ inline void show(QWidget &widget)
         focus->clearFocus();
 }
 
-inline QPoint placeInWindow(const QWidget &widget, const QPoint &place)
+/// Calls `action` while another window is active, then activates the widget's window again.
+inline void whileInactive(QWidget &widget, const std::function<void()> &action)
 {
-    return widget.mapTo(widget.window(), place);
+    QWidget other;
+    show(other);
+    action();
+    other.hide();
+    widget.window()->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(widget.window()));
 }
 
-inline void click(QWidget &widget, const QPoint &place, Qt::MouseButton button = Qt::LeftButton)
+/// The geometry of `widget` in the coordinates of `ancestor`.
+inline QRect frameIn(const QWidget &ancestor, const QWidget &widget)
 {
-    QTest::mouseClick(widget.window()->windowHandle(), button, {}, placeInWindow(widget, place));
+    return { widget.mapTo(&ancestor, QPoint()), widget.size() };
+}
+
+inline QPoint toWindow(const QWidget &widget, const QPoint &position)
+{
+    return widget.mapTo(widget.window(), position);
+}
+
+inline void click(QWidget &widget, const QPoint &position, Qt::MouseButton button = Qt::LeftButton)
+{
+    QTest::mouseClick(widget.window()->windowHandle(), button, {}, toWindow(widget, position));
 }
 
 inline void click(QWidget &widget)
@@ -49,63 +66,63 @@ inline void click(QWidget &widget)
 inline void doubleClick(QWidget &widget)
 {
     QTest::mouseDClick(widget.window()->windowHandle(), Qt::LeftButton, {},
-                       placeInWindow(widget, widget.rect().center()));
+                       toWindow(widget, widget.rect().center()));
 }
 
-/// What the window system tells of the pointer, which may be between two points of the screen.
-inline void pointer(QWidget &widget, QEvent::Type type, const QPointF &place,
-                    Qt::MouseButton button, Qt::MouseButtons buttons)
+/// Sends a mouse event as the window system does; positions may be fractions of points.
+inline void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &position,
+                      Qt::MouseButton button, Qt::MouseButtons buttons)
 {
     auto *const window = widget.window()->windowHandle();
-    const QPointF inWindow = QPointF(placeInWindow(widget, {})) + place;
+    const QPointF inWindow = QPointF(toWindow(widget, {})) + position;
     qt_handleMouseEvent(window, inWindow, window->mapToGlobal(inWindow), buttons, button, type, {},
                         ++QTest::lastMouseTimestamp);
     QApplication::processEvents();
 }
 
-/// A double click that has the program do something between its two presses.
+/// A double click that calls `between` between its two presses.
 inline void doubleClick(QWidget &widget, const std::function<void()> &between)
 {
-    const QPoint place = placeInWindow(widget, widget.rect().center());
+    const QPoint position = toWindow(widget, widget.rect().center());
     auto &window = *widget.window();
-    const auto press = [&window, &place] {
-        pointer(window, QEvent::MouseButtonPress, place, Qt::LeftButton, Qt::LeftButton);
-        pointer(window, QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton);
+    const auto press = [&window, &position] {
+        sendMouse(window, QEvent::MouseButtonPress, position, Qt::LeftButton, Qt::LeftButton);
+        sendMouse(window, QEvent::MouseButtonRelease, position, Qt::LeftButton, Qt::NoButton);
     };
-    QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval; // no part of an earlier one
+    QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval; // separate from an earlier click
     press();
     between();
     press();
     QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval;
 }
 
-inline void press(QWidget &widget, const QPoint &place)
+inline void press(QWidget &widget, const QPoint &position)
 {
     QTest::mousePress(widget.window()->windowHandle(), Qt::LeftButton, {},
-                      placeInWindow(widget, place));
+                      toWindow(widget, position));
 }
 
-inline void moveTo(QWidget &widget, const QPoint &place)
+inline void moveTo(QWidget &widget, const QPoint &position)
 {
-    QTest::mouseMove(widget.window()->windowHandle(), placeInWindow(widget, place));
+    QTest::mouseMove(widget.window()->windowHandle(), toWindow(widget, position));
 }
 
-inline void release(QWidget &widget, const QPoint &place)
+inline void release(QWidget &widget, const QPoint &position)
 {
     QTest::mouseRelease(widget.window()->windowHandle(), Qt::LeftButton, {},
-                        placeInWindow(widget, place));
+                        toWindow(widget, position));
 }
 
-/// Turns the wheel over the middle of the widget; away from the user if positive.
+/// Turns the wheel over the centre of the widget; positive notches scroll up.
 inline void wheel(QWidget &widget, int notches)
 {
-    const QPoint place = placeInWindow(widget, widget.rect().center());
-    auto *const hit = widget.window()->childAt(place);
+    const QPoint position = toWindow(widget, widget.rect().center());
+    auto *const hit = widget.window()->childAt(position);
     ASSERT_TRUE(hit);
-    QWheelEvent event(hit->mapFrom(widget.window(), place),
+    QWheelEvent event(hit->mapFrom(widget.window(), position),
                       widget.mapToGlobal(QPointF(widget.rect().center())), {}, { 0, 120 * notches },
                       Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&event); // else nobody but the widget hit would hear of it
+    QSpontaneKeyEvent::setSpontaneous(&event); // otherwise ancestors of `hit` never receive it
     qApp->notify(hit, &event);
 }
 
@@ -114,14 +131,14 @@ inline void key(QWidget &widget, Qt::Key which, Qt::KeyboardModifiers modifiers 
     QTest::keyClick(widget.window()->windowHandle(), which, modifiers);
 }
 
-/// Letters of ASCII, key by key.
+/// Types ASCII letters, key by key.
 inline void type(QWidget &widget, const std::string &letters)
 {
     for (const char letter : letters)
         QTest::keyClick(widget.window()->windowHandle(), letter);
 }
 
-/// Any text, in one piece, as input methods deliver it.
+/// Commits any text at once, as input methods do.
 inline void commit(const QString &text)
 {
     QInputMethodEvent event;
@@ -129,22 +146,23 @@ inline void commit(const QString &text)
     QApplication::sendEvent(QApplication::focusWidget(), &event);
 }
 
-inline QMenu *openMenu()
+/// Null if no menu is open.
+inline QMenu *visibleMenu()
 {
     return qobject_cast<QMenu *>(QApplication::activePopupWidget());
 }
 
-/// Calls `open`, which shows a menu, hands the menu to `use` and closes it.
+/// Calls `open`, which opens a menu, passes the menu to `use` and closes it.
 inline void withMenu(const std::function<void()> &open, const std::function<void(QMenu &)> &use)
 {
     auto *const window = QApplication::activeWindow();
     open();
-    const QPointer menu = openMenu();
+    const QPointer menu = visibleMenu();
     ASSERT_TRUE(menu);
     use(*menu);
     if (menu)
         menu->close();
-    // The offscreen platform activates a menu like any window.
+    // The offscreen platform activates menus like windows.
     window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
 }
@@ -154,8 +172,16 @@ inline void choose(QMenu &menu, QAction *action)
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
 }
 
-/// What those who cannot see hear of a widget.
-inline std::string spokenName(QWidget &widget)
+inline void choose(QMenu &menu, const std::string &title)
+{
+    for (auto *const action : menu.actions()) {
+        if (action->text().toStdString() == title)
+            return choose(menu, action);
+    }
+    ADD_FAILURE() << "no menu item " << title;
+}
+
+inline std::string accessibleName(QWidget &widget)
 {
     return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name).toStdString();
 }
@@ -165,11 +191,11 @@ inline QAccessible::Role role(QWidget &widget)
     return QAccessible::queryAccessibleInterface(&widget)->role();
 }
 
-/// The button of this name in `widget` that is there to be pressed; null if there is none.
+/// The button with this accessible name in `widget` that is not hidden, or null.
 inline QAbstractButton *button(const QWidget &widget, const std::string &name)
 {
     for (auto *const candidate : widget.findChildren<QAbstractButton *>()) {
-        if (!candidate->isHidden() && spokenName(*candidate) == name)
+        if (!candidate->isHidden() && accessibleName(*candidate) == name)
             return candidate;
     }
     return nullptr;

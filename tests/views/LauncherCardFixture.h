@@ -16,7 +16,7 @@
 
 #include <string>
 
-/// What an editor shows, and its controls as the user finds them.
+/// The texts and controls of an editor.
 class EditorParts
 {
 public:
@@ -29,7 +29,7 @@ public:
 
     std::string subtitle() const { return label(1).text().toStdString(); }
 
-    /// Empty where there is none to be seen.
+    /// Empty while no message is visible.
     std::string message() const
     {
         const auto labels = m_editor.findChildren<ElidedLabel *>();
@@ -52,7 +52,7 @@ public:
 
     QAbstractButton &setButton() const { return *Input::button(m_editor, "Set URL"); }
 
-    /// Puts `text` in place of what stands in the field, as pasting it does.
+    /// Replaces the text of the field, as pasting does.
     void enter(const std::string &text) const
     {
         Input::click(field());
@@ -72,7 +72,7 @@ private:
     LauncherSlotEditor &m_editor;
 };
 
-/// The card in a window like the panel.
+/// The card in a window of the panel's size.
 class LauncherCardFixture : public LauncherStoreFixture
 {
 protected:
@@ -82,7 +82,7 @@ protected:
         Input::show(panel);
     }
 
-    /// Returns when the card has come to rest.
+    /// Opens the card and waits for its animation to end.
     void openCard()
     {
         card = new LauncherSettingsCard(store(), machine.mainQueue, &panel);
@@ -92,7 +92,7 @@ protected:
         settle();
     }
 
-    /// Lets the card follow the store, and sizes follow the content.
+    /// Renders pending changes and updates the layout.
     void settle()
     {
         machine.mainQueue.runPending();
@@ -102,7 +102,7 @@ protected:
     QAbstractButton &closeButton() const
     {
         for (auto *const button : card->findChildren<QAbstractButton *>()) {
-            if (Input::spokenName(*button) == "Close")
+            if (Input::accessibleName(*button) == "Close")
                 return *button;
         }
         throw std::logic_error("no close button");
@@ -121,15 +121,12 @@ protected:
 
     OverlayScrollBar &scrollBar() const { return *card->findChild<OverlayScrollBar *>(); }
 
-    /// In the overlay's coordinates.
-    QRect placeOf(const QWidget &widget) const
-    {
-        return { widget.mapTo(card.data(), QPoint()), widget.size() };
-    }
+    /// In the coordinates of the overlay.
+    QRect frameOf(const QWidget &widget) const { return Input::frameIn(*card, widget); }
 
-    bool isInSight(const QWidget &widget) const
+    bool isFullyVisible(const QWidget &widget) const
     {
-        return placeOf(list()).contains(placeOf(widget));
+        return frameOf(list()).contains(frameOf(widget));
     }
 
     QWidget panel;

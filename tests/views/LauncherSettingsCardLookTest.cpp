@@ -14,24 +14,22 @@
 namespace
 {
 
-const QColor Ground(120, 160, 200);
+const QColor Background(120, 160, 200);
 constexpr SrgbColor Fill { 0.035, 0.035, 0.045, 0.98 };
 constexpr SrgbColor Accent { 0.91, 0.16, 0.17 };
 constexpr auto Secondary = SrgbColor::white(0.56);
-
-QColor qColor(const SrgbColor &color)
-{
-    return Painting::qColor(color);
-}
 
 class LauncherSettingsCardLookTest : public LauncherCardFixture
 {
 protected:
     QRect body() const { return card->cardGeometry(); }
 
-    Picture picture(const QColor &ground = Qt::black) const { return Picture(*card, ground); }
+    Picture picture(const QColor &background = Qt::black) const
+    {
+        return Picture(*card, background);
+    }
 
-    QColor dimmed() const { return over(SrgbColor::black(0.62), Ground); }
+    QColor dimmed() const { return over(SrgbColor::black(0.62), Background); }
 
     QColor cardFill() const { return over(Fill, Qt::black); }
 
@@ -39,17 +37,11 @@ protected:
 
     QList<QLabel *> texts() const { return card->findChildren<QLabel *>(); }
 
-    /// In the editor's coordinates.
-    static QRect placeIn(const LauncherSlotEditor &editor, const QWidget &widget)
-    {
-        return { widget.mapTo(&editor, QPoint()), widget.size() };
-    }
-
-    /// Where the first row's square of `size` at `left` lies in an editor.
+    /// The square of `size` at `left` in the first row of an editor.
     static QRect square(const LauncherSlotEditor &editor, int left, int size)
     {
         const EditorParts shown(const_cast<LauncherSlotEditor &>(editor));
-        const int rowBottom = placeIn(editor, shown.chooseButton()).top() - 7;
+        const int rowBottom = Input::frameIn(editor, shown.chooseButton()).top() - 7;
         return { left, 9 + (rowBottom - 9 - size) / 2, size, size };
     }
 };
@@ -58,7 +50,7 @@ TEST_F(LauncherSettingsCardLookTest, DimsTheWholePanel)
 {
     openCard();
     EXPECT_EQ(card->geometry(), panel.rect());
-    const Picture seen = picture(Ground);
+    const Picture seen = picture(Background);
     for (const QPointF place :
          { QPointF(0.3, 0.3), QPointF(429.5, 0.3), QPointF(0.3, 649.5), QPointF(429.5, 649.5) })
         EXPECT_TRUE(isColor(seen.at(place.x(), place.y()), dimmed()));
@@ -80,14 +72,14 @@ TEST_F(LauncherSettingsCardLookTest, IsCenteredAnd360PointsWide)
 TEST_F(LauncherSettingsCardLookTest, ShrinksOnlyItsListInASmallPanel)
 {
     openCard();
-    const int listTop = placeOf(list()).top() - body().top();
+    const int listTop = frameOf(list()).top() - body().top();
     const int whole = body().height();
     panel.resize(390, 420);
     card->setGeometry(panel.rect());
     settle();
     EXPECT_EQ(body().height(), 420);
-    EXPECT_EQ(placeOf(list()).top() - body().top(), listTop);
-    EXPECT_EQ(placeOf(list()).height(), 420 - listTop - 16);
+    EXPECT_EQ(frameOf(list()).top() - body().top(), listTop);
+    EXPECT_EQ(frameOf(list()).height(), 420 - listTop - 16);
     EXPECT_EQ(list().content()->height(), whole - listTop - 16);
 }
 
@@ -112,8 +104,8 @@ TEST_F(LauncherSettingsCardLookTest, IsFilledAndStroked)
     EXPECT_TRUE(isColor(seen.at(body().left() + 0.4, middle), stroke));
     EXPECT_TRUE(isColor(seen.at(body().left() + 1.4, middle), cardFill()));
     EXPECT_TRUE(isColor(seen.at(body().center().x(), body().top() + 0.4), stroke));
-    // What lies under the card shines through by two hundredths.
-    const Picture onGround = picture(Ground);
+    // The card is 98 % opaque.
+    const Picture onGround = picture(Background);
     EXPECT_TRUE(isColor(onGround.at(body().left() + 8, middle), over(Fill, dimmed()), 1));
 }
 
@@ -122,14 +114,8 @@ TEST_F(LauncherSettingsCardLookTest, HasCornerRadius20)
     openCard();
     const Picture seen = picture();
     const Picture shape(
-        panel.size(), panel.devicePixelRatio(), Qt::black, [this](QPainter &painter) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(qColor(Fill));
-            painter.drawRoundedRect(QRectF(body()), 20, 20);
-            painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.14F), 1));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(QRectF(body()).adjusted(0.5, 0.5, -0.5, -0.5), 19.5, 19.5);
-        });
+        panel.size(), panel.devicePixelRatio(), Qt::black,
+        [this](QPainter &painter) { drawBox(painter, body(), 20, Fill, SrgbColor::white(0.14)); });
     for (const QPoint corner : { body().topLeft(), QPoint(body().left(), body().bottom() - 13),
                                  QPoint(body().right() - 13, body().bottom() - 13) })
         EXPECT_EQ(seen.differenceFrom(shape, QRectF(corner, QSizeF(14, 14))), QRectF());
@@ -149,16 +135,16 @@ TEST_F(LauncherSettingsCardLookTest, CastsAShadowDownwards)
     EXPECT_GT(darknessAt(middle, body().bottom() + 30), 2);
     EXPECT_NEAR(darknessAt(body().left() - 10, body().center().y()),
                 darknessAt(body().right() + 10, body().center().y()), 3);
-    // At the edge of what casts it, offset aside, half of the shadow's strength is left.
+    // At the offset edge the shadow has half its strength.
     EXPECT_NEAR(darknessAt(middle, body().bottom() + 1 + 16), dimmedWhite * 0.6 / 2, 3);
-    // A standard deviation, half of the blur's radius, further out a sixth.
+    // One standard deviation (half the blur radius) further out it has a sixth.
     EXPECT_NEAR(darknessAt(middle, body().bottom() + 1 + 16 + 15), dimmedWhite * 0.6 * 0.159, 3);
 }
 
 TEST_F(LauncherSettingsCardLookTest, PlacesCloseButton8PointsFromTopRightCorner)
 {
     openCard();
-    const QRect place = placeOf(closeButton());
+    const QRect place = frameOf(closeButton());
     EXPECT_EQ(place.size(), QSize(28, 28));
     EXPECT_EQ(body().right() - place.right(), 8);
     EXPECT_EQ(place.top() - body().top(), 8);
@@ -179,7 +165,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsASymbolATitleAndANote)
 {
     openCard();
     const auto &symbol = *card->findChild<SymbolView *>();
-    const QRect place = placeOf(symbol);
+    const QRect place = frameOf(symbol);
     EXPECT_EQ(place.top(), body().top() + 16);
     EXPECT_EQ(place.size(), QSize(24, 24));
     EXPECT_NEAR(QRectF(place).center().x(), QRectF(body()).center().x(), 0.5);
@@ -196,29 +182,29 @@ TEST_F(LauncherSettingsCardLookTest, ShowsASymbolATitleAndANote)
     EXPECT_EQ(title.text().toStdString(), "Quick Launchers");
     EXPECT_EQ(title.font().pixelSize(), 16);
     EXPECT_EQ(title.font().weight(), QFont::DemiBold);
-    EXPECT_TRUE(
-        isColor(title.palette().color(QPalette::WindowText), qColor(SrgbColor::white(0.92))));
+    EXPECT_TRUE(isColor(title.palette().color(QPalette::WindowText),
+                        Painting::qColor(SrgbColor::white(0.92))));
     EXPECT_EQ(note.text().toStdString(),
               "Add up to five applications or websites to the Quillsatchel menu-bar menu.");
     EXPECT_EQ(note.font().pixelSize(), 10);
     EXPECT_EQ(note.font().weight(), QFont::Normal);
-    EXPECT_TRUE(isColor(note.palette().color(QPalette::WindowText), qColor(Secondary)));
+    EXPECT_TRUE(isColor(note.palette().color(QPalette::WindowText), Painting::qColor(Secondary)));
     for (const auto *const text : texts()) {
         EXPECT_EQ(text->alignment(), Qt::AlignCenter);
-        EXPECT_GE(placeOf(*text).left(), body().left() + 14);
-        EXPECT_LE(placeOf(*text).right(), body().right() - 14);
+        EXPECT_GE(frameOf(*text).left(), body().left() + 14);
+        EXPECT_LE(frameOf(*text).right(), body().right() - 14);
     }
-    EXPECT_EQ(placeOf(title).top() - place.bottom() - 1, 3);
-    EXPECT_EQ(placeOf(note).top() - placeOf(title).bottom() - 1, 3);
-    EXPECT_EQ(placeOf(list()).top() - placeOf(note).bottom() - 1, 12);
+    EXPECT_EQ(frameOf(title).top() - place.bottom() - 1, 3);
+    EXPECT_EQ(frameOf(note).top() - frameOf(title).bottom() - 1, 3);
+    EXPECT_EQ(frameOf(list()).top() - frameOf(note).bottom() - 1, 12);
 }
 
 TEST_F(LauncherSettingsCardLookTest, SpacesItsEditorsBy8Points)
 {
     openCard();
-    int bottom = placeOf(list()).top() - 8 - 1;
+    int bottom = frameOf(list()).top() - 8 - 1;
     for (int slot = 0; slot < 5; ++slot) {
-        const QRect place = placeOf(editor(slot));
+        const QRect place = frameOf(editor(slot));
         EXPECT_EQ(place.left(), body().left() + 14) << slot;
         EXPECT_EQ(place.right(), body().right() - 14) << slot;
         EXPECT_EQ(place.top() - bottom - 1, 8) << slot;
@@ -231,7 +217,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheScrollPosition)
 {
     panel.resize(390, 420);
     openCard();
-    const QRectF strip(body().right() - 12, placeOf(list()).top(), 11, placeOf(list()).height());
+    const QRectF strip(body().right() - 12, frameOf(list()).top(), 11, frameOf(list()).height());
     const QRectF atTop = picture().inkIn(strip, cardFill());
     EXPECT_GE(atTop.height(), 60);
     EXPECT_LE(atTop.width(), 6);
@@ -241,7 +227,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheScrollPosition)
     panel.resize(430, 650);
     card->setGeometry(panel.rect());
     settle();
-    const QRectF wider(body().right() - 12, placeOf(list()).top(), 11, placeOf(list()).height());
+    const QRectF wider(body().right() - 12, frameOf(list()).top(), 11, frameOf(list()).height());
     EXPECT_EQ(picture().inkIn(wider, cardFill()), QRectF());
 }
 
@@ -249,22 +235,15 @@ TEST_F(LauncherSettingsCardLookTest, FillsAndStrokesItsEditors)
 {
     openCard();
     const Picture seen = picture();
-    const QRect place = placeOf(editor(1));
+    const QRect frame = frameOf(editor(1));
     const Picture shape(
-        panel.size(), panel.devicePixelRatio(), cardFill(), [&place](QPainter &painter) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.055F));
-            painter.drawRoundedRect(QRectF(place), 10, 10);
-            painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.09F), 1));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), 9.5, 9.5);
+        panel.size(), panel.devicePixelRatio(), cardFill(), [&frame](QPainter &painter) {
+            drawBox(painter, frame, 10, SrgbColor::white(0.055), SrgbColor::white(0.09));
         });
-    for (const QPoint corner :
-         { place.topLeft(), place.topRight() - QPoint(7, 0), place.bottomLeft() - QPoint(0, 7),
-           place.bottomRight() - QPoint(7, 7) })
-        EXPECT_EQ(seen.differenceFrom(shape, QRectF(corner, QSizeF(8, 8)), 2), QRectF());
-    EXPECT_TRUE(isColor(seen.at(place.center().x(), place.top() + 4), editorFill(), 1));
-    EXPECT_TRUE(isColor(seen.at(place.left() + 0.4, place.center().y()),
+    for (const QRectF &corner : cornersOf(frame, 8))
+        EXPECT_EQ(seen.differenceFrom(shape, corner, 2), QRectF());
+    EXPECT_TRUE(isColor(seen.at(frame.center().x(), frame.top() + 4), editorFill(), 1));
+    EXPECT_TRUE(isColor(seen.at(frame.left() + 0.4, frame.center().y()),
                         over(SrgbColor::white(0.09), editorFill()), 1));
 }
 
@@ -274,12 +253,12 @@ TEST_F(LauncherSettingsCardLookTest, LaysOutAnEditorInTwoRows)
     openCard();
     auto &first = editor(0);
     const auto shown = parts(0);
-    const QRect title = placeIn(first, shown.label(0));
-    const QRect subtitle = placeIn(first, shown.label(1));
-    const QRect clear = placeIn(first, *shown.clearButton());
-    const QRect choose = placeIn(first, shown.chooseButton());
-    const QRect field = placeIn(first, shown.field());
-    const QRect set = placeIn(first, shown.setButton());
+    const QRect title = Input::frameIn(first, shown.label(0));
+    const QRect subtitle = Input::frameIn(first, shown.label(1));
+    const QRect clear = Input::frameIn(first, *shown.clearButton());
+    const QRect choose = Input::frameIn(first, shown.chooseButton());
+    const QRect field = Input::frameIn(first, shown.field());
+    const QRect set = Input::frameIn(first, shown.setButton());
 
     EXPECT_EQ(title.left(), 9 + 17 + 8 + 22 + 8);
     EXPECT_EQ(subtitle.left(), title.left());
@@ -298,19 +277,19 @@ TEST_F(LauncherSettingsCardLookTest, LaysOutAnEditorInTwoRows)
         EXPECT_EQ(control.top(), choose.top());
         EXPECT_EQ(control.bottom(), first.height() - 9 - 1);
     }
-    // Without the clear button, there is more room for the texts.
-    EXPECT_EQ(placeIn(editor(1), parts(1).label(0)).right(), first.width() - 9 - 1);
+    // Without the clear button the texts are wider.
+    EXPECT_EQ(Input::frameIn(editor(1), parts(1).label(0)).right(), first.width() - 9 - 1);
 }
 
 TEST_F(LauncherSettingsCardLookTest, AlignsTheTextsOfFieldAndButtons)
 {
     openCard();
     const auto shown = parts(0);
-    shown.enter("SURL"); // of capitals only, as the tallest and lowest of "Set URL" are
+    shown.enter("SURL"); // capitals only, like the tallest letters of "Set URL"
     closeButton().setFocus();
     const Picture seen(editor(0), cardFill());
     const auto inkOf = [&](const QWidget &control) {
-        const QRectF inside = QRectF(placeIn(editor(0), control)).adjusted(2, 2, -2, -2);
+        const QRectF inside = QRectF(Input::frameIn(editor(0), control)).adjusted(2, 2, -2, -2);
         return seen.inkIn(inside, seen.at(inside.left(), inside.center().y()));
     };
     const QRectF field = inkOf(shown.field());
@@ -346,10 +325,10 @@ TEST_F(LauncherSettingsCardLookTest, SetsFontAndColorOfEachEditorText)
                             over(style.color, editorFill()), 40))
             << index;
     }
-    const QRect message = placeIn(editor(0), parts(0).label(2));
+    const QRect message = Input::frameIn(editor(0), parts(0).label(2));
     EXPECT_EQ(message.left(), 9);
     EXPECT_EQ(message.right(), editor(0).width() - 9 - 1);
-    EXPECT_EQ(message.top() - placeIn(editor(0), parts(0).field()).bottom() - 1, 7);
+    EXPECT_EQ(message.top() - Input::frameIn(editor(0), parts(0).field()).bottom() - 1, 7);
     EXPECT_EQ(message.bottom(), editor(0).height() - 9 - 1);
     const Picture seen(parts(0).label(2), Qt::black);
     EXPECT_LE(seen.inkIn(seen.rect(), Qt::black).left(), 2);
@@ -368,7 +347,7 @@ TEST_F(LauncherSettingsCardLookTest, ElidesNamesAtTheEndAndAddressesInTheMiddle)
         const Picture expected(
             label.size(), label.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
                 painter.setFont(label.font());
-                painter.setPen(qColor(index == 0 ? SrgbColor::white(0.92) : Secondary));
+                painter.setPen(Painting::qColor(index == 0 ? SrgbColor::white(0.92) : Secondary));
                 painter.drawText(label.rect(), Qt::AlignLeft | Qt::AlignVCenter,
                                  label.fontMetrics().elidedText(text, mode, label.width()));
             });
@@ -388,7 +367,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotNumberOnACircle)
                 painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.07F));
                 painter.drawEllipse(QRectF(badge));
                 painter.setFont(Painting::systemFont(10, QFont::Bold));
-                painter.setPen(qColor(Secondary));
+                painter.setPen(Painting::qColor(Secondary));
                 painter.drawText(badge, Qt::AlignCenter, QString::number(slot + 1));
             });
         const Picture seen(shown, cardFill());
@@ -431,7 +410,7 @@ TEST_F(LauncherSettingsCardLookTest, FillsTheFrameWithTheIcon)
 
 TEST_F(LauncherSettingsCardLookTest, ShowsIconsAtDevicePixelResolution)
 {
-    // Fine stripes: only as many points as the screen has in the frame can show them.
+    // Stripes of one device pixel disappear if the icon is scaled.
     const int side = 22 * static_cast<int>(panel.devicePixelRatio());
     QImage stripes(side, side, QImage::Format_ARGB32);
     for (int y = 0; y < side; ++y) {

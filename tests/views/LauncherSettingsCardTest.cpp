@@ -11,11 +11,11 @@
 namespace
 {
 
-/// Calls back whenever a widget is about to be painted.
-class FrameWatch final : public QObject
+/// Calls back before each paint event of a widget.
+class PaintObserver final : public QObject
 {
 public:
-    FrameWatch(QWidget &widget, std::function<void()> onPaint)
+    PaintObserver(QWidget &widget, std::function<void()> onPaint)
         : m_onPaint(std::move(onPaint))
     {
         widget.installEventFilter(this);
@@ -48,7 +48,7 @@ protected:
             store().setWebsite("site" + std::to_string(slot) + ".example.com", slot);
     }
 
-    /// What the keyboard acts on after each of so many steps.
+    /// The focused widget after each of `steps` key presses.
     std::vector<QWidget *> visit(int steps, Qt::Key key = Qt::Key_Tab,
                                  Qt::KeyboardModifiers modifiers = {})
     {
@@ -70,7 +70,7 @@ TEST_F(LauncherSettingsCardTest, HasFiveNumberedEditors)
         openCard();
         ASSERT_EQ(editors().size(), 5);
         for (int slot = 0; slot < 5; ++slot) {
-            EXPECT_EQ(Input::spokenName(editor(slot)), "Launcher " + std::to_string(slot + 1));
+            EXPECT_EQ(Input::accessibleName(editor(slot)), "Launcher " + std::to_string(slot + 1));
             EXPECT_EQ(parts(slot).title(), "Empty launcher");
         }
         delete card;
@@ -172,7 +172,7 @@ TEST_F(LauncherSettingsCardTest, ClosesByButtonOutsideClickAndEscape)
     Input::click(parts(1).field());
     Input::key(panel, Qt::Key_Escape);
     EXPECT_EQ(closings, 3);
-    Input::click(*card, placeOf(editor(1)).center() + QPoint(0, -20));
+    Input::click(*card, frameOf(editor(1)).center() + QPoint(0, -20));
     Input::click(*card, card->cardGeometry().topLeft() + QPoint(60, 20));
     EXPECT_EQ(closings, 3);
 }
@@ -181,7 +181,7 @@ TEST_F(LauncherSettingsCardTest, HasTheAccessibleRoleOfADialog)
 {
     openCard();
     EXPECT_EQ(Input::role(*card), QAccessible::Dialog);
-    EXPECT_EQ(Input::spokenName(*card), "Quick Launchers");
+    EXPECT_EQ(Input::accessibleName(*card), "Quick Launchers");
     EXPECT_EQ(closeButton().toolTip().toStdString(), "Close");
     EXPECT_TRUE(card->isAncestorOf(QApplication::focusWidget()));
 }
@@ -213,13 +213,10 @@ TEST_F(LauncherSettingsCardTest, KeepsTheFocusInAnEditorClearedInTheBackground)
     fillAll();
     openCard();
     parts(2).clearButton()->setFocus(Qt::TabFocusReason);
-    QWidget other;
-    Input::show(other);
-    store().clear(2);
-    settle();
-    other.hide();
-    panel.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
+    Input::whileInactive(panel, [this] {
+        store().clear(2);
+        settle();
+    });
     EXPECT_TRUE(parts(2).chooseButton().hasFocus());
 }
 
@@ -228,22 +225,22 @@ TEST_F(LauncherSettingsCardTest, DoesNotScrollWhenEverythingFits)
     openCard();
     EXPECT_EQ(scrollBar().maximum(), 0);
     for (int slot = 0; slot < 5; ++slot)
-        EXPECT_TRUE(isInSight(editor(slot))) << slot;
+        EXPECT_TRUE(isFullyVisible(editor(slot))) << slot;
 }
 
 TEST_F(LauncherSettingsCardTest, ScrollsByTheWheelInASmallPanel)
 {
     openSmallCard();
     EXPECT_GT(scrollBar().maximum(), 0);
-    EXPECT_TRUE(isInSight(editor(0)));
-    EXPECT_FALSE(isInSight(editor(4)));
+    EXPECT_TRUE(isFullyVisible(editor(0)));
+    EXPECT_FALSE(isFullyVisible(editor(4)));
     for (int notch = 0; notch < 10; ++notch)
         Input::wheel(list(), -1);
-    EXPECT_FALSE(isInSight(editor(0)));
-    EXPECT_TRUE(isInSight(editor(4)));
-    EXPECT_EQ(placeOf(editor(4)).bottom(), placeOf(list()).bottom());
+    EXPECT_FALSE(isFullyVisible(editor(0)));
+    EXPECT_TRUE(isFullyVisible(editor(4)));
+    EXPECT_EQ(frameOf(editor(4)).bottom(), frameOf(list()).bottom());
     Input::wheel(editor(4), 20);
-    EXPECT_EQ(placeOf(editor(0)).top(), placeOf(list()).top());
+    EXPECT_EQ(frameOf(editor(0)).top(), frameOf(list()).top());
 }
 
 TEST_F(LauncherSettingsCardTest, ScrollsByKeysWithAnyFocus)
@@ -276,11 +273,11 @@ TEST_F(LauncherSettingsCardTest, ScrollsToTheFocusedEditor)
     for (int slot = 0; slot < 5; ++slot) {
         for (const auto *const stop : visit(4)) {
             EXPECT_TRUE(editor(slot).isAncestorOf(stop)) << slot;
-            EXPECT_TRUE(isInSight(editor(slot))) << slot;
+            EXPECT_TRUE(isFullyVisible(editor(slot))) << slot;
         }
     }
-    parts(0).field().setFocus(Qt::OtherFocusReason); // as assistive programs give it
-    EXPECT_TRUE(isInSight(editor(0)));
+    parts(0).field().setFocus(Qt::OtherFocusReason); // as assistive technology sets it
+    EXPECT_TRUE(isFullyVisible(editor(0)));
 }
 
 TEST_F(LauncherSettingsCardTest, ScrollsToTheMessage)
@@ -289,7 +286,7 @@ TEST_F(LauncherSettingsCardTest, ScrollsToTheMessage)
     Input::key(panel, Qt::Key_End);
     parts(4).submit("ftp://example.com");
     settle();
-    EXPECT_TRUE(isInSight(parts(4).label(2)));
+    EXPECT_TRUE(isFullyVisible(parts(4).label(2)));
     EXPECT_TRUE(parts(4).field().hasFocus());
 }
 
@@ -299,12 +296,12 @@ TEST_F(LauncherSettingsCardTest, ScrollsToAMessageOfAnotherEditor)
     Input::key(panel, Qt::Key_End);
     parts(3).enter("ftp://example.com");
     parts(4).enter("typed");
-    // The user scrolls until the buttons are just in sight.
+    // The buttons of editor 3 are the last visible row.
     scrollBar().setSliderPosition(editor(3).geometry().bottom() + 1 - list().height());
     Input::click(parts(3).setButton());
     settle();
-    EXPECT_TRUE(isInSight(parts(3).label(2)));
-    EXPECT_TRUE(parts(4).field().hasFocus()); // a button takes no keyboard when it is clicked
+    EXPECT_TRUE(isFullyVisible(parts(3).label(2)));
+    EXPECT_TRUE(parts(4).field().hasFocus()); // clicking a button does not move the focus
 }
 
 TEST_F(LauncherSettingsCardTest, LetsTheUserScrollAwayFromTheFocus)
@@ -313,12 +310,12 @@ TEST_F(LauncherSettingsCardTest, LetsTheUserScrollAwayFromTheFocus)
     Input::click(parts(0).field());
     for (int notch = 0; notch < 10; ++notch)
         Input::wheel(list(), -1);
-    ASSERT_FALSE(isInSight(editor(0)));
+    ASSERT_FALSE(isFullyVisible(editor(0)));
     panel.resize(390, 430);
     card->setGeometry(panel.rect());
     settle();
-    EXPECT_FALSE(isInSight(editor(0)));
-    EXPECT_TRUE(isInSight(editor(4)));
+    EXPECT_FALSE(isFullyVisible(editor(0)));
+    EXPECT_TRUE(isFullyVisible(editor(4)));
 }
 
 TEST_F(LauncherSettingsCardTest, GrowsByTheHeightOfTheMessage)
@@ -331,7 +328,7 @@ TEST_F(LauncherSettingsCardTest, GrowsByTheHeightOfTheMessage)
     EXPECT_EQ(after.height(), before.height() + 7 + parts(1).label(2).height());
     EXPECT_NEAR(QRectF(after).center().y(), QRectF(before).center().y(), 1);
     EXPECT_EQ(scrollBar().maximum(), 0);
-    EXPECT_TRUE(isInSight(editor(4)));
+    EXPECT_TRUE(isFullyVisible(editor(4)));
     parts(1).submit("example.com");
     settle();
     EXPECT_EQ(card->cardGeometry(), before);
@@ -341,7 +338,7 @@ TEST_F(LauncherSettingsCardTest, GrowsInTheFrameThatShowsTheMessage)
 {
     openCard();
     int frames = 0;
-    const FrameWatch watch(list(), [this, &frames] {
+    const PaintObserver observer(list(), [this, &frames] {
         frames += parts(1).message().empty() ? 0 : 1;
         EXPECT_EQ(list().height(), list().content()->sizeHint().height());
     });
@@ -353,14 +350,14 @@ TEST_F(LauncherSettingsCardTest, ScrollsAtItsMaximumHeight)
 {
     openCard();
     for (int slot = 0; slot < 5; ++slot) {
-        list().reveal(editor(slot)); // where it can be clicked
+        list().reveal(editor(slot)); // so that it can be clicked
         parts(slot).submit("ftp://example.com");
         settle();
-        EXPECT_TRUE(isInSight(editor(slot))) << slot;
+        EXPECT_TRUE(isFullyVisible(editor(slot))) << slot;
     }
     EXPECT_EQ(card->cardGeometry().height(), 560);
     EXPECT_GT(scrollBar().maximum(), 0);
-    EXPECT_FALSE(isInSight(editor(0)));
+    EXPECT_FALSE(isFullyVisible(editor(0)));
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace
 
 constexpr int Slot = 2;
 
-/// One editor in a window of its own, which follows the store as in its card.
+/// One editor in its own window, rendered when the store changes.
 class LauncherSlotEditorTest : public LauncherStoreFixture
 {
 protected:
@@ -52,7 +52,7 @@ protected:
         return open();
     }
 
-    /// Starts with what a file holds, which may be more than the store would take.
+    /// Starts from a file, whose texts may be longer than the store accepts.
     EditorParts openFrom(const LauncherItem &held)
     {
         LauncherSlots slots;
@@ -152,7 +152,7 @@ TEST_F(LauncherSlotEditorTest, ShowsTheStoredAddress)
 {
     const auto parts = open();
     parts.submit(" www.example.com ");
-    EXPECT_EQ(parts.urlText(), " www.example.com "); // left as typed until the editor is rendered
+    EXPECT_EQ(parts.urlText(), " www.example.com "); // unchanged until rendered
     settle();
     EXPECT_EQ(parts.urlText(), "https://www.example.com");
     EXPECT_EQ(parts.title(), "example.com");
@@ -382,7 +382,7 @@ TEST_F(LauncherSlotEditorTest, ExposesTheMessageToAssistiveTechnology)
     EXPECT_EQ(parts.field().accessibleDescription().toStdString(), "");
     parts.submit("ftp://example.com");
     EXPECT_EQ(Input::role(parts.label(2)), QAccessible::AlertMessage);
-    EXPECT_EQ(Input::spokenName(parts.label(2)), EditorParts::InvalidURL);
+    EXPECT_EQ(Input::accessibleName(parts.label(2)), EditorParts::InvalidURL);
     EXPECT_EQ(parts.field().accessibleDescription().toStdString(), EditorParts::InvalidURL);
     parts.submit("example.com");
     EXPECT_EQ(parts.field().accessibleDescription().toStdString(), "");
@@ -392,12 +392,12 @@ TEST_F(LauncherSlotEditorTest, IsANamedGroupWithNamedControls)
 {
     const auto parts = openWebsite();
     EXPECT_EQ(Input::role(*editor), QAccessible::Grouping);
-    EXPECT_EQ(Input::spokenName(*editor), "Launcher 3");
+    EXPECT_EQ(Input::accessibleName(*editor), "Launcher 3");
     EXPECT_EQ(editor->accessibleDescription().toStdString(), "example.com, Website");
-    EXPECT_EQ(Input::spokenName(parts.field()), "Website");
+    EXPECT_EQ(Input::accessibleName(parts.field()), "Website");
     EXPECT_EQ(Input::role(parts.field()), QAccessible::EditableText);
-    EXPECT_EQ(Input::spokenName(parts.label(0)), "example.com");
-    EXPECT_EQ(Input::spokenName(parts.label(1)), "https://example.com");
+    EXPECT_EQ(Input::accessibleName(parts.label(0)), "example.com");
+    EXPECT_EQ(Input::accessibleName(parts.label(1)), "https://example.com");
     EXPECT_EQ(Input::role(parts.label(0)), QAccessible::StaticText);
     EXPECT_EQ(parts.clearButton()->toolTip().toStdString(), "Clear launcher");
     EXPECT_FALSE(parts.chooseButton().toolTip().isEmpty());

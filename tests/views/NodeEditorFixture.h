@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// An editor in a window with a neighbour on each side, and a note of all texts it reports.
+/// An editor between two focusable neighbours; records the texts it reports.
 class NodeEditorFixture : public testing::Test
 {
 protected:

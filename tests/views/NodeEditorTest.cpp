@@ -143,7 +143,7 @@ TEST_F(NodeEditorTest, WrapsAnywhereOnlyForVeryLongWords)
         EXPECT_TRUE(wrapsAnywhere(longest.substr(1) + between + longest)) << between;
     EXPECT_TRUE(wrapsAnywhere("some words " + longest + "x"));
     EXPECT_TRUE(wrapsAnywhere(longest + "x some words"));
-    EXPECT_FALSE(wrapsAnywhere("some words")) << "in the next node";
+    EXPECT_FALSE(wrapsAnywhere("some words")) << "in another node";
 }
 
 TEST_F(NodeEditorTest, WrapsALongWordCreatedByTyping)
@@ -266,7 +266,7 @@ TEST_F(NodeEditorTest, IgnoresTheWheelWhileUnfocused)
 
 TEST_F(NodeEditorTest, HasAnAccessibleNameAndRole)
 {
-    EXPECT_EQ(Input::spokenName(editor), "Node text");
+    EXPECT_EQ(Input::accessibleName(editor), "Node text");
     EXPECT_EQ(Input::role(editor), QAccessible::EditableText);
 }
 

@@ -5,7 +5,7 @@
 namespace
 {
 
-/// Texts and identifiers that people write by hand or get from elsewhere.
+/// Identifiers and texts of hand-written and imported files.
 class NodeIdentityTest : public PanelContentFixture
 {
 };
@@ -24,8 +24,7 @@ TEST_F(NodeIdentityTest, UndoDoesNotEmptyANodeWithANullId)
 TEST_F(NodeIdentityTest, KeepsAByteOrderMarkWhenTypingAndCopying)
 {
     openView({ "\uFEFFtext" });
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End, Qt::ControlModifier);
+    editEnd(0);
     Input::type(*view, "s");
     settle();
     EXPECT_EQ(blocks()[0].text, "\uFEFFtexts");

@@ -14,7 +14,7 @@
 #include <optional>
 #include <vector>
 
-/// A list as large as in the panel. It is drawn when the test says so.
+/// A list of the panel's size, rendered only on request.
 class NodeListFixture : public ViewFixture
 {
 protected:
@@ -32,7 +32,7 @@ protected:
 
     void openList(const Texts &texts) { openList({ tabOf("Prompts", texts) }); }
 
-    /// Brings the list in line with the store, with all that it prepares for later.
+    /// Renders the list, with the cards that it prepares later.
     void draw()
     {
         list->render();
@@ -52,14 +52,14 @@ protected:
         return *list->findChild<OverlayScrollBar *>(QString(), Qt::FindDirectChildrenOnly);
     }
 
-    void scrollTo(int place)
+    void scrollTo(int offset)
     {
-        scrollBar().setValue(place);
+        scrollBar().setValue(offset);
         settle();
     }
 
-    /// The cards that the user sees at least a part of, top to bottom.
-    std::vector<PromptCard *> cardsInSight() const
+    /// The cards that are at least partly visible, top to bottom.
+    std::vector<PromptCard *> visibleCards() const
     {
         std::vector<PromptCard *> cards;
         for (auto *const card : list->findChildren<PromptCard *>()) {
@@ -70,7 +70,7 @@ protected:
         return cards;
     }
 
-    /// The card that shows this row; null if there is none.
+    /// Null if no card shows this row.
     PromptCard *cardOf(std::size_t row) const
     {
         const int top = topOf(row);
@@ -93,15 +93,15 @@ protected:
         return editorOf(card).toPlainText().toStdString();
     }
 
-    /// Each place in sight shows the right node, once, and nothing else is in sight.
-    void expectToShowTheStore() const
+    /// Exactly the visible rows have a card, and each card shows the node of its row.
+    void expectStoreShown() const
     {
         std::vector<std::size_t> rows;
         for (std::size_t row = 0; row < blocks().size(); ++row) {
             if (topOf(row) < Height && topOf(row) + PromptCard::cardHeight() > 0)
                 rows.push_back(row);
         }
-        const auto cards = cardsInSight();
+        const auto cards = visibleCards();
         ASSERT_EQ(cards.size(), rows.size());
         for (std::size_t index = 0; index < rows.size(); ++index) {
             auto &card = *cards[index];
@@ -109,14 +109,14 @@ protected:
             EXPECT_EQ(card.geometry(), QRect(10, topOf(row), 410, PromptCard::cardHeight()));
             EXPECT_EQ(card.blockID(), blocks()[row].id);
             EXPECT_EQ(textOf(card), blocks()[row].text);
-            EXPECT_EQ(Input::spokenName(card),
+            EXPECT_EQ(Input::accessibleName(card),
                       "Node " + std::to_string(row + 1) + " of " + std::to_string(blocks().size()));
         }
-        expectTreeInOrder();
+        expectAccessibleOrder();
     }
 
-    /// The accessibility tree lists the cards top to bottom.
-    void expectTreeInOrder() const
+    /// The accessibility tree lists the cards from top to bottom.
+    void expectAccessibleOrder() const
     {
         std::vector<int> tops;
         auto *const tree = QAccessible::queryAccessibleInterface(list);
@@ -125,7 +125,7 @@ protected:
             if (child->role() == QAccessible::Grouping && !child->state().invisible)
                 tops.push_back(child->rect().top());
         }
-        EXPECT_GE(tops.size(), cardsInSight().size());
+        EXPECT_GE(tops.size(), visibleCards().size());
         EXPECT_TRUE(std::ranges::is_sorted(tops));
     }
 

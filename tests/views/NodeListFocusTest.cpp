@@ -6,7 +6,7 @@
 namespace
 {
 
-/// Whoever types into a node goes on typing into it, whatever happens around it.
+/// The edited node keeps its editor and the focus while the list changes.
 class NodeListFocusTest : public NodeListFixture
 {
 protected:
@@ -15,7 +15,7 @@ protected:
         openList({ tabOf("One", numberedTexts(60)), tabOf("Two", numberedTexts(5)) });
     }
 
-    /// Types into the node in this row and selects a part of its text.
+    /// Types into the node of this row and selects a part of its text.
     NodeEditor &edit(std::size_t row)
     {
         edited = blocks()[row].id;
@@ -38,8 +38,8 @@ protected:
 
     const std::string &editedText() const { return blocks()[rowOfEdited()].text; }
 
-    /// The edited node's editor is this one, in its place, and nothing of it is lost.
-    void expectToBeAsLeft(const NodeEditor &editor)
+    /// `editor` still shows the edited node, with focus, selection and undo history.
+    void expectUnchanged(const NodeEditor &editor)
     {
         ASSERT_TRUE(editor.hasFocus());
         ASSERT_TRUE(cardOf(rowOfEdited()));
@@ -61,15 +61,15 @@ protected:
 TEST_F(NodeListFocusTest, KeepsAnEditorScrolledAwayAndBack)
 {
     const auto &editor = edit(0);
-    for (const int place : { 400, 3000, scrollBar().maximum(), 200 }) {
-        scrollTo(place);
+    for (const int offset : { 400, 3000, scrollBar().maximum(), 200 }) {
+        scrollTo(offset);
         draw();
-        expectToShowTheStore();
+        expectStoreShown();
         EXPECT_TRUE(editor.hasFocus());
     }
     scrollTo(0);
-    expectToShowTheStore();
-    expectToBeAsLeft(editor);
+    expectStoreShown();
+    expectUnchanged(editor);
 }
 
 TEST_F(NodeListFocusTest, TypesIntoAnEditorScrolledAway)
@@ -86,14 +86,14 @@ TEST_F(NodeListFocusTest, KeepsTheEditorOfAMovedNode)
     const auto &editor = edit(1);
     store().moveBlock(edited, -1);
     draw();
-    expectToShowTheStore();
+    expectStoreShown();
     store().moveBlock(edited, 50);
     draw();
-    expectToShowTheStore();
+    expectStoreShown();
     store().moveBlock(edited, -49);
     draw();
-    expectToShowTheStore();
-    expectToBeAsLeft(editor);
+    expectStoreShown();
+    expectUnchanged(editor);
 }
 
 TEST_F(NodeListFocusTest, KeepsTheEditorWhileNodesAroundItChange)
@@ -109,8 +109,8 @@ TEST_F(NodeListFocusTest, KeepsTheEditorWhileNodesAroundItChange)
     store().setBlockColor(edited, BlockColor::blue);
     store().copyBlock(edited);
     draw();
-    expectToShowTheStore();
-    expectToBeAsLeft(editor);
+    expectStoreShown();
+    expectUnchanged(editor);
 }
 
 TEST_F(NodeListFocusTest, KeepsAScrolledAwayEditorWhileNodesAroundItChange)
@@ -122,25 +122,22 @@ TEST_F(NodeListFocusTest, KeepsAScrolledAwayEditorWhileNodesAroundItChange)
     draw();
     store().moveBlock(edited, 30);
     draw();
-    expectToShowTheStore();
+    expectStoreShown();
     scrollTo(topOf(rowOfEdited()) + scrollBar().value());
     draw();
-    expectToBeAsLeft(editor);
+    expectUnchanged(editor);
 }
 
 TEST_F(NodeListFocusTest, KeepsTheEditorWhileAnotherWindowIsActive)
 {
     const auto &editor = edit(0);
-    QWidget other;
-    Input::show(other);
-    scrollTo(scrollBar().maximum());
-    draw();
-    scrollTo(0);
-    draw();
-    other.hide();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    expectToBeAsLeft(editor);
+    Input::whileInactive(window, [this] {
+        scrollTo(scrollBar().maximum());
+        draw();
+        scrollTo(0);
+        draw();
+    });
+    expectUnchanged(editor);
 }
 
 TEST_F(NodeListFocusTest, UndoesAnExternalChangeInOneStep)
@@ -178,21 +175,21 @@ TEST_F(NodeListFocusTest, IgnoresTypingOnceTheEditedNodeIsDeleted)
     const auto before = blocks();
     Input::type(window, "lost");
     EXPECT_EQ(blocks(), before);
-    expectToShowTheStore();
+    expectStoreShown();
     EXPECT_TRUE(!QApplication::focusWidget() || QApplication::focusWidget()->isVisible());
 }
 
 TEST_F(NodeListFocusTest, IgnoresTypingAfterATabSwitch)
 {
     edit(1);
-    store().selectTab(store().tabs().get()[1].id);
+    store().selectTab(tabID(1));
     draw();
     const auto before = store().tabs().get();
     Input::type(window, "lost");
     EXPECT_EQ(store().tabs().get(), before);
-    store().selectTab(store().tabs().get()[0].id);
+    store().selectTab(tabID(0));
     draw();
-    expectToShowTheStore();
+    expectStoreShown();
     EXPECT_EQ(textOf(*cardOf(1)), "text 1ABC");
 }
 
@@ -202,7 +199,7 @@ TEST_F(NodeListFocusTest, ReusedCardsHaveNoUndoHistory)
     window.setFocus();
     scrollTo(scrollBar().maximum());
     draw();
-    for (auto *const card : cardsInSight()) {
+    for (auto *const card : visibleCards()) {
         card->focusEditor();
         Input::key(window, Qt::Key_Z, Qt::ControlModifier);
     }
@@ -219,7 +216,7 @@ TEST_F(NodeListFocusTest, ScrollsToTheFocusedCard)
     draw();
     list->revealFocus();
     EXPECT_EQ(scrollBar().value(), 0);
-    expectToBeAsLeft(editor);
+    expectUnchanged(editor);
 }
 
 } // namespace

@@ -7,43 +7,43 @@
 namespace
 {
 
-/// However many nodes a tab holds, so many cards are enough.
-constexpr std::size_t FewCards = 20;
+/// The most cards that the list creates for any number of nodes.
+constexpr std::size_t CardLimit = 20;
 
 class NodeListTest : public NodeListFixture
 {
 protected:
-    std::size_t anyRow() { return anyOf(blocks().size()); }
+    std::size_t randomRow() { return randomBelow(blocks().size()); }
 
-    std::size_t anyOf(std::size_t count)
+    std::size_t randomBelow(std::size_t count)
     {
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
     }
 
     void changeSomething()
     {
-        const auto id = blocks().empty() ? QUuid() : blocks()[anyRow()].id;
-        const auto tab = store().tabs().get()[anyOf(store().tabs().get().size())].id;
-        switch (anyOf(9)) {
+        const auto id = blocks().empty() ? QUuid() : blocks()[randomRow()].id;
+        const auto tab = store().tabs().get()[randomBelow(store().tabs().get().size())].id;
+        switch (randomBelow(9)) {
         case 0:
             return store().addBlock();
         case 1:
             return store().deleteBlock(id);
         case 2:
-            return store().moveBlock(id, static_cast<int>(anyOf(41)) - 20);
+            return store().moveBlock(id, static_cast<int>(randomBelow(41)) - 20);
         case 3:
-            return store().moveBlock(id, anyOf(2) == 0 ? -1 : 1);
+            return store().moveBlock(id, randomBelow(2) == 0 ? -1 : 1);
         case 4:
-            return store().updateBlock(id, "changed " + std::to_string(anyOf(1000)));
+            return store().updateBlock(id, "changed " + std::to_string(randomBelow(1000)));
         case 5:
             return store().selectTab(tab);
         case 6:
             return scrollTo(
-                static_cast<int>(anyOf(static_cast<std::size_t>(scrollBar().maximum()) + 1)));
+                static_cast<int>(randomBelow(static_cast<std::size_t>(scrollBar().maximum()) + 1)));
         case 7:
-            return scrollTo(scrollBar().value() + static_cast<int>(anyOf(401)) - 200);
+            return scrollTo(scrollBar().value() + static_cast<int>(randomBelow(401)) - 200);
         default:
-            if (auto *const card = cardOf(anyOf(50)))
+            if (auto *const card = cardOf(randomBelow(50)))
                 card->focusEditor();
         }
     }
@@ -54,38 +54,38 @@ protected:
 TEST_F(NodeListTest, ShowsTheNodesOfTheActiveTabInOrder)
 {
     openList(numberedTexts(2));
-    expectToShowTheStore();
-    EXPECT_EQ(cardsInSight().size(), 2U);
-    EXPECT_EQ(cardsInSight().front()->y(), 10);
-    EXPECT_EQ(cardsInSight().back()->y(), 10 + PromptCard::cardHeight() + 10);
+    expectStoreShown();
+    EXPECT_EQ(visibleCards().size(), 2U);
+    EXPECT_EQ(visibleCards().front()->y(), 10);
+    EXPECT_EQ(visibleCards().back()->y(), 10 + PromptCard::cardHeight() + 10);
 }
 
 TEST_F(NodeListTest, CreatesFewCardsForAHundredThousandNodes)
 {
     openList(numberedTexts(100'000));
-    EXPECT_LE(cardCount(), FewCards);
-    expectToShowTheStore();
+    EXPECT_LE(cardCount(), CardLimit);
+    expectStoreShown();
     scrollTo(scrollBar().maximum());
-    expectToShowTheStore();
-    EXPECT_EQ(textOf(*cardsInSight().back()), "text 99999");
-    EXPECT_LE(cardsInSight().back()->geometry().bottom(), Height - 10);
+    expectStoreShown();
+    EXPECT_EQ(textOf(*visibleCards().back()), "text 99999");
+    EXPECT_LE(visibleCards().back()->geometry().bottom(), Height - 10);
     for (int step = 1; step <= 20; ++step) {
         scrollTo(scrollBar().maximum() / 20 * (20 - step));
         draw();
-        expectToShowTheStore();
+        expectStoreShown();
     }
-    EXPECT_EQ(textOf(*cardsInSight().front()), "text 0");
-    EXPECT_LE(cardCount(), FewCards);
+    EXPECT_EQ(textOf(*visibleCards().front()), "text 0");
+    EXPECT_LE(cardCount(), CardLimit);
 }
 
 TEST_F(NodeListTest, ShowsTheRightNodesAtEveryScrollPosition)
 {
     openList(numberedTexts(60));
-    for (int place = 0; place <= scrollBar().maximum(); place += 7) {
-        scrollTo(place);
-        ASSERT_NO_FATAL_FAILURE(expectToShowTheStore()) << place;
+    for (int offset = 0; offset <= scrollBar().maximum(); offset += 7) {
+        scrollTo(offset);
+        ASSERT_NO_FATAL_FAILURE(expectStoreShown()) << offset;
     }
-    EXPECT_LE(cardCount(), FewCards);
+    EXPECT_LE(cardCount(), CardLimit);
 }
 
 TEST_F(NodeListTest, ShowsTheRightNodesAfterRandomChanges)
@@ -94,13 +94,13 @@ TEST_F(NodeListTest, ShowsTheRightNodesAfterRandomChanges)
                tabOf("Three", numberedTexts(200)), tabOf("Four") });
     for (int step = 0; step < 600 && !HasFailure(); ++step) {
         changeSomething();
-        if (anyOf(3) == 0)
+        if (randomBelow(3) == 0)
             draw();
         else
             list->render();
-        ASSERT_NO_FATAL_FAILURE(expectToShowTheStore()) << "step " << step;
+        ASSERT_NO_FATAL_FAILURE(expectStoreShown()) << "step " << step;
     }
-    EXPECT_LE(cardCount(), FewCards);
+    EXPECT_LE(cardCount(), CardLimit);
 }
 
 TEST_F(NodeListTest, FillsAnEnlargedWindow)
@@ -109,14 +109,14 @@ TEST_F(NodeListTest, FillsAnEnlargedWindow)
     scrollTo(scrollBar().maximum());
     list->resize(430, 300);
     list->resize(430, Height);
-    expectToShowTheStore();
+    expectStoreShown();
 }
 
 TEST_F(NodeListTest, ResizesTheCardsToItsWidth)
 {
     openList(numberedTexts(3));
     list->resize(600, Height);
-    for (const auto *const card : cardsInSight())
+    for (const auto *const card : visibleCards())
         EXPECT_EQ(card->width(), 580);
 }
 
@@ -142,10 +142,10 @@ TEST_F(NodeListTest, ScrollsToTheTopOfAnotherTab)
 {
     openList({ tabOf("One", numberedTexts(60)), tabOf("Two", numberedTexts(50)) });
     scrollTo(3000);
-    store().selectTab(store().tabs().get()[1].id);
+    store().selectTab(tabID(1));
     draw();
     EXPECT_EQ(scrollBar().value(), 0);
-    expectToShowTheStore();
+    expectStoreShown();
 }
 
 TEST_F(NodeListTest, KeepsTheScrollPositionWhenANodeChanges)
@@ -165,15 +165,15 @@ TEST_F(NodeListTest, ShowsTheEmptyStateForAnEmptyTab)
     ASSERT_TRUE(empty);
     EXPECT_TRUE(empty->isVisible());
     EXPECT_EQ(empty->geometry(), QRect(10, 10, 410, empty->sizeHint().height()));
-    EXPECT_EQ(cardsInSight().size(), 0U);
+    EXPECT_EQ(visibleCards().size(), 0U);
     store().addBlock();
     draw();
     EXPECT_FALSE(empty->isVisible());
-    EXPECT_EQ(cardsInSight().size(), 1U);
+    EXPECT_EQ(visibleCards().size(), 1U);
     store().deleteBlock(blocks()[0].id);
     draw();
     EXPECT_TRUE(empty->isVisible());
-    EXPECT_EQ(cardsInSight().size(), 0U);
+    EXPECT_EQ(visibleCards().size(), 0U);
 }
 
 TEST_F(NodeListTest, ShowsNothingWithoutTabs)
@@ -182,7 +182,7 @@ TEST_F(NodeListTest, ShowsNothingWithoutTabs)
     openList({ twin, twin });
     store().deleteTab(twin.id);
     draw();
-    EXPECT_EQ(cardsInSight().size(), 0U);
+    EXPECT_EQ(visibleCards().size(), 0U);
     const auto *const empty = list->findChild<EmptyState *>();
     EXPECT_TRUE(!empty || !empty->isVisible());
 }
@@ -193,14 +193,14 @@ TEST_F(NodeListTest, ShowsNodesWithEqualIds)
     tab.blocks[1].id = tab.blocks[0].id;
     tab.blocks[7].id = tab.blocks[0].id;
     openList({ tab });
-    expectToShowTheStore();
+    expectStoreShown();
     scrollTo(scrollBar().maximum());
-    expectToShowTheStore();
+    expectStoreShown();
     scrollTo(0);
-    expectToShowTheStore();
+    expectStoreShown();
     store().deleteBlock(tab.blocks[0].id);
     draw();
-    expectToShowTheStore();
+    expectStoreShown();
     EXPECT_EQ(blocks().size(), 5U);
 }
 

@@ -5,7 +5,7 @@
 namespace
 {
 
-/// The store changes behind a hidden panel, too.
+/// The store changes while the panel is hidden.
 class NodeListVisibilityTest : public NodeListFixture
 {
 protected:
@@ -31,7 +31,7 @@ TEST_F(NodeListVisibilityTest, ShowsTheEmptyStateAfterDeletionsWhileHidden)
             store().deleteBlock(blocks().back().id);
     });
     showAgain();
-    EXPECT_TRUE(cardsInSight().empty());
+    EXPECT_TRUE(visibleCards().empty());
     EXPECT_TRUE(list->findChild<EmptyState *>()->isVisible());
 }
 
@@ -50,9 +50,9 @@ TEST_F(NodeListVisibilityTest, ShowsChangesMadeWhileHidden)
 TEST_F(NodeListVisibilityTest, ShowsATabSelectedWhileHidden)
 {
     openList({ tabOf("Full", numberedTexts(5)), tabOf("Empty") });
-    hideAndDraw([this] { store().selectTab(store().tabs().get()[1].id); });
+    hideAndDraw([this] { store().selectTab(tabID(1)); });
     showAgain();
-    EXPECT_TRUE(cardsInSight().empty());
+    EXPECT_TRUE(visibleCards().empty());
 }
 
 } // namespace

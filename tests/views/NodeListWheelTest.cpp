@@ -21,7 +21,7 @@ protected:
 
     NodeEditor &editor(std::size_t row) const { return editorOf(*cardOf(row)); }
 
-    /// Where the lines of a dragged handle are, from the top of the window.
+    /// The vertical centre of a dragged handle's lines in the window; -1 if none is dragged.
     int middleOfLines() const
     {
         for (auto *const child :
@@ -39,7 +39,7 @@ TEST_F(NodeListWheelTest, ScrollsTheListOverACard)
 {
     Input::wheel(*cardOf(0), -1);
     EXPECT_GT(scrollBar().value(), 0);
-    expectToShowTheStore();
+    expectStoreShown();
     Input::wheel(*cardOf(1), 1);
     EXPECT_EQ(scrollBar().value(), 0);
 }
@@ -88,7 +88,7 @@ TEST_F(NodeListWheelTest, KeepsADraggedHandleAtThePointer)
     int steps = 0;
     card.onReorder = [&steps](const QUuid &, int asked) { steps = asked; };
     auto &handle = *card.findChild<DragHandle *>();
-    const QPoint start = Input::placeInWindow(handle, handle.rect().center());
+    const QPoint start = Input::toWindow(handle, handle.rect().center());
     Input::press(window, start);
     Input::moveTo(window, start + QPoint(0, 50));
     ASSERT_NEAR(middleOfLines(), start.y() + 50, 1);
@@ -108,7 +108,7 @@ TEST_F(NodeListWheelTest, ScrollingStartsNoDrag)
 {
     auto &card = *cardOf(1);
     auto &handle = *card.findChild<DragHandle *>();
-    const QPoint start = Input::placeInWindow(handle, handle.rect().center());
+    const QPoint start = Input::toWindow(handle, handle.rect().center());
     Input::press(window, start);
     Input::wheel(*list, -1);
     Input::moveTo(window, start + QPoint(0, 3));
@@ -136,7 +136,7 @@ TEST_F(NodeListWheelTest, StopsAtBothEnds)
     for (int count = 0; count < 200; ++count)
         Input::wheel(*list, -1);
     EXPECT_EQ(scrollBar().value(), scrollBar().maximum());
-    expectToShowTheStore();
+    expectStoreShown();
 }
 
 TEST_F(NodeListWheelTest, ScrollsByDraggingTheScrollBar)
@@ -146,7 +146,7 @@ TEST_F(NodeListWheelTest, ScrollsByDraggingTheScrollBar)
     Input::moveTo(bar, { 3, 250 });
     EXPECT_GT(bar.value(), bar.maximum() / 3);
     Input::release(bar, { 3, 250 });
-    expectToShowTheStore();
+    expectStoreShown();
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 namespace
 {
 
-/// How a card over the panel comes, keeps the keyboard, and goes.
+/// Opening, focus and closing of a card over the panel.
 class OverlayCardTest : public PanelContentFixture
 {
 protected:
@@ -32,7 +32,7 @@ protected:
         return close && close->isVisible();
     }
 
-    void expectToClose()
+    void expectClosed()
     {
         EXPECT_FALSE(preferences.showsInfoCard.get());
         settle();
@@ -42,7 +42,7 @@ protected:
         }));
     }
 
-    QPoint beside() const { return { 5, 300 }; }
+    QPoint outside() const { return { 5, 300 }; }
 
     bool isFocusInCard() const { return aboutCard()->isAncestorOf(QApplication::focusWidget()); }
 };
@@ -52,7 +52,7 @@ TEST_F(OverlayCardTest, OpensAndClosesWithItsFlag)
     EXPECT_FALSE(aboutCard());
     openCard();
     preferences.showsInfoCard.set(false);
-    expectToClose();
+    expectClosed();
     openCard();
 }
 
@@ -67,36 +67,37 @@ TEST_F(OverlayCardTest, AnimatesOpeningAndClosing)
     EXPECT_GE(timer.elapsed(), 150);
     timer.restart();
     preferences.showsInfoCard.set(false);
-    expectToClose();
+    expectClosed();
     EXPECT_GE(timer.elapsed(), 150);
 }
 
 TEST_F(OverlayCardTest, FadesInWhileOpening)
 {
-    const QColor ground(120, 160, 200);
+    const QColor background(120, 160, 200);
     preferences.showsInfoCard.set(true);
     settle();
     auto &card = *aboutCard();
-    const QRect place = card.cardGeometry();
-    const auto brightnessBeside = [&card, &ground] {
-        return Picture(card, ground).at(2, 2).lightness();
+    const QRect frame = card.cardGeometry();
+    const auto brightnessOutside = [&card, &background] {
+        return Picture(card, background).at(2, 2).lightness();
     };
-    const int atFirst = brightnessBeside();
+    const int atFirst = brightnessOutside();
     EXPECT_TRUE(QTest::qWaitFor([this] { return isOpen(); }));
-    const int atLast = brightnessBeside();
+    const int atLast = brightnessOutside();
     EXPECT_GT(atFirst, atLast);
-    EXPECT_TRUE(isColor(Picture(card, ground).at(2, 2), over(SrgbColor::black(0.58), ground)));
-    EXPECT_EQ(card.cardGeometry(), place);
+    EXPECT_TRUE(
+        isColor(Picture(card, background).at(2, 2), over(SrgbColor::black(0.58), background)));
+    EXPECT_EQ(card.cardGeometry(), frame);
 }
 
-/// Where the cubic Bezier curve with the control points (0, 0) and (0.58, 1) is after a quarter, a
-/// half and three quarters of its time.
+/// Progress of the cubic Bezier curve with the control points (0, 0) and (0.58, 1) after a quarter,
+/// a half and three quarters of its time.
 constexpr std::array<double, 3> EaseOut { 0.378, 0.685, 0.906 };
 
 class OverlayCardFrameTest : public OverlayCardTest
 {
 protected:
-    /// Holds the animation at so many quarters of its time.
+    /// Pauses the animation after `quarters` of its time.
     void stopAt(int quarters)
     {
         auto &animation = *aboutCard()->findChild<QVariantAnimation *>();
@@ -104,14 +105,14 @@ protected:
         animation.setCurrentTime(animation.duration() * quarters / 4);
     }
 
-    /// How much of the card is there, from 0 to 1, told by the ground beside it.
-    double presence()
+    /// The opacity of the dimming outside the card, relative to an open card.
+    double opacity()
     {
-        const QColor beside = Picture(*aboutCard(), Qt::white).at(2, 2);
-        return (1 - beside.redF()) / 0.58;
+        const QColor outside = Picture(*aboutCard(), Qt::white).at(2, 2);
+        return (1 - outside.redF()) / 0.58;
     }
 
-    /// How wide the card is drawn, compared with what it measures at rest.
+    /// The drawn width of the card relative to its width when open.
     double scale()
     {
         const QRectF card = aboutCard()->cardGeometry();
@@ -120,14 +121,14 @@ protected:
         return 1 - 2 * inset / card.width();
     }
 
-    /// How exact that is: painting a picture moves its edges to the next pixel.
+    /// The accuracy of `scale`: painting a pixmap moves its edges to whole pixels.
     double tolerance()
     {
         return 1.5 / aboutCard()->devicePixelRatio() / aboutCard()->cardGeometry().width();
     }
 
-    /// Where the card's left edge is, exact to a fraction of a pixel: it is where the picture
-    /// falls below the mean of what is outside and inside.
+    /// The left edge of the card, accurate to a fraction of a pixel: the position where the
+    /// brightness falls below the mean of outside and inside.
     static double edgeNear(const Picture &picture, double left, double y)
     {
         const double pixel = 1 / picture.scale();
@@ -149,7 +150,7 @@ TEST_F(OverlayCardFrameTest, EasesOutAndGrowsFrom97PercentWhileOpening)
     settle();
     for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
         stopAt(static_cast<int>(quarter) + 1);
-        EXPECT_NEAR(presence(), EaseOut[quarter], 0.012) << quarter;
+        EXPECT_NEAR(opacity(), EaseOut[quarter], 0.012) << quarter;
         EXPECT_NEAR(scale(), 0.97 + 0.03 * EaseOut[quarter], tolerance()) << quarter;
     }
 }
@@ -163,7 +164,7 @@ TEST_F(OverlayCardFrameTest, EasesOutAndShrinksTo97PercentWhileClosing)
     ASSERT_EQ(aboutCard(), card);
     for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
         stopAt(static_cast<int>(quarter) + 1);
-        EXPECT_NEAR(presence(), 1 - EaseOut[quarter], 0.012) << quarter;
+        EXPECT_NEAR(opacity(), 1 - EaseOut[quarter], 0.012) << quarter;
         EXPECT_NEAR(scale(), 1 - 0.03 * EaseOut[quarter], tolerance()) << quarter;
     }
 }
@@ -171,8 +172,8 @@ TEST_F(OverlayCardFrameTest, EasesOutAndShrinksTo97PercentWhileClosing)
 TEST_F(OverlayCardTest, ClosesByAClickOutsideTheCard)
 {
     openCard();
-    Input::click(*aboutCard(), beside());
-    expectToClose();
+    Input::click(*aboutCard(), outside());
+    expectClosed();
 }
 
 TEST_F(OverlayCardTest, StaysOpenForAClickInsideTheCard)
@@ -192,9 +193,9 @@ TEST_F(OverlayCardTest, StaysOpenUnlessPressAndReleaseAreOutside)
     openCard();
     const QPoint inside = aboutCard()->cardGeometry().center();
     Input::press(*aboutCard(), inside);
-    Input::release(*aboutCard(), beside());
+    Input::release(*aboutCard(), outside());
     EXPECT_TRUE(preferences.showsInfoCard.get());
-    Input::press(*aboutCard(), beside());
+    Input::press(*aboutCard(), outside());
     Input::release(*aboutCard(), inside);
     EXPECT_TRUE(preferences.showsInfoCard.get());
 }
@@ -203,14 +204,14 @@ TEST_F(OverlayCardTest, ClosesByItsButton)
 {
     openCard();
     Input::click(*Input::button(*aboutCard(), "Close"));
-    expectToClose();
+    expectClosed();
 }
 
 TEST_F(OverlayCardTest, ClosesOnEscape)
 {
     openCard();
     Input::key(*view, Qt::Key_Escape);
-    expectToClose();
+    expectClosed();
 }
 
 TEST_F(OverlayCardTest, ClosesOnEscapeWhileOpening)
@@ -218,7 +219,7 @@ TEST_F(OverlayCardTest, ClosesOnEscapeWhileOpening)
     preferences.showsInfoCard.set(true);
     settle();
     Input::key(*view, Qt::Key_Escape);
-    expectToClose();
+    expectClosed();
 }
 
 TEST_F(OverlayCardTest, ReopensWhileClosing)
@@ -247,7 +248,7 @@ TEST_F(OverlayCardTest, TakesTheFocusAndReturnsIt)
         settle();
         return editor(1).hasFocus();
     }));
-    expectToClose();
+    expectClosed();
     EXPECT_TRUE(editor(1).hasFocus());
     Input::key(*view, Qt::Key_End);
     Input::type(*view, "x");
@@ -257,17 +258,14 @@ TEST_F(OverlayCardTest, TakesTheFocusAndReturnsIt)
 TEST_F(OverlayCardTest, ReturnsTheFocusWhenOpenedFromAnotherWindow)
 {
     Input::click(editor(1));
-    QWidget other;
-    Input::show(other);
-    preferences.showsInfoCard.set(true);
-    settle();
-    other.hide();
-    view->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&*view));
+    Input::whileInactive(*view, [this] {
+        preferences.showsInfoCard.set(true);
+        settle();
+    });
     EXPECT_TRUE(QTest::qWaitFor([this] { return isOpen(); }));
     EXPECT_TRUE(aboutCard()->hasFocus() || isFocusInCard());
     Input::key(*view, Qt::Key_Escape);
-    expectToClose();
+    expectClosed();
     EXPECT_TRUE(editor(1).hasFocus());
 }
 
@@ -306,7 +304,7 @@ TEST_F(OverlayCardTest, HasTheAccessibleRoleOfADialog)
 {
     openCard();
     EXPECT_EQ(Input::role(*aboutCard()), QAccessible::Dialog);
-    EXPECT_EQ(Input::spokenName(*aboutCard()), "About Quillsatchel");
+    EXPECT_EQ(Input::accessibleName(*aboutCard()), "About Quillsatchel");
 }
 
 } // namespace

@@ -8,7 +8,7 @@
 namespace
 {
 
-const QColor Ground(10, 20, 30);
+const QColor Background(10, 20, 30);
 
 class OverlayScrollBarTest : public testing::Test
 {
@@ -22,8 +22,8 @@ protected:
 
     QRectF thumb()
     {
-        const Picture picture(bar, Ground);
-        return picture.inkIn(picture.rect(), Ground);
+        const Picture picture(bar, Background);
+        return picture.inkIn(picture.rect(), Background);
     }
 
     OverlayScrollBar bar { Qt::Vertical, nullptr };
@@ -50,9 +50,9 @@ TEST_F(OverlayScrollBarTest, IsHiddenWithoutAScrollRange)
 
 TEST_F(OverlayScrollBarTest, IsTranslucent)
 {
-    const Picture picture(bar, Ground);
-    EXPECT_TRUE(isColor(picture.at(3, 150), Ground, 0));
-    EXPECT_LT(Picture::distance(picture.at(3, 20), Ground), 100);
+    const Picture picture(bar, Background);
+    EXPECT_TRUE(isColor(picture.at(3, 150), Background, 0));
+    EXPECT_LT(Picture::distance(picture.at(3, 20), Background), 100);
 }
 
 TEST_F(OverlayScrollBarTest, KeepsAMinimumThumbSize)

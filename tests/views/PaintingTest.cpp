@@ -9,11 +9,11 @@
 namespace
 {
 
-const QColor Ground(10, 20, 30);
+const QColor Background(10, 20, 30);
 
 Picture painted(const std::function<void(QPainter &)> &paint)
 {
-    return { QSize(60, 40), 1, Ground, paint };
+    return { QSize(60, 40), 1, Background, paint };
 }
 
 TEST(PaintingTest, HasTheThemeColors)
@@ -47,8 +47,8 @@ TEST(PaintingTest, FillsARoundedRectangleUpToItsEdges)
     const Picture picture = painted([](QPainter &painter) {
         Painting::fillRoundedRect(painter, { 10, 10, 40, 20 }, 6, SrgbColor::white());
     });
-    EXPECT_EQ(picture.inkIn(picture.rect(), Ground), QRectF(10, 10, 40, 20));
-    EXPECT_TRUE(isColor(picture.at(10, 10), Ground));
+    EXPECT_EQ(picture.inkIn(picture.rect(), Background), QRectF(10, 10, 40, 20));
+    EXPECT_TRUE(isColor(picture.at(10, 10), Background));
     EXPECT_TRUE(isColor(picture.at(10, 20), Qt::white));
 }
 
@@ -58,16 +58,16 @@ TEST(PaintingTest, StrokesInsideTheRectangle)
         const Picture picture = painted([width](QPainter &painter) {
             Painting::strokeRoundedRect(painter, { 10, 10, 40, 20 }, 6, SrgbColor::white(), width);
         });
-        EXPECT_EQ(picture.inkIn(picture.rect(), Ground), QRectF(10, 10, 40, 20));
+        EXPECT_EQ(picture.inkIn(picture.rect(), Background), QRectF(10, 10, 40, 20));
         EXPECT_TRUE(isColor(picture.at(10, 20), Qt::white));
         EXPECT_TRUE(isColor(picture.at(10 + width - 1, 20), Qt::white));
-        EXPECT_TRUE(isColor(picture.at(10 + width, 20), Ground));
+        EXPECT_TRUE(isColor(picture.at(10 + width, 20), Background));
     }
 }
 
 TEST(PaintingTest, AlignsEdgesToPixelsAtFractionalScales)
 {
-    Picture(QSize(60, 40), 1.25, Ground, [](QPainter &painter) {
+    Picture(QSize(60, 40), 1.25, Background, [](QPainter &painter) {
         EXPECT_EQ(Painting::onWholePixels(painter, QRectF(0, 1, 58, 40)),
                   QRectF(QPointF(0, 0.8), QPointF(58.4, 40.8)));
         EXPECT_EQ(Painting::wholePixelLine(painter), 0.8);
@@ -78,7 +78,7 @@ TEST(PaintingTest, AlignsEdgesToPixelsAtFractionalScales)
 TEST(PaintingTest, KeepsEdgesOnWholePixels)
 {
     for (const int scale : { 1, 2 }) {
-        Picture(QSize(60, 40), scale, Ground, [](QPainter &painter) {
+        Picture(QSize(60, 40), scale, Background, [](QPainter &painter) {
             EXPECT_EQ(Painting::onWholePixels(painter, QRectF(3, 1, 58, 40)), QRectF(3, 1, 58, 40));
             EXPECT_EQ(Painting::wholePixelLine(painter), 1);
         });
@@ -90,10 +90,10 @@ TEST(PaintingTest, RoundsTheEndsOfACapsule)
     const Picture picture = painted([](QPainter &painter) {
         Painting::fillCapsule(painter, { 10, 10, 40, 20 }, SrgbColor::white());
     });
-    EXPECT_TRUE(isColor(picture.at(11, 11), Ground));
+    EXPECT_TRUE(isColor(picture.at(11, 11), Background));
     EXPECT_TRUE(isColor(picture.at(10, 19), Qt::white, 20));
     EXPECT_TRUE(isColor(picture.at(20, 10), Qt::white, 60));
-    EXPECT_TRUE(isColor(picture.at(48, 28), Ground));
+    EXPECT_TRUE(isColor(picture.at(48, 28), Background));
 }
 
 } // namespace

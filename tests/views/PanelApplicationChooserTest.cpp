@@ -24,7 +24,7 @@ protected:
         workspace.applications = { { "/apps/mail.desktop", "Mail", "", "" } };
     }
 
-    /// Asks under this title and notes the answer.
+    /// Opens a panel with this title and records its answers.
     Answers &ask(const QString &title = QStringLiteral("Choose an Application"))
     {
         auto &answers = *answersOfAll.emplace_back(std::make_unique<Answers>());
@@ -54,7 +54,7 @@ protected:
     {
         EXPECT_EQ(openPanels().size(), 1U);
         auto *const panel = openPanels().front();
-        // Qt takes a window for active while the one it belongs to is.
+        // Qt also reports a window as active while its parent is.
         EXPECT_TRUE(QTest::qWaitFor([panel] { return QApplication::activeWindow() == panel; }));
         return *panel;
     }
@@ -74,7 +74,7 @@ protected:
     }
 
     const Answers none { std::nullopt };
-    std::vector<std::unique_ptr<Answers>> answersOfAll; // a chooser that goes answers, too
+    std::vector<std::unique_ptr<Answers>> answersOfAll; // the destructor of the chooser answers
     FakeWorkspace workspace;
     std::unique_ptr<PanelApplicationChooser> chooser =
         std::make_unique<PanelApplicationChooser>(workspace, [](QDialog &) {});
@@ -150,7 +150,7 @@ TEST_F(PanelApplicationChooserTest, StaysAboveTheActiveWindow)
     EXPECT_EQ(panel().windowHandle()->transientParent(), window.windowHandle());
     ask();
     EXPECT_EQ(panel().windowHandle()->transientParent(), window.windowHandle())
-        << "the panel that was active is gone";
+        << "the panel that was active is closed";
     EXPECT_EQ(panelCount(), 1U);
     chooser->cancel();
 }
@@ -199,7 +199,7 @@ TEST_F(PanelApplicationChooserTest, MayBeDestroyedWhileAnswering)
         ++answerCount;
         const QPointer answering(allPanels().front());
         chooser.reset();
-        EXPECT_TRUE(answering) << "it goes on when we return";
+        EXPECT_TRUE(answering) << "the panel is still calling";
     });
     chooseFirst();
     EXPECT_EQ(answerCount, 1);

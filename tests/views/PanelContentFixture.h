@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-/// The panel's content in a window of its own.
+/// The content of the panel in its own window.
 class PanelContentFixture : public ViewFixture
 {
 protected:
@@ -34,7 +34,7 @@ protected:
 
     const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
 
-    /// The cards in sight, top to bottom.
+    /// The visible cards, top to bottom.
     std::vector<PromptCard *> cards() const
     {
         std::vector<PromptCard *> shown;
@@ -49,6 +49,18 @@ protected:
     PromptCard &card(std::size_t index) const { return *cards().at(index); }
 
     NodeEditor &editor(std::size_t index) const { return *card(index).findChild<NodeEditor *>(); }
+
+    std::string shownText(std::size_t index) const
+    {
+        return editor(index).toPlainText().toStdString();
+    }
+
+    /// Moves the cursor to the end of the node's text.
+    void editEnd(std::size_t index)
+    {
+        Input::click(editor(index));
+        Input::key(editor(index), Qt::Key_End, Qt::ControlModifier);
+    }
 
     bool isEmptyStateShown() const
     {

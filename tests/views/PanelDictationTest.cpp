@@ -11,13 +11,13 @@
 namespace
 {
 
-/// Speaking into a node of the panel.
+/// Dictation into a node of the panel.
 class PanelDictationTest : public PanelContentFixture
 {
 protected:
     FakeSpeech &speech = machine.speech;
 
-    /// The microphone is open for the node on return, unless something is in the way.
+    /// Presses "Dictate" and allows the microphone.
     void dictate(std::size_t index)
     {
         press(card(index), "Dictate");
@@ -25,26 +25,24 @@ protected:
         settle();
     }
 
-    void understand(const std::string &words, bool isFinal = false)
+    void recognize(const std::string &words, bool isFinal = false)
     {
         deliver(words, isFinal);
         settle();
-        settle(); // the view follows the model on the next turn
+        settle(); // the view renders after the model has changed
     }
-
-    std::string shown(std::size_t index) const { return editor(index).toPlainText().toStdString(); }
 
     void deliver(const std::string &words, bool isFinal = false)
     {
         speech.deliver(speech.recognitions.size() - 1, SpeechRecognitionResult { words, isFinal });
     }
 
-    /// The first node, on the screen and in the model.
-    void expectToHold(const std::string &text)
+    /// Checks the text of the first node in the view and in the model.
+    void expectText(const std::string &text)
     {
         settle();
         settle();
-        EXPECT_EQ(shown(0), text);
+        EXPECT_EQ(shownText(0), text);
         EXPECT_EQ(blocks()[0].text, text);
     }
 
@@ -66,16 +64,16 @@ protected:
         Input::key(*view, command, Qt::ControlModifier);
     }
 
-    /// Drops text behind the last character of the first node.
+    /// Drops text at the end of the first node.
     void drop(const std::string &text)
     {
         QMimeData data;
         data.setText(QString::fromStdString(text));
         auto *const window = view->windowHandle();
-        const QPoint place = Input::placeInWindow(editor(0), editor(0).rect().center());
-        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        const QPoint position = Input::toWindow(editor(0), editor(0).rect().center());
+        QDragEnterEvent enter(position, Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(window, &enter);
-        QDropEvent dropped(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QDropEvent dropped(position, Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(window, &dropped);
         EXPECT_TRUE(dropped.isAccepted());
     }
@@ -97,19 +95,19 @@ TEST_F(PanelDictationTest, ShowsWordsInTheNodeAsTheyAreSpoken)
 {
     openView(Texts { "a", "b" });
     dictate(1);
-    understand("one");
-    EXPECT_EQ(shown(1), "b one");
-    understand("one two");
-    EXPECT_EQ(shown(1), "b one two");
+    recognize("one");
+    EXPECT_EQ(shownText(1), "b one");
+    recognize("one two");
+    EXPECT_EQ(shownText(1), "b one two");
     EXPECT_EQ(blocks()[1].text, "b one two");
-    EXPECT_EQ(shown(0), "a");
+    EXPECT_EQ(shownText(0), "a");
 }
 
 TEST_F(PanelDictationTest, OffersStopOnlyWhileListening)
 {
     openView(Texts { "a", "b" });
     press(card(1), "Dictate");
-    EXPECT_FALSE(Input::button(card(1), "Stop")) << "nobody listens yet";
+    EXPECT_FALSE(Input::button(card(1), "Stop")) << "not listening yet";
     speech.answer(0);
     settle();
     settle();
@@ -124,7 +122,7 @@ TEST_F(PanelDictationTest, SavesTheWords)
 {
     openView(Texts { "a" });
     dictate(0);
-    understand("one");
+    recognize("one");
     advance(SaveDelay);
     ASSERT_TRUE(savedDocument());
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a one");
@@ -133,32 +131,30 @@ TEST_F(PanelDictationTest, SavesTheWords)
 TEST_F(PanelDictationTest, AppendsToTheCurrentText)
 {
     openView(Texts { "a" });
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End);
+    editEnd(0);
     Input::type(*view, "bc");
     dictate(0);
-    understand("one");
-    EXPECT_EQ(shown(0), "abc one");
+    recognize("one");
+    EXPECT_EQ(shownText(0), "abc one");
 }
 
 TEST_F(PanelDictationTest, EndsAtTheFirstTypedLetterAndKeepsBoth)
 {
     openView(Texts { "a" });
     dictate(0);
-    understand("one");
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End);
-    EXPECT_TRUE(speech.isEngineRunning) << "moving the cursor changes nothing";
+    recognize("one");
+    editEnd(0);
+    EXPECT_TRUE(speech.isEngineRunning) << "moving the cursor is no edit";
     Input::type(*view, "!");
     EXPECT_FALSE(speech.isEngineRunning);
-    understand("one two");
-    expectToHold("a one!");
+    recognize("one two");
+    expectText("a one!");
     EXPECT_TRUE(Input::button(card(0), "Dictate"));
     Input::type(*view, "?");
-    expectToHold("a one!?");
+    expectText("a one!?");
     Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
     Input::key(*view, Qt::Key_Z, Qt::ControlModifier);
-    expectToHold("a");
+    expectText("a");
     advance(SaveDelay);
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a");
 }
@@ -167,14 +163,13 @@ TEST_F(PanelDictationTest, AppliesAnEditToTheLatestWords)
 {
     openView(Texts { "a" });
     dictate(0);
-    understand("one");
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End);
+    recognize("one");
+    editEnd(0);
     deliver("one two");
-    machine.mainQueue.runNext(); // the model has the words, the view is not drawn yet
+    machine.mainQueue.runNext(); // the model has the words, the view is not rendered yet
     Input::type(*view, "!");
     settle();
-    expectToHold("a one two!");
+    expectText("a one two!");
 }
 
 TEST_F(PanelDictationTest, EndsOnAnyEdit)
@@ -190,23 +185,22 @@ TEST_F(PanelDictationTest, EndsOnAnyEdit)
         { "committed text", [] { Input::commit(QStringLiteral("\u4F60")); }, "a one\u4F60" },
         { "the insert action of assistive technology",
           [this] { editableText().insertText(5, QStringLiteral("x")); }, "a onex" },
-        { "their delete action", [this] { editableText().deleteText(0, 2); }, "one" },
-        { "their replace action", [this] { editableText().replaceText(0, 1, QStringLiteral("b")); },
+        { "its delete action", [this] { editableText().deleteText(0, 2); }, "one" },
+        { "its replace action", [this] { editableText().replaceText(0, 1, QStringLiteral("b")); },
           "b one" },
-        { "their value",
-          [this] { accessible().setText(QAccessible::Value, QStringLiteral("new")); }, "new" },
+        { "its value", [this] { accessible().setText(QAccessible::Value, QStringLiteral("new")); },
+          "new" },
     };
     for (const auto &edit : edits) {
         SCOPED_TRACE(edit.name);
         openView(Texts { "a" });
         dictate(0);
-        understand("one");
-        Input::click(editor(0));
-        Input::key(*view, Qt::Key_End);
+        recognize("one");
+        editEnd(0);
         edit.perform();
         EXPECT_FALSE(speech.isEngineRunning);
-        understand("one two");
-        expectToHold(edit.text);
+        recognize("one two");
+        expectText(edit.text);
     }
 }
 
@@ -214,15 +208,14 @@ TEST_F(PanelDictationTest, EndsWhenAnInputMethodStartsComposing)
 {
     openView(Texts { "a" });
     dictate(0);
-    understand("one");
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End);
+    recognize("one");
+    editEnd(0);
     QInputMethodEvent composing(QStringLiteral("ni"), {});
     QApplication::sendEvent(&editor(0), &composing);
     EXPECT_FALSE(speech.isEngineRunning);
-    understand("one two");
+    recognize("one two");
     Input::commit(QStringLiteral("\u4F60"));
-    expectToHold("a one\u4F60");
+    expectText("a one\u4F60");
 }
 
 TEST_F(PanelDictationTest, EndsWhenTextIsPasted)
@@ -233,8 +226,8 @@ TEST_F(PanelDictationTest, EndsWhenTextIsPasted)
     press(card(0), "Paste");
     settle();
     EXPECT_FALSE(speech.isEngineRunning);
-    understand("one");
-    expectToHold("clip");
+    recognize("one");
+    expectText("clip");
 }
 
 TEST_F(PanelDictationTest, ContinuesWhenThereIsNothingToPaste)
@@ -242,46 +235,44 @@ TEST_F(PanelDictationTest, ContinuesWhenThereIsNothingToPaste)
     openView(Texts { "" });
     dictate(0);
     press(card(0), "Paste");
-    understand("one");
-    expectToHold("one");
+    recognize("one");
+    expectText("one");
 }
 
 TEST_F(PanelDictationTest, TypingBeforeTheMicrophoneOpensCancels)
 {
     openView(Texts { "a" });
     press(card(0), "Dictate");
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End);
+    editEnd(0);
     Input::type(*view, "b");
     speech.answer(0);
     settle();
     settle();
     EXPECT_FALSE(speech.isEngineRunning);
-    expectToHold("ab");
+    expectText("ab");
 }
 
 TEST_F(PanelDictationTest, ContinuesWhileTheUserTypesElsewhere)
 {
     openView(Texts { "a", "b" });
     dictate(0);
-    understand("one");
-    Input::click(editor(1));
-    Input::key(*view, Qt::Key_End);
+    recognize("one");
+    editEnd(1);
     Input::type(*view, "!");
-    understand("one two");
-    EXPECT_EQ(shown(0), "a one two");
-    EXPECT_EQ(shown(1), "b!");
+    recognize("one two");
+    EXPECT_EQ(shownText(0), "a one two");
+    EXPECT_EQ(shownText(1), "b!");
 }
 
 TEST_F(PanelDictationTest, MovesToAnotherNode)
 {
     openView(Texts { "a", "b" });
     dictate(0);
-    understand("one");
+    recognize("one");
     dictate(1);
-    understand("two");
-    EXPECT_EQ(shown(0), "a one");
-    EXPECT_EQ(shown(1), "b two");
+    recognize("two");
+    EXPECT_EQ(shownText(0), "a one");
+    EXPECT_EQ(shownText(1), "b two");
     EXPECT_TRUE(Input::button(card(0), "Dictate"));
     EXPECT_TRUE(Input::button(card(1), "Stop"));
 }
@@ -293,14 +284,14 @@ TEST_F(PanelDictationTest, EndsWhenItsNodeIsDeleted)
     press(card(0), "Delete node");
     settle();
     EXPECT_FALSE(speech.isEngineRunning);
-    EXPECT_EQ(shown(0), "b");
+    EXPECT_EQ(shownText(0), "b");
 }
 
 TEST_F(PanelDictationTest, EndsWhenItsTabIsDeleted)
 {
     openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
     dictate(0);
-    store().deleteTab(store().tabs().get()[0].id);
+    store().deleteTab(tabID(0));
     settle();
     EXPECT_FALSE(speech.isEngineRunning);
 }
@@ -309,8 +300,8 @@ TEST_F(PanelDictationTest, EndsOnATabSwitchAndKeepsTheWords)
 {
     openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
     dictate(0);
-    understand("one");
-    store().selectTab(store().tabs().get()[1].id);
+    recognize("one");
+    store().selectTab(tabID(1));
     settle();
     EXPECT_FALSE(speech.isEngineRunning);
     EXPECT_EQ(store().tabs().get()[0].blocks[0].text, "a one");
@@ -354,7 +345,7 @@ TEST_F(PanelDictationTest, KeepsACardScrolledOutOfView)
     const auto id = blocks()[0].id;
     Input::wheel(*view, -200);
     settle();
-    understand("one");
+    recognize("one");
     EXPECT_EQ(dictated->blockID(), id);
     EXPECT_EQ(dictated->findChild<NodeEditor *>()->toPlainText().toStdString(), "text 0 one");
 }
@@ -367,7 +358,7 @@ TEST_F(PanelDictationTest, ShowsWhyDictationFailed)
     dictate(0);
     settle();
     EXPECT_TRUE(messageLine().isVisible());
-    EXPECT_EQ(Input::spokenName(messageLine()), "The microphone could not be started.");
+    EXPECT_EQ(Input::accessibleName(messageLine()), "The microphone could not be started.");
     EXPECT_EQ(Input::role(messageLine()), QAccessible::AlertMessage);
     const auto *const button = Input::button(*view, "New Node");
     EXPECT_LE(messageLine().geometry().bottom(), button->geometry().top());

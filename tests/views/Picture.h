@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/SrgbColor.h"
+#include "views/Painting.h"
 
 #include <QColor>
 #include <QImage>
@@ -9,25 +10,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
 
-/// What a widget paints, to be measured. All places are in points.
+/// A rendered widget, to be measured. Coordinates are points.
 class Picture
 {
 public:
-    /// The widget and its children on a ground of one colour.
-    explicit Picture(QWidget &widget, const QColor &ground = Qt::black)
-        : Picture(widget.size(), widget.devicePixelRatio(), ground)
+    /// The widget and its children on a background.
+    explicit Picture(QWidget &widget, const QColor &background = Qt::black)
+        : Picture(widget.size(), widget.devicePixelRatio(), background)
     {
         widget.render(&m_image, {}, {}, QWidget::DrawChildren);
     }
 
-    /// What `paint` draws, to compare with.
-    Picture(const QSize &size, qreal scale, const QColor &ground,
+    /// The drawing of `paint`, for comparison.
+    Picture(const QSize &size, qreal scale, const QColor &background,
             const std::function<void(QPainter &)> &paint)
-        : Picture(size, scale, ground)
+        : Picture(size, scale, background)
     {
         QPainter painter(&m_image);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -41,27 +43,27 @@ public:
         return m_image.pixelColor(static_cast<int>(x * scale()), static_cast<int>(y * scale()));
     }
 
-    /// The smallest rectangle in `area` that holds every pixel that is not of this colour.
-    QRectF inkIn(const QRectF &area, const QColor &ground) const
+    /// The bounds in `area` of all pixels that differ from the background.
+    QRectF inkIn(const QRectF &area, const QColor &background) const
     {
-        return boundsIn(area, [this, &ground](int x, int y) {
-            return distance(m_image.pixelColor(x, y), ground) > 24;
+        return boundsIn(area, [this, &background](int x, int y) {
+            return distance(m_image.pixelColor(x, y), background) > 24;
         });
     }
 
-    /// The pixel in `area` that is furthest from this colour.
-    QColor strongestInkIn(const QRectF &area, const QColor &ground) const
+    /// The pixel in `area` that differs most from the background.
+    QColor strongestInkIn(const QRectF &area, const QColor &background) const
     {
-        QColor strongest = ground;
-        visit(area, [this, &ground, &strongest](int x, int y) {
+        QColor strongest = background;
+        visit(area, [this, &background, &strongest](int x, int y) {
             const QColor color = m_image.pixelColor(x, y);
-            if (distance(color, ground) > distance(strongest, ground))
+            if (distance(color, background) > distance(strongest, background))
                 strongest = color;
         });
         return strongest;
     }
 
-    /// The smallest rectangle that holds all in which the two differ; empty if nothing does.
+    /// The bounds of all differing pixels; empty if there is no difference.
     QRectF differenceFrom(const Picture &other, const QRectF &area, int tolerance = 3) const
     {
         return boundsIn(area, [this, &other, tolerance](int x, int y) {
@@ -76,7 +78,7 @@ public:
 
     QRectF rect() const { return { QPointF(), m_image.deviceIndependentSize() }; }
 
-    /// The greatest difference of a component.
+    /// The greatest difference of a colour component, from 0 to 255.
     static int distance(const QColor &a, const QColor &b)
     {
         return std::max({ std::abs(a.red() - b.red()), std::abs(a.green() - b.green()),
@@ -84,22 +86,22 @@ public:
     }
 
 private:
-    Picture(const QSize &size, qreal scale, const QColor &ground)
+    Picture(const QSize &size, qreal scale, const QColor &background)
         : m_image(size * scale, QImage::Format_ARGB32_Premultiplied)
     {
         m_image.setDevicePixelRatio(scale);
-        m_image.fill(ground);
+        m_image.fill(background);
     }
 
     template <typename Visit>
-    void visit(const QRectF &area, Visit &&look) const
+    void visit(const QRectF &area, Visit &&visitPixel) const
     {
         const QRect pixels = QRectF(area.topLeft() * scale(), area.size() * scale())
                                  .toAlignedRect()
                                  .intersected(m_image.rect());
         for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
             for (int x = pixels.left(); x <= pixels.right(); ++x)
-                look(x, y);
+                visitPixel(x, y);
         }
     }
 
@@ -117,17 +119,42 @@ private:
     QImage m_image;
 };
 
-/// `top` painted on an opaque ground.
-inline QColor over(const SrgbColor &top, const QColor &ground)
+/// Fills a rounded rectangle and strokes it one point wide inside its edges, as reference for
+/// views.
+inline void drawBox(QPainter &painter, const QRectF &box, qreal radius, const SrgbColor &fill,
+                    const SrgbColor &stroke)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Painting::qColor(fill));
+    painter.drawRoundedRect(box, radius, radius);
+    painter.setPen(QPen(Painting::qColor(stroke), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+}
+
+/// The squares of `side` points in the corners of `rect`.
+inline std::array<QRectF, 4> cornersOf(const QRectF &rect, qreal side)
+{
+    const QSizeF size(side, side);
+    const qreal right = rect.right() - side;
+    const qreal bottom = rect.bottom() - side;
+    return { { { rect.topLeft(), size },
+               { { right, rect.top() }, size },
+               { { rect.left(), bottom }, size },
+               { { right, bottom }, size } } };
+}
+
+/// The colour of `top` painted on an opaque background.
+inline QColor over(const SrgbColor &top, const QColor &background)
 {
     const auto mix = [&top](double above, int below) {
         return static_cast<int>(std::lround(255 * above * top.opacity + below * (1 - top.opacity)));
     };
-    return { mix(top.red, ground.red()), mix(top.green, ground.green()),
-             mix(top.blue, ground.blue()) };
+    return { mix(top.red, background.red()), mix(top.green, background.green()),
+             mix(top.blue, background.blue()) };
 }
 
-/// Rounding, once for each layer, may change a component by one.
+/// Each layer may round a component by one, hence the tolerance.
 inline testing::AssertionResult isColor(const QColor &actual, const QColor &expected,
                                         int tolerance = 2)
 {

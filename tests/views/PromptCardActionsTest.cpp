@@ -34,29 +34,18 @@ protected:
     }
 };
 
-TEST_F(PromptCardActionsTest, OffersPasteAndDictateOnlyForAnEmptyNode)
+TEST_F(PromptCardActionsTest, OffersTheActionsThatSuitTheText)
 {
-    renderText("");
-    EXPECT_EQ(actions(), Reports({ "Paste", "Dictate" }));
-    EXPECT_FALSE(card.isURL());
-}
-
-TEST_F(PromptCardActionsTest, OffersDictateAndCopyForAText)
-{
-    renderText("text");
-    EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
-}
-
-TEST_F(PromptCardActionsTest, TakesANodeOfBlanksForNonEmpty)
-{
-    renderText("  \n");
-    EXPECT_EQ(actions(), Reports({ "Dictate", "Copy" }));
-}
-
-TEST_F(PromptCardActionsTest, OffersLaunchForAnAddress)
-{
-    renderText("https://example.com");
-    EXPECT_EQ(actions(), Reports({ "Dictate", "Launch", "Copy" }));
+    const std::map<std::string, Reports> actionsOf {
+        { "", { "Paste", "Dictate" } },
+        { "text", { "Dictate", "Copy" } },
+        { "  \n", { "Dictate", "Copy" } },
+        { "https://example.com", { "Dictate", "Launch", "Copy" } },
+    };
+    for (const auto &[text, expected] : actionsOf) {
+        renderText(text);
+        EXPECT_EQ(actions(), expected) << text;
+    }
 }
 
 TEST_F(PromptCardActionsTest, SaysCopiedWhileMarkedAsCopied)
@@ -151,7 +140,7 @@ TEST_F(PromptCardActionsTest, ListsEightColorsWithTheCurrentOneTicked)
     EXPECT_EQ(titles,
               Reports({ "None", "Red", "Orange", "Yellow", "Green", "Blue", "Purple", "Pink" }));
     ASSERT_EQ(icons.size(), 8U);
-    // A disc fills its square as a tick does not; the tick is the odd one out.
+    // A disc covers more of its square than the tick of the current color.
     const auto covered = [](const QImage &icon) {
         int most = 0;
         int sum = 0;
@@ -212,12 +201,12 @@ TEST_F(PromptCardActionsTest, ClosesItsMenusForAnotherNode)
          { static_cast<QWidget *>(button("Node color")), editor().viewport() }) {
         const auto which = owner == editor().viewport() ? Qt::RightButton : Qt::LeftButton;
         Input::click(*owner, owner->rect().center(), which);
-        ASSERT_TRUE(Input::openMenu());
+        ASSERT_TRUE(Input::visibleMenu());
         render();
-        EXPECT_TRUE(Input::openMenu()) << "it is the same node";
+        EXPECT_TRUE(Input::visibleMenu()) << "the same node";
         block = { .text = "other", .color = {} };
         render();
-        EXPECT_FALSE(Input::openMenu());
+        EXPECT_FALSE(Input::visibleMenu());
     }
 }
 
@@ -225,9 +214,9 @@ TEST_F(PromptCardActionsTest, ClosesItsMenusWhenHidden)
 {
     show();
     press("Node color");
-    ASSERT_TRUE(Input::openMenu());
+    ASSERT_TRUE(Input::visibleMenu());
     card.hide();
-    EXPECT_FALSE(Input::openMenu());
+    EXPECT_FALSE(Input::visibleMenu());
 }
 
 TEST_F(PromptCardActionsTest, MarksTheCurrentColorForAssistiveTechnology)
@@ -250,7 +239,7 @@ TEST_F(PromptCardActionsTest, NamesItsControlsForAssistiveTechnology)
 {
     renderText("https://example.com");
     EXPECT_EQ(Input::role(card), QAccessible::Grouping);
-    EXPECT_EQ(Input::spokenName(editor()), "Node text");
+    EXPECT_EQ(Input::accessibleName(editor()), "Node text");
     EXPECT_EQ(Input::role(editor()), QAccessible::EditableText);
     for (const auto *const name : { "Node color", "Delete node", "Dictate", "Launch", "Copy" }) {
         ASSERT_TRUE(button(name)) << name;

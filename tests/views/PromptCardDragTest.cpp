@@ -9,7 +9,7 @@
 namespace
 {
 
-const QColor Ground(20, 60, 90);
+const QColor Background(20, 60, 90);
 const QColor Accent = QColor::fromRgbF(0.91F, 0.16F, 0.17F);
 
 class PromptCardDragTest : public PromptCardFixture
@@ -22,7 +22,7 @@ protected:
     void send(QEvent::Type type, const QPointF &distance, Qt::MouseButton button,
               Qt::MouseButtons buttons)
     {
-        Input::pointer(handle(), type, start + distance, button, buttons);
+        Input::sendMouse(handle(), type, start + distance, button, buttons);
     }
 
     QPointF start { 10, 12 };
@@ -105,7 +105,7 @@ TEST_F(PromptCardDragTest, MeasuresFractionsOfPointsFromAnyStart)
     }
 }
 
-/// Whole pixels, as X11 tells them.
+// X11 reports whole pixels.
 TEST_F(PromptCardDragTest, Needs24PointsAtEveryScale)
 {
     for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0 }) {
@@ -146,20 +146,20 @@ TEST_F(PromptCardDragTest, StartsADragAfter4Points)
     EXPECT_EQ(card.dragTranslation(), 0);
     moveBy({ 0, 4 });
     EXPECT_EQ(card.dragTranslation(), 4);
-    moveBy({ 0, 1 }); // once begun, it goes on
+    moveBy({ 0, 1 }); // a started drag continues
     EXPECT_EQ(card.dragTranslation(), 1);
     release({ 0, 1 });
 }
 
 TEST_F(PromptCardDragTest, ResetsWhenTheDragEnds)
 {
-    const Picture before(card, Ground);
+    const Picture before(card, Background);
     press();
     moveBy({ 0, -60 });
     EXPECT_EQ(card.dragTranslation(), -60);
     release({ 0, -60 });
     EXPECT_EQ(card.dragTranslation(), 0);
-    EXPECT_EQ(Picture(card, Ground).differenceFrom(before), QRectF());
+    EXPECT_EQ(Picture(card, Background).differenceFrom(before), QRectF());
 }
 
 TEST_F(PromptCardDragTest, CancelsADragWhenTheCardIsHidden)
@@ -197,9 +197,9 @@ TEST_F(PromptCardDragTest, HasA2PointAccentBorderWhileDragged)
     render();
     press();
     moveBy({ 0, 30 });
-    const Picture picture(card, Ground);
+    const Picture picture(card, Background);
     const QColor fill =
-        over(BlockColor(BlockColor::blue).swiftUIColor()->withOpacity(0.09), Ground);
+        over(BlockColor(BlockColor::blue).swiftUIColor()->withOpacity(0.09), Background);
     for (const qreal inset : { 0.25, 0.75, 1.25, 1.75 }) {
         EXPECT_TRUE(isColor(picture.at(200, inset), Accent)) << inset;
         EXPECT_TRUE(isColor(picture.at(inset, 90), Accent)) << inset;
@@ -213,16 +213,16 @@ TEST_F(PromptCardDragTest, HasA2PointAccentBorderWhileDragged)
 TEST_F(PromptCardDragTest, DrawsTheDraggedLinesOverTheNeighbours)
 {
     const QRectF column(10, 0, 24, 100);
-    ASSERT_TRUE(Picture(list, Ground).inkIn(column, Ground).isEmpty());
+    ASSERT_TRUE(Picture(list, Background).inkIn(column, Background).isEmpty());
     press();
     moveBy({ 0, -80 });
-    const QRectF lines = Picture(list, Ground).inkIn(column, Ground);
-    // At rest their middle is 22 below the card's top, which is 100 below the list's.
+    const QRectF lines = Picture(list, Background).inkIn(column, Background);
+    // At rest the lines are 22 points below the top of the card, which is at 100 in the list.
     EXPECT_NEAR(lines.center().y(), 122 - 80, 1);
-    const QColor fill = over({ 0.125, 0.12, 0.14 }, Ground);
-    EXPECT_EQ(Picture(card, Ground).inkIn({ 12, 12, 40, 20 }, fill), QRectF());
+    const QColor fill = over({ 0.125, 0.12, 0.14 }, Background);
+    EXPECT_EQ(Picture(card, Background).inkIn({ 12, 12, 40, 20 }, fill), QRectF());
     release({ 0, -80 });
-    EXPECT_TRUE(Picture(list, Ground).inkIn(column, Ground).isEmpty());
+    EXPECT_TRUE(Picture(list, Background).inkIn(column, Background).isEmpty());
 }
 
 TEST_F(PromptCardDragTest, ArrowKeysMoveByOneRow)
@@ -257,7 +257,7 @@ TEST_F(PromptCardDragTest, ContinuesADragAcrossRenders)
 
 TEST_F(PromptCardDragTest, NamesTheHandle)
 {
-    EXPECT_EQ(Input::spokenName(handle()), "Drag node to reorder");
+    EXPECT_EQ(Input::accessibleName(handle()), "Drag node to reorder");
     EXPECT_EQ(handle().toolTip().toStdString(), "Drag to reorder this node");
     EXPECT_EQ(Input::role(handle()), QAccessible::Button);
 }

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// A card in a list's stead, with a note of all that it reports.
+/// A card in a plain widget instead of the list; records what the card reports.
 class PromptCardFixture : public testing::Test
 {
 protected:

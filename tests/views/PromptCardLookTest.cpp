@@ -12,8 +12,7 @@
 namespace
 {
 
-const QColor Ground(20, 60, 90);
-constexpr int Radius = 9;
+const QColor Background(20, 60, 90);
 constexpr SrgbColor Raised { 0.125, 0.12, 0.14 };
 
 struct Tagged {
@@ -42,50 +41,38 @@ SrgbColor borderOf(const Tagged &tag)
     return tag.display ? tag.display->withOpacity(0.45) : SrgbColor::white(0.1);
 }
 
-QColor qColor(const SrgbColor &color)
-{
-    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                            static_cast<float>(color.blue), static_cast<float>(color.opacity));
-}
-
 class PromptCardLookTest : public PromptCardFixture
 {
 protected:
     PromptCardLookTest() { show(); }
 
-    Picture picture() { return Picture(card, Ground); }
+    Picture picture() { return Picture(card, Background); }
 
-    /// A card's shape without its content.
+    /// The expected shape of a card without its content.
     Picture shape(const Tagged &tag) const
     {
-        return { card.size(), card.devicePixelRatio(), Ground, [&](QPainter &painter) {
-                    painter.setPen(Qt::NoPen);
-                    painter.setBrush(qColor(fillOf(tag)));
-                    painter.drawRoundedRect(QRectF(card.rect()), Radius, Radius);
-                    painter.setPen(QPen(qColor(borderOf(tag)), 1));
-                    painter.setBrush(Qt::NoBrush);
-                    painter.drawRoundedRect(QRectF(card.rect()).adjusted(0.5, 0.5, -0.5, -0.5),
-                                            Radius - 0.5, Radius - 0.5);
+        return { card.size(), card.devicePixelRatio(), Background, [&](QPainter &painter) {
+                    drawBox(painter, card.rect(), 9, fillOf(tag), borderOf(tag));
                 } };
     }
 
-    /// Whether the action's symbol is this one, drawn before its title.
+    /// Whether the action shows this symbol before its title.
     bool showsSymbol(const std::string &name, const std::string &symbol, bool isActive)
     {
         auto &action = *button(name);
         const auto accent = SrgbColor { 0.91, 0.16, 0.17 };
         const QColor fill =
-            over(isActive ? accent.withOpacity(0.18) : SrgbColor::white(0.045), Ground);
+            over(isActive ? accent.withOpacity(0.18) : SrgbColor::white(0.045), Background);
         const QRectF frame(8, (action.height() - 12) / 2, 12, 12); // NOLINT(*-integer-division)
         const Picture expected(action.size(), action.devicePixelRatio(), fill,
                                [&](QPainter &painter) {
                                    Symbol::paint(painter, QString::fromStdString(symbol), frame,
                                                  isActive ? accent : SrgbColor::white(0.56));
                                });
-        return Picture(action, Ground).differenceFrom(expected, frame, 8) == QRectF();
+        return Picture(action, Background).differenceFrom(expected, frame, 8) == QRectF();
     }
 
-    QRect placeOf(const std::string &name) const { return button(name)->geometry(); }
+    QRect frameOf(const std::string &name) const { return button(name)->geometry(); }
 };
 
 TEST_F(PromptCardLookTest, HasFillAndBorderOfEachColor)
@@ -93,7 +80,7 @@ TEST_F(PromptCardLookTest, HasFillAndBorderOfEachColor)
     for (const auto &tag : AllColors) {
         block.color = tag.color;
         render();
-        const QColor fill = over(fillOf(tag), Ground);
+        const QColor fill = over(fillOf(tag), Background);
         const Picture seen = picture();
         EXPECT_TRUE(isColor(seen.at(5, 60), fill)) << block.color.title();
         EXPECT_TRUE(isColor(seen.at(200, 0.4), over(borderOf(tag), fill))) << block.color.title();
@@ -108,13 +95,9 @@ TEST_F(PromptCardLookTest, HasA1PointBorderAndCornerRadius9)
         render();
         const Picture seen = picture();
         const Picture expected = shape(tag);
-        const qreal right = card.width() - 10;
-        const qreal bottom = card.height() - 10;
-        for (const QPointF corner :
-             { QPointF(0, 0), QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom) })
-            EXPECT_EQ(seen.differenceFrom(expected, QRectF(corner, QSizeF(10, 10))), QRectF())
-                << block.color.title();
-        EXPECT_TRUE(isColor(seen.at(0.2, 0.2), Ground));
+        for (const QRectF &corner : cornersOf(card.rect(), 10))
+            EXPECT_EQ(seen.differenceFrom(expected, corner), QRectF()) << block.color.title();
+        EXPECT_TRUE(isColor(seen.at(0.2, 0.2), Background));
     }
 }
 
@@ -123,10 +106,10 @@ TEST_F(PromptCardLookTest, PadsItsContentBy10AndSpacesItBy8Points)
     const auto &handle = *card.findChild<DragHandle *>();
     EXPECT_EQ(handle.geometry(), QRect(10, 10, 44, 24));
     EXPECT_EQ(editor().geometry(), QRect(12, 42, card.width() - 24, 82));
-    EXPECT_EQ(placeOf("Dictate").top(), 132);
-    EXPECT_EQ(placeOf("Dictate").left(), 10);
-    EXPECT_EQ(placeOf("Copy").top(), 132);
-    EXPECT_EQ(placeOf("Copy").right(), card.width() - 11);
+    EXPECT_EQ(frameOf("Dictate").top(), 132);
+    EXPECT_EQ(frameOf("Dictate").left(), 10);
+    EXPECT_EQ(frameOf("Copy").top(), 132);
+    EXPECT_EQ(frameOf("Copy").right(), card.width() - 11);
     EXPECT_EQ(card.height(), 132 + ActionButton::buttonHeight() + 10);
 }
 
@@ -134,14 +117,14 @@ TEST_F(PromptCardLookTest, AlignsItsContentAtAnyWidth)
 {
     card.resize(500, card.height());
     EXPECT_EQ(editor().geometry(), QRect(12, 42, 476, 82));
-    EXPECT_EQ(placeOf("Copy").right(), 489);
-    EXPECT_EQ(placeOf("Delete node").right(), 489);
+    EXPECT_EQ(frameOf("Copy").right(), 489);
+    EXPECT_EQ(frameOf("Delete node").right(), 489);
 }
 
 TEST_F(PromptCardLookTest, PlacesColorAndDeleteButtonsAtTheRight)
 {
-    const QRect trash = placeOf("Delete node");
-    const QRect palette = placeOf("Node color");
+    const QRect trash = frameOf("Delete node");
+    const QRect palette = frameOf("Node color");
     EXPECT_EQ(trash.right(), card.width() - 11);
     EXPECT_EQ(palette.width(), 20);
     EXPECT_EQ(trash.left() - (palette.right() + 1), 8);
@@ -152,15 +135,15 @@ TEST_F(PromptCardLookTest, PlacesColorAndDeleteButtonsAtTheRight)
 TEST_F(PromptCardLookTest, SpacesItsActionsBy6Points)
 {
     renderText("https://example.com");
-    EXPECT_EQ(placeOf("Launch").left() - (placeOf("Dictate").right() + 1), 6);
+    EXPECT_EQ(frameOf("Launch").left() - (frameOf("Dictate").right() + 1), 6);
     renderText("");
-    EXPECT_EQ(placeOf("Paste").left(), 10);
-    EXPECT_EQ(placeOf("Dictate").left() - (placeOf("Paste").right() + 1), 6);
+    EXPECT_EQ(frameOf("Paste").left(), 10);
+    EXPECT_EQ(frameOf("Dictate").left() - (frameOf("Paste").right() + 1), 6);
 }
 
 TEST_F(PromptCardLookTest, DrawsTheHandleInTheSecondaryColor)
 {
-    const QColor fill = over(Raised, Ground);
+    const QColor fill = over(Raised, Background);
     const Picture seen = picture();
     const QRectF handle(10, 10, 44, 24);
     const QRectF lines = seen.inkIn(handle, fill);
@@ -174,32 +157,32 @@ TEST_F(PromptCardLookTest, DrawsTheHandleInTheSecondaryColor)
 
 TEST_F(PromptCardLookTest, DrawsHeaderSymbolsInTheSecondaryColor)
 {
-    const QColor fill = over(Raised, Ground);
+    const QColor fill = over(Raised, Background);
     const Picture seen = picture();
     for (const auto *const name : { "Node color", "Delete node" }) {
-        const QRectF ink = seen.inkIn(placeOf(name), fill);
-        EXPECT_NEAR(ink.center().x(), QRectF(placeOf(name)).center().x(), 1) << name;
-        EXPECT_NEAR(ink.center().y(), QRectF(placeOf(name)).center().y(), 1.5) << name;
+        const QRectF ink = seen.inkIn(frameOf(name), fill);
+        EXPECT_NEAR(ink.center().x(), QRectF(frameOf(name)).center().x(), 1) << name;
+        EXPECT_NEAR(ink.center().y(), QRectF(frameOf(name)).center().y(), 1.5) << name;
         EXPECT_LE(ink.height(), 15) << name;
         EXPECT_GE(ink.height(), 9) << name;
-        EXPECT_TRUE(isGrey(seen.strongestInkIn(placeOf(name), fill))) << name;
+        EXPECT_TRUE(isGrey(seen.strongestInkIn(frameOf(name), fill))) << name;
     }
 }
 
 TEST_F(PromptCardLookTest, EditorIsTransparent)
 {
     renderText("");
-    const QColor fill = over(Raised, Ground);
+    const QColor fill = over(Raised, Background);
     EXPECT_EQ(picture().inkIn(editor().geometry(), fill), QRectF());
     EXPECT_EQ(editor().font().pixelSize(), 13);
 }
 
 TEST_F(PromptCardLookTest, HighlightsCopiedAndStop)
 {
-    const QColor plain = over(SrgbColor::white(0.045), over(Raised, Ground));
-    const QColor active = over({ 0.91, 0.16, 0.17, 0.18 }, over(Raised, Ground));
+    const QColor plain = over(SrgbColor::white(0.045), over(Raised, Background));
+    const QColor active = over({ 0.91, 0.16, 0.17, 0.18 }, over(Raised, Background));
     const auto fillOfAction = [this](const std::string &name) {
-        const QRect place = placeOf(name);
+        const QRect place = frameOf(name);
         return picture().at(place.left() + 4, place.center().y());
     };
     EXPECT_TRUE(isColor(fillOfAction("Copy"), plain));

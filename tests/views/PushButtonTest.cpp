@@ -21,7 +21,7 @@ protected:
         Input::moveTo(window, { 1, 1 });
     }
 
-    /// Where nothing is written.
+    /// The colour beside the title.
     QColor bezel() { return Picture(button).at(4, button.height() / 2.0); }
 
     QColor ink()

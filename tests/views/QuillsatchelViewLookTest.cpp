@@ -9,16 +9,15 @@
 namespace
 {
 
-const QColor Ground(30, 40, 50);
+const QColor Background(30, 40, 50);
 
 class QuillsatchelViewLookTest : public PanelContentFixture
 {
 protected:
     template <typename Widget>
-    QRect placeOf() const
+    QRect frameOf() const
     {
-        const auto *const widget = view->findChild<Widget *>();
-        return { widget->mapTo(&*view, QPoint()), widget->size() };
+        return Input::frameIn(*view, *view->findChild<Widget *>());
     }
 };
 
@@ -37,10 +36,10 @@ TEST_F(QuillsatchelViewLookTest, StacksStripDividerListAndButton)
     for (const QSize size : { QSize(430, 650), QSize(390, 420), QSize(700, 500) }) {
         view->resize(size);
         settle();
-        EXPECT_EQ(placeOf<TabStrip>(), QRect(0, 0, size.width(), 38));
+        EXPECT_EQ(frameOf<TabStrip>(), QRect(0, 0, size.width(), 38));
         const int buttonTop = size.height() - 8 - 29;
-        EXPECT_EQ(placeOf<NodeList>(), QRect(0, 39, size.width(), buttonTop - 8 - 39));
-        EXPECT_EQ(placeOf<NewNodeButton>(), QRect(8, buttonTop, size.width() - 16, 29));
+        EXPECT_EQ(frameOf<NodeList>(), QRect(0, 39, size.width(), buttonTop - 8 - 39));
+        EXPECT_EQ(frameOf<NewNodeButton>(), QRect(8, buttonTop, size.width() - 16, 29));
     }
 }
 
@@ -51,14 +50,14 @@ TEST_F(QuillsatchelViewLookTest, DimsTheSelectionWithoutFocus)
         Input::click(editor(index));
         Input::key(*view, Qt::Key_A, Qt::ControlModifier);
     }
-    const Picture picture(*view, Ground);
+    const Picture picture(*view, Background);
     const auto colorOfSelection = [this, &picture](std::size_t index) {
-        const QRect cursor = editor(index).cursorRect(); // behind the last blank
+        const QRect cursor = editor(index).cursorRect(); // after the last space
         const QPoint place = cursor.center() - QPoint(4, 0);
         const QPoint inView = editor(index).viewport()->mapTo(&*view, place);
         return picture.at(inView.x() + 0.5, inView.y() + 0.5);
     };
-    const QColor card = over({ 0.125, 0.12, 0.14 }, Ground);
+    const QColor card = over({ 0.125, 0.12, 0.14 }, Background);
     EXPECT_TRUE(isColor(colorOfSelection(0), over(SrgbColor::white(0.2), card)));
     EXPECT_TRUE(isColor(colorOfSelection(1), over({ 0.91, 0.16, 0.17, 0.75 }, card)));
 }
@@ -66,24 +65,24 @@ TEST_F(QuillsatchelViewLookTest, DimsTheSelectionWithoutFocus)
 TEST_F(QuillsatchelViewLookTest, DrawsTheDividerBelowTheStrip)
 {
     openView(Texts {});
-    const Picture picture(*view, Ground);
-    EXPECT_TRUE(isColor(picture.at(200, 37.5), over(SrgbColor::black(0.08), Ground)));
-    EXPECT_TRUE(isColor(picture.at(200, 38.5), over(SrgbColor::white(0.1), Ground)));
-    EXPECT_TRUE(isColor(picture.at(200, 39.5), Ground));
+    const Picture picture(*view, Background);
+    EXPECT_TRUE(isColor(picture.at(200, 37.5), over(SrgbColor::black(0.08), Background)));
+    EXPECT_TRUE(isColor(picture.at(200, 38.5), over(SrgbColor::white(0.1), Background)));
+    EXPECT_TRUE(isColor(picture.at(200, 39.5), Background));
 }
 
 TEST_F(QuillsatchelViewLookTest, DrawsTheNewNodeButtonAsACapsule)
 {
     openView(Texts {});
-    const Picture picture(*view, Ground);
-    const QRect place = placeOf<NewNodeButton>();
-    const Picture shape(view->size(), view->devicePixelRatio(), Ground,
+    const Picture picture(*view, Background);
+    const QRect place = frameOf<NewNodeButton>();
+    const Picture shape(view->size(), view->devicePixelRatio(), Background,
                         [&place](QPainter &painter) {
                             painter.setPen(Qt::NoPen);
                             painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.14F));
                             painter.drawRoundedRect(QRectF(place), 14.5, 14.5);
                         });
-    const QColor fill = over(SrgbColor::white(0.14), Ground);
+    const QColor fill = over(SrgbColor::white(0.14), Background);
     EXPECT_TRUE(isColor(picture.at(place.x() + 40, place.center().y()), fill));
     const QRectF leftEnd(place.x() - 2, place.y() - 2, 40, 33);
     EXPECT_EQ(picture.differenceFrom(shape, leftEnd), QRectF());
@@ -99,7 +98,7 @@ TEST_F(QuillsatchelViewLookTest, DrawsTheNewNodeButtonAsACapsule)
     EXPECT_EQ(button.font().pixelSize(), 12);
     EXPECT_EQ(button.font().weight(), QFont::DemiBold);
     EXPECT_EQ(button.toolTip().toStdString(), "Add a new node");
-    EXPECT_EQ(Input::spokenName(button), "New Node");
+    EXPECT_EQ(Input::accessibleName(button), "New Node");
 }
 
 TEST_F(QuillsatchelViewLookTest, PadsAndSpacesTheCardsBy10Points)
@@ -114,39 +113,34 @@ TEST_F(QuillsatchelViewLookTest, ShowsTheEmptyStateInTheSecondaryColor)
 {
     openView(Texts {});
     auto &empty = *view->findChild<EmptyState *>();
-    EXPECT_EQ(Input::spokenName(empty), "No nodes yet");
+    EXPECT_EQ(Input::accessibleName(empty), "No nodes yet");
     EXPECT_EQ(Input::role(empty), QAccessible::StaticText);
     EXPECT_EQ(
         QAccessible::queryAccessibleInterface(&empty)->text(QAccessible::Description).toStdString(),
         "Add a node to store a reusable prompt or link.");
 
-    const Picture picture(empty, Ground);
-    const QRectF ink = picture.inkIn(picture.rect(), Ground);
+    const Picture picture(empty, Background);
+    const QRectF ink = picture.inkIn(picture.rect(), Background);
     EXPECT_GE(ink.top(), 48);
     EXPECT_LE(ink.top(), 54);
     EXPECT_LE(ink.bottom(), empty.height() - 48);
     EXPECT_GE(ink.bottom(), empty.height() - 54);
     EXPECT_NEAR(ink.center().x(), empty.width() / 2.0, 2);
-    EXPECT_TRUE(
-        isColor(picture.strongestInkIn(ink, Ground), over(SrgbColor::white(0.56), Ground), 16));
+    EXPECT_TRUE(isColor(picture.strongestInkIn(ink, Background),
+                        over(SrgbColor::white(0.56), Background), 16));
 }
 
 TEST_F(QuillsatchelViewLookTest, SetsTheFontsOfTheEmptyState)
 {
     openView(Texts {});
     auto &empty = *view->findChild<EmptyState *>();
-    const Picture picture(empty, Ground);
-    QFont font = QApplication::font();
-    font.setPixelSize(20);
-    font.setWeight(QFont::DemiBold);
-    const QFontMetrics heading(font);
-    font.setPixelSize(11);
-    font.setWeight(QFont::Normal);
-    const QFontMetrics note(font);
+    const Picture picture(empty, Background);
+    const QFontMetrics heading(Painting::systemFont(20, QFont::DemiBold));
+    const QFontMetrics note(Painting::systemFont(11));
     const qreal noteTop = empty.height() - 48 - note.height();
     const qreal headingTop = noteTop - 9 - heading.height();
     const auto widthOf = [&picture, &empty](qreal top, int height) {
-        return picture.inkIn(QRectF(0, top, empty.width(), height), Ground).width();
+        return picture.inkIn(QRectF(0, top, empty.width(), height), Background).width();
     };
     EXPECT_NEAR(widthOf(headingTop, heading.height()),
                 heading.horizontalAdvance(QStringLiteral("No nodes yet")), 5);

@@ -8,33 +8,32 @@
 namespace
 {
 
-/// What the user does reaches the store, and what the store holds is shown.
+/// User actions reach the store, and the view shows the content of the store.
 using QuillsatchelViewTest = PanelContentFixture;
 
 TEST_F(QuillsatchelViewTest, ShowsTheNodesOfTheActiveTab)
 {
     openView({ tabOf("One", { "a", "b" }), tabOf("Two", { "c" }) });
     ASSERT_EQ(cards().size(), 2U);
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
-    EXPECT_EQ(editor(1).toPlainText().toStdString(), "b");
-    store().selectTab(store().tabs().get()[1].id);
+    EXPECT_EQ(shownText(0), "a");
+    EXPECT_EQ(shownText(1), "b");
+    store().selectTab(tabID(1));
     settle();
     ASSERT_EQ(cards().size(), 1U);
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "c");
+    EXPECT_EQ(shownText(0), "c");
 }
 
 TEST_F(QuillsatchelViewTest, StoresTypedText)
 {
     openView(Texts { "a", "b" });
-    Input::click(editor(1));
-    Input::key(*view, Qt::Key_End);
+    editEnd(1);
     Input::type(*view, "x");
     EXPECT_EQ(blocks()[1].text, "bx");
     EXPECT_EQ(blocks()[0].text, "a");
     Input::type(*view, "y");
     settle();
     EXPECT_EQ(blocks()[1].text, "bxy");
-    EXPECT_EQ(editor(1).toPlainText().toStdString(), "bxy");
+    EXPECT_EQ(shownText(1), "bxy");
 }
 
 TEST_F(QuillsatchelViewTest, ColorsANode)
@@ -66,7 +65,7 @@ TEST_F(QuillsatchelViewTest, PasteReplacesTheWholeText)
     machine.pasteboard.contents = "from elsewhere";
     press(card(0), "Paste");
     EXPECT_EQ(blocks()[0].text, "from elsewhere");
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "from elsewhere");
+    EXPECT_EQ(shownText(0), "from elsewhere");
     EXPECT_FALSE(Input::button(card(0), "Paste"));
     store().pasteIntoBlock(blocks()[0].id);
     EXPECT_EQ(blocks()[0].text, "from elsewhere");
@@ -95,7 +94,7 @@ TEST_F(QuillsatchelViewTest, DeletesANodeImmediately)
     ASSERT_EQ(blocks().size(), 1U);
     EXPECT_EQ(blocks()[0].text, "b");
     ASSERT_EQ(cards().size(), 1U);
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "b");
+    EXPECT_EQ(shownText(0), "b");
 }
 
 TEST_F(QuillsatchelViewTest, ADoubleClickDeletesOnlyOneNode)
@@ -140,9 +139,8 @@ TEST_F(QuillsatchelViewTest, ConvertsLineEndingsOnceTheNodeIsEdited)
     store().setBlockColor(blocks()[0].id, BlockColor::blue);
     advance(SaveDelay);
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, text);
-    Input::click(editor(0));
-    Input::key(*view, Qt::Key_End, Qt::ControlModifier);
-    EXPECT_EQ(blocks()[0].text, text) << "looking at it is no edit";
+    editEnd(0);
+    EXPECT_EQ(blocks()[0].text, text) << "moving the cursor is no edit";
     Input::type(*view, "!");
     advance(SaveDelay);
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a\nb\nc\nd!");
@@ -176,7 +174,7 @@ TEST_F(QuillsatchelViewTest, MovesANodeByDragging)
     ASSERT_EQ(blocks().size(), 3U);
     EXPECT_EQ(blocks()[0].text, "b");
     EXPECT_EQ(blocks()[2].text, "a");
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "b");
+    EXPECT_EQ(shownText(0), "b");
 }
 
 TEST_F(QuillsatchelViewTest, MovesANodeByKeys)
@@ -199,7 +197,7 @@ TEST_F(QuillsatchelViewTest, ShowsTheEmptyStateUntilThereIsANode)
     press("New Node");
     EXPECT_FALSE(isEmptyStateShown());
     ASSERT_EQ(cards().size(), 1U);
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "");
+    EXPECT_EQ(shownText(0), "");
     ASSERT_EQ(blocks().size(), 1U);
     EXPECT_EQ(blocks()[0].color, BlockColor::none);
     press(card(0), "Delete node");
@@ -215,8 +213,7 @@ TEST_F(QuillsatchelViewTest, FocusesANewNode)
     EXPECT_EQ(blocks()[30].text, "new");
     settle();
     EXPECT_EQ(cards().back()->blockID(), blocks()[30].id);
-    EXPECT_TRUE(view->rect().contains(
-        QRect(cards().back()->mapTo(&*view, QPoint()), cards().back()->size())));
+    EXPECT_TRUE(view->rect().contains(Input::frameIn(*view, *cards().back())));
 }
 
 TEST_F(QuillsatchelViewTest, AddsANodeByKeyboard)
@@ -281,7 +278,7 @@ TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardByItsPreference)
     preferences.showsSettingsCard.set(true);
     settle();
     ASSERT_TRUE(settingsCard());
-    EXPECT_EQ(Input::spokenName(*settingsCard()), "Quick Launchers");
+    EXPECT_EQ(Input::accessibleName(*settingsCard()), "Quick Launchers");
     advance(Milliseconds(1000));
     QTest::qWait(300);
     press(*settingsCard(), "Close");
@@ -329,10 +326,11 @@ TEST_F(QuillsatchelViewTest, KeepsCardsClearOfTheTitleBarAndTheEdges)
     preferences.showsSettingsCard.set(true);
     settle();
     ASSERT_TRUE(settingsCard());
-    const QRect room = view->rect().adjusted(8, TitleBarHeight + 8, -8, -8);
-    EXPECT_TRUE(room.contains(settingsCard()->cardGeometry()));
-    EXPECT_EQ(settingsCard()->cardGeometry().height(), room.height());
-    EXPECT_EQ(settingsCard()->geometry(), view->rect()) << "the ground covers everything";
+    const QRect available = view->rect().adjusted(8, TitleBarHeight + 8, -8, -8);
+    EXPECT_TRUE(available.contains(settingsCard()->cardGeometry()));
+    EXPECT_EQ(settingsCard()->cardGeometry().height(), available.height());
+    EXPECT_EQ(settingsCard()->geometry(), view->rect())
+        << "the dimmed background covers everything";
 }
 
 } // namespace

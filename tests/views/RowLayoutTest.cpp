@@ -9,7 +9,7 @@ namespace
 
 using Rows = RowLayout::Rows;
 
-constexpr int RowHeight = 90; // with the space below it, a row every 100 points
+constexpr int RowHeight = 90; // plus 10 points between rows
 constexpr int Height = 250;
 
 RowLayout layout(std::size_t count, int offset)
@@ -34,7 +34,7 @@ TEST(RowLayoutTest, ScrollRangeIncludesTheSpaceBelowTheLastRow)
 TEST(RowLayoutTest, RowsAreVisibleWhileAPointOfThemShows)
 {
     EXPECT_EQ(layout(10, 0).visibleRows(), (Rows { 0, 3 }));
-    EXPECT_EQ(layout(10, 99).visibleRows(), (Rows { 0, 4 })) << "the first shows its last point";
+    EXPECT_EQ(layout(10, 99).visibleRows(), (Rows { 0, 4 })) << "one point of the first row";
     EXPECT_EQ(layout(10, 110).visibleRows(), (Rows { 1, 4 }));
     EXPECT_EQ(layout(2, 0).visibleRows(), (Rows { 0, 2 }));
     EXPECT_EQ(layout(0, 0).visibleRows(), (Rows { 0, 0 }));
@@ -58,7 +58,7 @@ TEST(RowLayoutTest, RevealsARowWithMinimalScrolling)
 {
     EXPECT_EQ(layout(10, 500).offsetToReveal(2), 200) << "above: to the top";
     EXPECT_EQ(layout(10, 0).offsetToReveal(5), 10 + 6 * 100 - Height) << "below: to the bottom";
-    EXPECT_EQ(layout(10, 150).offsetToReveal(2), 150) << "in sight already";
+    EXPECT_EQ(layout(10, 150).offsetToReveal(2), 150) << "already visible";
 }
 
 TEST(RowLayoutTest, ClampsFarPositionsToTheWidgetLimit)

@@ -14,7 +14,7 @@ namespace
 
 constexpr int RowHeight = 50;
 
-/// Ten rows of which four are in sight.
+/// Ten rows, four of them visible.
 class ScrollViewTest : public testing::Test
 {
 protected:

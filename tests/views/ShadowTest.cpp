@@ -39,7 +39,7 @@ TEST(ShadowTest, FallsDownwardsAndFades)
     const auto brightnessBelow = [&shadow](qreal distance) {
         return shadow.at(Margin + 150, Margin + 200 + distance).lightness();
     };
-    // Half of its strength at the edge of what casts it, offset aside.
+    // At the offset edge the shadow has half its strength.
     EXPECT_NEAR(brightnessBelow(10), 255 * (1 - 0.6 / 2), 3);
     EXPECT_LT(brightnessBelow(1), brightnessBelow(10));
     EXPECT_LT(brightnessBelow(10), brightnessBelow(20));

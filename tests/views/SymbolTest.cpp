@@ -10,41 +10,26 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-const QColor Ground(10, 20, 30);
+const QColor Background(10, 20, 30);
 constexpr QRectF Frame(8, 8, 24, 24);
 
 Picture pictureOf(const QString &name, const std::optional<SrgbColor> &tint, qreal scale,
                   const QRectF &frame = Frame)
 {
-    return { QSize(40, 40), scale, Ground,
+    return { QSize(40, 40), scale, Background,
              [&](QPainter &painter) { Symbol::paint(painter, name, frame, tint); } };
 }
 
 TEST(SymbolTest, DrawsEveryNamedSymbolWithinItsFrame)
 {
-    for (const auto &name : { u"app"_s,
-                              u"arrow.up.right.square"_s,
-                              u"checkmark"_s,
-                              u"circle.fill"_s,
-                              u"doc.on.clipboard"_s,
-                              u"doc.on.doc"_s,
-                              u"gearshape"_s,
-                              u"globe"_s,
-                              u"line.3.horizontal"_s,
-                              u"mic"_s,
-                              u"paintpalette"_s,
-                              u"pin.fill"_s,
-                              u"plus"_s,
-                              u"plus.square.dashed"_s,
-                              u"square.grid.2x2"_s,
-                              u"square.stack.3d.up"_s,
-                              u"trash"_s,
-                              u"waveform"_s,
-                              u"xmark"_s,
-                              u"xmark.circle.fill"_s }) {
+    const QString names = u"app arrow.up.right.square checkmark circle.fill doc.on.clipboard "
+                          "doc.on.doc gearshape globe line.3.horizontal mic paintpalette pin.fill "
+                          "plus plus.square.dashed square.grid.2x2 square.stack.3d.up trash "
+                          "waveform xmark xmark.circle.fill"_s;
+    for (const QString &name : names.split(u' ')) {
         for (const qreal scale : { 1.0, 1.25, 2.0 }) {
-            const QRectF ink =
-                pictureOf(name, SrgbColor::white(), scale).inkIn({ 0, 0, 40, 40 }, Ground);
+            const Picture picture = pictureOf(name, SrgbColor::white(), scale);
+            const QRectF ink = picture.inkIn({ 0, 0, 40, 40 }, Background);
             EXPECT_GE(std::max(ink.width(), ink.height()), 12) << name.toStdString();
             EXPECT_TRUE(Frame.adjusted(-1, -1, 1, 1).contains(ink)) << name.toStdString();
         }
@@ -55,13 +40,14 @@ TEST(SymbolTest, AppliesTheTint)
 {
     for (const SrgbColor &tint :
          { SrgbColor::white(), SrgbColor { 0.91, 0.16, 0.17 }, SrgbColor::white(0.5) })
-        EXPECT_TRUE(isColor(pictureOf(u"circle.fill"_s, tint, 1).at(20, 20), over(tint, Ground)));
+        EXPECT_TRUE(
+            isColor(pictureOf(u"circle.fill"_s, tint, 1).at(20, 20), over(tint, Background)));
 }
 
 TEST(SymbolTest, KeepsTheAspectRatio)
 {
     const QRectF wide = pictureOf(u"circle.fill"_s, SrgbColor::white(), 1, { 0, 10, 40, 16 })
-                            .inkIn({ 0, 0, 40, 40 }, Ground);
+                            .inkIn({ 0, 0, 40, 40 }, Background);
     EXPECT_NEAR(wide.width(), wide.height(), 1);
     EXPECT_NEAR(wide.center().x(), 20, 1);
     EXPECT_NEAR(wide.center().y(), 18, 1);
@@ -69,7 +55,7 @@ TEST(SymbolTest, KeepsTheAspectRatio)
 
 TEST(SymbolTest, HasMoreDetailAtScale2)
 {
-    // A drawing scaled up would show the same pixels twice.
+    // An upscaled drawing would repeat each pixel.
     const Picture picture = pictureOf(u"checkmark"_s, SrgbColor::white(), 2);
     bool hasFineDetail = false;
     for (qreal y = 8; y < 32; y += 1) {
@@ -81,8 +67,9 @@ TEST(SymbolTest, HasMoreDetailAtScale2)
 
 TEST(SymbolTest, DrawsNothingForAnUnknownName)
 {
-    EXPECT_EQ(pictureOf(u"no.such.symbol"_s, SrgbColor::white(), 1).inkIn({ 0, 0, 40, 40 }, Ground),
-              QRectF());
+    EXPECT_EQ(
+        pictureOf(u"no.such.symbol"_s, SrgbColor::white(), 1).inkIn({ 0, 0, 40, 40 }, Background),
+        QRectF());
     EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white(), 12).isNull());
 }
 
@@ -100,7 +87,7 @@ TEST(SymbolTest, DrawsUntintedArtwork)
 {
     for (const auto &name : { u"CupIcon"_s, u"DockIcon"_s, u"Logo"_s }) {
         const Picture picture = pictureOf(name, std::nullopt, 2, { 0, 0, 40, 40 });
-        EXPECT_FALSE(picture.inkIn({ 0, 0, 40, 40 }, Ground).isEmpty()) << name.toStdString();
+        EXPECT_FALSE(picture.inkIn({ 0, 0, 40, 40 }, Background).isEmpty()) << name.toStdString();
     }
 }
 

@@ -12,7 +12,7 @@
 namespace
 {
 
-const QColor Ground(30, 40, 50);
+const QColor Background(30, 40, 50);
 
 class TabChipTest : public testing::Test
 {
@@ -29,11 +29,11 @@ protected:
         return chip.width();
     }
 
-    /// How many points of the name are nearly as bright as its brightest: a bold one has more.
+    /// Counts the samples that are at least half as bright as the name; a bold name has more.
     int strokesOf(const std::string &name, bool isActive)
     {
         render(name, isActive);
-        const Picture picture(chip, Ground);
+        const Picture picture(chip, Background);
         const QColor fill = picture.at(chip.width() / 2.0, 2);
         const QRectF frame(7, 3, chip.width() - 14, chip.height() - 6);
         const int brightest = picture.strongestInkIn(frame, fill).lightness();
@@ -44,6 +44,8 @@ protected:
         }
         return strokes;
     }
+
+    static QColor activeFill() { return over({ 0.91, 0.16, 0.17, 0.12 }, Background); }
 
     PromptTab tab { .blocks = {} };
     TabChip chip { nullptr };
@@ -74,46 +76,40 @@ TEST_F(TabChipTest, CountsGraphemes)
 TEST_F(TabChipTest, FitsTheHeightOfItsText)
 {
     render("Prompts");
-    QFont font = QApplication::font();
-    font.setPixelSize(11);
-    font.setWeight(QFont::DemiBold);
-    EXPECT_EQ(chip.height(), QFontMetrics(font).height() + 12);
+    const QFontMetrics metrics(Painting::systemFont(11, QFont::DemiBold));
+    EXPECT_EQ(chip.height(), metrics.height() + 12);
     EXPECT_EQ(chip.size(), chip.sizeHint());
 }
 
 TEST_F(TabChipTest, HasAnAccentFillWhileActive)
 {
     render("Prompts", true);
-    const Picture picture(chip, Ground);
-    EXPECT_TRUE(
-        isColor(picture.at(3, chip.height() / 2.0), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
-    EXPECT_TRUE(
-        isColor(picture.at(chip.width() / 2.0, 0.4), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
+    const Picture picture(chip, Background);
+    EXPECT_TRUE(isColor(picture.at(3, chip.height() / 2.0), activeFill()));
+    EXPECT_TRUE(isColor(picture.at(chip.width() / 2.0, 0.4), activeFill()));
 }
 
 TEST_F(TabChipTest, HasNoFillWhileInactive)
 {
     render("Prompts");
-    const Picture picture(chip, Ground);
-    EXPECT_TRUE(isColor(picture.at(3, chip.height() / 2.0), Ground, 0));
-    EXPECT_TRUE(isColor(picture.at(chip.width() / 2.0, 0.4), Ground, 0));
+    const Picture picture(chip, Background);
+    EXPECT_TRUE(isColor(picture.at(3, chip.height() / 2.0), Background, 0));
+    EXPECT_TRUE(isColor(picture.at(chip.width() / 2.0, 0.4), Background, 0));
 }
 
 TEST_F(TabChipTest, HasCornerRadius6)
 {
     render("Prompts", true);
-    const Picture picture(chip, Ground);
-    const Picture shape(chip.size(), chip.devicePixelRatio(), Ground, [this](QPainter &painter) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.12F));
-        painter.drawRoundedRect(QRectF(chip.rect()), 6, 6);
-    });
-    const qreal right = chip.width() - 7;
-    const qreal bottom = chip.height() - 7;
-    for (const QPointF corner :
-         { QPointF(0, 0), QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom) })
-        EXPECT_EQ(picture.differenceFrom(shape, QRectF(corner, QSizeF(7, 7)), 1), QRectF());
-    EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Ground, 0));
+    const Picture picture(chip, Background);
+    const Picture shape(chip.size(), chip.devicePixelRatio(), Background,
+                        [this](QPainter &painter) {
+                            painter.setPen(Qt::NoPen);
+                            painter.setBrush(QColor::fromRgbF(0.91F, 0.16F, 0.17F, 0.12F));
+                            painter.drawRoundedRect(QRectF(chip.rect()), 6, 6);
+                        });
+    for (const QRectF &corner : cornersOf(chip.rect(), 7))
+        EXPECT_EQ(picture.differenceFrom(shape, corner, 1), QRectF());
+    EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Background, 0));
 }
 
 TEST_F(TabChipTest, ShowsTheActiveNameBolder)
@@ -125,16 +121,16 @@ TEST_F(TabChipTest, ShowsUntitledForAnEmptyName)
 {
     render("");
     EXPECT_EQ(chip.text().toStdString(), "Untitled");
-    EXPECT_EQ(Input::spokenName(chip), "Untitled");
-    EXPECT_FALSE(Picture(chip, Ground).inkIn(chip.rect(), Ground).isEmpty());
+    EXPECT_EQ(Input::accessibleName(chip), "Untitled");
+    EXPECT_FALSE(Picture(chip, Background).inkIn(chip.rect(), Background).isEmpty());
 }
 
 TEST_F(TabChipTest, IsNamedUntitledForABlankName)
 {
     for (const auto *const name : { " ", "   ", "\t", "\u00A0", "\u200B", "\n" }) {
         render(name);
-        EXPECT_EQ(Input::spokenName(chip), "Untitled") << name;
-        EXPECT_TRUE(Picture(chip, Ground).inkIn(chip.rect(), Ground).isEmpty()) << name;
+        EXPECT_EQ(Input::accessibleName(chip), "Untitled") << name;
+        EXPECT_TRUE(Picture(chip, Background).inkIn(chip.rect(), Background).isEmpty()) << name;
     }
 }
 
@@ -142,11 +138,11 @@ TEST_F(TabChipTest, KeepsTheSpacesInItsName)
 {
     for (const auto *const name : { "a  b", " a ", "a\u00A0b" }) {
         render(name);
-        EXPECT_EQ(Input::spokenName(chip), name);
+        EXPECT_EQ(Input::accessibleName(chip), name);
         EXPECT_EQ(chip.text().toStdString(), name);
     }
     render("a\nb");
-    EXPECT_EQ(Input::spokenName(chip), "a b");
+    EXPECT_EQ(Input::accessibleName(chip), "a b");
 }
 
 TEST_F(TabChipTest, ShowsThePlaceholderWhileEditingAnEmptyName)
@@ -166,8 +162,7 @@ TEST_F(TabChipTest, HidesThePlaceholderWhileTypingOrComposing)
     chip.focusField();
     const auto isShown = [this] {
         const QRectF besideTheCursor(8, 4, chip.width() / 2.0 - 16, chip.height() - 8.0);
-        const QColor ground = over({ 0.91, 0.16, 0.17, 0.12 }, Ground);
-        return !Picture(chip, Ground).inkIn(besideTheCursor, ground).isEmpty();
+        return !Picture(chip, Background).inkIn(besideTheCursor, activeFill()).isEmpty();
     };
     EXPECT_TRUE(isShown());
     QInputMethodEvent composing(QStringLiteral("n"), {});
@@ -188,9 +183,8 @@ TEST_F(TabChipTest, AlignsTheFieldWithTheLabel)
     EXPECT_EQ(field.width(), chip.width() - 14);
     EXPECT_EQ(field.font().pixelSize(), 11);
     EXPECT_EQ(field.font().weight(), QFont::DemiBold);
-    const Picture picture(chip, Ground);
-    EXPECT_TRUE(
-        isColor(picture.at(3, chip.height() / 2.0), over({ 0.91, 0.16, 0.17, 0.12 }, Ground)));
+    const Picture picture(chip, Background);
+    EXPECT_TRUE(isColor(picture.at(3, chip.height() / 2.0), activeFill()));
 }
 
 TEST_F(TabChipTest, KeepsALongNameInsideItsFrame)
@@ -198,9 +192,9 @@ TEST_F(TabChipTest, KeepsALongNameInsideItsFrame)
     for (const std::string &name : { std::string(17, 'W'), std::string(1'000'000, 'W'),
                                      std::string("one\ntwo\nthree\nfour\nfive") }) {
         render(name, true);
-        const QRectF ink = Picture(chip, Ground)
-                               .inkIn({ 1, 3, chip.width() - 2.0, chip.height() - 6.0 },
-                                      over({ 0.91, 0.16, 0.17, 0.12 }, Ground));
+        const QRectF ink =
+            Picture(chip, Background)
+                .inkIn({ 1, 3, chip.width() - 2.0, chip.height() - 6.0 }, activeFill());
         EXPECT_GE(ink.left(), 7);
         EXPECT_LE(ink.right(), chip.width() - 7);
         EXPECT_GE(ink.top(), 6) << "more than one line";
@@ -212,15 +206,15 @@ TEST_F(TabChipTest, HasTheAccessibleRoleOfATab)
 {
     render("Prompts", true);
     EXPECT_EQ(Input::role(chip), QAccessible::PageTab);
-    EXPECT_EQ(Input::spokenName(chip), "Prompts");
+    EXPECT_EQ(Input::accessibleName(chip), "Prompts");
     EXPECT_EQ(chip.toolTip().toStdString(), "Double-click to rename");
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&chip)->state().selected);
     render("Links", false);
-    EXPECT_EQ(Input::spokenName(chip), "Links");
+    EXPECT_EQ(Input::accessibleName(chip), "Links");
     EXPECT_FALSE(QAccessible::queryAccessibleInterface(&chip)->state().selected);
     render("Links", false, true);
     auto &field = *chip.findChild<QLineEdit *>();
-    EXPECT_EQ(Input::spokenName(field), "Tab name");
+    EXPECT_EQ(Input::accessibleName(field), "Tab name");
     EXPECT_EQ(Input::role(field), QAccessible::EditableText);
 }
 

@@ -7,7 +7,7 @@
 namespace
 {
 
-/// Names that are more to Qt than they are to the user, and names from elsewhere.
+/// Unusual tab names, and renaming in the context of the whole panel.
 class TabNamesTest : public PanelContentFixture
 {
 protected:
@@ -26,7 +26,7 @@ TEST_F(TabNamesTest, AnAmpersandInANameIsNotAShortcut)
     Input::key(*view, Qt::Key_D, Qt::AltModifier);
     settle();
     EXPECT_EQ(store().activeTab()->name, "Prompts");
-    EXPECT_EQ(Input::spokenName(chip("R&D")), "R&D");
+    EXPECT_EQ(Input::accessibleName(chip("R&D")), "R&D");
 }
 
 TEST_F(TabNamesTest, StoresANameTypedByAssistiveTechnology)

@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-/// A strip as wide as the panel over an editor in the nodes' stead.
+/// A strip of the panel's width above a line edit that can take the focus.
 class TabStripFixture : public ViewFixture
 {
 protected:
@@ -32,7 +32,7 @@ protected:
         settle();
     }
 
-    /// The chips as the user sees them, left to right.
+    /// The visible chips, left to right.
     std::vector<TabChip *> chips() const
     {
         const auto all = strip->findChildren<TabChip *>();
@@ -53,7 +53,7 @@ protected:
         return texts;
     }
 
-    /// The number of the tab that looks active; none if not exactly one does.
+    /// The index of the chip that looks active; none unless exactly one does.
     std::optional<std::size_t> activeChip() const
     {
         std::optional<std::size_t> active;
@@ -65,6 +65,12 @@ protected:
             active = index;
         }
         return active;
+    }
+
+    void pressNewTab()
+    {
+        Input::click(*Input::button(*strip, "New tab"));
+        settle();
     }
 
     QLineEdit *field() const { return strip->findChild<QLineEdit *>(); }
@@ -83,12 +89,7 @@ protected:
 
     void chooseFromMenu(std::size_t index, const std::string &title)
     {
-        withMenu(index, [&title](QMenu &menu) {
-            for (auto *const action : menu.actions()) {
-                if (action->text().toStdString() == title)
-                    Input::choose(menu, action);
-            }
-        });
+        withMenu(index, [&title](QMenu &menu) { Input::choose(menu, title); });
     }
 
     void withMenu(std::size_t index, const std::function<void(QMenu &)> &use)

@@ -50,7 +50,7 @@ TEST_F(TabStripRenamingTest, StoresEachKeystrokeImmediately)
     doubleClick(1);
     type("a");
     EXPECT_EQ(names()[1], "a");
-    Input::type(window, "b"); // before any redraw
+    Input::type(window, "b"); // before rendering
     EXPECT_EQ(names()[1], "ab");
     settle();
     Input::key(window, Qt::Key_Backspace);
@@ -139,18 +139,18 @@ TEST_F(TabStripRenamingTest, EndsWhenAnotherChipIsClicked)
 
 TEST_F(TabStripRenamingTest, EndsOnAPressOutsideTheField)
 {
-    const QPoint onTheGround(400, 150);
+    const QPoint belowTheStrip(400, 150);
     const QPoint besideTheChips(390, 19);
     const QPoint besideTheFieldInItsChip = chip(1).mapTo(&window, QPoint(3, 10));
-    for (const QPoint place : { onTheGround, besideTheChips, besideTheFieldInItsChip }) {
+    for (const QPoint position : { belowTheStrip, besideTheChips, besideTheFieldInItsChip }) {
         doubleClick(1);
         ASSERT_TRUE(isRenaming());
-        Input::press(window, place);
+        Input::press(window, position);
         settle();
-        EXPECT_FALSE(isRenaming()) << place.x() << ", " << place.y();
-        Input::release(window, place);
+        EXPECT_FALSE(isRenaming()) << position.x() << ", " << position.y();
+        Input::release(window, position);
         settle();
-        EXPECT_FALSE(isRenaming()) << place.x() << ", " << place.y();
+        EXPECT_FALSE(isRenaming()) << position.x() << ", " << position.y();
     }
 }
 
@@ -168,8 +168,7 @@ TEST_F(TabStripRenamingTest, FocusesTheChipAfterAPressOutside)
 TEST_F(TabStripRenamingTest, EndsWhenATabIsAdded)
 {
     doubleClick(1);
-    Input::click(*Input::button(*strip, "New tab"));
-    settle();
+    pressNewTab();
     EXPECT_FALSE(isRenaming());
     EXPECT_EQ(names(), Texts({ "One", "Two", "Three", "New Tab" }));
 
@@ -210,12 +209,7 @@ TEST_F(TabStripRenamingTest, ContinuesWhenTheFieldsMenuIsUsed)
 TEST_F(TabStripRenamingTest, EndsWhenTheFocusMovesWhileAnotherWindowIsActive)
 {
     doubleClick(1);
-    QWidget other;
-    Input::show(other);
-    elsewhere->setFocus(Qt::PopupFocusReason);
-    other.hide();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    Input::whileInactive(window, [this] { elsewhere->setFocus(Qt::PopupFocusReason); });
     settle();
     EXPECT_TRUE(elsewhere->hasFocus());
     EXPECT_FALSE(isRenaming());
@@ -261,7 +255,7 @@ TEST_F(TabStripRenamingTest, StartsFromTheMenuAndByF2)
 TEST_F(TabStripRenamingTest, EndsWhenTheTabIsDeleted)
 {
     doubleClick(1);
-    store().deleteTab(store().tabs().get()[1].id);
+    store().deleteTab(tabID(1));
     settle();
     EXPECT_FALSE(isRenaming());
     EXPECT_EQ(labels(), Texts({ "One", "Three" }));
@@ -290,7 +284,7 @@ TEST_F(TabStripRenamingTest, EndsWhenTheTabIsDeletedFromItsMenu)
 TEST_F(TabStripRenamingTest, ShowsANameChangedInTheStore)
 {
     doubleClick(1);
-    store().renameTab(store().tabs().get()[1].id, "Elsewhere");
+    store().renameTab(tabID(1), "Elsewhere");
     settle();
     EXPECT_EQ(field()->text().toStdString(), "Elsewhere");
 }
@@ -312,7 +306,7 @@ TEST_F(TabStripRenamingTest, StoresNoBreakSpacesButNoHalfSurrogatePairs)
 
 TEST_F(TabStripRenamingTest, EditsANameWithLineBreaks)
 {
-    store().renameTab(store().tabs().get()[1].id, "a\nb");
+    store().renameTab(tabID(1), "a\nb");
     settle();
     doubleClick(1);
     EXPECT_EQ(names()[1], "a\nb");
@@ -325,7 +319,7 @@ TEST_F(TabStripRenamingTest, EditsANameWithLineBreaks)
 TEST_F(TabStripRenamingTest, IsFastWithAVeryLongName)
 {
     const ProcessorTime spent;
-    store().renameTab(store().tabs().get()[1].id, std::string(200'000, 'a'));
+    store().renameTab(tabID(1), std::string(200'000, 'a'));
     settle();
     doubleClick(1);
     key(Qt::Key_End);

@@ -21,17 +21,15 @@ TEST_F(TabStripTest, Is38PointsHighWithChips4PointsApart)
 {
     openStrip({ tabOf("One"), tabOf("A longer name"), tabOf("Three") });
     EXPECT_EQ(strip->sizeHint().height(), 38);
-    const auto placeOf = [this](QWidget &widget) {
-        return QRect(widget.mapTo(strip, QPoint()), widget.size());
-    };
-    EXPECT_EQ(placeOf(chip(0)).left(), 9);
-    EXPECT_EQ(placeOf(chip(1)).left() - placeOf(chip(0)).right(), 5);
-    EXPECT_EQ(placeOf(chip(2)).left() - placeOf(chip(1)).right(), 5);
-    EXPECT_NEAR(QRectF(placeOf(chip(0))).center().y(), 19, 0.5);
+    const auto frameOf = [this](QWidget &widget) { return Input::frameIn(*strip, widget); };
+    EXPECT_EQ(frameOf(chip(0)).left(), 9);
+    EXPECT_EQ(frameOf(chip(1)).left() - frameOf(chip(0)).right(), 5);
+    EXPECT_EQ(frameOf(chip(2)).left() - frameOf(chip(1)).right(), 5);
+    EXPECT_NEAR(QRectF(frameOf(chip(0))).center().y(), 19, 0.5);
     auto &newTab = *Input::button(*strip, "New tab");
     EXPECT_EQ(newTab.size(), QSize(24, 24));
-    EXPECT_EQ(placeOf(newTab).right(), 430 - 9 - 1);
-    EXPECT_EQ(placeOf(newTab).top(), 7);
+    EXPECT_EQ(frameOf(newTab).right(), 430 - 9 - 1);
+    EXPECT_EQ(frameOf(newTab).top(), 7);
     EXPECT_EQ(newTab.toolTip().toStdString(), "New tab");
 }
 
@@ -42,10 +40,10 @@ TEST_F(TabStripTest, DarkensItsWholeHeight)
     EXPECT_EQ(strip->sizeHint().height(), 66);
     strip->resize(430, 66);
     settle();
-    const QColor ground(100, 150, 200);
-    const Picture picture(*strip, ground);
+    const QColor background(100, 150, 200);
+    const Picture picture(*strip, background);
     for (const int y : { 0, 27, 28, 65 })
-        EXPECT_TRUE(isColor(picture.at(300, y), over(SrgbColor::black(0.08), ground))) << y;
+        EXPECT_TRUE(isColor(picture.at(300, y), over(SrgbColor::black(0.08), background))) << y;
     EXPECT_GE(chip(0).mapTo(strip, QPoint()).y(), 28);
 }
 
@@ -53,7 +51,7 @@ TEST_F(TabStripTest, SelectsATabByAClick)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     click(1);
-    EXPECT_EQ(store().activeTabID().get(), store().tabs().get()[1].id);
+    EXPECT_EQ(store().activeTabID().get(), tabID(1));
     EXPECT_EQ(activeChip(), 1U);
     EXPECT_FALSE(field());
 }
@@ -91,10 +89,9 @@ TEST_F(TabStripTest, MovesTheFocusWithTheActiveTab)
     chip(0).setFocus(Qt::TabFocusReason);
     click(1);
     EXPECT_TRUE(chip(1).hasFocus());
-    Input::click(*Input::button(*strip, "New tab"));
-    settle();
+    pressNewTab();
     EXPECT_TRUE(chip(2).hasFocus());
-    store().selectTab(store().tabs().get()[0].id);
+    store().selectTab(tabID(0));
     settle();
     EXPECT_TRUE(chip(0).hasFocus());
 }
@@ -103,10 +100,10 @@ TEST_F(TabStripTest, KeepsTheFocusWhenItsTabIsDeleted)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     chip(1).setFocus(Qt::TabFocusReason);
-    store().deleteTab(store().tabs().get()[1].id);
+    store().deleteTab(tabID(1));
     settle();
-    EXPECT_TRUE(chip(1).hasFocus()) << "with the one that took its place";
-    store().deleteTab(store().tabs().get()[1].id);
+    EXPECT_TRUE(chip(1).hasFocus()) << "on the tab that took its place";
+    store().deleteTab(tabID(1));
     settle();
     EXPECT_TRUE(chip(0).hasFocus());
 }
@@ -115,7 +112,7 @@ TEST_F(TabStripTest, KeepsTheFocusOnAnInactiveTab)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     chip(1).setFocus(Qt::TabFocusReason);
-    store().renameTab(store().tabs().get()[2].id, "Third");
+    store().renameTab(tabID(2), "Third");
     settle();
     EXPECT_TRUE(chip(1).hasFocus());
 }
@@ -123,8 +120,7 @@ TEST_F(TabStripTest, KeepsTheFocusOnAnInactiveTab)
 TEST_F(TabStripTest, AddsATabWithoutRenamingIt)
 {
     openStrip({ tabOf("One") });
-    Input::click(*Input::button(*strip, "New tab"));
-    settle();
+    pressNewTab();
     EXPECT_EQ(names(), Texts({ "One", "New Tab" }));
     EXPECT_EQ(labels(), names());
     EXPECT_EQ(activeChip(), 1U);
@@ -134,14 +130,14 @@ TEST_F(TabStripTest, AddsATabWithoutRenamingIt)
 TEST_F(TabStripTest, ShowsChangesOfTheStore)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
-    store().renameTab(store().tabs().get()[1].id, "Second");
+    store().renameTab(tabID(1), "Second");
     settle();
     EXPECT_EQ(labels(), Texts({ "One", "Second", "Three" }));
-    store().deleteTab(store().tabs().get()[0].id);
+    store().deleteTab(tabID(0));
     settle();
     EXPECT_EQ(labels(), Texts({ "Second", "Three" }));
     EXPECT_EQ(activeChip(), 0U);
-    store().selectTab(store().tabs().get()[1].id);
+    store().selectTab(tabID(1));
     settle();
     EXPECT_EQ(activeChip(), 1U);
 }
@@ -150,7 +146,7 @@ TEST_F(TabStripTest, KeepsTheChipOfATab)
 {
     openStrip({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     const auto *const two = &chip(1);
-    store().deleteTab(store().tabs().get()[0].id);
+    store().deleteTab(tabID(0));
     store().addTab();
     settle();
     EXPECT_EQ(&chip(0), two);
@@ -250,8 +246,7 @@ TEST_F(TabStripTest, ShowsNothingWithoutTabs)
     store().deleteTab(twin.id);
     settle();
     EXPECT_EQ(labels(), Texts());
-    Input::click(*Input::button(*strip, "New tab"));
-    settle();
+    pressNewTab();
     EXPECT_EQ(labels(), Texts({ "New Tab" }));
 }
 

@@ -26,24 +26,24 @@ protected:
 
 TEST_F(TextFieldTest, BorderShowsTheFocus)
 {
-    const QColor ground = over(SrgbColor::black(0.3), Qt::black);
-    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), ground)));
+    const QColor background = over(SrgbColor::black(0.3), Qt::black);
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), background)));
     Input::click(field);
-    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.75), ground)));
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.75), background)));
     field.clearFocus();
-    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), ground)));
+    EXPECT_TRUE(isColor(borderColor(), over(SrgbColor::white(0.4), background)));
 }
 
 TEST_F(TextFieldTest, DarkensItsBackground)
 {
     const Picture seen(field, Qt::white);
     EXPECT_TRUE(isColor(seen.at(3, 3), over(SrgbColor::black(0.3), Qt::white)));
-    EXPECT_TRUE(isColor(seen.at(0, 0), Qt::white, 40)) << "the corner is round";
+    EXPECT_TRUE(isColor(seen.at(0, 0), Qt::white, 40)) << "round corner";
 }
 
 TEST_F(TextFieldTest, KeepsItsTextClearOfTheBorder)
 {
-    field.setText(QString(100, u'\u2588')); // blocks, as high as a line
+    field.setText(QString(100, u'\u2588')); // blocks of the full line height
     const Picture seen(field);
     const QRectF inside = QRectF(field.rect()).adjusted(2, 2, -2, -2);
     EXPECT_GE(seen.inkIn(inside, Qt::black).left(), 4);

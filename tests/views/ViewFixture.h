@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// A machine of one's own whose store starts from what the test says.
+/// A fake platform and a store that starts from the given tabs.
 class ViewFixture : public SatchelStoreFixture
 {
 protected:
@@ -24,7 +24,7 @@ protected:
         return tab;
     }
 
-    /// Texts that tell their own number.
+    /// "text 0", "text 1" and so on.
     static Texts numberedTexts(std::size_t count)
     {
         Texts texts;
@@ -44,7 +44,9 @@ protected:
 
     const SatchelStore &store() const { return *m_store; }
 
-    /// Lets the views follow the models.
+    QUuid tabID(std::size_t index) const { return store().tabs().get().at(index).id; }
+
+    /// Renders pending changes and deletes what was to be deleted later.
     void settle()
     {
         machine.mainQueue.runPending();
