@@ -1,29 +1,29 @@
-"""What an installation of the program consists of, and how one is made."""
+"""The files of an installation, and helpers to create and inspect one."""
 
 import pathlib
 import subprocess
 
 ID = "example.quillsatchel.Quillsatchel"
 ICON_SIDES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
-DRAWING = pathlib.Path(f"share/icons/hicolor/scalable/apps/{ID}.svg")
+SCALABLE_ICON = pathlib.Path(f"share/icons/hicolor/scalable/apps/{ID}.svg")
 ENTRY = pathlib.Path(f"share/applications/{ID}.desktop")
 METAINFO = pathlib.Path(f"share/metainfo/{ID}.metainfo.xml")
 MANUAL_PAGE = pathlib.Path("share/man/man1/quillsatchel.1.gz")
 LICENCE = pathlib.Path("share/doc/quillsatchel/copyright")
 
 
-def picture(side):
+def icon(side):
     return pathlib.Path(f"share/icons/hicolor/{side}x{side}/apps/{ID}.png")
 
 
 def programs(modules):
-    """Where `modules` is the folder that they are installed in."""
+    """`modules` is the folder of the modules, relative to the prefix."""
     return {pathlib.Path("bin/quillsatchel"), modules / "listener"}
 
 
 def expected_files(modules):
-    return {DRAWING, ENTRY, METAINFO, MANUAL_PAGE, LICENCE, *programs(modules),
-            *(picture(side) for side in ICON_SIDES),
+    return {SCALABLE_ICON, ENTRY, METAINFO, MANUAL_PAGE, LICENCE, *programs(modules),
+            *(icon(side) for side in ICON_SIDES),
             *(modules / f"{name}.so" for name in ("network", "speech", "workspace"))}
 
 
@@ -32,7 +32,7 @@ def files_below(folder):
 
 
 def run(*command, **options):
-    """What it says; what it says is in the error too where it fails."""
+    """Returns the output of a command; raises an error with the output if the command fails."""
     done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
                           check=False, **options)
     if done.returncode:

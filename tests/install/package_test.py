@@ -1,5 +1,5 @@
 #!/usr/bin/python3 -B
-"""Makes the Debian package of a build and looks at what is in it:
+"""Builds the Debian package and checks its content:
 
     package_test.py BUILD-FOLDER MODULES-FOLDER VERSION
 """
@@ -23,29 +23,29 @@ class PackageTest(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = pathlib.Path(tempfile.mkdtemp(prefix="package-test-"))
         cls.addClassCleanup(shutil.rmtree, cls.folder)
-        run("cpack", "--config", cls.build / "CPackConfig.cmake", "-B", cls.folder / "made",
+        run("cpack", "--config", cls.build / "CPackConfig.cmake", "-B", cls.folder / "packages",
             cwd=cls.build)
-        (cls.package,) = (cls.folder / "made").glob("*.deb")
+        (cls.package,) = (cls.folder / "packages").glob("*.deb")
         run("dpkg-deb", "--raw-extract", cls.package, cls.folder / "raw")
 
-    def test_it_has_the_installed_files_and_its_changelog(self):
+    def test_contains_the_installed_files_and_the_changelog(self):
         raw = self.folder / "raw"
         self.assertEqual(files_below(raw / "usr"), expected_files(self.modules) | {CHANGELOG})
         self.assertEqual({file.name for file in raw.iterdir()}, {"DEBIAN", "usr"})
 
-    def test_everything_in_it_is_roots(self):
+    def test_all_files_belong_to_root(self):
         lines = run("dpkg-deb", "--contents", self.package).splitlines()
         self.assertTrue(lines)
         for line in lines:
             self.assertEqual(line.split()[1], "root/root", line)
 
-    def test_it_is_of_the_version_in_its_name(self):
+    def test_version_matches_the_file_name(self):
         self.assertTrue(self.field("Version").startswith(f"{self.version}-"))
         self.assertTrue(self.package.name.startswith(f"quillsatchel_{self.field('Version')}_"))
 
-    def test_it_depends_on_the_libraries_it_links_and_recommends_what_it_looks_for(self):
+    def test_declares_dependencies_and_recommendations(self):
         needed = {item.split()[0] for item in self.field("Depends").split(",")}
-        # Debian 13 gave some libraries new names when the size of time changed.
+        # Debian 13 appended "t64" to some library names when time_t became 64-bit.
         plain = {name.removesuffix("t64") for name in needed}
         self.assertLessEqual({"hicolor-icon-theme", "libc6", "libglib2.0-0", "libpocketsphinx3",
                               "libpulse0", "libqt6svg6", "libqt6widgets6", "qt6-svg-plugins"},
@@ -55,11 +55,11 @@ class PackageTest(unittest.TestCase):
                          ["glib-networking", "pocketsphinx-en-us", "qt6-image-formats-plugins",
                           "qt6-wayland", "xdg-utils"])
 
-    def test_nothing_runs_when_it_is_installed_or_removed(self):
+    def test_has_no_maintainer_scripts(self):
         self.assertEqual({file.name for file in (self.folder / "raw/DEBIAN").iterdir()},
                          {"control", "md5sums"})
 
-    def test_its_programs_are_stripped_and_do_not_say_where_they_were_built(self):
+    def test_programs_are_stripped_and_contain_no_build_paths(self):
         for file in (self.folder / "raw/usr").rglob("*"):
             if file.is_dir():
                 continue

@@ -48,9 +48,9 @@ TEST_F(AboutCardTest, DimsTheWholePanel)
 {
     EXPECT_EQ(aboutCard()->geometry(), view->rect());
     const Picture picture(*aboutCard(), Background);
-    for (const QPointF place :
+    for (const QPointF position :
          { QPointF(0.3, 0.3), QPointF(429.5, 0.3), QPointF(0.3, 649.5), QPointF(429.5, 649.5) })
-        EXPECT_TRUE(isColor(picture.at(place.x(), place.y()), dimmed()));
+        EXPECT_TRUE(isColor(picture.at(position.x(), position.y()), dimmed()));
 }
 
 TEST_F(AboutCardTest, IsCenteredAnd320PointsWide)
@@ -107,9 +107,9 @@ TEST_F(AboutCardTest, CastsAShadowDownwards)
 
 TEST_F(AboutCardTest, PlacesCloseButton8PointsFromTopRightCorner)
 {
-    const QRect place = frameOf(*closeButton());
-    EXPECT_EQ(card().right() - place.right(), 8);
-    EXPECT_EQ(place.top() - card().top(), 8);
+    const QRect frame = frameOf(*closeButton());
+    EXPECT_EQ(card().right() - frame.right(), 8);
+    EXPECT_EQ(frame.top() - card().top(), 8);
     EXPECT_EQ(closeButton()->toolTip().toStdString(), "Close");
 }
 

@@ -167,8 +167,8 @@ TEST_F(ApplicationFileDialogTest, KeepsSymbolicLinksInThePath)
         row = view.model()->index(0, 0, view.rootIndex());
         return row.data() == QStringLiteral("current");
     }));
-    const QPoint place = view.viewport()->mapTo(&dialog, view.visualRect(row).center());
-    QTest::mouseDClick(dialog.windowHandle(), Qt::LeftButton, {}, place);
+    const QPoint position = view.viewport()->mapTo(&dialog, view.visualRect(row).center());
+    QTest::mouseDClick(dialog.windowHandle(), Qt::LeftButton, {}, position);
     EXPECT_EQ(dialog.directory().path(), link);
     choose(dialog, QStringLiteral("app.desktop"));
     settle();

@@ -19,7 +19,7 @@ protected:
     QColor listFill() const { return over(SrgbColor::black(0.3), background()); }
 
     /// The panel with all icons loaded.
-    Picture take() const
+    Picture takePicture() const
     {
         settle();
         settle();
@@ -57,7 +57,7 @@ protected:
 TEST_F(ApplicationPanelLookTest, ShowsIconNameAndComment)
 {
     open();
-    const Picture picture = take();
+    const Picture picture = takePicture();
     const QRect frame = rowFrame(1);
     const QRectF icon = picture.inkIn(
         QRectF(frame.topLeft(), QSizeF(9 + IconSize + 3, frame.height())), listFill());
@@ -76,7 +76,7 @@ TEST_F(ApplicationPanelLookTest, ShowsIconNameAndComment)
 TEST_F(ApplicationPanelLookTest, CentersANameWithoutComment)
 {
     open();
-    const QRectF name = take().inkIn(textFrame(4), listFill());
+    const QRectF name = takePicture().inkIn(textFrame(4), listFill());
     EXPECT_NEAR(name.center().y(), QRectF(rowFrame(4)).center().y(), 2);
 }
 
@@ -86,7 +86,7 @@ TEST_F(ApplicationPanelLookTest, KeepsLongTextsOnOneLine)
                                  "however wide its window may be made by those who like that";
     workspace.applications = { { "/a", longText, longText, "" }, { "/b", "Short", "Short", "" } };
     open();
-    const Picture picture = take();
+    const Picture picture = takePicture();
     EXPECT_LE(picture.inkIn(rowFrame(0), listFill()).right(), rowFrame(0).right() - 8);
     EXPECT_NEAR(picture.inkIn(nameFrame(0), listFill()).top() - rowFrame(0).top(),
                 picture.inkIn(nameFrame(1), listFill()).top() - rowFrame(1).top(), 2);
@@ -99,7 +99,7 @@ TEST_F(ApplicationPanelLookTest, ElidesLongTextsWithDots)
     const std::string tall(200, 'l');
     workspace.applications = { { "/a", tall, tall, "" } };
     open();
-    const Picture picture = take();
+    const Picture picture = takePicture();
     for (const QRectF &line : { nameFrame(0), commentFrame(0) }) {
         const QRectF ink = picture.inkIn(line, listFill());
         const QRectF end(ink.right() - 4, ink.top(), 4, ink.height());
@@ -121,7 +121,7 @@ TEST_F(ApplicationPanelLookTest, ShowsTheSelectedRowInTheAccentColor)
 {
     open();
     press(Qt::Key_Down);
-    const Picture picture = take();
+    const Picture picture = takePicture();
     const QRect selected = rowFrame(0);
     EXPECT_TRUE(
         isColor(picture.at(selected.left() + 4, selected.center().y()), over(Accent, listFill())));
@@ -134,7 +134,7 @@ TEST_F(ApplicationPanelLookTest, HighlightsTheHoveredRow)
 {
     open();
     Input::moveTo(*panel, rowCenter(2));
-    const Picture picture = take();
+    const Picture picture = takePicture();
     const auto edge = [this, &picture](int row) {
         return picture.at(rowFrame(row).left() + 4, rowFrame(row).center().y());
     };
@@ -147,7 +147,7 @@ TEST_F(ApplicationPanelLookTest, HasReadableContrast)
 {
     open();
     press(Qt::Key_Down);
-    const Picture picture = take();
+    const Picture picture = takePicture();
     for (const int row : { 0, 1 }) {
         const QColor fill = picture.at(rowFrame(row).left() + 4, rowFrame(row).center().y());
         for (const QRectF &line : { nameFrame(row), commentFrame(row) })
@@ -155,7 +155,7 @@ TEST_F(ApplicationPanelLookTest, HasReadableContrast)
     }
     type("nothing");
     const QRectF middle = QRectF(list().geometry()).adjusted(20, 20, -20, -20);
-    EXPECT_GT(contrast(take(), middle, listFill()), 4.5);
+    EXPECT_GT(contrast(takePicture(), middle, listFill()), 4.5);
 }
 
 TEST_F(ApplicationPanelLookTest, CentersTheNoteInAnEmptyList)
@@ -163,7 +163,7 @@ TEST_F(ApplicationPanelLookTest, CentersTheNoteInAnEmptyList)
     workspace.applications.clear();
     open();
     const QRectF inside = QRectF(list().geometry()).adjusted(4, 4, -4, -4);
-    const QRectF note = take().inkIn(inside, listFill());
+    const QRectF note = takePicture().inkIn(inside, listFill());
     EXPECT_NEAR(note.center().x(), inside.center().x(), 2);
     EXPECT_NEAR(note.center().y(), inside.center().y(), 3);
     EXPECT_GT(note.width(), 80);
@@ -186,7 +186,7 @@ TEST_F(ApplicationPanelLookTest, KeepsRowsClearOfTheScrollBar)
     EXPECT_LE(rowFrame(0).right(), barLeft);
     EXPECT_LE(barLeft + bar.width(), list().geometry().right());
     const QRectF barFrame(barLeft, list().y() + 3, bar.width(), list().height() - 6);
-    EXPECT_LT(take().inkIn(barFrame, listFill()).height(), list().height() / 2.0);
+    EXPECT_LT(takePicture().inkIn(barFrame, listFill()).height(), list().height() / 2.0);
 }
 
 TEST_F(ApplicationPanelLookTest, ShowsTheFocus)
@@ -194,9 +194,9 @@ TEST_F(ApplicationPanelLookTest, ShowsTheFocus)
     open();
     press(Qt::Key_Down);
     const auto changesIn = [this](const QRect &frame, Qt::Key key) {
-        const Picture before = take();
+        const Picture before = takePicture();
         press(key);
-        return !take().differenceFrom(before, frame).isEmpty();
+        return !takePicture().differenceFrom(before, frame).isEmpty();
     };
     const QRect row = rowFrame(0);
     EXPECT_TRUE(changesIn(row, Qt::Key_Tab));
@@ -214,11 +214,11 @@ TEST_F(ApplicationPanelLookTest, ShowsAMagnifyingGlassInTheField)
     open();
     const QRectF before(field().x() + 4, field().y() + 4, 20, field().height() - 8);
     const QColor fill = over(SrgbColor::black(0.3), background());
-    const QRectF glass = take().inkIn(before, fill);
+    const QRectF glass = takePicture().inkIn(before, fill);
     EXPECT_NEAR(glass.width(), glass.height(), 1);
     EXPECT_NEAR(glass.center().y(), QRectF(field().geometry()).center().y(), 1);
     type("mmmm");
-    EXPECT_EQ(take().inkIn(before, fill), glass);
+    EXPECT_EQ(takePicture().inkIn(before, fill), glass);
 }
 
 } // namespace

@@ -24,7 +24,7 @@ class LauncherSettingsCardLookTest : public LauncherCardFixture
 protected:
     QRect body() const { return card->cardGeometry(); }
 
-    Picture picture(const QColor &background = Qt::black) const
+    Picture takePicture(const QColor &background = Qt::black) const
     {
         return Picture(*card, background);
     }
@@ -50,10 +50,10 @@ TEST_F(LauncherSettingsCardLookTest, DimsTheWholePanel)
 {
     openCard();
     EXPECT_EQ(card->geometry(), panel.rect());
-    const Picture seen = picture(Background);
-    for (const QPointF place :
+    const Picture picture = takePicture(Background);
+    for (const QPointF position :
          { QPointF(0.3, 0.3), QPointF(429.5, 0.3), QPointF(0.3, 649.5), QPointF(429.5, 649.5) })
-        EXPECT_TRUE(isColor(seen.at(place.x(), place.y()), dimmed()));
+        EXPECT_TRUE(isColor(picture.at(position.x(), position.y()), dimmed()));
 }
 
 TEST_F(LauncherSettingsCardLookTest, IsCenteredAnd360PointsWide)
@@ -97,37 +97,37 @@ TEST_F(LauncherSettingsCardLookTest, StaysInsideThePanelMargins)
 TEST_F(LauncherSettingsCardLookTest, IsFilledAndStroked)
 {
     openCard();
-    const Picture seen = picture();
+    const Picture picture = takePicture();
     const qreal middle = body().center().y();
     const QColor stroke = over(SrgbColor::white(0.14), cardFill());
-    EXPECT_TRUE(isColor(seen.at(body().left() + 8, middle), cardFill(), 1));
-    EXPECT_TRUE(isColor(seen.at(body().left() + 0.4, middle), stroke));
-    EXPECT_TRUE(isColor(seen.at(body().left() + 1.4, middle), cardFill()));
-    EXPECT_TRUE(isColor(seen.at(body().center().x(), body().top() + 0.4), stroke));
+    EXPECT_TRUE(isColor(picture.at(body().left() + 8, middle), cardFill(), 1));
+    EXPECT_TRUE(isColor(picture.at(body().left() + 0.4, middle), stroke));
+    EXPECT_TRUE(isColor(picture.at(body().left() + 1.4, middle), cardFill()));
+    EXPECT_TRUE(isColor(picture.at(body().center().x(), body().top() + 0.4), stroke));
     // The card is 98 % opaque.
-    const Picture onGround = picture(Background);
-    EXPECT_TRUE(isColor(onGround.at(body().left() + 8, middle), over(Fill, dimmed()), 1));
+    const Picture onBackground = takePicture(Background);
+    EXPECT_TRUE(isColor(onBackground.at(body().left() + 8, middle), over(Fill, dimmed()), 1));
 }
 
 TEST_F(LauncherSettingsCardLookTest, HasCornerRadius20)
 {
     openCard();
-    const Picture seen = picture();
+    const Picture picture = takePicture();
     const Picture shape(
         panel.size(), panel.devicePixelRatio(), Qt::black,
         [this](QPainter &painter) { drawBox(painter, body(), 20, Fill, SrgbColor::white(0.14)); });
     for (const QPoint corner : { body().topLeft(), QPoint(body().left(), body().bottom() - 13),
                                  QPoint(body().right() - 13, body().bottom() - 13) })
-        EXPECT_EQ(seen.differenceFrom(shape, QRectF(corner, QSizeF(14, 14))), QRectF());
+        EXPECT_EQ(picture.differenceFrom(shape, QRectF(corner, QSizeF(14, 14))), QRectF());
 }
 
 TEST_F(LauncherSettingsCardLookTest, CastsAShadowDownwards)
 {
     openCard();
-    const Picture seen = picture(Qt::white);
+    const Picture picture = takePicture(Qt::white);
     const int dimmedWhite = over(SrgbColor::black(0.62), Qt::white).red();
-    const auto darknessAt = [dimmedWhite, &seen](qreal x, qreal y) {
-        return dimmedWhite - seen.at(x, y).red();
+    const auto darknessAt = [dimmedWhite, &picture](qreal x, qreal y) {
+        return dimmedWhite - picture.at(x, y).red();
     };
     const qreal middle = body().center().x();
     EXPECT_GT(darknessAt(middle, body().bottom() + 6), darknessAt(middle, body().top() - 6) + 16);
@@ -144,31 +144,32 @@ TEST_F(LauncherSettingsCardLookTest, CastsAShadowDownwards)
 TEST_F(LauncherSettingsCardLookTest, PlacesCloseButton8PointsFromTopRightCorner)
 {
     openCard();
-    const QRect place = frameOf(closeButton());
-    EXPECT_EQ(place.size(), QSize(28, 28));
-    EXPECT_EQ(body().right() - place.right(), 8);
-    EXPECT_EQ(place.top() - body().top(), 8);
+    const QRect frame = frameOf(closeButton());
+    EXPECT_EQ(frame.size(), QSize(28, 28));
+    EXPECT_EQ(body().right() - frame.right(), 8);
+    EXPECT_EQ(frame.top() - body().top(), 8);
     Input::click(closeButton(), QPoint(1, 1));
     Input::click(closeButton(), QPoint(26, 26));
     EXPECT_EQ(closings, 2);
 
     parts(0).field().setFocus();
-    const Picture seen = picture();
-    const QRectF ink = seen.inkIn(place, cardFill());
-    EXPECT_NEAR(ink.center().x(), QRectF(place).center().x(), 0.75);
-    EXPECT_NEAR(ink.center().y(), QRectF(place).center().y(), 0.75);
+    const Picture picture = takePicture();
+    const QRectF ink = picture.inkIn(frame, cardFill());
+    EXPECT_NEAR(ink.center().x(), QRectF(frame).center().x(), 0.75);
+    EXPECT_NEAR(ink.center().y(), QRectF(frame).center().y(), 0.75);
     EXPECT_NEAR(ink.width(), 8, 1);
-    EXPECT_TRUE(isColor(seen.strongestInkIn(place, cardFill()), over(Secondary, cardFill()), 16));
+    EXPECT_TRUE(
+        isColor(picture.strongestInkIn(frame, cardFill()), over(Secondary, cardFill()), 16));
 }
 
 TEST_F(LauncherSettingsCardLookTest, ShowsASymbolATitleAndANote)
 {
     openCard();
     const auto &symbol = *card->findChild<SymbolView *>();
-    const QRect place = frameOf(symbol);
-    EXPECT_EQ(place.top(), body().top() + 16);
-    EXPECT_EQ(place.size(), QSize(24, 24));
-    EXPECT_NEAR(QRectF(place).center().x(), QRectF(body()).center().x(), 0.5);
+    const QRect frame = frameOf(symbol);
+    EXPECT_EQ(frame.top(), body().top() + 16);
+    EXPECT_EQ(frame.size(), QSize(24, 24));
+    EXPECT_NEAR(QRectF(frame).center().x(), QRectF(body()).center().x(), 0.5);
     const Picture drawn(
         symbol.size(), symbol.devicePixelRatio(), cardFill(), [](QPainter &painter) {
             Symbol::paint(painter, QStringLiteral("square.grid.2x2"), { 0, 0, 24, 24 }, Accent);
@@ -194,7 +195,7 @@ TEST_F(LauncherSettingsCardLookTest, ShowsASymbolATitleAndANote)
         EXPECT_GE(frameOf(*text).left(), body().left() + 14);
         EXPECT_LE(frameOf(*text).right(), body().right() - 14);
     }
-    EXPECT_EQ(frameOf(title).top() - place.bottom() - 1, 3);
+    EXPECT_EQ(frameOf(title).top() - frame.bottom() - 1, 3);
     EXPECT_EQ(frameOf(note).top() - frameOf(title).bottom() - 1, 3);
     EXPECT_EQ(frameOf(list()).top() - frameOf(note).bottom() - 1, 12);
 }
@@ -204,11 +205,11 @@ TEST_F(LauncherSettingsCardLookTest, SpacesItsEditorsBy8Points)
     openCard();
     int bottom = frameOf(list()).top() - 8 - 1;
     for (int slot = 0; slot < 5; ++slot) {
-        const QRect place = frameOf(editor(slot));
-        EXPECT_EQ(place.left(), body().left() + 14) << slot;
-        EXPECT_EQ(place.right(), body().right() - 14) << slot;
-        EXPECT_EQ(place.top() - bottom - 1, 8) << slot;
-        bottom = place.bottom();
+        const QRect frame = frameOf(editor(slot));
+        EXPECT_EQ(frame.left(), body().left() + 14) << slot;
+        EXPECT_EQ(frame.right(), body().right() - 14) << slot;
+        EXPECT_EQ(frame.top() - bottom - 1, 8) << slot;
+        bottom = frame.bottom();
     }
     EXPECT_EQ(bottom, body().bottom() - 16);
 }
@@ -218,32 +219,32 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheScrollPosition)
     panel.resize(390, 420);
     openCard();
     const QRectF strip(body().right() - 12, frameOf(list()).top(), 11, frameOf(list()).height());
-    const QRectF atTop = picture().inkIn(strip, cardFill());
+    const QRectF atTop = takePicture().inkIn(strip, cardFill());
     EXPECT_GE(atTop.height(), 60);
     EXPECT_LE(atTop.width(), 6);
     EXPECT_LE(atTop.top(), strip.top() + 3);
     Input::key(panel, Qt::Key_End);
-    EXPECT_GE(picture().inkIn(strip, cardFill()).bottom(), strip.bottom() - 3);
+    EXPECT_GE(takePicture().inkIn(strip, cardFill()).bottom(), strip.bottom() - 3);
     panel.resize(430, 650);
     card->setGeometry(panel.rect());
     settle();
     const QRectF wider(body().right() - 12, frameOf(list()).top(), 11, frameOf(list()).height());
-    EXPECT_EQ(picture().inkIn(wider, cardFill()), QRectF());
+    EXPECT_EQ(takePicture().inkIn(wider, cardFill()), QRectF());
 }
 
 TEST_F(LauncherSettingsCardLookTest, FillsAndStrokesItsEditors)
 {
     openCard();
-    const Picture seen = picture();
+    const Picture picture = takePicture();
     const QRect frame = frameOf(editor(1));
     const Picture shape(
         panel.size(), panel.devicePixelRatio(), cardFill(), [&frame](QPainter &painter) {
             drawBox(painter, frame, 10, SrgbColor::white(0.055), SrgbColor::white(0.09));
         });
     for (const QRectF &corner : cornersOf(frame, 8))
-        EXPECT_EQ(seen.differenceFrom(shape, corner, 2), QRectF());
-    EXPECT_TRUE(isColor(seen.at(frame.center().x(), frame.top() + 4), editorFill(), 1));
-    EXPECT_TRUE(isColor(seen.at(frame.left() + 0.4, frame.center().y()),
+        EXPECT_EQ(picture.differenceFrom(shape, corner, 2), QRectF());
+    EXPECT_TRUE(isColor(picture.at(frame.center().x(), frame.top() + 4), editorFill(), 1));
+    EXPECT_TRUE(isColor(picture.at(frame.left() + 0.4, frame.center().y()),
                         over(SrgbColor::white(0.09), editorFill()), 1));
 }
 
@@ -287,10 +288,10 @@ TEST_F(LauncherSettingsCardLookTest, AlignsTheTextsOfFieldAndButtons)
     const auto shown = parts(0);
     shown.enter("SURL"); // capitals only, like the tallest letters of "Set URL"
     closeButton().setFocus();
-    const Picture seen(editor(0), cardFill());
+    const Picture picture(editor(0), cardFill());
     const auto inkOf = [&](const QWidget &control) {
         const QRectF inside = QRectF(Input::frameIn(editor(0), control)).adjusted(2, 2, -2, -2);
-        return seen.inkIn(inside, seen.at(inside.left(), inside.center().y()));
+        return picture.inkIn(inside, picture.at(inside.left(), inside.center().y()));
     };
     const QRectF field = inkOf(shown.field());
     const QRectF button = inkOf(shown.setButton());
@@ -320,8 +321,8 @@ TEST_F(LauncherSettingsCardLookTest, SetsFontAndColorOfEachEditorText)
         const auto &style = styles[static_cast<std::size_t>(index)];
         EXPECT_EQ(label.font().pixelSize(), style.size) << index;
         EXPECT_EQ(label.font().weight(), style.weight) << index;
-        const Picture seen(label, editorFill());
-        EXPECT_TRUE(isColor(seen.strongestInkIn(seen.rect(), editorFill()),
+        const Picture picture(label, editorFill());
+        EXPECT_TRUE(isColor(picture.strongestInkIn(picture.rect(), editorFill()),
                             over(style.color, editorFill()), 40))
             << index;
     }
@@ -330,8 +331,8 @@ TEST_F(LauncherSettingsCardLookTest, SetsFontAndColorOfEachEditorText)
     EXPECT_EQ(message.right(), editor(0).width() - 9 - 1);
     EXPECT_EQ(message.top() - Input::frameIn(editor(0), parts(0).field()).bottom() - 1, 7);
     EXPECT_EQ(message.bottom(), editor(0).height() - 9 - 1);
-    const Picture seen(parts(0).label(2), Qt::black);
-    EXPECT_LE(seen.inkIn(seen.rect(), Qt::black).left(), 2);
+    const Picture picture(parts(0).label(2), Qt::black);
+    EXPECT_LE(picture.inkIn(picture.rect(), Qt::black).left(), 2);
 }
 
 TEST_F(LauncherSettingsCardLookTest, ElidesNamesAtTheEndAndAddressesInTheMiddle)
@@ -370,8 +371,8 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotNumberOnACircle)
                 painter.setPen(Painting::qColor(Secondary));
                 painter.drawText(badge, Qt::AlignCenter, QString::number(slot + 1));
             });
-        const Picture seen(shown, cardFill());
-        EXPECT_EQ(seen.differenceFrom(expected, badge, 4), QRectF()) << slot;
+        const Picture picture(shown, cardFill());
+        EXPECT_EQ(picture.differenceFrom(expected, badge, 4), QRectF()) << slot;
     }
 }
 
@@ -399,13 +400,13 @@ TEST_F(LauncherSettingsCardLookTest, FillsTheFrameWithTheIcon)
     fillWithApplication(0);
     openCard();
     auto &shown = editor(0);
-    const Picture seen(shown, cardFill());
+    const Picture picture(shown, cardFill());
     const QRect frame = square(shown, 9 + 17 + 8, 22);
     const QRectF around = QRectF(frame).adjusted(-6, -6, 6, 6);
     for (const QPointF inside : { QPointF(frame.left() + 0.3, frame.top() + 0.3),
                                   QPointF(frame.right() + 0.7, frame.bottom() + 0.7) })
-        EXPECT_TRUE(isColor(seen.at(inside.x(), inside.y()), Qt::green));
-    EXPECT_EQ(seen.inkIn(around, editorFill()), QRectF(frame));
+        EXPECT_TRUE(isColor(picture.at(inside.x(), inside.y()), Qt::green));
+    EXPECT_EQ(picture.inkIn(around, editorFill()), QRectF(frame));
 }
 
 TEST_F(LauncherSettingsCardLookTest, ShowsIconsAtDevicePixelResolution)
@@ -421,11 +422,11 @@ TEST_F(LauncherSettingsCardLookTest, ShowsIconsAtDevicePixelResolution)
     fillWithApplication(0);
     openCard();
     auto &shown = editor(0);
-    const Picture seen(shown, cardFill());
+    const Picture picture(shown, cardFill());
     const QRect frame = square(shown, 9 + 17 + 8, 22);
     for (int x = 0; x < side; ++x) {
-        const qreal place = frame.left() + (x + 0.5) / seen.scale();
-        EXPECT_TRUE(isColor(seen.at(place, frame.center().y()), x % 2 ? Qt::white : Qt::black));
+        const qreal left = frame.left() + (x + 0.5) / picture.scale();
+        EXPECT_TRUE(isColor(picture.at(left, frame.center().y()), x % 2 ? Qt::white : Qt::black));
     }
 }
 
@@ -434,12 +435,12 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheClearButtonInTheSecondaryColor)
     store().setWebsite("example.com", 0);
     openCard();
     auto &clear = *parts(0).clearButton();
-    const Picture seen(clear, editorFill());
-    const QRectF ink = seen.inkIn(seen.rect(), editorFill());
+    const Picture picture(clear, editorFill());
+    const QRectF ink = picture.inkIn(picture.rect(), editorFill());
     EXPECT_NEAR(ink.width(), 15, 1);
     EXPECT_NEAR(ink.center().x(), clear.width() / 2.0, 0.75);
-    EXPECT_TRUE(
-        isColor(seen.strongestInkIn(seen.rect(), editorFill()), over(Secondary, editorFill()), 4));
+    EXPECT_TRUE(isColor(picture.strongestInkIn(picture.rect(), editorFill()),
+                        over(Secondary, editorFill()), 4));
 }
 
 } // namespace

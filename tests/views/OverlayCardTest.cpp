@@ -180,9 +180,9 @@ TEST_F(OverlayCardTest, StaysOpenForAClickInsideTheCard)
 {
     openCard();
     const QRect card = aboutCard()->cardGeometry();
-    for (const QPoint place :
+    for (const QPoint position :
          { card.center(), card.topLeft() + QPoint(8, 30), card.bottomLeft() + QPoint(30, -4) }) {
-        Input::click(*aboutCard(), place);
+        Input::click(*aboutCard(), position);
         settle();
         EXPECT_TRUE(preferences.showsInfoCard.get());
     }

@@ -46,7 +46,7 @@ class PromptCardLookTest : public PromptCardFixture
 protected:
     PromptCardLookTest() { show(); }
 
-    Picture picture() { return Picture(card, Background); }
+    Picture takePicture() { return Picture(card, Background); }
 
     /// The expected shape of a card without its content.
     Picture shape(const Tagged &tag) const
@@ -81,10 +81,11 @@ TEST_F(PromptCardLookTest, HasFillAndBorderOfEachColor)
         block.color = tag.color;
         render();
         const QColor fill = over(fillOf(tag), Background);
-        const Picture seen = picture();
-        EXPECT_TRUE(isColor(seen.at(5, 60), fill)) << block.color.title();
-        EXPECT_TRUE(isColor(seen.at(200, 0.4), over(borderOf(tag), fill))) << block.color.title();
-        EXPECT_TRUE(isColor(seen.at(0.4, 60), over(borderOf(tag), fill))) << block.color.title();
+        const Picture picture = takePicture();
+        EXPECT_TRUE(isColor(picture.at(5, 60), fill)) << block.color.title();
+        EXPECT_TRUE(isColor(picture.at(200, 0.4), over(borderOf(tag), fill)))
+            << block.color.title();
+        EXPECT_TRUE(isColor(picture.at(0.4, 60), over(borderOf(tag), fill))) << block.color.title();
     }
 }
 
@@ -93,11 +94,11 @@ TEST_F(PromptCardLookTest, HasA1PointBorderAndCornerRadius9)
     for (const auto &tag : AllColors) {
         block.color = tag.color;
         render();
-        const Picture seen = picture();
+        const Picture picture = takePicture();
         const Picture expected = shape(tag);
         for (const QRectF &corner : cornersOf(card.rect(), 10))
-            EXPECT_EQ(seen.differenceFrom(expected, corner), QRectF()) << block.color.title();
-        EXPECT_TRUE(isColor(seen.at(0.2, 0.2), Background));
+            EXPECT_EQ(picture.differenceFrom(expected, corner), QRectF()) << block.color.title();
+        EXPECT_TRUE(isColor(picture.at(0.2, 0.2), Background));
     }
 }
 
@@ -144,28 +145,29 @@ TEST_F(PromptCardLookTest, SpacesItsActionsBy6Points)
 TEST_F(PromptCardLookTest, DrawsTheHandleInTheSecondaryColor)
 {
     const QColor fill = over(Raised, Background);
-    const Picture seen = picture();
+    const Picture picture = takePicture();
     const QRectF handle(10, 10, 44, 24);
-    const QRectF lines = seen.inkIn(handle, fill);
+    const QRectF lines = picture.inkIn(handle, fill);
     EXPECT_GE(lines.left(), 10);
     EXPECT_LE(lines.right(), 34);
     EXPECT_LE(lines.height(), 9);
     EXPECT_GE(lines.height(), 6);
     EXPECT_NEAR(lines.center().y(), 22, 0.75);
-    EXPECT_TRUE(isColor(seen.strongestInkIn(handle, fill), over(SrgbColor::white(0.56), fill), 24));
+    EXPECT_TRUE(
+        isColor(picture.strongestInkIn(handle, fill), over(SrgbColor::white(0.56), fill), 24));
 }
 
 TEST_F(PromptCardLookTest, DrawsHeaderSymbolsInTheSecondaryColor)
 {
     const QColor fill = over(Raised, Background);
-    const Picture seen = picture();
+    const Picture picture = takePicture();
     for (const auto *const name : { "Node color", "Delete node" }) {
-        const QRectF ink = seen.inkIn(frameOf(name), fill);
+        const QRectF ink = picture.inkIn(frameOf(name), fill);
         EXPECT_NEAR(ink.center().x(), QRectF(frameOf(name)).center().x(), 1) << name;
         EXPECT_NEAR(ink.center().y(), QRectF(frameOf(name)).center().y(), 1.5) << name;
         EXPECT_LE(ink.height(), 15) << name;
         EXPECT_GE(ink.height(), 9) << name;
-        EXPECT_TRUE(isGrey(seen.strongestInkIn(frameOf(name), fill))) << name;
+        EXPECT_TRUE(isGrey(picture.strongestInkIn(frameOf(name), fill))) << name;
     }
 }
 
@@ -173,7 +175,7 @@ TEST_F(PromptCardLookTest, EditorIsTransparent)
 {
     renderText("");
     const QColor fill = over(Raised, Background);
-    EXPECT_EQ(picture().inkIn(editor().geometry(), fill), QRectF());
+    EXPECT_EQ(takePicture().inkIn(editor().geometry(), fill), QRectF());
     EXPECT_EQ(editor().font().pixelSize(), 13);
 }
 
@@ -182,8 +184,8 @@ TEST_F(PromptCardLookTest, HighlightsCopiedAndStop)
     const QColor plain = over(SrgbColor::white(0.045), over(Raised, Background));
     const QColor active = over({ 0.91, 0.16, 0.17, 0.18 }, over(Raised, Background));
     const auto fillOfAction = [this](const std::string &name) {
-        const QRect place = frameOf(name);
-        return picture().at(place.left() + 4, place.center().y());
+        const QRect frame = frameOf(name);
+        return takePicture().at(frame.left() + 4, frame.center().y());
     };
     EXPECT_TRUE(isColor(fillOfAction("Copy"), plain));
     EXPECT_TRUE(isColor(fillOfAction("Dictate"), plain));
@@ -210,13 +212,13 @@ TEST_F(PromptCardLookTest, ShowsTheSymbolOfEachAction)
 
 TEST_F(PromptCardLookTest, RepaintsWhenTheColorChanges)
 {
-    const Picture before = picture();
+    const Picture before = takePicture();
     block.color = BlockColor::blue;
     render();
-    EXPECT_NE(picture().differenceFrom(before), QRectF());
+    EXPECT_NE(takePicture().differenceFrom(before), QRectF());
     block.color = BlockColor::none;
     render();
-    EXPECT_EQ(picture().differenceFrom(before), QRectF());
+    EXPECT_EQ(takePicture().differenceFrom(before), QRectF());
 }
 
 } // namespace

@@ -36,8 +36,8 @@ protected:
 
 TEST_F(PushButtonTest, FitsItsTitle)
 {
-    const Picture seen(button);
-    const QRectF ink = seen.inkIn(QRectF(button.rect()).adjusted(2, 2, -2, -2), bezel());
+    const Picture picture(button);
+    const QRectF ink = picture.inkIn(QRectF(button.rect()).adjusted(2, 2, -2, -2), bezel());
     EXPECT_EQ(button.height(), PushButton::Height);
     EXPECT_GE(ink.left(), 7);
     EXPECT_LE(ink.right(), button.width() - 7);

@@ -53,8 +53,8 @@ TEST_F(QuillsatchelViewLookTest, DimsTheSelectionWithoutFocus)
     const Picture picture(*view, Background);
     const auto colorOfSelection = [this, &picture](std::size_t index) {
         const QRect cursor = editor(index).cursorRect(); // after the last space
-        const QPoint place = cursor.center() - QPoint(4, 0);
-        const QPoint inView = editor(index).viewport()->mapTo(&*view, place);
+        const QPoint position = cursor.center() - QPoint(4, 0);
+        const QPoint inView = editor(index).viewport()->mapTo(&*view, position);
         return picture.at(inView.x() + 0.5, inView.y() + 0.5);
     };
     const QColor card = over({ 0.125, 0.12, 0.14 }, Background);
@@ -75,23 +75,23 @@ TEST_F(QuillsatchelViewLookTest, DrawsTheNewNodeButtonAsACapsule)
 {
     openView(Texts {});
     const Picture picture(*view, Background);
-    const QRect place = frameOf<NewNodeButton>();
+    const QRect frame = frameOf<NewNodeButton>();
     const Picture shape(view->size(), view->devicePixelRatio(), Background,
-                        [&place](QPainter &painter) {
+                        [&frame](QPainter &painter) {
                             painter.setPen(Qt::NoPen);
                             painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.14F));
-                            painter.drawRoundedRect(QRectF(place), 14.5, 14.5);
+                            painter.drawRoundedRect(QRectF(frame), 14.5, 14.5);
                         });
     const QColor fill = over(SrgbColor::white(0.14), Background);
-    EXPECT_TRUE(isColor(picture.at(place.x() + 40, place.center().y()), fill));
-    const QRectF leftEnd(place.x() - 2, place.y() - 2, 40, 33);
+    EXPECT_TRUE(isColor(picture.at(frame.x() + 40, frame.center().y()), fill));
+    const QRectF leftEnd(frame.x() - 2, frame.y() - 2, 40, 33);
     EXPECT_EQ(picture.differenceFrom(shape, leftEnd), QRectF());
-    const QRectF rightEnd(place.right() - 38, place.y() - 2, 40, 33);
+    const QRectF rightEnd(frame.right() - 38, frame.y() - 2, 40, 33);
     EXPECT_EQ(picture.differenceFrom(shape, rightEnd), QRectF());
 
-    const QRectF label = picture.inkIn(QRectF(place).adjusted(30, 3, -30, -3), fill);
-    EXPECT_NEAR(label.center().x(), QRectF(place).center().x(), 3);
-    EXPECT_NEAR(label.center().y(), QRectF(place).center().y(), 2);
+    const QRectF label = picture.inkIn(QRectF(frame).adjusted(30, 3, -30, -3), fill);
+    EXPECT_NEAR(label.center().x(), QRectF(frame).center().x(), 3);
+    EXPECT_NEAR(label.center().y(), QRectF(frame).center().y(), 2);
     EXPECT_TRUE(
         isColor(picture.strongestInkIn(label, fill), over(SrgbColor::white(0.9), fill), 20));
     auto &button = *view->findChild<NewNodeButton *>();

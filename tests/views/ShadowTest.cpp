@@ -50,25 +50,26 @@ TEST(ShadowTest, LooksTheSameAtEveryScale)
 {
     const Picture once = pictureOf({ 300, 200 }, 1);
     const Picture twice = pictureOf({ 300, 200 }, 2);
-    for (const QPointF place : { QPointF(20.5, 100.5), QPointF(190.5, 250.5), QPointF(35.5, 245.5),
-                                 QPointF(345.5, 120.5) })
-        EXPECT_TRUE(isColor(once.at(place.x(), place.y()), twice.at(place.x(), place.y()), 6));
+    for (const QPointF position : { QPointF(20.5, 100.5), QPointF(190.5, 250.5),
+                                    QPointF(35.5, 245.5), QPointF(345.5, 120.5) })
+        EXPECT_TRUE(
+            isColor(once.at(position.x(), position.y()), twice.at(position.x(), position.y()), 6));
 }
 
 TEST(ShadowTest, LooksTheSameAtEverySize)
 {
     const Picture small = pictureOf({ 180, 180 }, 1);
     const Picture large = pictureOf({ 500, 700 }, 1);
-    for (int place = 0; place < Margin; ++place) {
-        const auto depth = place + 0.5;
-        EXPECT_TRUE(isColor(large.at(depth, depth), small.at(depth, depth))) << place;
+    for (int offset = 0; offset < Margin; ++offset) {
+        const auto depth = offset + 0.5;
+        EXPECT_TRUE(isColor(large.at(depth, depth), small.at(depth, depth))) << offset;
         EXPECT_TRUE(isColor(large.at(580 - depth, 780 - depth), small.at(260 - depth, 260 - depth)))
-            << place;
+            << offset;
         for (const qreal along : { 150.5, 400.5, 600.5 })
-            EXPECT_TRUE(isColor(large.at(depth, along), small.at(depth, 130.5))) << place;
+            EXPECT_TRUE(isColor(large.at(depth, along), small.at(depth, 130.5))) << offset;
         for (const qreal along : { 150.5, 400.5 })
             EXPECT_TRUE(isColor(large.at(along, 780 - depth), small.at(130.5, 260 - depth)))
-                << place;
+                << offset;
     }
 }
 

@@ -102,7 +102,7 @@ TEST_F(TabStripTest, KeepsTheFocusWhenItsTabIsDeleted)
     chip(1).setFocus(Qt::TabFocusReason);
     store().deleteTab(tabID(1));
     settle();
-    EXPECT_TRUE(chip(1).hasFocus()) << "on the tab that took its place";
+    EXPECT_TRUE(chip(1).hasFocus()) << "on the tab that took its position";
     store().deleteTab(tabID(1));
     settle();
     EXPECT_TRUE(chip(0).hasFocus());
@@ -180,9 +180,9 @@ TEST_F(TabStripTest, ShowsNoToolTipWhileRenaming)
     openStrip({ tabOf("One"), tabOf("Two") });
     doubleClick(1);
     ASSERT_TRUE(field());
-    for (const QPoint place : { QPoint(30, 10), QPoint(3, 10) }) {
-        Input::moveTo(chip(1), place);
-        EXPECT_FALSE(QTest::qWaitFor([] { return QToolTip::isVisible(); }, 1000)) << place.x();
+    for (const QPoint position : { QPoint(30, 10), QPoint(3, 10) }) {
+        Input::moveTo(chip(1), position);
+        EXPECT_FALSE(QTest::qWaitFor([] { return QToolTip::isVisible(); }, 1000)) << position.x();
     }
 }
 

@@ -36,18 +36,18 @@ TEST_F(TextFieldTest, BorderShowsTheFocus)
 
 TEST_F(TextFieldTest, DarkensItsBackground)
 {
-    const Picture seen(field, Qt::white);
-    EXPECT_TRUE(isColor(seen.at(3, 3), over(SrgbColor::black(0.3), Qt::white)));
-    EXPECT_TRUE(isColor(seen.at(0, 0), Qt::white, 40)) << "round corner";
+    const Picture picture(field, Qt::white);
+    EXPECT_TRUE(isColor(picture.at(3, 3), over(SrgbColor::black(0.3), Qt::white)));
+    EXPECT_TRUE(isColor(picture.at(0, 0), Qt::white, 40)) << "round corner";
 }
 
 TEST_F(TextFieldTest, KeepsItsTextClearOfTheBorder)
 {
     field.setText(QString(100, u'\u2588')); // blocks of the full line height
-    const Picture seen(field);
+    const Picture picture(field);
     const QRectF inside = QRectF(field.rect()).adjusted(2, 2, -2, -2);
-    EXPECT_GE(seen.inkIn(inside, Qt::black).left(), 4);
-    EXPECT_LE(seen.inkIn(inside, Qt::black).right(), field.width() - 4);
+    EXPECT_GE(picture.inkIn(inside, Qt::black).left(), 4);
+    EXPECT_LE(picture.inkIn(inside, Qt::black).right(), field.width() - 4);
 }
 
 TEST_F(TextFieldTest, AcceptsTextsOfAnyLength)
