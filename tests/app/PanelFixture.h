@@ -5,7 +5,6 @@
 #include "app/TitleBar.h"
 #include "views/AboutCard.h"
 #include "views/NodeEditor.h"
-#include "views/PromptCard.h"
 #include "views/TabChip.h"
 #include "views/ViewFixture.h"
 
@@ -73,17 +72,7 @@ protected:
         settle();
     }
 
-    /// The cards in sight, top to bottom.
-    std::vector<PromptCard *> cards()
-    {
-        std::vector<PromptCard *> shown;
-        for (auto *const card : panel().findChildren<PromptCard *>()) {
-            if (card->isVisible() && !card->visibleRegion().isEmpty())
-                shown.push_back(card);
-        }
-        std::ranges::sort(shown, {}, [](const PromptCard *card) { return card->y(); });
-        return shown;
-    }
+    std::vector<PromptCard *> cards() { return visibleCardsIn(panel()); }
 
     NodeEditor &editor(std::size_t index) { return *cards().at(index)->findChild<NodeEditor *>(); }
 

@@ -3,8 +3,10 @@
 #include "platform/Workspace.h"
 #include "support/WebAddress.h"
 
+#include <chrono>
 #include <map>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -25,6 +27,7 @@ public:
     QImage applicationIcon(const std::string &path, double size, double scale) override
     {
         iconsAskedFor.push_back(path);
+        std::this_thread::sleep_for(iconDelay);
         QImage image = icon.scaled(static_cast<int>(size * scale), static_cast<int>(size * scale));
         image.setDevicePixelRatio(scale);
         return image;
@@ -45,6 +48,7 @@ public:
     std::vector<std::string> opened;
     std::map<std::string, ApplicationNames> names; ///< by path
     QImage icon;                                   ///< of every application
+    std::chrono::milliseconds iconDelay {};
     std::vector<std::string> iconsAskedFor;
     std::vector<Application> applications;
     std::vector<std::function<void(const std::vector<Application> &)>> listings;

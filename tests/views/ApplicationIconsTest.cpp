@@ -1,6 +1,5 @@
 #include "views/ApplicationIcons.h"
 
-#include "views/ApplicationListModel.h"
 #include "views/ApplicationPanelFixture.h"
 
 #include <QScrollBar>
@@ -9,44 +8,15 @@
 #include <algorithm>
 #include <chrono>
 #include <set>
-#include <thread>
 
 namespace
 {
 
-using namespace std::chrono_literals;
-
-/// Takes as long for an icon as a slow disk.
-class SlowWorkspace final : public Workspace
-{
-public:
-    void open(const WebAddress & /*address*/) override {}
-
-    void openApplication(const std::string & /*path*/) override {}
-
-    std::optional<ApplicationNames> applicationNames(const std::string & /*path*/) override
-    {
-        return std::nullopt;
-    }
-
-    QImage applicationIcon(const std::string & /*path*/, double size, double /*scale*/) override
-    {
-        ++iconCount;
-        std::this_thread::sleep_for(20ms);
-        return { static_cast<int>(size), static_cast<int>(size), QImage::Format_RGB32 };
-    }
-
-    void
-    listApplications(std::function<void(const std::vector<Application> &)> /*receive*/) override
-    {
-    }
-
-    int iconCount = 0;
-};
-
 class ApplicationIconsTest : public ApplicationPanelFixture
 {
 protected:
+    static constexpr std::chrono::milliseconds SlowDisk { 20 };
+
     ApplicationIconsTest() { install(500); }
 
     int visibleRowCount() const
@@ -120,15 +90,15 @@ TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
 
 TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
 {
-    SlowWorkspace slow;
-    ApplicationIcons icons(24, slow, nullptr);
+    workspace.iconDelay = SlowDisk;
+    ApplicationIcons icons(24, workspace, nullptr);
     int moreCount = 0;
     icons.onRepaint = [&moreCount] { ++moreCount; };
     EXPECT_TRUE(icons.icon("/a", 1));
     EXPECT_FALSE(icons.icon("/b", 1));
     EXPECT_FALSE(icons.icon("/c", 1));
     EXPECT_TRUE(icons.icon("/a", 1)) << "already loaded";
-    EXPECT_EQ(slow.iconCount, 1);
+    EXPECT_EQ(requestCount(), 1);
     settle();
     EXPECT_EQ(moreCount, 1);
     EXPECT_TRUE(icons.icon("/b", 1));
@@ -138,7 +108,7 @@ TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
     EXPECT_TRUE(icons.icon("/c", 1));
     settle();
     EXPECT_EQ(moreCount, 2) << "nothing is left to load";
-    EXPECT_EQ(slow.iconCount, 3);
+    EXPECT_EQ(requestCount(), 3);
 }
 
 TEST_F(ApplicationIconsTest, LoadSeveralPerFrameWhenQuick)
@@ -150,13 +120,9 @@ TEST_F(ApplicationIconsTest, LoadSeveralPerFrameWhenQuick)
 
 TEST_F(ApplicationIconsTest, AllLoadEventuallyWhenSlow)
 {
-    SlowWorkspace slow;
-    ApplicationPanel slowPanel(
-        {}, {}, slow, [](QDialog &) {}, nullptr);
-    auto &model = *slowPanel.findChild<ApplicationListModel *>();
-    model.setApplications(workspace.applications);
-    slowPanel.show();
-    EXPECT_TRUE(QTest::qWaitFor([&slow] { return slow.iconCount >= 8; }));
+    workspace.iconDelay = SlowDisk;
+    open();
+    EXPECT_TRUE(waitForIcons(8));
 }
 
 TEST_F(ApplicationIconsTest, MatchTheScreenScale)

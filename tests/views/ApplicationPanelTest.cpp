@@ -4,6 +4,8 @@
 #include <QScrollBar>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace
 {
 
@@ -300,28 +302,20 @@ TEST_F(ApplicationPanelTest, ClickingARowKeepsTheFocusInTheField)
     EXPECT_EQ(selectedName(), "Mail");
 }
 
-TEST_F(ApplicationPanelTest, IsCancelledByEscape)
+TEST_F(ApplicationPanelTest, IsCancelledByEscapeButtonAndClosing)
 {
-    open();
-    type("cal");
-    press(Qt::Key_Escape);
-    expectAnswer(std::nullopt);
-}
-
-TEST_F(ApplicationPanelTest, IsCancelledByItsButton)
-{
-    open();
-    clickRow(1);
-    Input::click(button("Cancel"));
-    expectAnswer(std::nullopt);
-}
-
-TEST_F(ApplicationPanelTest, IsCancelledByClosingTheWindow)
-{
-    open();
-    clickRow(1);
-    panel->close();
-    expectAnswer(std::nullopt);
+    const std::vector<std::function<void()>> ways {
+        [this] { press(Qt::Key_Escape); },
+        [this] { Input::click(button("Cancel")); },
+        [this] { panel->close(); },
+    };
+    for (const auto &cancel : ways) {
+        answers.clear();
+        open();
+        type("cal");
+        cancel();
+        expectAnswer(std::nullopt);
+    }
 }
 
 TEST_F(ApplicationPanelTest, AnswersWhenDestroyed)

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 
 namespace
@@ -66,8 +67,6 @@ protected:
         machine.mainQueue.runPending();
         QCoreApplication::processEvents();
     }
-
-    bool isFocusInEditor() const { return editor->isAncestorOf(QApplication::focusWidget()); }
 
     QWidget window;
     std::optional<LauncherSlotEditor> editor;
@@ -256,20 +255,15 @@ TEST_F(LauncherSlotEditorTest, KeepsTheFieldWhenTheStoreClearsTheSlot)
 TEST_F(LauncherSlotEditorTest, ShowsAWebsiteSetInTheStore)
 {
     const auto parts = openWebsite();
-    parts.enter("typed");
-    store().setWebsite("example.org/path", Slot);
-    settle();
-    EXPECT_EQ(parts.urlText(), "https://example.org/path");
-    EXPECT_EQ(parts.title(), "example.org");
-}
-
-TEST_F(LauncherSlotEditorTest, ShowsANewLauncherWithTheSameAddress)
-{
-    const auto parts = openWebsite();
-    parts.enter("typed");
-    store().setWebsite("https://example.com", Slot);
-    settle();
-    EXPECT_EQ(parts.urlText(), "https://example.com");
+    const std::map<std::string, std::string> titles { { "example.com", "example.com" },
+                                                      { "example.org/path", "example.org" } };
+    for (const auto &[address, title] : titles) {
+        parts.enter("typed");
+        store().setWebsite(address, Slot); // a new launcher even if the address is the same
+        settle();
+        EXPECT_EQ(parts.urlText(), "https://" + address);
+        EXPECT_EQ(parts.title(), title);
+    }
 }
 
 TEST_F(LauncherSlotEditorTest, KeepsTypedTextWhenTheIconArrives)

@@ -167,17 +167,12 @@ TEST_F(NodeEditorTest, TypesATab)
     EXPECT_TRUE(editor.hasFocus());
 }
 
-TEST_F(NodeEditorTest, CtrlTabMovesTheFocusForward)
+TEST_F(NodeEditorTest, CtrlTabMovesTheFocusBothWays)
 {
     editor.showText("a");
     key(Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_TRUE(after.hasFocus());
-    EXPECT_EQ(shown(), "a");
-}
-
-TEST_F(NodeEditorTest, CtrlShiftTabMovesTheFocusBackward)
-{
-    editor.showText("a");
+    editor.setFocus();
     key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(before.hasFocus());
     EXPECT_EQ(shown(), "a");

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <set>
 
 namespace
@@ -97,6 +98,17 @@ constexpr std::array<double, 3> EaseOut { 0.378, 0.685, 0.906 };
 class OverlayCardFrameTest : public OverlayCardTest
 {
 protected:
+    /// `openness` converts progress of the curve to openness from 0 to 1.
+    void expectProgress(const std::function<double(double)> &openness)
+    {
+        for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
+            stopAt(static_cast<int>(quarter) + 1);
+            EXPECT_NEAR(opacity(), openness(EaseOut[quarter]), 0.012) << quarter;
+            EXPECT_NEAR(scale(), 0.97 + 0.03 * openness(EaseOut[quarter]), tolerance()) << quarter;
+        }
+    }
+
+private:
     /// Pauses the animation after `quarters` of its time.
     void stopAt(int quarters)
     {
@@ -148,11 +160,7 @@ TEST_F(OverlayCardFrameTest, EasesOutAndGrowsFrom97PercentWhileOpening)
 {
     preferences.showsInfoCard.set(true);
     settle();
-    for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
-        stopAt(static_cast<int>(quarter) + 1);
-        EXPECT_NEAR(opacity(), EaseOut[quarter], 0.012) << quarter;
-        EXPECT_NEAR(scale(), 0.97 + 0.03 * EaseOut[quarter], tolerance()) << quarter;
-    }
+    expectProgress([](double eased) { return eased; });
 }
 
 TEST_F(OverlayCardFrameTest, EasesOutAndShrinksTo97PercentWhileClosing)
@@ -162,11 +170,7 @@ TEST_F(OverlayCardFrameTest, EasesOutAndShrinksTo97PercentWhileClosing)
     preferences.showsInfoCard.set(false);
     settle();
     ASSERT_EQ(aboutCard(), card);
-    for (std::size_t quarter = 0; quarter < EaseOut.size(); ++quarter) {
-        stopAt(static_cast<int>(quarter) + 1);
-        EXPECT_NEAR(opacity(), 1 - EaseOut[quarter], 0.012) << quarter;
-        EXPECT_NEAR(scale(), 1 - 0.03 * EaseOut[quarter], tolerance()) << quarter;
-    }
+    expectProgress([](double eased) { return 1 - eased; });
 }
 
 TEST_F(OverlayCardTest, ClosesByAClickOutsideTheCard)

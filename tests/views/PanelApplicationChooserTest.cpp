@@ -66,6 +66,13 @@ protected:
         Input::key(panel(), Qt::Key_Return);
     }
 
+    /// Checks that the only answer is none and that no panel is left.
+    static void expectCancelled(const Answers &answers)
+    {
+        EXPECT_EQ(answers, Answers { std::nullopt });
+        EXPECT_EQ(panelCount(), 0U);
+    }
+
     static std::size_t panelCount()
     {
         QCoreApplication::processEvents();
@@ -101,8 +108,7 @@ TEST_F(PanelApplicationChooserTest, AnswersNoneWhenCancelled)
 {
     const auto &answers = ask();
     Input::key(panel(), Qt::Key_Escape);
-    EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0U);
+    expectCancelled(answers);
 }
 
 TEST_F(PanelApplicationChooserTest, CanBeginAgain)
@@ -166,8 +172,7 @@ TEST_F(PanelApplicationChooserTest, CancelsOnRequest)
 {
     const auto &answers = ask();
     chooser->cancel();
-    EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0U);
+    expectCancelled(answers);
     chooser->cancel();
     EXPECT_EQ(answers, none);
 }
@@ -212,8 +217,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenTheParentWindowIsDestroyed)
     Input::show(*window);
     const auto &answers = ask();
     window.reset();
-    EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0U);
+    expectCancelled(answers);
     chooser->cancel();
     EXPECT_EQ(answers, none);
 }
@@ -222,8 +226,7 @@ TEST_F(PanelApplicationChooserTest, CancelsWhenAllWindowsClose)
 {
     const auto &answers = ask();
     QApplication::closeAllWindows();
-    EXPECT_EQ(answers, none);
-    EXPECT_EQ(panelCount(), 0U);
+    expectCancelled(answers);
 }
 
 } // namespace

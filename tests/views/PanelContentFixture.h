@@ -7,12 +7,10 @@
 #include "views/EmptyState.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/NodeEditor.h"
-#include "views/PromptCard.h"
 #include "views/QuillsatchelView.h"
 #include "views/TabChip.h"
 #include "views/ViewFixture.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,17 +32,7 @@ protected:
 
     const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
 
-    /// The visible cards, top to bottom.
-    std::vector<PromptCard *> cards() const
-    {
-        std::vector<PromptCard *> shown;
-        for (auto *const card : view->findChildren<PromptCard *>()) {
-            if (card->isVisible() && !card->visibleRegion().isEmpty())
-                shown.push_back(card);
-        }
-        std::ranges::sort(shown, {}, [](const PromptCard *card) { return card->y(); });
-        return shown;
-    }
+    std::vector<PromptCard *> cards() const { return visibleCardsIn(*view); }
 
     PromptCard &card(std::size_t index) const { return *cards().at(index); }
 

@@ -25,6 +25,14 @@ protected:
         settle();
     }
 
+    /// Opens the view and dictates "one" into the first node.
+    void openAndDictate(const std::vector<PromptTab> &tabs)
+    {
+        openView(tabs);
+        dictate(0);
+        recognize("one");
+    }
+
     void recognize(const std::string &words, bool isFinal = false)
     {
         deliver(words, isFinal);
@@ -120,9 +128,7 @@ TEST_F(PanelDictationTest, OffersStopOnlyWhileListening)
 
 TEST_F(PanelDictationTest, SavesTheWords)
 {
-    openView(Texts { "a" });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("Prompts", { "a" }) });
     advance(SaveDelay);
     ASSERT_TRUE(savedDocument());
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "a one");
@@ -140,9 +146,7 @@ TEST_F(PanelDictationTest, AppendsToTheCurrentText)
 
 TEST_F(PanelDictationTest, EndsAtTheFirstTypedLetterAndKeepsBoth)
 {
-    openView(Texts { "a" });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("Prompts", { "a" }) });
     editEnd(0);
     EXPECT_TRUE(speech.isEngineRunning) << "moving the cursor is no edit";
     Input::type(*view, "!");
@@ -161,9 +165,7 @@ TEST_F(PanelDictationTest, EndsAtTheFirstTypedLetterAndKeepsBoth)
 
 TEST_F(PanelDictationTest, AppliesAnEditToTheLatestWords)
 {
-    openView(Texts { "a" });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("Prompts", { "a" }) });
     editEnd(0);
     deliver("one two");
     machine.mainQueue.runNext(); // the model has the words, the view is not rendered yet
@@ -193,9 +195,7 @@ TEST_F(PanelDictationTest, EndsOnAnyEdit)
     };
     for (const auto &edit : edits) {
         SCOPED_TRACE(edit.name);
-        openView(Texts { "a" });
-        dictate(0);
-        recognize("one");
+        openAndDictate({ tabOf("Prompts", { "a" }) });
         editEnd(0);
         edit.perform();
         EXPECT_FALSE(speech.isEngineRunning);
@@ -206,9 +206,7 @@ TEST_F(PanelDictationTest, EndsOnAnyEdit)
 
 TEST_F(PanelDictationTest, EndsWhenAnInputMethodStartsComposing)
 {
-    openView(Texts { "a" });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("Prompts", { "a" }) });
     editEnd(0);
     QInputMethodEvent composing(QStringLiteral("ni"), {});
     QApplication::sendEvent(&editor(0), &composing);
@@ -254,9 +252,7 @@ TEST_F(PanelDictationTest, TypingBeforeTheMicrophoneOpensCancels)
 
 TEST_F(PanelDictationTest, ContinuesWhileTheUserTypesElsewhere)
 {
-    openView(Texts { "a", "b" });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("Prompts", { "a", "b" }) });
     editEnd(1);
     Input::type(*view, "!");
     recognize("one two");
@@ -266,9 +262,7 @@ TEST_F(PanelDictationTest, ContinuesWhileTheUserTypesElsewhere)
 
 TEST_F(PanelDictationTest, MovesToAnotherNode)
 {
-    openView(Texts { "a", "b" });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("Prompts", { "a", "b" }) });
     dictate(1);
     recognize("two");
     EXPECT_EQ(shownText(0), "a one");
@@ -298,9 +292,7 @@ TEST_F(PanelDictationTest, EndsWhenItsTabIsDeleted)
 
 TEST_F(PanelDictationTest, EndsOnATabSwitchAndKeepsTheWords)
 {
-    openView({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
-    dictate(0);
-    recognize("one");
+    openAndDictate({ tabOf("One", { "a" }), tabOf("Two", { "b" }) });
     store().selectTab(tabID(1));
     settle();
     EXPECT_FALSE(speech.isEngineRunning);

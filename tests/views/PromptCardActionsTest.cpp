@@ -32,6 +32,12 @@ protected:
         ASSERT_TRUE(button(name)) << name;
         Input::click(*button(name));
     }
+
+    void chooseColor(const std::string &title)
+    {
+        Input::withMenu([this] { press("Node color"); },
+                        [&title](QMenu &menu) { Input::choose(menu, title); });
+    }
 };
 
 TEST_F(PromptCardActionsTest, OffersTheActionsThatSuitTheText)
@@ -140,7 +146,7 @@ TEST_F(PromptCardActionsTest, ListsEightColorsWithTheCurrentOneTicked)
     EXPECT_EQ(titles,
               Reports({ "None", "Red", "Orange", "Yellow", "Green", "Blue", "Purple", "Pink" }));
     ASSERT_EQ(icons.size(), 8U);
-    // A disc covers more of its square than the tick of the current color.
+    // A disc covers more of its square than the tick of the current colour.
     const auto covered = [](const QImage &icon) {
         int most = 0;
         int sum = 0;
@@ -165,10 +171,8 @@ TEST_F(PromptCardActionsTest, ListsEightColorsWithTheCurrentOneTicked)
 TEST_F(PromptCardActionsTest, ReportsTheChosenColor)
 {
     show();
-    for (const int index : { 6, 0, 1 }) {
-        Input::withMenu([this] { press("Node color"); },
-                        [index](QMenu &menu) { Input::choose(menu, menu.actions()[index]); });
-    }
+    for (const auto *const title : { "Purple", "None", "Red" })
+        chooseColor(title);
     EXPECT_EQ(reports, Reports({ "color Purple", "color None", "color Red" }));
 }
 
@@ -177,8 +181,7 @@ TEST_F(PromptCardActionsTest, ReportsTheCurrentColorWhenChosenAgain)
     block.color = BlockColor::pink;
     render();
     show();
-    Input::withMenu([this] { press("Node color"); },
-                    [](QMenu &menu) { Input::choose(menu, menu.actions()[7]); });
+    chooseColor("Pink");
     EXPECT_EQ(reports, Reports({ "color Pink" }));
 }
 

@@ -291,17 +291,17 @@ TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardByItsPreference)
 TEST_F(QuillsatchelViewTest, KeepsTheSettingsCardAboveTheAboutCard)
 {
     openView(Texts {});
-    const auto isSettingsCardAbove = [this] {
+    const auto expectSettingsCardAbove = [this] {
+        ASSERT_TRUE(aboutCard() && settingsCard());
         const auto &all = view->children();
-        return all.indexOf(settingsCard()) > all.indexOf(aboutCard());
+        EXPECT_GT(all.indexOf(settingsCard()), all.indexOf(aboutCard()));
+        EXPECT_TRUE(settingsCard()->isAncestorOf(QApplication::focusWidget()) ||
+                    settingsCard()->hasFocus());
     };
     preferences.showsInfoCard.set(true);
     preferences.showsSettingsCard.set(true);
     settle();
-    ASSERT_TRUE(aboutCard() && settingsCard());
-    EXPECT_TRUE(isSettingsCardAbove());
-    EXPECT_TRUE(settingsCard()->isAncestorOf(QApplication::focusWidget()) ||
-                settingsCard()->hasFocus());
+    expectSettingsCardAbove();
 
     preferences.showsInfoCard.set(false);
     settle();
@@ -310,10 +310,7 @@ TEST_F(QuillsatchelViewTest, KeepsTheSettingsCardAboveTheAboutCard)
     ASSERT_FALSE(aboutCard());
     preferences.showsInfoCard.set(true);
     settle();
-    ASSERT_TRUE(aboutCard() && settingsCard());
-    EXPECT_TRUE(isSettingsCardAbove());
-    EXPECT_TRUE(settingsCard()->isAncestorOf(QApplication::focusWidget()) ||
-                settingsCard()->hasFocus());
+    expectSettingsCardAbove();
 }
 
 TEST_F(QuillsatchelViewTest, KeepsCardsClearOfTheTitleBarAndTheEdges)

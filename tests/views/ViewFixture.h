@@ -2,10 +2,12 @@
 
 #include "library/SatchelStoreFixture.h"
 #include "views/Input.h"
+#include "views/PromptCard.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,6 +47,15 @@ protected:
     const SatchelStore &store() const { return *m_store; }
 
     QUuid tabID(std::size_t index) const { return store().tabs().get().at(index).id; }
+
+    /// Top to bottom.
+    static std::vector<PromptCard *> visibleCardsIn(const QWidget &view)
+    {
+        auto cards = view.findChildren<PromptCard *>();
+        cards.removeIf([](const PromptCard *card) { return card->visibleRegion().isEmpty(); });
+        std::ranges::sort(cards, {}, [](const PromptCard *card) { return card->y(); });
+        return { cards.begin(), cards.end() };
+    }
 
     /// Renders pending changes and deletes what was to be deleted later.
     void settle()
