@@ -2,7 +2,7 @@
 
 #include <memory>
 
-/// Calls `Free`, the function with which a C library frees its objects.
+/// Calls `Free`, a function that frees objects of a C library.
 template <auto Free>
 struct FreeBy {
     template <typename Object>

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-/// A subscription that lasts as long as this token. An owner that keeps its tokens as members is
-/// therefore never called after it is gone. Tokens move; they are never copied.
+/// A subscription that ends with this token. An owner that keeps its tokens as members is therefore
+/// never called after its destruction. Movable, not copyable.
 class [[nodiscard]] Cancellable
 {
 public:
@@ -35,7 +35,7 @@ public:
 
     ~Cancellable() { cancel(); }
 
-    /// Ends the subscription now. Safe at any time, also from within a delivery, and twice.
+    /// Ends the subscription now. Safe at any time, also during a delivery and more than once.
     void cancel() { QObject::disconnect(std::exchange(m_connection, {})); }
 
 private:

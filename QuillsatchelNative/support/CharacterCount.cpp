@@ -8,8 +8,8 @@
 namespace
 {
 
-// Beyond this many bytes a character the text is not looked at: enough for any that people
-// write, and a hostile one cannot make a name of a megabyte slow.
+// Only this many bytes per character are examined, so that counting stays fast in a name of a
+// megabyte. Graphemes in real texts are shorter.
 constexpr std::size_t BytesPerCharacter = 64;
 
 } // namespace

@@ -14,20 +14,20 @@ std::optional<QByteArray> DocumentFile::readBytes() const
 void DocumentFile::save(const std::function<void(const ByteSink &)> &write)
 {
     if (!m_mayWrite()) {
-        m_keepsUnreadFile = true;
+        m_needsRescue = true;
         return;
     }
-    if (keepUnreadFile() && replaceFile(m_path, write))
-        m_keepsUnreadFile = false;
+    if (rescueFile() && replaceFile(m_path, write))
+        m_needsRescue = false;
 }
 
-bool DocumentFile::keepUnreadFile()
+bool DocumentFile::rescueFile()
 {
-    if (!m_keepsUnreadFile)
+    if (!m_needsRescue)
         return true;
     const auto path = FilePath::native(m_path);
     const auto outcome = RescueCopy::keep(path, std::filesystem::path(path) += ".unreadable");
     if (outcome == RescueCopy::Outcome::kept)
-        m_keepsUnreadFile = false;
+        m_needsRescue = false;
     return outcome != RescueCopy::Outcome::failed;
 }

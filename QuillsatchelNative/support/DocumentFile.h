@@ -10,15 +10,14 @@
 #include <type_traits>
 #include <utility>
 
-/// A file that the program reads once, keeps in memory, and replaces whole at each save. A file
-/// that could not be read is never lost: before the first save takes its place, its bytes are kept
-/// beside it as `NAME.unreadable` (see RescueCopy). The same holds for a file that appears after
-/// the start, for example on a disk that was not mounted yet.
+/// A file that the program reads once, keeps in memory, and replaces entirely at each save. The
+/// first save after a failed load keeps the old bytes as `NAME.unreadable` (see RescueCopy), also
+/// of a file that appeared after the load, for example on a disk that was not mounted yet.
 class DocumentFile
 {
 public:
-    /// `mayWrite` is called before each save. A save that it forbids does not happen, and the next
-    /// one that it allows first keeps what another process may have written meanwhile.
+    /// `mayWrite` is called before each save. If it returns false, the save does nothing, and the
+    /// next permitted save first keeps the file, which another process may have written.
     explicit DocumentFile(
         QString path, std::function<bool()> mayWrite = [] { return true; })
         : m_path(std::move(path))
@@ -26,27 +25,27 @@ public:
     {
     }
 
-    /// What `decode` makes of the file's bytes, an optional; empty too without such a file.
-    /// Writes nothing.
+    /// The result of `decode`, an optional, for the bytes of the file. None without a readable
+    /// file.
     template <typename Decode>
     std::invoke_result_t<Decode, const QByteArray &> load(Decode &&decode)
     {
         std::invoke_result_t<Decode, const QByteArray &> document;
         if (const auto bytes = readBytes())
             document = std::forward<Decode>(decode)(*bytes);
-        m_keepsUnreadFile = !document;
+        m_needsRescue = !document;
         return document;
     }
 
-    /// Puts what `write` gives its sink in the file's place, in one step. A failure is silent and
-    /// leaves the file as it was.
+    /// Replaces the file with what `write` passes to its sink, in one step. A failure is silent and
+    /// leaves the file unchanged.
     void save(const std::function<void(const ByteSink &)> &write);
 
 private:
     std::optional<QByteArray> readBytes() const;
-    bool keepUnreadFile();
+    bool rescueFile();
 
     QString m_path;
     std::function<bool()> m_mayWrite;
-    bool m_keepsUnreadFile = false;
+    bool m_needsRescue = false; // before the next save
 };

@@ -3,13 +3,13 @@
 #include <unistd.h>
 #include <utility>
 
-/// An open file, closed with this object.
+/// Owns a file descriptor.
 class FileDescriptor
 {
 public:
     FileDescriptor() = default;
 
-    /// Owns `number` from now on; negative is none.
+    /// Takes ownership of `number`; a negative number means none.
     explicit FileDescriptor(int number)
         : m_number(number)
     {

@@ -42,7 +42,7 @@ bool parse(const QByteArray &json, const std::function<bool(dom::element)> &read
 {
     const QByteArray text = withoutByteOrderMark(json);
     if (text.startsWith(ByteOrderMark))
-        return false; // newer parsers would skip the second one
+        return false; // newer versions of simdjson skip the second one
     const bool lacksPadding = text.capacity() - text.size() < qsizetype(simdjson::SIMDJSON_PADDING);
     dom::parser parser;
     dom::element root;

@@ -8,18 +8,18 @@
 #include <string>
 #include <string_view>
 
-/// Reads our JSON files strictly: each function is false where the text does not hold exactly what
-/// is asked for, and one fault anywhere fails the whole.
+/// Reads JSON strictly: each function returns false unless the value has exactly the expected form,
+/// and a single error fails the entire text.
 namespace JsonReader
 {
 
 namespace dom = simdjson::dom;
 
 bool read(dom::element json, std::string &text);
-/// The canonical form, in letters of either case.
+/// The canonical form, in either case.
 bool read(dom::element json, QUuid &id);
 
-/// One of the raw values of an enumeration.
+/// A raw value of an enumeration.
 template <typename Enumeration>
 
 requires requires(std::string_view text)
@@ -37,7 +37,7 @@ bool read(dom::element json, Enumeration &value)
     return known.has_value();
 }
 
-/// A member that must be there.
+/// A required member.
 template <typename Value>
 bool readMember(dom::object object, std::string_view key, Value &value)
 {
@@ -45,8 +45,8 @@ bool readMember(dom::object object, std::string_view key, Value &value)
     return object.at_key(key).get(member) == simdjson::SUCCESS && read(member, value);
 }
 
-/// Parses `json` and gives its root to `readRoot`, whose answer is the answer. A byte order mark
-/// before the text is skipped; a number that no 64 bits hold is a fault.
+/// Parses `json`, passes its root to `readRoot` and returns the result. Skips one byte order mark.
+/// Numbers that do not fit into 64 bits are errors.
 bool parse(const QByteArray &json, const std::function<bool(dom::element)> &readRoot);
 
 } // namespace JsonReader

@@ -11,7 +11,7 @@ namespace
 
 constexpr std::size_t PieceSize = 1024 * 1024; // bytes
 
-// For each byte what follows the backslash, 'u' for a code, 0 where the byte stands for itself.
+// For each byte the character after the backslash, 'u' for a \u escape, 0 for no escape.
 constexpr std::array<char, 256> makeEscapes()
 {
     std::array<char, 256> escapes {};
@@ -56,7 +56,7 @@ constexpr Word bytesEqual(Word word, char byte)
     return bytesBelow(word ^ repeated(byte), 1);
 }
 
-/// Eight bytes at a time: most of a library is text that needs no escape.
+/// Tests eight bytes at a time, since most text needs no escape.
 bool isPlainWord(const char *bytes)
 {
     Word word = 0;
@@ -65,7 +65,7 @@ bool isPlainWord(const char *bytes)
             bytesEqual(word, '/')) == 0;
 }
 
-/// How many bytes at the beginning of `text` stand for themselves.
+/// The number of leading bytes that need no escape.
 std::size_t plainLength(std::string_view text)
 {
     std::size_t length = 0;

@@ -8,14 +8,14 @@
 #include <string_view>
 #include <utility>
 
-/// Writes a JSON text in the one layout our files have: two spaces a level, one member a line, a
-/// space on both sides of the colon, `[]` and `{}` for what is empty, slashes escaped, no line
-/// break at the end. The caller gives members in ascending byte order of their keys.
+/// Writes JSON in the layout of our files: two spaces per level, one member per line, a space on
+/// both sides of the colon, `[]` and `{}` for empty containers, escaped slashes, no line break at
+/// the end. The caller writes members in ascending byte order of their keys.
 class JsonWriter
 {
 public:
-    /// The text goes to `sink` in pieces small enough to stay in the processor's cache, whatever
-    /// the size of the whole; `finish` gives the last.
+    /// The text goes to `sink` in pieces that fit into the processor's cache; `finish` passes on
+    /// the last one.
     explicit JsonWriter(ByteSink sink)
         : m_sink(std::move(sink))
     {
@@ -29,16 +29,16 @@ public:
 
     void endArray() { end(']'); }
 
-    /// What follows is this member's value. Keys are our own plain words, written as they are.
+    /// The member's value follows. Keys are written without escaping.
     void key(std::string_view key);
 
-    /// `text` must be valid UTF-8; it is checked nowhere.
+    /// `text` must be valid UTF-8, which is not checked.
     void string(std::string_view text);
     void null();
     /// In upper case.
     void uuid(const QUuid &uuid);
 
-    /// Gives the sink what it has not been given yet; to be called once, at the end.
+    /// Call once, at the end.
     void finish() { flush(); }
 
 private:
@@ -49,7 +49,7 @@ private:
     void flush();
 
     ByteSink m_sink;
-    std::string m_text; // what the sink has not been given yet
+    std::string m_text; // not yet passed to the sink
     std::size_t m_depth = 0;
     bool m_isFirst = true;
     bool m_followsKey = false;

@@ -4,8 +4,8 @@
 
 std::optional<std::filesystem::path> linkTarget(std::filesystem::path path)
 {
-    constexpr int MostLinks = 40; // the kernel's limit
-    for (int links = 0; links <= MostLinks; ++links) {
+    constexpr int MaximumLinks = 40; // the kernel's limit
+    for (int links = 0; links <= MaximumLinks; ++links) {
         std::error_code error;
         const auto folder = std::filesystem::canonical("." / path.parent_path(), error);
         if (error)

@@ -28,8 +28,8 @@ std::optional<off_t> sizeOf(int file)
     return fstat(file, &status) == 0 ? std::optional(status.st_size) : std::nullopt;
 }
 
-/// A file system that cannot reserve room may still have some.
-bool hasRoom(int file, int source)
+/// True also on file systems that cannot reserve space.
+bool hasSpace(int file, int source)
 {
     const auto size = sizeOf(source);
     if (!size || *size == 0 || fallocate(file, FALLOC_FL_KEEP_SIZE, 0, *size) == 0)
@@ -37,8 +37,8 @@ bool hasRoom(int file, int source)
     return errno != ENOSPC && errno != EDQUOT && errno != EFBIG;
 }
 
-// Cut to its length only at the end: until then no old bytes give up their room on the disk.
-bool fill(int file, int source)
+// Truncates only at the end, so that the file does not give up disk space before it is written.
+bool copyBytes(int file, int source)
 {
     const auto size = sizeOf(source);
     bool isWritten = size && lseek(file, 0, SEEK_SET) == 0;
@@ -58,10 +58,10 @@ bool overwrite(const fs::path &path, int source)
     const FileDescriptor old(copy ? open(copy->c_str(), O_RDONLY | O_CLOEXEC) : -1);
     if (!file.isOpen() || !old.isOpen())
         return false;
-    const bool isUntouched = !hasRoom(file.number(), source);
-    const bool isWritten = !isUntouched && fill(file.number(), source);
+    const bool isUntouched = !hasSpace(file.number(), source);
+    const bool isWritten = !isUntouched && copyBytes(file.number(), source);
     std::error_code error;
-    if (isUntouched || isWritten || fill(file.number(), old.number()))
+    if (isUntouched || isWritten || copyBytes(file.number(), old.number()))
         fs::remove(*copy, error);
     return isWritten;
 }

@@ -2,16 +2,16 @@
 
 #include <filesystem>
 
-/// A file that another one cannot take the place of, because something is mounted there.
+/// Writes files that cannot be replaced by renaming because they are mount points.
 namespace MountedFile
 {
 
 /// Overwrites the regular file at `path` with the bytes of the open file `source`, and waits until
-/// they are on the disk. Meanwhile the old bytes are beside it, as `NAME.previous` or, where
-/// something has that name, under the next free one (see RescueCopy): a crash leaves them there.
+/// they are on the disk. Until then a copy of the old bytes is beside the file, as `NAME.previous`
+/// or under the next free name (see RescueCopy), and stays there after a crash.
 ///
-/// False if there is no room for the new bytes, or they cannot be written. The file then has the
-/// old bytes again, or else the copy of them stays.
+/// False if the new bytes do not fit or cannot be written. The old bytes are then restored; if that
+/// fails too, their copy stays.
 bool overwrite(const std::filesystem::path &path, int source);
 
 } // namespace MountedFile

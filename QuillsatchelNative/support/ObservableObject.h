@@ -2,8 +2,8 @@
 
 #include <QObject>
 
-/// A model that tells its observers of every change before the change happens. What it publishes
-/// are its `Published` members; whoever only needs to redraw listens to `objectWillChange`.
+/// A model that announces every change before it happens. Observers that need values subscribe to
+/// its `Published` members; those that only redraw connect to `objectWillChange`.
 class ObservableObject : public QObject
 {
     Q_OBJECT
@@ -12,6 +12,6 @@ public:
     using QObject::QObject;
 
 Q_SIGNALS:
-    /// A published member is about to change; its old value is still readable.
+    /// A published member is about to change and still has its old value.
     void objectWillChange();
 };

@@ -14,7 +14,7 @@ namespace
 
 constexpr QByteArrayView Signature("\x89PNG\r\n\x1A\n");
 
-/// Frees what libpng keeps between reading the header and reading the pixels.
+/// Owns libpng's state between reading the header and reading the pixels.
 class PngReader
 {
 public:
@@ -25,7 +25,7 @@ public:
         m_isOpen = png_image_begin_read_from_memory(&m_image, m_png.constData(),
                                                     static_cast<std::size_t>(m_png.size())) != 0;
         m_image.format = PNG_FORMAT_RGBA;
-        m_image.flags |= PNG_IMAGE_FLAG_16BIT_sRGB; // 16-bit images state it if they are linear
+        m_image.flags |= PNG_IMAGE_FLAG_16BIT_sRGB; // linear 16-bit images are marked as such
     }
 
     PngReader(const PngReader &) = delete;
@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    QByteArray m_png; // libpng reads from it until the end
+    QByteArray m_png; // read by libpng until destruction
     png_image m_image {};
     bool m_isOpen = false;
 };
@@ -61,19 +61,19 @@ bool isCompressedText(const QByteArray &chunk)
     return type == "zTXt" || type == "iTXt";
 }
 
-/// libpng decompresses all texts, and a few kilobytes can decompress to gigabytes.
+/// libpng decompresses all text chunks, and a few kilobytes can decompress to gigabytes.
 QByteArray withoutCompressedTexts(const QByteArray &png)
 {
     constexpr qsizetype FrameSize = 12; // length, type and checksum
     QByteArray result = png.first(Signature.size());
     result.reserve(png.size());
-    qsizetype place = Signature.size();
-    while (png.size() - place >= FrameSize) {
-        const auto length = qFromBigEndian<quint32>(png.constData() + place);
-        const auto chunk = png.mid(place, FrameSize + qsizetype(length));
+    qsizetype offset = Signature.size();
+    while (png.size() - offset >= FrameSize) {
+        const auto length = qFromBigEndian<quint32>(png.constData() + offset);
+        const auto chunk = png.mid(offset, FrameSize + qsizetype(length));
         if (!isCompressedText(chunk))
             result += chunk;
-        place += chunk.size();
+        offset += chunk.size();
     }
     return result;
 }

@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-/// Carries the deliveries of one `Published` member; templates cannot have signals of their own.
+/// The signal of a `Published` member. Templates cannot declare signals.
 class PublishedDelivery final : public QObject
 {
     Q_OBJECT
@@ -17,9 +17,10 @@ Q_SIGNALS:
 
 /// One observable member of an `ObservableObject`.
 ///
-/// Every write, also of an equal value, first announces the owner's `objectWillChange`, then
-/// stores, then delivers to the sinks, so that a sink which reads the model sees the new state.
-/// Whoever wants no repeats removes them. Sinks may subscribe, cancel and write during a delivery.
+/// Every write, also of an equal value, emits the owner's `objectWillChange`, stores the value, and
+/// then delivers it to the sinks, so that a sink that reads the model sees the new state.
+/// Subscribers filter out equal values themselves. Sinks may subscribe, cancel and write during a
+/// delivery.
 template <typename Value>
 class Published
 {
@@ -33,7 +34,7 @@ public:
     Published(const Published &) = delete;
     Published &operator=(const Published &) = delete;
 
-    /// Good until the next write.
+    /// Valid until the next write.
     const Value &get() const { return m_value; }
 
     void set(Value value)
@@ -41,8 +42,8 @@ public:
         edit([&value](Value &stored) { stored = std::move(value); });
     }
 
-    /// Changes the value in place with one announcement. `change` must not look at the model
-    /// through other operations: it sees the value half-way.
+    /// Changes the value in place with one announcement. `change` must not call other operations of
+    /// the model, because the value is incomplete meanwhile.
     template <typename Change>
     void edit(Change &&change)
     {
@@ -51,12 +52,12 @@ public:
         Q_EMIT m_delivery.delivered();
     }
 
-    /// Calls `receive` with the current value at once and with every new value after that, until
-    /// the returned token goes.
+    /// Calls `receive` immediately with the current value, and with every new value until the
+    /// returned token is destroyed.
     template <typename Receive>
     Cancellable sink(Receive receive) const
     {
-        // One function for all calls: what it remembers of a value, the next one must find.
+        // Shared, so that state that `receive` keeps between calls is not copied.
         const auto shared = std::make_shared<Receive>(std::move(receive));
         Cancellable subscription(QObject::connect(&m_delivery, &PublishedDelivery::delivered,
                                                   [this, shared] { (*shared)(m_value); }));

@@ -22,11 +22,11 @@ namespace RasterImage
 namespace
 {
 
-constexpr qint64 MostPixels = qint64(2048) * 2048;
-constexpr qsizetype MostScans = 100; // pictures meant to be seen have about ten
+constexpr qint64 MaximumPixels = qint64(2048) * 2048;
+constexpr qsizetype MaximumScans = 100; // ordinary images have about ten
 
-/// Qt's name of the format that the bytes begin as; empty for all but these. Qt would ask every
-/// plug-in instead, and drawings (SVG) can take any time and name other files.
+/// Qt's name of the format, empty for other formats. Qt's own detection would also accept SVG,
+/// which can take unlimited time and refer to other files.
 QByteArray formatOf(const QByteArray &bytes)
 {
     if (bytes.startsWith("GIF8"))
@@ -38,39 +38,40 @@ QByteArray formatOf(const QByteArray &bytes)
     return bytes.startsWith("RIFF") && bytes.mid(8, 4) == "WEBP" ? "webp" : "";
 }
 
-/// A few bytes are enough to have a progressive JPEG go over its pixels any number of times.
+/// Each scan of a progressive JPEG decodes all its pixels again and can take only a few bytes.
 bool hasTooManyScans(const QByteArray &bytes)
 {
-    return bytes.count("\xFF\xDA") > MostScans;
+    return bytes.count("\xFF\xDA") > MaximumScans;
 }
 
-/// For the whole process: a broken image is not worth a line in the log.
+/// Affects the entire process: broken images are not worth log lines.
 void silenceReaders()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
 }
 
-/// As bitmaps and icons write it. Zero where the bytes end before it.
-quint32 numberAt(const QByteArray &bytes, qsizetype place)
+/// A little-endian number; 0 past the end.
+quint32 numberAt(const QByteArray &bytes, qsizetype offset)
 {
     constexpr qsizetype Size = sizeof(quint32);
-    const auto number = bytes.mid(place, Size);
+    const auto number = bytes.mid(offset, Size);
     return number.size() == Size ? qFromLittleEndian<quint32>(number.constData()) : 0;
 }
 
 bool isSmall(qint64 width, qint64 height)
 {
-    return width > 0 && width <= MostPixels && height <= MostPixels && width * height <= MostPixels;
+    return width > 0 && width <= MaximumPixels && height <= MaximumPixels &&
+           width * height <= MaximumPixels;
 }
 
-/// Qt's reader gives the size of the first frame instead, but allocates this one.
+/// Tests the canvas size, which Qt's reader allocates although it reports that of the first frame.
 bool isSmallGif(const QByteArray &gif)
 {
     const auto size = numberAt(gif, 6);
     return isSmall(size & 0xFFFF, size >> 16);
 }
 
-/// Qt's own limit is for the whole process, and icons of applications may be larger.
+/// QImageReader's own limit would affect the entire process, and application icons may be larger.
 QImage readSmall(QImageReader &reader)
 {
     const auto size = reader.size();
@@ -78,21 +79,20 @@ QImage readSmall(QImageReader &reader)
     return isSmall(size.width(), height) ? reader.read() : QImage();
 }
 
-/// Whether a bitmap has its points in runs, which may skip some.
-bool isPacked(const QByteArray &bitmap)
+bool isRunLengthEncoded(const QByteArray &bitmap)
 {
-    constexpr quint32 OldestHeader = 12; // knows no packing
-    constexpr quint32 RunsOfBytes = 1;
-    constexpr quint32 RunsOfHalfBytes = 2;
+    constexpr quint32 CoreHeaderSize = 12; // of the oldest header, which has no compression field
+    constexpr quint32 Rle8 = 1;
+    constexpr quint32 Rle4 = 2;
     const auto headerSize = numberAt(bitmap, 14);
-    const auto packing = numberAt(bitmap, 30);
-    return headerSize != OldestHeader && (packing == RunsOfBytes || packing == RunsOfHalfBytes);
+    const auto compression = numberAt(bitmap, 30);
+    return headerSize != CoreHeaderSize && (compression == Rle8 || compression == Rle4);
 }
 
-/// The bitmap if it has all its points: what is left out, its reader leaves as the memory was.
+/// Rejects bitmaps that omit pixels, because Qt's reader leaves those uninitialised.
 QImage readBitmap(const QByteArray &bytes)
 {
-    if (isPacked(bytes))
+    if (isRunLengthEncoded(bytes))
         return {};
     WatchedBuffer buffer(bytes);
     QImageReader reader(&buffer, "bmp");
@@ -101,10 +101,10 @@ QImage readBitmap(const QByteArray &bytes)
     return buffer.wasEnough() ? image : QImage();
 }
 
-QImage readPlain(const QByteArray &bytes)
+QImage readSingle(const QByteArray &bytes)
 {
     if (PngImage::isPng(bytes))
-        return PngImage::read(bytes, MostPixels);
+        return PngImage::read(bytes, MaximumPixels);
     const auto format = formatOf(bytes);
     if (format == "bmp")
         return readBitmap(bytes);
@@ -119,29 +119,29 @@ QImage readPlain(const QByteArray &bytes)
     return readSmall(reader);
 }
 
-/// What an icon's directory says of one of its images.
+/// An entry in the directory of an icon.
 struct IconEntry {
-    QByteArray description; ///< the entry without the image's place
+    QByteArray description; ///< the entry without `offset`
     int width;
     quint32 length;
-    quint32 place;
+    quint32 offset;
 };
 
-/// None where the bytes end before it.
+/// None past the end of the bytes.
 std::optional<IconEntry> iconEntry(const QByteArray &icon, int number)
 {
     constexpr qsizetype HeaderSize = 6;
     constexpr qsizetype EntrySize = 16;
-    constexpr qsizetype Length = 8;
-    constexpr qsizetype Place = 12;
+    constexpr qsizetype LengthOffset = 8;
+    constexpr qsizetype DescriptionSize = 12; // followed by the offset
     const auto entry = icon.mid(HeaderSize + EntrySize * number, EntrySize);
     if (entry.size() < EntrySize)
         return std::nullopt;
     const auto width = static_cast<unsigned char>(entry.front());
-    return IconEntry { .description = entry.first(Place),
+    return IconEntry { .description = entry.first(DescriptionSize),
                        .width = width == 0 ? 256 : width,
-                       .length = numberAt(entry, Length),
-                       .place = numberAt(entry, Place) };
+                       .length = numberAt(entry, LengthOffset),
+                       .offset = numberAt(entry, DescriptionSize) };
 }
 
 bool isBetter(int width, int than, int side)
@@ -155,8 +155,8 @@ bool isBetter(int width, int than, int side)
 /// The images of an icon, the most suitable first.
 std::vector<IconEntry> entriesOf(const QByteArray &icon, int side)
 {
-    constexpr qsizetype CountPlace = 4;
-    const int count = qFromLittleEndian<quint16>(icon.constData() + CountPlace);
+    constexpr qsizetype CountOffset = 4;
+    const int count = qFromLittleEndian<quint16>(icon.constData() + CountOffset);
     std::vector<IconEntry> entries;
     for (int number = 0; number < count; ++number) {
         const auto entry = iconEntry(icon, number);
@@ -170,30 +170,29 @@ std::vector<IconEntry> entriesOf(const QByteArray &icon, int side)
     return entries;
 }
 
-/// Whether the reader of icons can count the colours that a bitmap says it has. It refuses too many
-/// itself, but treats counts above the range of `int` as zero, and then fills only some of the
-/// image.
-bool hasCountableColors(const QByteArray &bitmap)
+/// Qt's icon reader rejects too many colours, but treats counts above the range of `int` as zero
+/// and then leaves pixels uninitialised.
+bool hasValidColorCount(const QByteArray &bitmap)
 {
-    constexpr qsizetype CountPlace = 32;
-    constexpr quint32 MostColors = std::numeric_limits<int>::max();
-    return numberAt(bitmap, CountPlace) <= MostColors;
+    constexpr qsizetype CountOffset = 32;
+    constexpr quint32 MaximumColors = std::numeric_limits<int>::max();
+    return numberAt(bitmap, CountOffset) <= MaximumColors;
 }
 
-/// The height counts the mask as well.
+/// The header's height includes that of the mask.
 bool isSmallInIcon(const QByteArray &bitmap)
 {
     return isSmall(numberAt(bitmap, 4), numberAt(bitmap, 8) / 2);
 }
 
-/// Reads the bitmap as the only image of an icon: in its own icon, the reader would take what
-/// follows a truncated bitmap for its pixels.
+/// Reads the bitmap as the only image of an icon. In the original icon, the reader would take the
+/// bytes after a truncated bitmap for its pixels.
 QImage readBitmapInIcon(const QByteArray &bitmap, const IconEntry &entry)
 {
     constexpr QByteArrayView HeaderOfOne("\0\0\1\0\1\0", 6);
-    constexpr QByteArrayView Place("\x16\0\0\0", 4); // behind the header and the only entry
+    constexpr QByteArrayView Offset("\x16\0\0\0", 4); // after the header and the only entry
     QBuffer buffer;
-    buffer.setData(HeaderOfOne.toByteArray() + entry.description + Place.toByteArray() + bitmap);
+    buffer.setData(HeaderOfOne.toByteArray() + entry.description + Offset.toByteArray() + bitmap);
     QImageReader reader(&buffer, "ico");
     reader.setAutoDetectImageFormat(false);
     return reader.read();
@@ -201,19 +200,18 @@ QImage readBitmapInIcon(const QByteArray &bitmap, const IconEntry &entry)
 
 QImage readEntry(const QByteArray &icon, const IconEntry &entry)
 {
-    const auto picture = icon.mid(entry.place, entry.length);
-    if (PngImage::isPng(picture))
-        return readPlain(picture);
-    const bool isReadable =
-        !picture.isEmpty() && isSmallInIcon(picture) && hasCountableColors(picture);
-    return isReadable ? readBitmapInIcon(picture, entry) : QImage();
+    const auto image = icon.mid(entry.offset, entry.length);
+    if (PngImage::isPng(image))
+        return readSingle(image);
+    const bool isReadable = !image.isEmpty() && isSmallInIcon(image) && hasValidColorCount(image);
+    return isReadable ? readBitmapInIcon(image, entry) : QImage();
 }
 
 QImage readIcon(const QByteArray &bytes, int side)
 {
-    constexpr std::size_t MostAttempts = 32; // icons have about ten images
+    constexpr std::size_t MaximumAttempts = 32; // ordinary icons have about ten images
     auto entries = entriesOf(bytes, side);
-    entries.resize(std::min(entries.size(), MostAttempts));
+    entries.resize(std::min(entries.size(), MaximumAttempts));
     for (const auto &entry : entries)
         if (auto image = readEntry(bytes, entry); !image.isNull())
             return image;
@@ -230,7 +228,7 @@ QImage read(const QByteArray &bytes, int side)
     buffer.setData(bytes);
     QImageReader icon(&buffer, "ico");
     icon.setAutoDetectImageFormat(false);
-    return icon.canRead() ? readIcon(bytes, side) : readPlain(bytes);
+    return icon.canRead() ? readIcon(bytes, side) : readSingle(bytes);
 }
 
 } // namespace RasterImage

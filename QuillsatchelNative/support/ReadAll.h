@@ -2,5 +2,5 @@
 
 #include "support/ByteSink.h"
 
-/// Gives `sink` all bytes of an open regular file, from its beginning. False if reading fails.
+/// Passes all bytes of an open regular file to `sink`. False if reading fails.
 bool readAll(int file, const ByteSink &sink);

@@ -62,6 +62,6 @@ bool replaceFile(const QString &path, const std::function<void(const ByteSink &)
     write([&file](std::string_view piece) { file.write(piece); });
     if (!file.flush())
         return false;
-    return file.takePlace() ||
+    return file.replaceTarget() ||
            (errno == EBUSY && MountedFile::overwrite(*target, file.descriptor()));
 }

@@ -39,8 +39,7 @@ fs::path numbered(fs::path name, int number)
     return number == 1 ? name : name += "-" + std::to_string(number);
 }
 
-/// The numbered names that something has, and then the first free one. Empty if the system does not
-/// tell.
+/// The taken names, followed by the first free one. Empty if a name cannot be examined.
 std::vector<fs::path> namesUpToFree(const fs::path &name)
 {
     std::vector<fs::path> names;
@@ -81,10 +80,10 @@ bool copyTo(const fs::path &file, const fs::path &name)
     UnfinishedFile copied(name);
     return source.isOpen() && copied.isOpen() &&
            readAll(source.number(), [&copied](std::string_view piece) { copied.write(piece); }) &&
-           copied.flush() && copied.takePlace();
+           copied.flush() && copied.replaceTarget();
 }
 
-// Renaming an unreadable file frees its name, so that the next save creates a readable one.
+// Renaming an unreadable file frees its name, so that the next save creates a readable file.
 bool keepAs(const fs::path &file, const fs::path &name)
 {
     if (!isReadable(file) && isInOwnFolder(file) && move(file, name))
@@ -108,7 +107,7 @@ Outcome keep(const fs::path &path, const fs::path &name)
     const auto file = linkTarget(path);
     const auto type = file ? fs::symlink_status(*file, error).type() : fs::file_type::not_found;
     if (type == fs::file_type::not_found)
-        return Outcome::nothingThere;
+        return Outcome::noFile;
     return type == fs::file_type::regular && keepFile(*file, name) ? Outcome::kept
                                                                    : Outcome::failed;
 }

@@ -13,11 +13,11 @@ namespace SingleLine
 namespace
 {
 
-constexpr std::size_t MoreThanFits = 1024; // bytes
-constexpr int MostInMenus = 80;            // characters
+constexpr std::size_t MaximumLineSize = 1024; // bytes; longer than a line on any screen
+constexpr int MaximumMenuLength = 80;         // graphemes
 constexpr QChar Ellipsis(0x2026);
 
-bool turnsDirection(QChar character)
+bool isBidirectionalControl(QChar character)
 {
     switch (character.direction()) {
     case QChar::DirLRE:
@@ -35,7 +35,7 @@ bool turnsDirection(QChar character)
     }
 }
 
-bool isHarmful(QChar character)
+bool isControl(QChar character)
 {
     switch (character.category()) {
     case QChar::Other_Control:
@@ -43,7 +43,7 @@ bool isHarmful(QChar character)
     case QChar::Separator_Paragraph:
         return true;
     default:
-        return turnsDirection(character);
+        return isBidirectionalControl(character);
     }
 }
 
@@ -51,14 +51,14 @@ QString singleLine(std::string_view text)
 {
     QString line = stringFromUtf8(text);
     const auto isBoth = [](QChar first, QChar second) {
-        return isHarmful(first) && isHarmful(second);
+        return isControl(first) && isControl(second);
     };
     line.erase(std::unique(line.begin(), line.end(), isBoth), line.end());
-    std::ranges::replace_if(line, isHarmful, QLatin1Char(' '));
+    std::ranges::replace_if(line, isControl, QLatin1Char(' '));
     return line;
 }
 
-/// Characters that show nothing although Unicode does not class them as blanks or formats: fillers,
+/// Invisible characters that Unicode does not class as white space or format characters: fillers,
 /// the empty Braille pattern, variation selectors and the grapheme joiner.
 bool isFiller(char32_t character)
 {
@@ -79,28 +79,28 @@ bool isInvisible(char32_t character)
 
 QString beginning(std::string_view text)
 {
-    return singleLine(utf8Beginning(text, MoreThanFits));
+    return singleLine(utf8Beginning(text, MaximumLineSize));
 }
 
 QString abridged(std::string_view text)
 {
     QString line = beginning(text);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line);
-    qsizetype lastPlace = 0; // where the last character begins that there is room for
+    qsizetype ellipsisPosition = 0;
     for (int count = 1; finder.toNextBoundary() != -1; ++count) {
-        if (count == MostInMenus - 1)
-            lastPlace = finder.position();
-        if (count > MostInMenus)
-            return line.left(lastPlace) + Ellipsis;
+        if (count == MaximumMenuLength - 1)
+            ellipsisPosition = finder.position();
+        if (count > MaximumMenuLength)
+            return line.left(ellipsisPosition) + Ellipsis;
     }
     return line;
 }
 
 QString ends(std::string_view text)
 {
-    if (text.size() <= 2 * MoreThanFits)
+    if (text.size() <= 2 * MaximumLineSize)
         return singleLine(text);
-    return beginning(text) + Ellipsis + singleLine(utf8End(text, MoreThanFits));
+    return beginning(text) + Ellipsis + singleLine(utf8End(text, MaximumLineSize));
 }
 
 bool looksEmpty(QStringView line)

@@ -5,24 +5,23 @@
 
 #include <string_view>
 
-/// Makes any text fit to be drawn on one line. A run of line breaks, control characters and
-/// characters that turn the direction of what follows becomes one blank; other blanks stay as they
-/// are. Of a text longer than any line on a screen only a part is looked at.
+/// Converts text for display on a single line. A run of line breaks, control characters and
+/// bidirectional controls becomes one space; other white space is unchanged. Of long texts, only as
+/// much is converted as fits on a screen.
 namespace SingleLine
 {
 
-/// The beginning of `text` (UTF-8), for lines that are cut off at their end.
+/// The beginning of `text` (UTF-8), for lines that are elided at the end.
 QString beginning(std::string_view text);
 
-/// `text` (UTF-8) for menus, which are as wide as their widest entry: at most 80 characters, the
-/// last of them an ellipsis where there are more.
+/// `text` (UTF-8) for menus, which are as wide as their widest entry: at most 80 graphemes, of
+/// which the last is an ellipsis if the text is longer.
 QString abridged(std::string_view text);
 
-/// Both ends of `text` (UTF-8), for lines that are cut in the middle.
+/// Both ends of `text` (UTF-8), for lines that are elided in the middle.
 QString ends(std::string_view text);
 
-/// Whether `line` shows nothing: it has only blanks, invisible characters and fillers, or no
-/// characters.
+/// Whether `line` has no visible characters.
 bool looksEmpty(QStringView line);
 
 } // namespace SingleLine

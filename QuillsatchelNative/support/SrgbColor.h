@@ -1,6 +1,6 @@
 #pragma once
 
-/// A colour as its sRGB components and its opacity, each from 0 to 1.
+/// A colour in sRGB. Components and opacity are from 0 to 1.
 struct SrgbColor {
     double red = 0;
     double green = 0;
@@ -11,7 +11,7 @@ struct SrgbColor {
 
     static constexpr SrgbColor black(double opacity = 1) { return { 0, 0, 0, opacity }; }
 
-    /// The colour whose red, green and blue are the bytes of `hex`, 0xRRGGBB.
+    /// `hex` is 0xRRGGBB.
     static constexpr SrgbColor fromHex(unsigned hex)
     {
         return { ((hex >> 16) & 0xFF) / 255.0, ((hex >> 8) & 0xFF) / 255.0, (hex & 0xFF) / 255.0 };

@@ -16,14 +16,14 @@ namespace
 
 namespace fs = std::filesystem;
 
-// A temporary name is that of the finished file with this behind it. Users choose no such names, as
-// they may well choose "prompts.json.backup", so leftovers can be deleted safely.
-constexpr std::string_view Mark = ".saving-";
+// Temporary names are the target's name followed by this suffix and random letters. Users will not
+// choose such names, so leftovers can be deleted safely.
+constexpr std::string_view Suffix = ".saving-";
 constexpr std::string_view RandomLetters = "XXXXXX";
 
-QString nameTemplate(const fs::path &finished)
+QString nameTemplate(const fs::path &target)
 {
-    return FilePath::text(finished) + QLatin1String(Mark.data()) +
+    return FilePath::text(target) + QLatin1String(Suffix.data()) +
            QLatin1String(RandomLetters.data());
 }
 
@@ -32,17 +32,18 @@ bool isAsciiLetter(char character)
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-/// Whether `name` is a temporary name for the file named `finished`, or for any if that is empty.
-bool isUnfinished(std::string_view name, std::string_view finished)
+/// Whether `name` is a temporary name for the file named `target`, or for any file if that is
+/// empty.
+bool isTemporaryName(std::string_view name, std::string_view target)
 {
-    if (name.size() <= Mark.size() + RandomLetters.size())
+    if (name.size() <= Suffix.size() + RandomLetters.size())
         return false;
     const auto letters = name.substr(name.size() - RandomLetters.size());
     name.remove_suffix(letters.size());
-    if (!name.ends_with(Mark) || !std::ranges::all_of(letters, isAsciiLetter))
+    if (!name.ends_with(Suffix) || !std::ranges::all_of(letters, isAsciiLetter))
         return false;
-    name.remove_suffix(Mark.size());
-    return finished.empty() || name == finished;
+    name.remove_suffix(Suffix.size());
+    return target.empty() || name == target;
 }
 
 std::vector<fs::directory_entry> entriesOf(const fs::path &folder)
@@ -62,44 +63,44 @@ void removeFile(const fs::directory_entry &entry)
         fs::remove(entry.path(), error);
 }
 
-void removeLeftoversOf(const fs::path &finished)
+void removeLeftoversOf(const fs::path &target)
 {
-    for (const auto &entry : entriesOf(finished.parent_path()))
-        if (isUnfinished(entry.path().filename().native(), finished.filename().native()))
+    for (const auto &entry : entriesOf(target.parent_path()))
+        if (isTemporaryName(entry.path().filename().native(), target.filename().native()))
             removeFile(entry);
 }
 
 } // namespace
 
-UnfinishedFile::UnfinishedFile(const fs::path &finished)
-    : m_finished(finished)
-    , m_file(nameTemplate(finished))
+UnfinishedFile::UnfinishedFile(const fs::path &target)
+    : m_target(target)
+    , m_file(nameTemplate(target))
 {
     m_file.open();
 }
 
 void UnfinishedFile::write(std::string_view piece)
 {
-    constexpr std::size_t BytesWorthStarting = 1024 * 1024;
-    m_isWhole = m_isWhole && writeAll(descriptor(), piece);
-    m_waiting += piece.size();
-    if (m_waiting < BytesWorthStarting)
+    constexpr std::size_t WritebackSize = 1024 * 1024;
+    m_hasFailed = m_hasFailed || !writeAll(descriptor(), piece);
+    m_dirtySize += piece.size();
+    if (m_dirtySize < WritebackSize)
         return;
-    // The disk writes these while the next are made, so that the flush has little left to wait for.
+    // The disk writes while the caller produces the next pieces, which shortens the flush.
     sync_file_range(descriptor(), 0, 0, SYNC_FILE_RANGE_WRITE);
-    m_waiting = 0;
+    m_dirtySize = 0;
 }
 
 bool UnfinishedFile::flush()
 {
-    return m_isWhole && fsync(descriptor()) == 0;
+    return !m_hasFailed && fsync(descriptor()) == 0;
 }
 
-bool UnfinishedFile::takePlace()
+bool UnfinishedFile::replaceTarget()
 {
-    // Where the file system has files without names, this one gets its temporary name only here.
+    // On file systems with unnamed files, this call gives the file its temporary name.
     const auto name = FilePath::native(m_file.fileName());
-    if (name.empty() || std::rename(name.c_str(), m_finished.c_str()) != 0)
+    if (name.empty() || std::rename(name.c_str(), m_target.c_str()) != 0)
         return false;
     m_file.setAutoRemove(false);
     return true;
@@ -110,7 +111,7 @@ void UnfinishedFile::removeLeftovers(const fs::path &folder)
     for (const auto &entry : entriesOf(folder)) {
         std::error_code error;
         if (!entry.is_symlink(error)) {
-            if (isUnfinished(entry.path().filename().native(), {}))
+            if (isTemporaryName(entry.path().filename().native(), {}))
                 removeFile(entry);
         } else if (const auto target = linkTarget(entry.path())) {
             removeLeftoversOf(*target);

@@ -6,38 +6,37 @@
 #include <filesystem>
 #include <string_view>
 
-/// A new file that takes the place of another in one step, once it is complete and on the disk.
-/// Until then it has no name, or a temporary one beside the other file. If it does not take that
-/// place, it is removed.
+/// A new file that atomically replaces another once it is complete and on the disk. Until then it
+/// has no name, or a temporary one beside the other file. It is removed if it does not replace the
+/// file.
 class UnfinishedFile
 {
 public:
-    /// Creates the file, for its owner only (0600), beside `finished`.
-    explicit UnfinishedFile(const std::filesystem::path &finished);
+    /// Creates a file for its owner only (0600), which is to replace `target`.
+    explicit UnfinishedFile(const std::filesystem::path &target);
 
-    /// False if the file could not be created. Everything below then fails.
+    /// False if the file could not be created. All functions below then fail.
     bool isOpen() const { return m_file.isOpen(); }
 
     /// Open for reading and writing.
     int descriptor() const { return m_file.handle(); }
 
-    /// Appends a piece. `flush` tells about a failure.
+    /// Appends a piece. `flush` reports failures.
     void write(std::string_view piece);
 
-    /// Waits until all pieces are on the disk. False if one of them could not be written.
+    /// Waits until all pieces are on the disk. False if one could not be written.
     bool flush();
 
-    /// Gives the file the name of the finished one, and replaces what had it. False if the system
-    /// refuses; errno then has the reason.
-    bool takePlace();
+    /// Replaces the target. If that fails, returns false and sets errno.
+    bool replaceTarget();
 
-    /// Removes what killed processes left: the temporary files in `folder`, and those beside the
-    /// targets of the links in it. No file there may be unfinished at that time.
+    /// Removes temporary files that killed processes left in `folder` and beside the targets of the
+    /// links in it. No other UnfinishedFile may exist there at that time.
     static void removeLeftovers(const std::filesystem::path &folder);
 
 private:
-    std::filesystem::path m_finished;
+    std::filesystem::path m_target;
     QTemporaryFile m_file;
-    std::size_t m_waiting = 0; // bytes that the disk was not asked to write yet
-    bool m_isWhole = true;
+    std::size_t m_dirtySize = 0; // bytes whose writing to the disk has not started
+    bool m_hasFailed = false;
 };

@@ -3,7 +3,7 @@
 namespace
 {
 
-/// Whether a text may be cut before the byte at `offset`.
+/// Whether a code point begins at `offset`, or the text ends there.
 bool isBoundary(std::string_view text, std::size_t offset)
 {
     return offset >= text.size() || (text[offset] & 0xC0) != 0x80;

@@ -9,9 +9,9 @@ using Bytes = std::array<unsigned char, 16>;
 
 constexpr std::string_view Digits = "0123456789ABCDEF";
 
-constexpr bool isHyphenPlace(std::size_t place)
+constexpr bool isHyphenPosition(std::size_t position)
 {
-    return place == 8 || place == 13 || place == 18 || place == 23;
+    return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
 Bytes bytesOf(const QUuid &uuid)
@@ -32,7 +32,7 @@ std::optional<QUuid> uuidFromText(std::string_view text)
 {
     constexpr std::string_view Null = "00000000-0000-0000-0000-000000000000";
     if (text.size() != Null.size())
-        return std::nullopt; // Qt reads other forms too, and all of them are longer or shorter
+        return std::nullopt; // the other forms that Qt reads are longer or shorter
     const auto uuid = QUuid::fromString(QLatin1StringView(text.data(), qsizetype(text.size())));
     if (uuid.isNull() && text != Null)
         return std::nullopt;
@@ -42,12 +42,12 @@ std::optional<QUuid> uuidFromText(std::string_view text)
 std::array<char, 36> uuidText(const QUuid &uuid)
 {
     std::array<char, 36> text {};
-    std::size_t place = 0;
+    std::size_t position = 0;
     for (const auto byte : bytesOf(uuid)) {
-        if (isHyphenPlace(place))
-            text.at(place++) = '-';
-        text.at(place++) = Digits[byte >> 4];
-        text.at(place++) = Digits[byte & 0xF];
+        if (isHyphenPosition(position))
+            text.at(position++) = '-';
+        text.at(position++) = Digits[byte >> 4];
+        text.at(position++) = Digits[byte & 0xF];
     }
     return text;
 }

@@ -6,9 +6,9 @@ WatchedBuffer::WatchedBuffer(const QByteArray &bytes)
     QBuffer::open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
-bool WatchedBuffer::seek(qint64 place)
+bool WatchedBuffer::seek(qint64 position)
 {
-    return note(place <= size()) && QBuffer::seek(place);
+    return note(position <= size()) && QBuffer::seek(position);
 }
 
 qint64 WatchedBuffer::readData(char *bytes, qint64 count)

@@ -4,17 +4,17 @@
 #include <QByteArray>
 #include <QtGlobal>
 
-/// Bytes to read that know whether their reader wanted more of them than there are.
+/// A read-only buffer that detects reads past its end.
 class WatchedBuffer : public QBuffer
 {
 public:
-    /// Open from the start. Nothing is read ahead.
+    /// Opens the buffer, without reading ahead.
     explicit WatchedBuffer(const QByteArray &bytes);
 
-    /// False for good once a reader asked for bytes, or went to a place, behind the end.
+    /// Becomes false once a reader reads or seeks past the end.
     bool wasEnough() const { return m_wasEnough; }
 
-    bool seek(qint64 place) override;
+    bool seek(qint64 position) override;
 
 protected:
     qint64 readData(char *bytes, qint64 count) override;

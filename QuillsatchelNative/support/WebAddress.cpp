@@ -35,40 +35,40 @@ bool startsPercentEncoding(std::string_view text)
     return text.size() >= 3 && text[0] == '%' && isHexDigit(text[1]) && isHexDigit(text[2]);
 }
 
-/// The host and what goes with it (user, port): it is the only place for square brackets, and
-/// what it may not hold cannot be mended by encoding when it is plain ASCII.
+/// The range of user, host and port. Only these may contain square brackets; their forbidden ASCII
+/// characters cannot be percent-encoded.
 struct Authority {
     std::size_t begin = std::string_view::npos;
     std::size_t end = std::string_view::npos;
 
-    bool contains(std::size_t place) const { return place >= begin && place < end; }
+    bool contains(std::size_t position) const { return position >= begin && position < end; }
 };
 
-/// Two slashes begin it, right at the start or behind the colon of a scheme.
+/// Begins with two slashes, at the start of the text or after the colon of a scheme.
 Authority findAuthority(std::string_view text)
 {
     const auto slashes = text.find_first_of("/?#");
-    const bool isThere = slashes != std::string_view::npos &&
-                         text.substr(slashes).starts_with("//") &&
-                         (slashes == 0 || text[slashes - 1] == ':');
-    if (!isThere)
+    const bool hasAuthority = slashes != std::string_view::npos &&
+                              text.substr(slashes).starts_with("//") &&
+                              (slashes == 0 || text[slashes - 1] == ':');
+    if (!hasAuthority)
         return {};
     const auto begin = slashes + 2;
     return { begin, std::min(text.find_first_of("/?#", begin), text.size()) };
 }
 
-bool mayStand(std::string_view text, std::size_t place, const Authority &authority,
-              std::size_t firstHash)
+bool isAllowed(std::string_view text, std::size_t position, const Authority &authority,
+               std::size_t firstHash)
 {
-    const char character = text[place];
+    const char character = text[position];
     if (isAsciiLetterOrDigit(character) || isOneOf("-._~:/?@!$&'()*+,;=", character))
         return true;
     if (character == '%')
-        return startsPercentEncoding(text.substr(place));
+        return startsPercentEncoding(text.substr(position));
     if (character == '#')
-        return place == firstHash;
+        return position == firstHash;
     if (character == '[' || character == ']')
-        return authority.contains(place);
+        return authority.contains(position);
     return false;
 }
 
@@ -81,21 +81,21 @@ void appendEncoded(std::string &encoded, char byte)
     encoded += Digits[code & 0xF];
 }
 
-/// None where a blank or another forbidden ASCII character stands in the authority.
-std::optional<std::string> encodeWhatMayNotStand(std::string_view text)
+/// None if the authority contains white space or another forbidden ASCII character.
+std::optional<std::string> encodeForbiddenCharacters(std::string_view text)
 {
     const auto authority = findAuthority(text);
     const auto firstHash = text.find('#');
     std::string encoded;
     encoded.reserve(text.size());
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        const bool isAscii = static_cast<unsigned char>(text[place]) < 0x80;
-        if (mayStand(text, place, authority, firstHash))
-            encoded += text[place];
-        else if (isAscii && authority.contains(place))
+    for (std::size_t position = 0; position < text.size(); ++position) {
+        const bool isAscii = static_cast<unsigned char>(text[position]) < 0x80;
+        if (isAllowed(text, position, authority, firstHash))
+            encoded += text[position];
+        else if (isAscii && authority.contains(position))
             return std::nullopt;
         else
-            appendEncoded(encoded, text[place]);
+            appendEncoded(encoded, text[position]);
     }
     return encoded;
 }
@@ -105,18 +105,18 @@ int hexValue(char digit)
     return digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10;
 }
 
-/// With letters outside ASCII as they are, not as an address has to write them. Other encoded
-/// characters stay encoded: decoded, some would end the host.
-std::string withLettersDecoded(std::string_view text)
+/// Decodes bytes outside ASCII. Other characters stay encoded, because some would end the host.
+std::string decodeNonAscii(std::string_view text)
 {
     std::string decoded;
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        if (!startsPercentEncoding(text.substr(place)) || hexValue(text[place + 1]) < 8) {
-            decoded += text[place];
+    for (std::size_t position = 0; position < text.size(); ++position) {
+        if (!startsPercentEncoding(text.substr(position)) || hexValue(text[position + 1]) < 8) {
+            decoded += text[position];
             continue;
         }
-        decoded += static_cast<char>(hexValue(text[place + 1]) * 16 + hexValue(text[place + 2]));
-        place += 2;
+        decoded +=
+            static_cast<char>(hexValue(text[position + 1]) * 16 + hexValue(text[position + 2]));
+        position += 2;
     }
     return decoded;
 }
@@ -135,7 +135,7 @@ bool isVisible(char32_t character)
     }
 }
 
-/// With invisible characters two hosts could look like one.
+/// Invisible characters could make different hosts look identical.
 bool isVisible(std::string_view host)
 {
     const auto characters = stringFromUtf8(host).toUcs4();
@@ -149,7 +149,7 @@ std::optional<WebAddress> WebAddress::parse(std::string_view text)
 {
     if (text.empty())
         return std::nullopt;
-    auto encoded = encodeWhatMayNotStand(text);
+    auto encoded = encodeForbiddenCharacters(text);
     if (!encoded)
         return std::nullopt;
     const auto parts = findParts(*encoded);
@@ -168,7 +168,7 @@ std::optional<WebAddress::Parts> WebAddress::findParts(std::string_view encoded)
         return std::nullopt;
     const auto rangeOf = [begin](const UriTextRangeA &range) {
         if (range.first == range.afterLast)
-            return Range(); // its place need not be in the text
+            return Range(); // it may point outside the text
         return Range { static_cast<std::size_t>(range.first - begin),
                        static_cast<std::size_t>(range.afterLast - range.first) };
     };
@@ -180,7 +180,7 @@ std::optional<WebAddress::Parts> WebAddress::findParts(std::string_view encoded)
 std::string WebAddress::host() const
 {
     const auto typed = part(m_parts.host);
-    auto decoded = withLettersDecoded(typed);
+    auto decoded = decodeNonAscii(typed);
     const bool isText = QUtf8StringView(decoded.data(), qsizetype(decoded.size())).isValidUtf8();
     return isText ? decoded : std::string(typed);
 }

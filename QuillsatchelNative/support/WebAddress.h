@@ -6,30 +6,30 @@
 #include <string_view>
 #include <utility>
 
-/// A web address as it was typed: nothing is lower-cased and no slash is added. Only what an
-/// address may not hold (blanks, letters outside ASCII, stray percent signs) is percent-encoded.
+/// A web address as typed, without normalisation. Only forbidden characters (white space,
+/// characters outside ASCII, stray percent signs) are percent-encoded.
 class WebAddress
 {
 public:
-    /// None if `text` (UTF-8) is not an address, absolute or relative, or its host has invisible
-    /// characters: blanks, control or format characters, encoded or not. Nothing is trimmed.
+    /// `text` is UTF-8 and may be a relative address. None if it is invalid, or the host has white
+    /// space, control or format characters, encoded or not. Trims nothing.
     static std::optional<WebAddress> parse(std::string_view text);
 
-    /// The whole address, ASCII only.
+    /// ASCII only.
     const std::string &absoluteString() const { return m_text; }
 
-    /// As typed, empty where the address has none.
+    /// As typed; may be empty.
     std::string_view scheme() const { return part(m_parts.scheme); }
 
-    /// Whether the scheme is http or https, in letters of either case.
+    /// Whether the scheme is http or https, in either case.
     bool isHttp() const;
 
-    /// As typed, with letters outside ASCII as letters and an IPv6 address without its brackets;
-    /// empty where the address has none. Valid UTF-8.
+    /// As typed, in valid UTF-8: characters outside ASCII are decoded, and an IPv6 address has no
+    /// brackets. May be empty.
     std::string host() const;
 
-    /// The address of `path`, which begins with a slash, on the same host: no user, port, query or
-    /// fragment is carried over. https where this address has no scheme, none where it has no host.
+    /// The address of `path`, which begins with a slash, on the same host, without user, port,
+    /// query and fragment. The scheme defaults to https. None if this address has no host.
     std::optional<WebAddress> onSameHost(std::string_view path) const;
 
 private:

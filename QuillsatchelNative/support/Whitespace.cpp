@@ -8,8 +8,7 @@ namespace
 
 using namespace std::string_view_literals;
 
-// Unicode's White_Space property, spelled in UTF-8: it is a short list, and texts are mostly
-// looked at only at their ends, so no text is ever decoded for this.
+// Unicode's White_Space property in UTF-8, so that no text needs decoding.
 constexpr std::array Characters {
     "\t"sv,           "\n"sv,           "\v"sv,
     "\f"sv,           "\r"sv,           " "sv,

@@ -2,5 +2,5 @@
 
 #include <string_view>
 
-/// Writes `bytes` to an open file, however long that takes. False if it fails.
+/// Writes all `bytes` to a blocking file descriptor. False if writing fails.
 bool writeAll(int file, std::string_view bytes);

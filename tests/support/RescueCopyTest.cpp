@@ -110,9 +110,9 @@ TEST_F(RescueCopyTest, RenamesTheClosedTargetOfALink)
 
 TEST_F(RescueCopyTest, KeepsNothingWhereThereIsNoFile)
 {
-    EXPECT_EQ(keep(), Outcome::nothingThere);
+    EXPECT_EQ(keep(), Outcome::noFile);
     fs::create_symlink("missing/target", file);
-    EXPECT_EQ(keep(), Outcome::nothingThere);
+    EXPECT_EQ(keep(), Outcome::noFile);
     EXPECT_EQ(entries(), 1);
 }
 

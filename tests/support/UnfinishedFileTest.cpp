@@ -41,7 +41,7 @@ TEST_F(UnfinishedFileTest, TakesThePlaceOfTheFinishedFile)
     file.write("bytes");
     EXPECT_TRUE(file.flush());
     EXPECT_EQ(TestFiles::read(finished), "old");
-    EXPECT_TRUE(file.takePlace());
+    EXPECT_TRUE(file.replaceTarget());
     EXPECT_EQ(TestFiles::read(finished), "new bytes");
     EXPECT_EQ(TestFiles::mode(finished), 0600U);
     EXPECT_EQ(entries(), 1);
@@ -54,7 +54,7 @@ TEST_F(UnfinishedFileTest, LeavesNothingWhereItTakesNoPlace)
     fs::create_directory(finished);
     {
         UnfinishedFile file(finished);
-        EXPECT_FALSE(file.takePlace());
+        EXPECT_FALSE(file.replaceTarget());
         EXPECT_EQ(errno, EISDIR);
     }
     EXPECT_EQ(entries(), 1);
@@ -76,7 +76,7 @@ TEST_F(UnfinishedFileTest, CannotBeCreatedInAMissingFolder)
     EXPECT_FALSE(file.isOpen());
     file.write("bytes");
     EXPECT_FALSE(file.flush());
-    EXPECT_FALSE(file.takePlace());
+    EXPECT_FALSE(file.replaceTarget());
 }
 
 TEST_F(UnfinishedFileTest, RemovesWhatAKilledSaveLeft)
