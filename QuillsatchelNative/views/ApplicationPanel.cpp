@@ -9,13 +9,12 @@
 #include "views/Painting.h"
 #include "views/PushButton.h"
 #include "views/SatchelTheme.h"
-#include "views/Symbol.h"
+#include "views/SymbolView.h"
 #include "views/TextField.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -38,26 +37,6 @@ constexpr int FieldHeight = 28;
 constexpr int FieldPadding = 8;
 constexpr int SymbolSize = 13;
 constexpr auto LoadingNoteDelay = 500ms; // an earlier note would only flicker
-
-/// The magnifying glass in the search field.
-class SearchSymbol final : public QWidget
-{
-public:
-    explicit SearchSymbol(QWidget *parent)
-        : QWidget(parent)
-    {
-        setFixedSize(FieldPadding + SymbolSize, FieldHeight);
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
-
-protected:
-    void paintEvent(QPaintEvent * /*event*/) override
-    {
-        QPainter painter(this);
-        Symbol::paint(painter, u"magnifyingglass"_s, { FieldPadding, 0, SymbolSize, FieldHeight },
-                      SatchelTheme::secondary);
-    }
-};
 
 bool isReturn(int key)
 {
@@ -106,9 +85,14 @@ void ApplicationPanel::addField(QBoxLayout &layout)
     m_field->setAccessibleName(tr("Search applications"));
     connect(m_field, &QLineEdit::textChanged, this, [this] { search(); });
 
+    auto *const symbol =
+        new SymbolView(u"magnifyingglass"_s, { FieldPadding + SymbolSize, FieldHeight },
+                       SatchelTheme::secondary, this);
+    symbol->setContentsMargins(FieldPadding, 0, 0, 0);
+
     auto *const row = new QGridLayout;
     row->addWidget(m_field, 0, 0);
-    row->addWidget(new SearchSymbol(this), 0, 0, Qt::AlignLeft);
+    row->addWidget(symbol, 0, 0, Qt::AlignLeft);
     layout.addLayout(row);
 }
 

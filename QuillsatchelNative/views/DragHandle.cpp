@@ -4,6 +4,7 @@
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 #include "views/Symbol.h"
+#include "views/SymbolView.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -21,6 +22,7 @@ using namespace Qt::StringLiterals;
 constexpr QSize FrameSize(44, 24);
 constexpr QSize GlyphSize(24, 9);
 constexpr qreal MinimumDistance = 4;
+constexpr auto GlyphSymbol = "line.3.horizontal"_L1;
 
 /// Removes rounding errors. Positions are pixels divided by the scale, so 36 pixels at scale 1.5
 /// could be less than 24 points.
@@ -34,30 +36,6 @@ QPoint glyphPlace()
 {
     return { 0, (FrameSize.height() - GlyphSize.height()) / 2 };
 }
-
-void paintGlyph(QPainter &painter, const QPoint &place)
-{
-    Symbol::paint(painter, u"line.3.horizontal"_s, QRectF(place, GlyphSize),
-                  SatchelTheme::secondary);
-}
-
-class Glyph final : public QWidget
-{
-public:
-    explicit Glyph(QWidget *parent)
-        : QWidget(parent)
-    {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        resize(GlyphSize);
-    }
-
-protected:
-    void paintEvent(QPaintEvent * /*event*/) override
-    {
-        QPainter painter(this);
-        paintGlyph(painter, {});
-    }
-};
 
 } // namespace
 
@@ -156,7 +134,8 @@ void DragHandle::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     if (!m_isDragging)
-        paintGlyph(painter, glyphPlace());
+        Symbol::paint(painter, GlyphSymbol, QRectF(glyphPlace(), GlyphSize),
+                      SatchelTheme::secondary);
     if (hasFocus())
         Painting::focusRing(painter, rect(), 5);
 }
@@ -165,7 +144,7 @@ void DragHandle::showTranslation()
 {
     auto *const list = parentWidget()->parentWidget();
     if (!m_glyph && list) {
-        m_glyph = new Glyph(list);
+        m_glyph = new SymbolView(GlyphSymbol, GlyphSize, SatchelTheme::secondary, list);
         m_glyph->show();
         setCursor(Qt::ClosedHandCursor);
         update();

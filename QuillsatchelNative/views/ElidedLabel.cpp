@@ -34,6 +34,5 @@ void ElidedLabel::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setPen(Painting::qColor(m_color));
-    Painting::drawLine(painter, rect(), Qt::AlignLeft,
-                       fontMetrics().elidedText(m_text, m_mode, width()));
+    Painting::drawLine(painter, rect(), Qt::AlignLeft, m_text, m_mode);
 }

@@ -1,5 +1,6 @@
 #include "views/LauncherSettingsCard.h"
 
+#include "launchers/LauncherSlots.h"
 #include "launchers/LauncherStore.h"
 #include "views/LauncherSlotEditor.h"
 #include "views/Painting.h"
@@ -9,6 +10,8 @@
 
 #include <QKeyEvent>
 #include <QVBoxLayout>
+
+#include <array>
 
 namespace
 {
@@ -21,13 +24,13 @@ constexpr OverlayCard::Look SettingsLook { .maximumWidth = 360,
                                            .fillOpacity = 0.98,
                                            .shadow = {
                                                .opacity = 0.6, .blurRadius = 30, .offset = 16 } };
-constexpr int EditorCount = 5;
+constexpr int EditorCount = std::tuple_size_v<LauncherSlots>;
 constexpr int HorizontalPadding = 14;
 constexpr int VerticalPadding = 16;
 constexpr int Spacing = 12;
 constexpr int HeaderPadding = 44; // clears the close button and breaks the note evenly
 constexpr int HeaderSpacing = 3;
-constexpr int HeaderSymbolSize = 24;
+constexpr QSize HeaderSymbolSize(24, 24);
 constexpr int EditorSpacing = 8;
 
 } // namespace

@@ -81,10 +81,7 @@ void LauncherSlotEditor::makeField()
 
 const std::optional<LauncherItem> &LauncherSlotEditor::item() const
 {
-    static const std::optional<LauncherItem> None;
-    const auto &slots = m_store.slots().get();
-    const auto index = static_cast<std::size_t>(m_slot);
-    return index < slots.size() ? slots[index] : None;
+    return m_store.slots().get()[static_cast<std::size_t>(m_slot)];
 }
 
 void LauncherSlotEditor::render()

@@ -22,7 +22,7 @@ class LauncherSlotEditor final : public QWidget
     Q_OBJECT
 
 public:
-    /// Slots are counted from 0. The store must outlive the editor.
+    /// `slot` is an index into `LauncherSlots`. The store must outlive the editor.
     LauncherSlotEditor(const LauncherStore &store, int slot, QWidget *parent);
 
     /// The user submitted a website (UTF-8). Returns false if it is not a valid one.

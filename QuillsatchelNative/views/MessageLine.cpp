@@ -47,6 +47,5 @@ void MessageLine::paintEvent(QPaintEvent * /*event*/)
     QPainter painter(this);
     painter.setPen(Painting::qColor(SatchelTheme::accent));
     const QRect line = rect().adjusted(HorizontalPadding, TopPadding, -HorizontalPadding, 0);
-    painter.drawText(line, Qt::AlignCenter,
-                     fontMetrics().elidedText(m_message, Qt::ElideRight, line.width()));
+    Painting::drawLine(painter, line, Qt::AlignHCenter, m_message);
 }

@@ -20,7 +20,6 @@
 namespace
 {
 
-constexpr int WheelStep = 24; // points per wheel line; Qt scrolls three lines a notch
 constexpr std::chrono::milliseconds PreparationDelay(20); // frames and key events come first
 
 } // namespace
@@ -33,7 +32,7 @@ NodeList::NodeList(MainQueue &mainQueue, std::function<Content()> content,
     , m_wireCard(std::move(wireCard))
     , m_scrollBar(new OverlayScrollBar(Qt::Vertical, this))
 {
-    m_scrollBar->setSingleStep(WheelStep);
+    m_scrollBar->setSingleStep(OverlayScrollBar::LineStep);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &NodeList::placeCards);
 }
 

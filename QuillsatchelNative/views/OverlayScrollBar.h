@@ -12,6 +12,9 @@ public:
 
     /// In points.
     static constexpr int Thickness = 6;
+    /// The points that a list or card scrolls per arrow key or wheel line; Qt scrolls three lines a
+    /// notch.
+    static constexpr int LineStep = 24;
 
     QSize sizeHint() const override;
 

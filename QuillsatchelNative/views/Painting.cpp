@@ -65,12 +65,14 @@ void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, cons
 }
 
 void drawLine(QPainter &painter, const QRect &frame, Qt::Alignment horizontally,
-              const QString &text)
+              const QString &text, Qt::TextElideMode elideMode)
 {
-    const auto emoji = EmojiRanges::in(text, painter.font());
+    const QString elided = painter.fontMetrics().elidedText(text, elideMode, frame.width());
+    const auto emoji = EmojiRanges::in(elided, painter.font());
     if (emoji.isEmpty())
-        return painter.drawText(frame, horizontally | Qt::AlignVCenter | Qt::TextSingleLine, text);
-    QTextLayout layout(text, painter.font());
+        return painter.drawText(frame, horizontally | Qt::AlignVCenter | Qt::TextSingleLine,
+                                elided);
+    QTextLayout layout(elided, painter.font());
     layout.setFormats(emoji);
     layout.beginLayout();
     const QTextLine line = layout.createLine();

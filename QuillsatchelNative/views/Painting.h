@@ -35,9 +35,10 @@ void fillRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const 
 void strokeRoundedRect(QPainter &painter, const QRectF &rect, qreal radius, const SrgbColor &color,
                        qreal width = 1);
 
-/// Draws one line of text with the painter's font and pen, vertically centred.
+/// Draws one line of text with the painter's font and pen, elided to the frame and vertically
+/// centred.
 void drawLine(QPainter &painter, const QRect &frame, Qt::Alignment horizontally,
-              const QString &text);
+              const QString &text, Qt::TextElideMode elideMode = Qt::ElideRight);
 
 /// Fills a rectangle whose shorter sides are semicircles.
 void fillCapsule(QPainter &painter, const QRectF &rect, const SrgbColor &color);

@@ -14,8 +14,6 @@
 namespace
 {
 
-constexpr int Step = 24; // points per arrow key or wheel line; Qt scrolls three lines a notch
-
 std::optional<QAbstractSlider::SliderAction> actionOf(int key)
 {
     switch (key) {
@@ -44,7 +42,7 @@ ScrollView::ScrollView(QWidget *parent)
     , m_scrollBar(new OverlayScrollBar(Qt::Vertical, this))
 {
     m_content->installEventFilter(this);
-    m_scrollBar->setSingleStep(Step);
+    m_scrollBar->setSingleStep(OverlayScrollBar::LineStep);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &ScrollView::placeContent);
     connect(m_scrollBar, &QScrollBar::actionTriggered, this, [this] { m_row.clear(); });
     connect(qApp, &QApplication::focusChanged, this,

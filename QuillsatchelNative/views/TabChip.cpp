@@ -209,8 +209,7 @@ void TabChip::paintContent(QPainter &painter)
     // Qt hides the placeholder of a centred field that has the focus, so the chip paints it.
     painter.setPen(showsPlaceholder ? palette().color(QPalette::PlaceholderText)
                                     : Painting::qColor(SrgbColor::white(isChecked() ? 0.95 : 0.8)));
-    Painting::drawLine(painter, frame, Qt::AlignHCenter,
-                       painter.fontMetrics().elidedText(text(), Qt::ElideRight, frame.width()));
+    Painting::drawLine(painter, frame, Qt::AlignHCenter, text());
 }
 
 void TabChip::resizeEvent(QResizeEvent * /*event*/)
