@@ -73,7 +73,7 @@ protected:
         return workspace.applicationIcon(entry, size, scale);
     }
 
-    static QColor middle(const QImage &image)
+    static QColor centerColor(const QImage &image)
     {
         return image.pixelColor(image.width() / 2, image.height() / 2);
     }
@@ -96,24 +96,24 @@ private:
     }
 };
 
-TEST_F(ApplicationIconTest, IsTheOneOfTheThemeThatTheEntryNames)
+TEST_F(ApplicationIconTest, UsesTheThemeIconOfTheEntry)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     const auto icon = iconOf("tool", 16, 1);
     EXPECT_EQ(icon.size(), QSize(16, 16));
     EXPECT_EQ(icon.devicePixelRatio(), 1);
-    EXPECT_EQ(middle(icon), QColor(Qt::red));
+    EXPECT_EQ(centerColor(icon), QColor(Qt::red));
 }
 
-TEST_F(ApplicationIconTest, IsThePictureMadeForItsSize)
+TEST_F(ApplicationIconTest, UsesTheImageOfItsSize)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     addThemed("32x32", "tool", 32, Qt::green);
-    EXPECT_EQ(middle(iconOf("tool", 16, 1)), QColor(Qt::red));
-    EXPECT_EQ(middle(iconOf("tool", 32, 1)), QColor(Qt::green));
+    EXPECT_EQ(centerColor(iconOf("tool", 16, 1)), QColor(Qt::red));
+    EXPECT_EQ(centerColor(iconOf("tool", 32, 1)), QColor(Qt::green));
 }
 
-TEST_F(ApplicationIconTest, IsThePictureMadeForItsScale)
+TEST_F(ApplicationIconTest, UsesTheImageOfItsScale)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     addThemed("16x16@2", "tool", 32, Qt::yellow);
@@ -121,10 +121,10 @@ TEST_F(ApplicationIconTest, IsThePictureMadeForItsScale)
     const auto icon = iconOf("tool", 16, 2);
     EXPECT_EQ(icon.size(), QSize(32, 32));
     EXPECT_EQ(icon.devicePixelRatio(), 2);
-    EXPECT_EQ(middle(icon), QColor(Qt::yellow));
+    EXPECT_EQ(centerColor(icon), QColor(Qt::yellow));
 }
 
-TEST_F(ApplicationIconTest, HasExactlyThePixelsAskedFor)
+TEST_F(ApplicationIconTest, HasExactlyTheRequestedPixels)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     addDrawing("drawing");
@@ -138,7 +138,7 @@ TEST_F(ApplicationIconTest, HasExactlyThePixelsAskedFor)
             }
 }
 
-TEST_F(ApplicationIconTest, DrawsDrawingsAtTheSizeAskedFor)
+TEST_F(ApplicationIconTest, RendersVectorIconsAtTheRequestedSize)
 {
     addDrawing("drawing");
     for (const double scale : { 1.0, 1.25, 2.0 }) {
@@ -149,16 +149,16 @@ TEST_F(ApplicationIconTest, DrawsDrawingsAtTheSizeAskedFor)
     }
 }
 
-TEST_F(ApplicationIconTest, PrefersALargePictureMadeSmallToASmallOneMadeLarge)
+TEST_F(ApplicationIconTest, PrefersScalingDownToScalingUp)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     addThemed("128x128", "tool", 128, Qt::green);
-    EXPECT_EQ(middle(iconOf("tool", 24, 1)), QColor(Qt::green));
-    EXPECT_EQ(middle(iconOf("tool", 24, 1.25)), QColor(Qt::green));
-    EXPECT_EQ(middle(iconOf("tool", 24, 2)), QColor(Qt::green));
+    EXPECT_EQ(centerColor(iconOf("tool", 24, 1)), QColor(Qt::green));
+    EXPECT_EQ(centerColor(iconOf("tool", 24, 1.25)), QColor(Qt::green));
+    EXPECT_EQ(centerColor(iconOf("tool", 24, 2)), QColor(Qt::green));
 }
 
-TEST_F(ApplicationIconTest, MakesASmallPictureLargeWhereThereIsNoOther)
+TEST_F(ApplicationIconTest, ScalesUpTheOnlyImage)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     const auto icon = iconOf("tool", 48, 1);
@@ -166,22 +166,22 @@ TEST_F(ApplicationIconTest, MakesASmallPictureLargeWhereThereIsNoOther)
     EXPECT_EQ(icon.pixelColor(46, 46), QColor(Qt::red));
 }
 
-TEST_F(ApplicationIconTest, IsThePictureAtThePathThatTheEntryNames)
+TEST_F(ApplicationIconTest, UsesTheImageFileOfTheEntry)
 {
     addPicture("my pictures/tool.png", { 64, 64 }, Qt::red);
     const auto icon = iconOf(TestDesktop::path("my pictures/tool.png"), 20, 1.25);
     EXPECT_EQ(icon.size(), QSize(25, 25));
-    EXPECT_EQ(middle(icon), QColor(Qt::red));
+    EXPECT_EQ(centerColor(icon), QColor(Qt::red));
 }
 
-TEST_F(ApplicationIconTest, MayBeLargerThanTheIconsOfWebsites)
+TEST_F(ApplicationIconTest, AcceptsLargerImagesThanWebsiteIcons)
 {
     addPicture("large.png", { 3000, 3000 }, Qt::green);
     RasterImage::read("GIF89a", 16);
-    EXPECT_EQ(middle(iconOf(TestDesktop::path("large.png"), 16, 1)), QColor(Qt::green));
+    EXPECT_EQ(centerColor(iconOf(TestDesktop::path("large.png"), 16, 1)), QColor(Qt::green));
 }
 
-TEST_F(ApplicationIconTest, KeepsTheShapeOfAPictureInTheMiddle)
+TEST_F(ApplicationIconTest, CentersImagesThatAreNotSquare)
 {
     for (const int width : { 128, 32, 16 }) {
         addPicture("wide.png", { width, width / 2 }, Qt::red);
@@ -194,7 +194,7 @@ TEST_F(ApplicationIconTest, KeepsTheShapeOfAPictureInTheMiddle)
     }
 }
 
-TEST_F(ApplicationIconTest, IsTheGenericOneWhereTheEntryHasNoneThatCanBeUsed)
+TEST_F(ApplicationIconTest, FallsBackToTheGenericIcon)
 {
     addGeneric();
     TestFiles::write(TestDesktop::path("broken.png"), "no picture");
@@ -204,10 +204,10 @@ TEST_F(ApplicationIconTest, IsTheGenericOneWhereTheEntryHasNoneThatCanBeUsed)
          { std::string(), std::string("missing"), std::string("broken"), std::string("../x/y"),
            TestDesktop::path("missing.png").string(), TestDesktop::path("broken.png").string(),
            TestDesktop::path("pipe.png").string(), TestDesktop::path("icons").string() })
-        EXPECT_EQ(middle(iconOf(name, 32, 1)), QColor(Qt::gray)) << name;
+        EXPECT_EQ(centerColor(iconOf(name, 32, 1)), QColor(Qt::gray)) << name;
 }
 
-TEST_F(ApplicationIconTest, IsTheGenericOneOfWhatIsNoApplication)
+TEST_F(ApplicationIconTest, UsesTheGenericIconForInvalidEntries)
 {
     addGeneric();
     const std::string missing = TestDesktop::path("missing.desktop");
@@ -216,17 +216,17 @@ TEST_F(ApplicationIconTest, IsTheGenericOneOfWhatIsNoApplication)
         const auto icon = workspace.applicationIcon(path, 16, 2);
         EXPECT_EQ(icon.size(), QSize(32, 32)) << path;
         EXPECT_EQ(icon.devicePixelRatio(), 2);
-        EXPECT_EQ(middle(icon), QColor(Qt::gray));
+        EXPECT_EQ(centerColor(icon), QColor(Qt::gray));
     }
 }
 
-TEST_F(ApplicationIconTest, IsNoneWhereTheThemeHasNoneEither)
+TEST_F(ApplicationIconTest, IsNullWithoutAGenericIcon)
 {
     EXPECT_TRUE(iconOf("missing", 16, 1).isNull());
     EXPECT_TRUE(workspace.applicationIcon(TestDesktop::path("missing.desktop"), 16, 1).isNull());
 }
 
-TEST_F(ApplicationIconTest, IsNoneOfASizeThatMakesNoSense)
+TEST_F(ApplicationIconTest, IsNullForInvalidSizes)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     constexpr double Infinite = std::numeric_limits<double>::infinity();
@@ -238,7 +238,7 @@ TEST_F(ApplicationIconTest, IsNoneOfASizeThatMakesNoSense)
     EXPECT_TRUE(iconOf("tool", -16, -1).isNull());
 }
 
-TEST_F(ApplicationIconTest, IsTheOneThatApplicationsCountOnWhereTheUserHasNoTheme)
+TEST_F(ApplicationIconTest, UsesTheDefaultThemeIfTheUserHasNone)
 {
     TestFiles::write(TestDesktop::path("icons/Adwaita/index.theme"),
                      "[Icon Theme]\nName=Adwaita\nDirectories=32x32/apps\n"
@@ -246,10 +246,10 @@ TEST_F(ApplicationIconTest, IsTheOneThatApplicationsCountOnWhereTheUserHasNoThem
     addPicture("icons/Adwaita/32x32/apps/tool.png", { 32, 32 }, Qt::cyan);
     QIcon::setFallbackThemeName(u"hicolor"_s);
     const GioWorkspace other(mainQueue);
-    EXPECT_EQ(middle(iconOf("tool", 32, 1)), QColor(Qt::cyan));
+    EXPECT_EQ(centerColor(iconOf("tool", 32, 1)), QColor(Qt::cyan));
 }
 
-TEST_F(ApplicationIconTest, LeavesTheUsersThemeAlone)
+TEST_F(ApplicationIconTest, KeepsTheUsersTheme)
 {
     QIcon::setFallbackThemeName(u"Breeze"_s);
     const GioWorkspace other(mainQueue);
@@ -257,12 +257,12 @@ TEST_F(ApplicationIconTest, LeavesTheUsersThemeAlone)
     EXPECT_EQ(QIcon::themeName(), u"hicolor"_s);
 }
 
-TEST_F(ApplicationIconTest, FollowsTheEntryWhenItChanges)
+TEST_F(ApplicationIconTest, FollowsChangesOfTheEntry)
 {
     addThemed("16x16", "tool", 16, Qt::red);
     addThemed("16x16", "other", 16, Qt::green);
-    EXPECT_EQ(middle(iconOf("tool", 16, 1)), QColor(Qt::red));
-    EXPECT_EQ(middle(iconOf("other", 16, 1)), QColor(Qt::green));
+    EXPECT_EQ(centerColor(iconOf("tool", 16, 1)), QColor(Qt::red));
+    EXPECT_EQ(centerColor(iconOf("other", 16, 1)), QColor(Qt::green));
 }
 
 } // namespace

@@ -43,7 +43,7 @@ protected:
     GioWorkspace workspace { mainQueue };
 };
 
-TEST_F(BusActivationTest, ActivatesTheApplicationInsteadOfStartingIt)
+TEST_F(BusActivationTest, ActivatesOverTheBusInsteadOfSpawning)
 {
     const BusApplication application(Name);
     workspace.openApplication(addActivatable("org.example.My-App.desktop"));
@@ -53,7 +53,7 @@ TEST_F(BusActivationTest, ActivatesTheApplicationInsteadOfStartingIt)
     EXPECT_EQ(TestDesktop::startedPrograms(), Texts());
 }
 
-TEST_F(BusActivationTest, ActivatesItEachTime)
+TEST_F(BusActivationTest, ActivatesOnEveryLaunch)
 {
     const BusApplication application(Name);
     const auto entry = addActivatable("org.example.My-App.desktop");
@@ -62,7 +62,7 @@ TEST_F(BusActivationTest, ActivatesItEachTime)
     EXPECT_TRUE(TestDesktop::waitUntil([&] { return application.calls().size() == 20; }));
 }
 
-TEST_F(BusActivationTest, GivesABrowserOnTheBusTheAddressToTheLetter)
+TEST_F(BusActivationTest, PassesTheAddressUnchangedOverTheBus)
 {
     const BusApplication browser("org.example.Browser");
     workspace.open(*WebAddress::parse("HTTPS://Example.COM/%7e?a=$(x)"));
@@ -71,7 +71,7 @@ TEST_F(BusActivationTest, GivesABrowserOnTheBusTheAddressToTheLetter)
                                        "(['HTTPS://Example.COM/%7e?a=$(x)'], {})" });
 }
 
-TEST_F(BusActivationTest, StartsWhatSaysNothingOfTheBus)
+TEST_F(BusActivationTest, SpawnsAProgramThatIsNotActivatable)
 {
     const BusApplication application(Name);
     workspace.openApplication(addEntry("org.example.My-App.desktop", entryText("program")));
@@ -79,7 +79,7 @@ TEST_F(BusActivationTest, StartsWhatSaysNothingOfTheBus)
     EXPECT_EQ(application.calls(), Texts());
 }
 
-TEST_F(BusActivationTest, StartsWhatHasNoNameForTheBus)
+TEST_F(BusActivationTest, SpawnsAProgramWhoseIdIsNoBusName)
 {
     workspace.openApplication(addActivatable("plain.desktop"));
     const auto start = TestDesktop::waitForStart("program");
@@ -87,7 +87,7 @@ TEST_F(BusActivationTest, StartsWhatHasNoNameForTheBus)
     EXPECT_NE(start->session, getsid(0));
 }
 
-TEST_F(BusActivationTest, SaysNothingOfAnApplicationThatDoesNotCome)
+TEST_F(BusActivationTest, IsSilentAboutFailedActivations)
 {
     workspace.openApplication(addActivatable("org.example.Missing.desktop"));
     workspace.openApplication(
@@ -97,7 +97,7 @@ TEST_F(BusActivationTest, SaysNothingOfAnApplicationThatDoesNotCome)
     EXPECT_TRUE(TestDesktop::waitUntil([&] { return !application.calls().empty(); }));
 }
 
-TEST_F(BusActivationTest, DoesNotHoldUpOthersWhileItWaitsForAnAnswer)
+TEST_F(BusActivationTest, LaunchesOthersWhileAnActivationIsPending)
 {
     const BusApplication silent(Name, BusApplication::Answers::never);
     workspace.openApplication(addActivatable("org.example.My-App.desktop"));
@@ -106,7 +106,7 @@ TEST_F(BusActivationTest, DoesNotHoldUpOthersWhileItWaitsForAnAnswer)
     EXPECT_TRUE(TestDesktop::waitForStart("program"));
 }
 
-TEST_F(BusActivationTest, DoesNotHoldUpTheEndForLong)
+TEST_F(BusActivationTest, LimitsTheWaitOnDestruction)
 {
     const BusApplication silent(Name, BusApplication::Answers::never);
     QElapsedTimer timer;
@@ -119,7 +119,7 @@ TEST_F(BusActivationTest, DoesNotHoldUpTheEndForLong)
     EXPECT_LT(timer.elapsed(), 15'000) << "of the 25 seconds that the bus itself would wait";
 }
 
-TEST_F(BusActivationTest, OutlivesTheBus)
+TEST_F(BusActivationTest, SurvivesTheEndOfTheBus)
 {
     std::optional<PrivateBus> ending(std::in_place);
     const BusApplication silent(Name, BusApplication::Answers::never);

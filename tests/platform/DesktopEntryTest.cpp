@@ -40,14 +40,14 @@ TEST_F(DesktopEntryTest, HasTheNameInTheUsersLanguage)
     EXPECT_EQ(names.name, "Text Editor");
 }
 
-TEST_F(DesktopEntryTest, HasNoNameInALanguageThatTheEntryDoesNotKnow)
+TEST_F(DesktopEntryTest, HasNoDisplayNameInAMissingLanguage)
 {
     const auto names = this->names("Name=Text Editor\nName[fr]=Éditeur\n");
     EXPECT_EQ(names.displayName, std::nullopt);
     EXPECT_EQ(names.name, "Text Editor");
 }
 
-TEST_F(DesktopEntryTest, TakesTheUsersNextLanguage)
+TEST_F(DesktopEntryTest, FallsBackToTheUsersNextLanguage)
 {
     qputenv("LANGUAGE", "nl:de_AT.UTF-8:de");
     EXPECT_EQ(names("Name=Plain\nName[de_AT]=Jause\nName[de]=Vesper\n").displayName, "Jause");
@@ -55,7 +55,7 @@ TEST_F(DesktopEntryTest, TakesTheUsersNextLanguage)
     qputenv("LANGUAGE", "de");
 }
 
-TEST_F(DesktopEntryTest, KeepsNamesAsTheyStandThere)
+TEST_F(DesktopEntryTest, KeepsNamesUnchanged)
 {
     EXPECT_EQ(names("Name=a  b \\\\ %f é\U0001F600\n").name, "a  b \\ %f é\U0001F600");
 }
@@ -76,12 +76,12 @@ TEST_F(DesktopEntryTest, NeedsNoName)
     EXPECT_EQ(names("").displayName, std::nullopt);
 }
 
-TEST_F(DesktopEntryTest, HasNoNameThatIsNotUtf8)
+TEST_F(DesktopEntryTest, IgnoresANameThatIsNotUtf8)
 {
     EXPECT_EQ(names("Name=a\xff\n").name, std::nullopt);
 }
 
-TEST_F(DesktopEntryTest, TellsItsIcon)
+TEST_F(DesktopEntryTest, ReadsTheIcon)
 {
     EXPECT_EQ(open(entryText("sh", "Icon=editor\n"))->icon(), "editor");
     EXPECT_EQ(open(entryText("sh", "Icon=editor.png\n"))->icon(), "editor");
@@ -91,7 +91,7 @@ TEST_F(DesktopEntryTest, TellsItsIcon)
     EXPECT_EQ(open(entryText("sh", "Icon=\n"))->icon(), "");
 }
 
-TEST_F(DesktopEntryTest, TellsWhatItIsIfNothingIsSaidAboutIt)
+TEST_F(DesktopEntryTest, UsesTheGenericNameWithoutAComment)
 {
     EXPECT_EQ(open(entryText("sh", "Comment=Writes\nGenericName=Editor\n"))->comment(), "Writes");
     EXPECT_EQ(open(entryText("sh", "Comment=Writes\nComment[de]=Schreibt\n"))->comment(),
@@ -101,7 +101,7 @@ TEST_F(DesktopEntryTest, TellsWhatItIsIfNothingIsSaidAboutIt)
     EXPECT_EQ(open(entryText("sh"))->comment(), "");
 }
 
-TEST_F(DesktopEntryTest, IsFoundByItsKeywordsItsKindAndItsProgram)
+TEST_F(DesktopEntryTest, HasKeywordsGenericNameAndProgram)
 {
     EXPECT_EQ(open(entryText("/bin/sh -c", "Keywords=text;plain text;\nGenericName=Editor\n"))
                   ->keywords(),
@@ -111,7 +111,7 @@ TEST_F(DesktopEntryTest, IsFoundByItsKeywordsItsKindAndItsProgram)
     EXPECT_EQ(open(entryText("sh"))->keywords(), "sh");
 }
 
-TEST_F(DesktopEntryTest, IsShownUnlessItSaysOtherwise)
+TEST_F(DesktopEntryTest, IsShownUnlessTheEntryHidesIt)
 {
     EXPECT_TRUE(open(entryText("sh"))->isShown());
     EXPECT_TRUE(open(entryText("sh", "OnlyShowIn=Other;Quill;\n"))->isShown());
@@ -122,7 +122,7 @@ TEST_F(DesktopEntryTest, IsShownUnlessItSaysOtherwise)
     EXPECT_FALSE(open(entryText("sh", "NotShowIn=Quill;\n"))->isShown());
 }
 
-TEST_F(DesktopEntryTest, IsNoneThatTellsOfNoApplication)
+TEST_F(DesktopEntryTest, RejectsEntriesThatAreNotApplications)
 {
     EXPECT_TRUE(open(entryText("sh")));
     for (const auto &text :
@@ -138,7 +138,7 @@ TEST_F(DesktopEntryTest, IsNoneThatTellsOfNoApplication)
         EXPECT_FALSE(open(text)) << text.substr(0, 80);
 }
 
-TEST_F(DesktopEntryTest, IsNoneWhereThereIsNoPlainFile)
+TEST_F(DesktopEntryTest, RejectsFilesThatAreNotRegular)
 {
     const std::string pipe = TestDesktop::path("pipe.desktop");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -152,7 +152,7 @@ TEST_F(DesktopEntryTest, IsNoneWhereThereIsNoPlainFile)
         EXPECT_FALSE(DesktopEntry::open(other)) << other.substr(0, 80);
 }
 
-TEST_F(DesktopEntryTest, IsNoneWithoutAnAbsolutePath)
+TEST_F(DesktopEntryTest, RejectsPathsThatAreNotAbsolute)
 {
     TestFiles::write(path, entryText("sh"));
     const std::filesystem::path file = path;
@@ -167,7 +167,7 @@ TEST_F(DesktopEntryTest, IsNoneWithoutAnAbsolutePath)
     EXPECT_FALSE(DesktopEntry::open(path + "\0.png"s));
 }
 
-TEST_F(DesktopEntryTest, FollowsLinksAndNeedsNoParticularName)
+TEST_F(DesktopEntryTest, FollowsSymlinksAndAcceptsAnyFileName)
 {
     const std::string link = TestDesktop::path("link");
     TestFiles::write(path, entryText("sh"));

@@ -29,16 +29,16 @@ TEST(DesktopHttpClientTest, FetchesThroughTheModule)
     EXPECT_EQ(body.get(), "body");
 }
 
-TEST(DesktopHttpClientTest, MayGoWhileARequestIsUnderWay)
+TEST(DesktopHttpClientTest, CanBeDestroyedDuringARequest)
 {
-    const HttpServer server([](auto &exchange) { exchange.waitForHangUp(); });
+    const HttpServer server([](auto &exchange) { exchange.waitForDisconnect(); });
     QtMainQueue mainQueue;
     std::optional<DesktopHttpClient> client { mainQueue };
-    const auto isThere = std::make_shared<int>();
-    client->get(*WebAddress::parse(server.address()), [isThere](const QByteArray &) {});
+    const auto callback = std::make_shared<int>();
+    client->get(*WebAddress::parse(server.address()), [callback](const QByteArray &) {});
     EXPECT_TRUE(QTest::qWaitFor([&server] { return !server.requests().empty(); }));
     client.reset();
-    EXPECT_EQ(isThere.use_count(), 1);
+    EXPECT_EQ(callback.use_count(), 1);
 }
 
 } // namespace

@@ -45,10 +45,10 @@ private:
     xcb_atom_t atom(std::string_view name) { return X11Connection::atom(m_connection.get(), name); }
 
     VirtualDisplay m_display;
-    X11Connection::OwnConnection m_connection = X11Connection::connectAgain();
+    X11Connection::OwnConnection m_connection = X11Connection::connectSeparately();
 };
 
-TEST_F(DesktopScaleTest, GivesQtTheScaleOfTheDesktopAndTakesItBack)
+TEST_F(DesktopScaleTest, PassesTheWindowScaleToQtAndClearsIt)
 {
     DesktopScale::prepare();
     EXPECT_EQ(factor(), "2");
@@ -56,7 +56,7 @@ TEST_F(DesktopScaleTest, GivesQtTheScaleOfTheDesktopAndTakesItBack)
     EXPECT_FALSE(qEnvironmentVariableIsSet("QT_SCALE_FACTOR"));
 }
 
-TEST_F(DesktopScaleTest, LeavesAnEnvironmentThatHasAScale)
+TEST_F(DesktopScaleTest, KeepsAScaleThatTheEnvironmentSets)
 {
     qputenv("QT_SCALE_FACTOR", "1.5");
     DesktopScale::prepare();
@@ -73,7 +73,7 @@ TEST_F(DesktopScaleTest, DoesNothingOnOtherWindowSystems)
     qunsetenv("QT_QPA_PLATFORM");
 }
 
-TEST(DesktopScaleFactorTest, MultipliesWithTheWindowScale)
+TEST(DesktopScaleFactorTest, UsesTheWindowScaleIfItIsValid)
 {
     EXPECT_EQ(DesktopScale::factorFor({ .windowScale = 1 }), 1);
     EXPECT_EQ(DesktopScale::factorFor({ .windowScale = 2 }), 2);
@@ -81,7 +81,7 @@ TEST(DesktopScaleFactorTest, MultipliesWithTheWindowScale)
     EXPECT_EQ(DesktopScale::factorFor({ .windowScale = 1000 }), 1);
 }
 
-TEST(DesktopScaleFactorTest, CountsTheScaleOnceIfTheResolutionIncludesIt)
+TEST(DesktopScaleFactorTest, AppliesNoScaleThatTheResolutionIncludes)
 {
     EXPECT_EQ(DesktopScale::factorFor({ 2, 192, 96 }), 1);
     EXPECT_EQ(DesktopScale::factorFor({ 2, 240, 120 }), 1);

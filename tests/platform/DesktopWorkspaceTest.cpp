@@ -28,7 +28,7 @@ protected:
     DesktopWorkspace workspace { mainQueue };
 };
 
-TEST_F(DesktopWorkspaceTest, AsksTheModule)
+TEST_F(DesktopWorkspaceTest, UsesTheModule)
 {
     const auto entry = addEntry("a.desktop", entryText("program", "Name[de]=Programm\n"));
     const auto names = workspace.applicationNames(entry);

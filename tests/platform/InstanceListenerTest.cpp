@@ -35,7 +35,7 @@ protected:
     };
 };
 
-TEST_F(InstanceListenerTest, HearsWhatCameBeforeItDid)
+TEST_F(InstanceListenerTest, ReceivesEarlierRequests)
 {
     const StartupToken token { "token", "id" };
     ASSERT_TRUE(other.send(StartupRequest::encode(token)));
@@ -44,7 +44,7 @@ TEST_F(InstanceListenerTest, HearsWhatCameBeforeItDid)
     EXPECT_EQ(tokens, std::vector { token });
 }
 
-TEST_F(InstanceListenerTest, AnswersOnceThePanelComesForward)
+TEST_F(InstanceListenerTest, AnswersAfterShowingThePanel)
 {
     bool isEarly = false;
     const InstanceListener listener(
@@ -54,7 +54,7 @@ TEST_F(InstanceListenerTest, AnswersOnceThePanelComesForward)
     EXPECT_FALSE(isEarly);
 }
 
-TEST_F(InstanceListenerTest, DoesNotMindNonsense)
+TEST_F(InstanceListenerTest, IgnoresInvalidMessages)
 {
     const InstanceListener listener(instance, note);
     ASSERT_TRUE(other.send(""));
@@ -65,7 +65,7 @@ TEST_F(InstanceListenerTest, DoesNotMindNonsense)
     EXPECT_EQ(tokens.size(), 1U);
 }
 
-TEST_F(InstanceListenerTest, DoesNotMindSendersThatAreGone)
+TEST_F(InstanceListenerTest, SurvivesSendersThatAreGone)
 {
     const InstanceListener listener(instance, note);
     {
@@ -78,7 +78,7 @@ TEST_F(InstanceListenerTest, DoesNotMindSendersThatAreGone)
     EXPECT_EQ(tokens.size(), 2U);
 }
 
-TEST(InstanceListenerWithoutALockTest, HasNothingToHear)
+TEST(InstanceListenerWithoutLockTest, ReceivesNothing)
 {
     const QTemporaryDir folder;
     SingleInstance instance(folder.filePath(QStringLiteral("nothing")).toStdString());

@@ -25,13 +25,13 @@ protected:
     InstanceSocket there;
 };
 
-TEST_F(InstanceSocketTest, HasANameOfItsOwn)
+TEST_F(InstanceSocketTest, HasAUniqueName)
 {
     EXPECT_FALSE(here.name().empty());
     EXPECT_NE(here.name(), there.name());
 }
 
-TEST_F(InstanceSocketTest, CarriesAMessageAndItsAnswer)
+TEST_F(InstanceSocketTest, DeliversAMessageAndItsAnswer)
 {
     ASSERT_TRUE(there.connectTo(here.name()));
     ASSERT_TRUE(there.send("question"));
@@ -44,7 +44,7 @@ TEST_F(InstanceSocketTest, CarriesAMessageAndItsAnswer)
     EXPECT_EQ(answer->text, "answer");
 }
 
-TEST_F(InstanceSocketTest, NeverWaits)
+TEST_F(InstanceSocketTest, NeverBlocks)
 {
     EXPECT_FALSE(here.receive());
     ASSERT_TRUE(there.connectTo(here.name()));
@@ -55,14 +55,14 @@ TEST_F(InstanceSocketTest, NeverWaits)
     EXPECT_LT(sent, 100000) << "the kernel's queue is limited";
 }
 
-TEST_F(InstanceSocketTest, IsNotConnectedToNobody)
+TEST_F(InstanceSocketTest, FailsToConnectToAMissingSocket)
 {
     EXPECT_FALSE(there.connectTo("no such name"));
     EXPECT_FALSE(there.connectTo(std::string(1000, 'x')));
     EXPECT_FALSE(there.send("question"));
 }
 
-TEST_F(InstanceSocketTest, HearsOnlyWhomItIsConnectedTo)
+TEST_F(InstanceSocketTest, ReceivesOnlyFromItsConnectedSocket)
 {
     const InstanceSocket stranger;
     ASSERT_TRUE(there.connectTo(here.name()));
@@ -73,18 +73,18 @@ TEST_F(InstanceSocketTest, HearsOnlyWhomItIsConnectedTo)
     EXPECT_FALSE(there.receive());
 }
 
-TEST_F(InstanceSocketTest, PassesOverWhatIsTooLong)
+TEST_F(InstanceSocketTest, DropsMessagesThatAreTooLong)
 {
     ASSERT_TRUE(there.connectTo(here.name()));
-    ASSERT_TRUE(there.send(std::string(InstanceSocket::LongestMessage + 1, 'x')));
-    ASSERT_TRUE(there.send(std::string(InstanceSocket::LongestMessage, 'x')));
+    ASSERT_TRUE(there.send(std::string(InstanceSocket::MaximumMessageSize + 1, 'x')));
+    ASSERT_TRUE(there.send(std::string(InstanceSocket::MaximumMessageSize, 'x')));
     EXPECT_FALSE(here.receive());
     const auto message = here.receive();
     ASSERT_TRUE(message);
-    EXPECT_EQ(message->text.size(), InstanceSocket::LongestMessage);
+    EXPECT_EQ(message->text.size(), InstanceSocket::MaximumMessageSize);
 }
 
-TEST_F(InstanceSocketTest, PassesOverOtherUsers)
+TEST_F(InstanceSocketTest, DropsMessagesOfOtherUsers)
 {
     if (getuid() != 0)
         GTEST_SKIP() << "Only root can be another user.";
@@ -100,7 +100,7 @@ TEST_F(InstanceSocketTest, PassesOverOtherUsers)
     EXPECT_FALSE(here.receive());
 }
 
-TEST_F(InstanceSocketTest, TakesNoFilesThatAreSentAlong)
+TEST_F(InstanceSocketTest, ReceivesNoFileDescriptors)
 {
     ASSERT_TRUE(there.connectTo(here.name()));
     char byte = 'x';
@@ -122,7 +122,7 @@ TEST_F(InstanceSocketTest, TakesNoFilesThatAreSentAlong)
     EXPECT_EQ(openFiles(), before);
 }
 
-TEST_F(InstanceSocketTest, IsNotInherited)
+TEST_F(InstanceSocketTest, IsClosedOnExec)
 {
     EXPECT_NE(fcntl(here.descriptor(), F_GETFD) & FD_CLOEXEC, 0);
 }

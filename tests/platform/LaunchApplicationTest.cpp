@@ -64,7 +64,7 @@ TEST_F(LaunchApplicationTest, StartsTheProgramWithItsArguments)
     EXPECT_EQ(start->arguments, (Texts { "one", "two words", "a$b`c\"d", "--x=%" }));
 }
 
-TEST_F(LaunchApplicationTest, FillsInWhatTheEntryAsksFor)
+TEST_F(LaunchApplicationTest, ExpandsFieldCodes)
 {
     const auto entry = TestDesktop::path("data/applications/a.desktop").string();
     EXPECT_EQ(open("program %f %F %u %U")->arguments, Texts());
@@ -74,7 +74,7 @@ TEST_F(LaunchApplicationTest, FillsInWhatTheEntryAsksFor)
     EXPECT_EQ(open("program %i -x")->arguments, Texts { "-x" });
 }
 
-TEST_F(LaunchApplicationTest, StartsProgramsByTheirPaths)
+TEST_F(LaunchApplicationTest, StartsAProgramByItsPath)
 {
     EXPECT_TRUE(open(TestDesktop::path("bin/program").string()));
 }
@@ -86,7 +86,7 @@ TEST_F(LaunchApplicationTest, StartsTheProgramInItsFolder)
     EXPECT_EQ(open("program", "Path=" + folder.string() + "\n")->folder, folder);
 }
 
-TEST_F(LaunchApplicationTest, StartsInATerminalWhatNeedsOne)
+TEST_F(LaunchApplicationTest, StartsTerminalProgramsInATerminal)
 {
     // GIO uses the first of these that exists.
     for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
@@ -100,7 +100,7 @@ TEST_F(LaunchApplicationTest, StartsInATerminalWhatNeedsOne)
         std::filesystem::remove(TestDesktop::path("bin") / terminal);
 }
 
-TEST_F(LaunchApplicationTest, HandsOnTheUsersEnvironmentAndNothingOfOurs)
+TEST_F(LaunchApplicationTest, PassesTheEnvironmentWithoutOurTokens)
 {
     qputenv("USERS_OWN", "kept");
     qputenv("DESKTOP_STARTUP_ID", "ours");
@@ -116,7 +116,7 @@ TEST_F(LaunchApplicationTest, HandsOnTheUsersEnvironmentAndNothingOfOurs)
     qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
-TEST_F(LaunchApplicationTest, HandsOnNoOpenFile)
+TEST_F(LaunchApplicationTest, PassesNoOpenFiles)
 {
     const auto ours = TestDesktop::path("ours").string();
     TestFiles::write(ours, "");
@@ -129,7 +129,7 @@ TEST_F(LaunchApplicationTest, HandsOnNoOpenFile)
     EXPECT_FALSE(has(start->files, ours));
 }
 
-TEST_F(LaunchApplicationTest, LetsTheProgramLiveALifeOfItsOwn)
+TEST_F(LaunchApplicationTest, DetachesTheProgram)
 {
     const auto start = open("program");
     ASSERT_TRUE(start);
@@ -137,7 +137,7 @@ TEST_F(LaunchApplicationTest, LetsTheProgramLiveALifeOfItsOwn)
     EXPECT_NE(start->session, getsid(0));
 }
 
-TEST_F(LaunchApplicationTest, LeavesNobodyToBeBuried)
+TEST_F(LaunchApplicationTest, LeavesNoZombies)
 {
     for (int count = 0; count < 5; ++count)
         ASSERT_TRUE(open("program"));
@@ -145,7 +145,7 @@ TEST_F(LaunchApplicationTest, LeavesNobodyToBeBuried)
     EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(LaunchApplicationTest, StartsManyAtOnce)
+TEST_F(LaunchApplicationTest, StartsManyProgramsConcurrently)
 {
     // Written before the first start: a file that is open for writing cannot be executed, and a
     // concurrent fork briefly inherits it.
@@ -160,7 +160,7 @@ TEST_F(LaunchApplicationTest, StartsManyAtOnce)
         EXPECT_TRUE(TestDesktop::waitForStart(program)) << program;
 }
 
-TEST_F(LaunchApplicationTest, StartsWhatWasOpenedJustBeforeTheEnd)
+TEST_F(LaunchApplicationTest, FinishesLaunchesOnDestruction)
 {
     {
         GioWorkspace ending(mainQueue);
@@ -169,7 +169,7 @@ TEST_F(LaunchApplicationTest, StartsWhatWasOpenedJustBeforeTheEnd)
     EXPECT_TRUE(TestDesktop::waitForStart("program"));
 }
 
-TEST_F(LaunchApplicationTest, StartsNothingWhereNoThreadCanBeHad)
+TEST_F(LaunchApplicationTest, StartsNothingIfTheSystemRefusesAThread)
 {
     const auto entry = addEntry("a.desktop", entryText("program"));
     const QTemporaryDir folder;
@@ -197,7 +197,7 @@ TEST_F(LaunchApplicationTest, StartsNothingFromABrokenEntry)
     EXPECT_EQ(startedPrograms(), Texts { "last" });
 }
 
-TEST_F(LaunchApplicationTest, StartsNothingThatIsNoPlainFileWithAnAbsolutePath)
+TEST_F(LaunchApplicationTest, StartsOnlyRegularFilesWithAbsolutePaths)
 {
     const std::string entry = addEntry("a.desktop", entryText("program"));
     const std::string pipe = TestDesktop::path("pipe.desktop");
@@ -209,7 +209,7 @@ TEST_F(LaunchApplicationTest, StartsNothingThatIsNoPlainFileWithAnAbsolutePath)
     EXPECT_EQ(startedPrograms(), Texts { "last" });
 }
 
-TEST_F(LaunchApplicationTest, StartsTheProgramWhereTheBusThatItWantsIsMissing)
+TEST_F(LaunchApplicationTest, SpawnsAnActivatableProgramWithoutABus)
 {
     workspace.openApplication(
         addEntry("org.example.Program.desktop", entryText("program", "DBusActivatable=true\n")));

@@ -20,46 +20,46 @@ protected:
     void TearDown() override { qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen")); }
 
     /// The arguments that the application gets for these.
-    static Words seenFor(Words words)
+    static Words argumentsFor(Words words)
     {
         std::vector<char *> values;
         for (auto &word : words)
             values.push_back(word.data());
         LaunchArguments arguments(static_cast<int>(values.size()), values.data());
         EXPECT_EQ(arguments.values()[arguments.count()], nullptr);
-        Words seen;
+        Words result;
         for (int index = 0; index < arguments.count(); ++index)
-            seen.emplace_back(arguments.values()[index]);
-        return seen;
+            result.emplace_back(arguments.values()[index]);
+        return result;
     }
 };
 
-TEST_F(LaunchArgumentsTest, AsksForX11WhereItIsThereAndForWaylandElsewhere)
+TEST_F(LaunchArgumentsTest, PrefersX11ToWayland)
 {
-    EXPECT_EQ(seenFor({ "program" }), Words({ "program", "-platform", "xcb;wayland" }));
+    EXPECT_EQ(argumentsFor({ "program" }), Words({ "program", "-platform", "xcb;wayland" }));
 }
 
-TEST_F(LaunchArgumentsTest, LetsTheUsersOwnChoiceComeLaterAndSoCount)
+TEST_F(LaunchArgumentsTest, PutsTheUsersArgumentLast)
 {
-    EXPECT_EQ(seenFor({ "program", "-platform", "wayland" }),
+    EXPECT_EQ(argumentsFor({ "program", "-platform", "wayland" }),
               Words({ "program", "-platform", "xcb;wayland", "-platform", "wayland" }));
 }
 
-TEST_F(LaunchArgumentsTest, LeavesTheChoiceToTheEnvironmentIfItHasOne)
+TEST_F(LaunchArgumentsTest, AddsNothingIfTheEnvironmentChooses)
 {
     qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("wayland"));
-    EXPECT_EQ(seenFor({ "program", "word" }), Words({ "program", "word" }));
+    EXPECT_EQ(argumentsFor({ "program", "word" }), Words({ "program", "word" }));
 }
 
-TEST_F(LaunchArgumentsTest, PutsNothingIntoTheEnvironmentThatOtherProgramsInherit)
+TEST_F(LaunchArgumentsTest, LeavesTheEnvironmentUnchanged)
 {
-    seenFor({ "program" });
+    argumentsFor({ "program" });
     EXPECT_TRUE(qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"));
 }
 
-TEST_F(LaunchArgumentsTest, DoesWithoutAnyArgument)
+TEST_F(LaunchArgumentsTest, AcceptsAnEmptyArgumentList)
 {
-    EXPECT_EQ(seenFor({}), Words());
+    EXPECT_EQ(argumentsFor({}), Words());
 }
 
 } // namespace

@@ -59,7 +59,7 @@ protected:
     static Texts names(const Texts &folders = { "a" }) { return namesOf(list(folders)); }
 };
 
-TEST_F(ListApplicationsTest, TellsAllThatIsShownOfAnApplication)
+TEST_F(ListApplicationsTest, ListsPathNameCommentAndKeywords)
 {
     add("a/editor.desktop", "Text Editor",
         "Name[de]=Texteditor\nComment=Writes\nComment[de]=Schreibt\nKeywords=text;\n"
@@ -71,26 +71,26 @@ TEST_F(ListApplicationsTest, TellsAllThatIsShownOfAnApplication)
     EXPECT_EQ(list({ "a" }), std::vector { expected });
 }
 
-TEST_F(ListApplicationsTest, SortsByNameAsTheUsersLanguageDoes)
+TEST_F(ListApplicationsTest, SortsByNameInTheUsersLanguage)
 {
     for (const auto *const name : { "zoo", "Öl", "apfel", "Zebra", "Obst", "Äpfel", "Birne" })
         add(std::string("a/") + name + ".desktop", name);
     EXPECT_EQ(names(), (Texts { "apfel", "Äpfel", "Birne", "Obst", "Öl", "Zebra", "zoo" }));
 }
 
-TEST_F(ListApplicationsTest, SortsWhatHasTheSameNameInWhateverLettersByItsPlace)
+TEST_F(ListApplicationsTest, SortsEqualNamesByPathIgnoringCase)
 {
     add("a/2.desktop", "tool");
     add("b/1.desktop", "tool");
     add("b/3.desktop", "TOOL");
     add("b/4.desktop", "tool");
-    Texts places;
+    Texts paths;
     for (const auto &application : list({ "b", "a" }))
-        places.push_back(std::filesystem::relative(application.path, folder("")));
-    EXPECT_EQ(places, (Texts { "a/2.desktop", "b/1.desktop", "b/3.desktop", "b/4.desktop" }));
+        paths.push_back(std::filesystem::relative(application.path, folder("")));
+    EXPECT_EQ(paths, (Texts { "a/2.desktop", "b/1.desktop", "b/3.desktop", "b/4.desktop" }));
 }
 
-TEST_F(ListApplicationsTest, LeavesOutWhatMenusDoNotShow)
+TEST_F(ListApplicationsTest, OmitsEntriesThatMenusDoNotShow)
 {
     add("a/shown.desktop", "Shown", "OnlyShowIn=Quill;\n");
     add("a/1.desktop", "1", "NoDisplay=true\n");
@@ -100,7 +100,7 @@ TEST_F(ListApplicationsTest, LeavesOutWhatMenusDoNotShow)
     EXPECT_EQ(names(), Texts { "Shown" });
 }
 
-TEST_F(ListApplicationsTest, LeavesOutWhatIsNoEntryOfAnApplication)
+TEST_F(ListApplicationsTest, OmitsFilesThatAreNotApplicationEntries)
 {
     add("a/good.desktop", "Good");
     add("a/no-entry.txt", "Text");
@@ -113,7 +113,7 @@ TEST_F(ListApplicationsTest, LeavesOutWhatIsNoEntryOfAnApplication)
     EXPECT_EQ(names(), Texts { "Good" });
 }
 
-TEST_F(ListApplicationsTest, TakesTheUsersOwnEntryForTheSystems)
+TEST_F(ListApplicationsTest, PrefersTheUsersEntryToTheSystems)
 {
     add("own/editor.desktop", "Mine");
     add("system/editor.desktop", "Theirs");
@@ -121,7 +121,7 @@ TEST_F(ListApplicationsTest, TakesTheUsersOwnEntryForTheSystems)
     EXPECT_EQ(names({ "own", "system" }), (Texts { "Mine", "Other" }));
 }
 
-TEST_F(ListApplicationsTest, LeavesOutWhatTheUserHasHidden)
+TEST_F(ListApplicationsTest, OmitsEntriesThatTheUserHides)
 {
     TestFiles::write(folder("own/a.desktop"), "[Desktop Entry]\nHidden=true\n");
     add("own/b.desktop", "Hidden", "NoDisplay=true\n");
@@ -131,7 +131,7 @@ TEST_F(ListApplicationsTest, LeavesOutWhatTheUserHasHidden)
     EXPECT_EQ(names({ "own", "system" }), Texts { "d" });
 }
 
-TEST_F(ListApplicationsTest, KnowsEntriesInFoldersByTheirWholeWay)
+TEST_F(ListApplicationsTest, DerivesTheIdFromTheRelativePath)
 {
     add("own/kde-old-editor.desktop", "Mine");
     add("system/kde/old/editor.desktop", "Theirs");
@@ -139,7 +139,7 @@ TEST_F(ListApplicationsTest, KnowsEntriesInFoldersByTheirWholeWay)
     EXPECT_EQ(names({ "own", "system" }), (Texts { "Mine", "Other" }));
 }
 
-TEST_F(ListApplicationsTest, ComesToAnEndWhereLinksLeadInCircles)
+TEST_F(ListApplicationsTest, TerminatesOnSymlinkCycles)
 {
     add("a/b/editor.desktop", "Editor");
     std::filesystem::create_directory_symlink("..", folder("a/b/up"));
@@ -148,7 +148,7 @@ TEST_F(ListApplicationsTest, ComesToAnEndWhereLinksLeadInCircles)
     EXPECT_EQ(names(), Texts { "Editor" });
 }
 
-TEST_F(ListApplicationsTest, FollowsLinksToFoldersAndEntries)
+TEST_F(ListApplicationsTest, FollowsSymlinksToFoldersAndEntries)
 {
     add("b/editor.desktop", "Editor");
     add("c/viewer.desktop", "Viewer");
@@ -158,26 +158,26 @@ TEST_F(ListApplicationsTest, FollowsLinksToFoldersAndEntries)
     EXPECT_EQ(names(), (Texts { "Editor", "Viewer" }));
 }
 
-TEST_F(ListApplicationsTest, NeedsNoFolder)
+TEST_F(ListApplicationsTest, IsEmptyWithoutFolders)
 {
     EXPECT_EQ(names({ "missing", "also-missing" }), Texts());
     EXPECT_EQ(names({}), Texts());
 }
 
-TEST_F(ListApplicationsTest, CallsAnApplicationWithoutANameByItsFile)
+TEST_F(ListApplicationsTest, UsesTheFileNameForAnEntryWithoutAName)
 {
     add("a/org.example.Tool.desktop", "");
     EXPECT_EQ(names(), Texts { "org.example.Tool" });
 }
 
-TEST_F(ListApplicationsTest, LeavesOutWhatLiesInNoPlaceThatCanBeWritten)
+TEST_F(ListApplicationsTest, OmitsPathsThatAreNotUtf8)
 {
     add("a/g\xff.desktop", "Not UTF-8");
     add("a/\u00FC.desktop", "UTF-8");
     EXPECT_EQ(names(), Texts { "UTF-8" });
 }
 
-TEST_F(ListApplicationsTest, EndsEarlyWhenItIsToStop)
+TEST_F(ListApplicationsTest, StopsEarlyOnRequest)
 {
     add("a/a.desktop", "A");
     std::stop_source stop;
@@ -185,7 +185,7 @@ TEST_F(ListApplicationsTest, EndsEarlyWhenItIsToStop)
     EXPECT_TRUE(InstalledApplications::list({ folder("a") }, stop.get_token()).empty());
 }
 
-TEST_F(ListApplicationsTest, LooksWhereEntriesAreInstalled)
+TEST_F(ListApplicationsTest, SearchesTheFoldersOfEntries)
 {
     const std::vector<std::filesystem::path> expected {
         TestDesktop::path("data/applications"),
@@ -197,7 +197,7 @@ TEST_F(ListApplicationsTest, LooksWhereEntriesAreInstalled)
     EXPECT_EQ(InstalledApplications::folders(), expected);
 }
 
-TEST_F(ListApplicationsTest, ReceivesTheListOnALaterTurnOfTheMainThread)
+TEST_F(ListApplicationsTest, DeliversTheListAsynchronouslyOnTheMainThread)
 {
     TestDesktop::addEntry("own.desktop", entryText("sh", "GenericName=Own\n"));
     TestFiles::write(TestDesktop::path("system/applications/system.desktop"),
@@ -224,7 +224,7 @@ TEST_F(ListApplicationsTest, ReceivesTheListOnALaterTurnOfTheMainThread)
     EXPECT_EQ(received[1], received[0]);
 }
 
-TEST_F(ListApplicationsTest, ReceivesNothingOnceTheWorkspaceIsGone)
+TEST_F(ListApplicationsTest, DeliversNothingAfterTheWorkspaceIsDestroyed)
 {
     TestDesktop::addEntry("own.desktop", entryText("sh"));
     QtMainQueue mainQueue;

@@ -42,14 +42,14 @@ private:
     mode_t m_formerMask = umask(0);
 };
 
-TEST_F(ModuleTest, IsFoundWhereItIsInstalled)
+TEST_F(ModuleTest, FindsTheInstalledModule)
 {
     addFile("bin/quillsatchel");
     addFile(INSTALLED_MODULES "/network.so");
     EXPECT_EQ(found("bin", "network"), QStringLiteral(INSTALLED_MODULES "/network.so"));
 }
 
-TEST_F(ModuleTest, IsFoundInABuildFolderFromTheProgramAndFromFoldersBelow)
+TEST_F(ModuleTest, FindsTheModulesOfABuildFolder)
 {
     addFile("CMakeCache.txt");
     addFile("modules/speech.so");
@@ -58,7 +58,7 @@ TEST_F(ModuleTest, IsFoundInABuildFolderFromTheProgramAndFromFoldersBelow)
     EXPECT_EQ(found("tests", "speech"), QStringLiteral("modules/speech.so"));
 }
 
-TEST_F(ModuleTest, IsThatOfItsOwnBuildInABuildFolder)
+TEST_F(ModuleTest, UsesNoInstalledModuleInABuildFolder)
 {
     addFile("build/CMakeCache.txt");
     addFile("build/quillsatchel");
@@ -66,7 +66,7 @@ TEST_F(ModuleTest, IsThatOfItsOwnBuildInABuildFolder)
     EXPECT_EQ(found("build", "network"), QString());
 }
 
-TEST_F(ModuleTest, IsNotFoundBesideACopyOfTheProgram)
+TEST_F(ModuleTest, FindsNoModuleBesideACopiedProgram)
 {
     addFile("modules/network.so");
     addFile("copy/quillsatchel");
@@ -74,7 +74,7 @@ TEST_F(ModuleTest, IsNotFoundBesideACopyOfTheProgram)
     EXPECT_EQ(found("copy", "network"), QString());
 }
 
-TEST_F(ModuleTest, IsTheInstalledOneOfAnInstalledProgram)
+TEST_F(ModuleTest, UsesOnlyTheInstalledModuleOnceInstalled)
 {
     addFile("modules/network.so");
     addFile("bin/modules/network.so");
@@ -82,7 +82,7 @@ TEST_F(ModuleTest, IsTheInstalledOneOfAnInstalledProgram)
     EXPECT_EQ(found("bin", "network"), QStringLiteral(INSTALLED_MODULES "/network.so"));
 }
 
-TEST_F(ModuleTest, IsNotLoadedFromAFileOrFolderThatOthersCanWrite)
+TEST_F(ModuleTest, RejectsAFileOrFolderThatOthersCanWrite)
 {
     addFile("bin/quillsatchel");
     addFile(INSTALLED_MODULES "/network.so");
@@ -97,7 +97,7 @@ TEST_F(ModuleTest, IsNotLoadedFromAFileOrFolderThatOthersCanWrite)
     }
 }
 
-TEST_F(ModuleTest, IsNotLoadedFromAFileOrFolderOfAnotherUser)
+TEST_F(ModuleTest, RejectsAFileOrFolderOfAnotherUser)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "Only root can give files away.";
@@ -111,7 +111,7 @@ TEST_F(ModuleTest, IsNotLoadedFromAFileOrFolderOfAnotherUser)
     }
 }
 
-TEST_F(ModuleTest, IsNotFoundInAnIncompleteInstallation)
+TEST_F(ModuleTest, FindsNoModuleInAnIncompleteInstallation)
 {
     addFile(INSTALLED_MODULES "/network.so");
     EXPECT_EQ(found("bin", "speech"), QString());

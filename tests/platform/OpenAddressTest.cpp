@@ -24,20 +24,20 @@ protected:
     {
         TestDesktop::addProgram("browser");
         TestDesktop::addProgram("other");
-        TestDesktop::addProgram("deaf");
+        TestDesktop::addProgram("noargument");
         TestDesktop::addProgram("xdg-open");
         addEntry("browser.desktop",
                  entryText("browser --new %u -- last", "MimeType=x-scheme-handler/http;"
                                                        "x-scheme-handler/https;\n"));
         addEntry("other.desktop", entryText("other %U", "MimeType=x-scheme-handler/http;"
                                                         "x-scheme-handler/quill-many;\n"));
-        addEntry("deaf.desktop", entryText("deaf"));
+        addEntry("noargument.desktop", entryText("noargument"));
         TestFiles::write(TestDesktop::path("config/mimeapps.list"),
                          "[Default Applications]\n"
                          "x-scheme-handler/http=missing.desktop;browser.desktop;\n"
                          "x-scheme-handler/https=browser.desktop\n"
                          "x-scheme-handler/quill-many=other.desktop\n"
-                         "x-scheme-handler/quill-deaf=deaf.desktop\n");
+                         "x-scheme-handler/quill-noargument=noargument.desktop\n");
     }
 
     /// The arguments of the program when `text` is opened.
@@ -55,7 +55,7 @@ protected:
     GioWorkspace workspace { mainQueue };
 };
 
-TEST_F(OpenAddressTest, GivesTheBrowserTheAddressToTheLetter)
+TEST_F(OpenAddressTest, PassesTheAddressUnchangedToTheBrowser)
 {
     for (const auto &address :
          { "https://example.com"s, "http://example.com/"s, "HTTP://Example.COM/%7e?a=$(x)&b='"s,
@@ -66,31 +66,32 @@ TEST_F(OpenAddressTest, GivesTheBrowserTheAddressToTheLetter)
         EXPECT_EQ(open(address, "browser"), (Texts { "--new", address, "--", "last" }));
 }
 
-TEST_F(OpenAddressTest, GivesTheBrowserWhatMayNotStandInAnAddressEncoded)
+TEST_F(OpenAddressTest, PercentEncodesInvalidCharacters)
 {
     EXPECT_EQ(open("https://example.com/`id` \"a\"%u\n", "browser"),
               (Texts { "--new", "https://example.com/%60id%60%20%22a%22%25u%0A", "--", "last" }));
 }
 
-TEST_F(OpenAddressTest, HasTheBrowserThatTheUserChose)
+TEST_F(OpenAddressTest, UsesTheDefaultBrowserOfTheUser)
 {
     EXPECT_TRUE(open("http://example.com", "browser"));
     EXPECT_EQ(TestDesktop::startedPrograms(), Texts());
 }
 
-TEST_F(OpenAddressTest, GivesItToWhoTakesSeveralAddressesToo)
+TEST_F(OpenAddressTest, SupportsHandlersThatTakeSeveralAddresses)
 {
     EXPECT_EQ(open("quill-many://A/b", "other"), Texts { "quill-many://A/b" });
 }
 
-TEST_F(OpenAddressTest, LeavesItToTheDesktopWhereNobodyIsKnown)
+TEST_F(OpenAddressTest, UsesXdgOpenWithoutADefaultHandler)
 {
-    EXPECT_EQ(open("quill-nobody://A/$(x)'&b", "xdg-open"), Texts { "quill-nobody://A/$(x)'&b" });
+    EXPECT_EQ(open("quill-unhandled://A/$(x)'&b", "xdg-open"),
+              Texts { "quill-unhandled://A/$(x)'&b" });
 }
 
-TEST_F(OpenAddressTest, LeavesItToTheDesktopWhereTheChosenOneTakesNoAddress)
+TEST_F(OpenAddressTest, UsesXdgOpenIfTheHandlerTakesNoAddress)
 {
-    EXPECT_EQ(open("quill-deaf://A/b", "xdg-open"), Texts { "quill-deaf://A/b" });
+    EXPECT_EQ(open("quill-noargument://A/b", "xdg-open"), Texts { "quill-noargument://A/b" });
     EXPECT_EQ(TestDesktop::startedPrograms(), Texts());
 }
 
@@ -102,10 +103,10 @@ TEST_F(OpenAddressTest, OpensNothingWithoutAScheme)
     EXPECT_EQ(TestDesktop::startedPrograms(), Texts());
 }
 
-TEST_F(OpenAddressTest, SharesNothingWithWhatTheDesktopStarts)
+TEST_F(OpenAddressTest, IsolatesXdgOpenFromThisProcess)
 {
     qputenv("DESKTOP_STARTUP_ID", "ours");
-    workspace.open(*WebAddress::parse("quill-nobody://a"));
+    workspace.open(*WebAddress::parse("quill-unhandled://a"));
     const auto start = TestDesktop::waitForStart("xdg-open");
     qunsetenv("DESKTOP_STARTUP_ID");
     ASSERT_TRUE(start);

@@ -6,7 +6,7 @@
 #include <sys/prctl.h>
 
 PrivateBus::PrivateBus()
-    : m_addressBefore(qgetenv("DBUS_SESSION_BUS_ADDRESS"))
+    : m_previousAddress(qgetenv("DBUS_SESSION_BUS_ADDRESS"))
 {
     const auto address = "unix:path=" + TestDesktop::path("bus").string();
     qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(address));
@@ -21,7 +21,7 @@ PrivateBus::PrivateBus()
 
 PrivateBus::~PrivateBus()
 {
-    qputenv("DBUS_SESSION_BUS_ADDRESS", m_addressBefore);
+    qputenv("DBUS_SESSION_BUS_ADDRESS", m_previousAddress);
     m_daemon.kill();
     m_daemon.waitForFinished();
     // GIO returns the old connection until it has released it.

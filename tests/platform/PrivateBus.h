@@ -22,7 +22,7 @@ public:
 
 private:
     QProcess m_daemon;
-    QByteArray m_addressBefore;
+    QByteArray m_previousAddress;
 };
 
 /// An application on the bus that records its method calls.

@@ -32,7 +32,7 @@ protected:
     std::optional<QtMainQueue> queue { std::in_place };
 };
 
-TEST_F(QtMainQueueTest, RunsWorkOnALaterTurnInItsOrder)
+TEST_F(QtMainQueueTest, RunsWorkLaterAndInOrder)
 {
     queue->async(note("a"));
     queue->async(note("b"));
@@ -41,7 +41,7 @@ TEST_F(QtMainQueueTest, RunsWorkOnALaterTurnInItsOrder)
     EXPECT_EQ(notes, "ab");
 }
 
-TEST_F(QtMainQueueTest, RunsWorkOnTheMainThreadWhereverItComesFrom)
+TEST_F(QtMainQueueTest, RunsWorkOfAnyThreadOnTheMainThread)
 {
     const auto *const mainThread = QThread::currentThread();
     const QThread *ranOn = nullptr;
@@ -53,7 +53,7 @@ TEST_F(QtMainQueueTest, RunsWorkOnTheMainThreadWhereverItComesFrom)
     EXPECT_EQ(ranOn, mainThread);
 }
 
-TEST_F(QtMainQueueTest, RunsWorkOnceItsTimeHasCome)
+TEST_F(QtMainQueueTest, RunsDelayedWorkAfterItsDelay)
 {
     QElapsedTimer timer;
     timer.start();
@@ -62,7 +62,7 @@ TEST_F(QtMainQueueTest, RunsWorkOnceItsTimeHasCome)
     EXPECT_GE(timer.elapsed(), 59);
 }
 
-TEST_F(QtMainQueueTest, RunsWorkByItsTimeNotByItsOrder)
+TEST_F(QtMainQueueTest, RunsDelayedWorkInTheOrderOfItsTime)
 {
     queue->asyncAfter(60ms, note("c"));
     queue->asyncAfter(20ms, note("b"));
@@ -77,7 +77,7 @@ TEST_F(QtMainQueueTest, NeverRunsWorkWithinTheCall)
     EXPECT_TRUE(waitFor("a"));
 }
 
-TEST_F(QtMainQueueTest, DoesNotRunWorkThatWasCancelled)
+TEST_F(QtMainQueueTest, DoesNotRunCancelledWork)
 {
     auto cancelled = queue->asyncAfter(10ms, note("cancelled"));
     queue->asyncAfter(30ms, note("a"));
@@ -86,7 +86,7 @@ TEST_F(QtMainQueueTest, DoesNotRunWorkThatWasCancelled)
     EXPECT_EQ(notes, "a");
 }
 
-TEST_F(QtMainQueueTest, RunsWorkWhoseItemWasLetGo)
+TEST_F(QtMainQueueTest, RunsWorkWhoseItemWasDestroyed)
 {
     {
         const auto item = queue->asyncAfter(10ms, note("a"));
@@ -94,7 +94,7 @@ TEST_F(QtMainQueueTest, RunsWorkWhoseItemWasLetGo)
     EXPECT_TRUE(waitFor("a"));
 }
 
-TEST_F(QtMainQueueTest, RunsNothingOnceItIsGone)
+TEST_F(QtMainQueueTest, RunsNothingAfterItsDestruction)
 {
     queue->async(note("a"));
     queue->asyncAfter(5ms, note("b"));
@@ -103,7 +103,7 @@ TEST_F(QtMainQueueTest, RunsNothingOnceItIsGone)
     EXPECT_EQ(notes, "");
 }
 
-TEST_F(QtMainQueueTest, TakesMoreWorkFromTheWorkItRuns)
+TEST_F(QtMainQueueTest, AcceptsWorkFromRunningWork)
 {
     queue->async([this] {
         notes += "a";

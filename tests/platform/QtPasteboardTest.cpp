@@ -30,7 +30,7 @@ TEST_F(QtPasteboardTest, PutsPlainTextOnTheClipboard)
     EXPECT_FALSE(clipboard().mimeData()->hasHtml());
 }
 
-TEST_F(QtPasteboardTest, GivesBackWhatWasPutThere)
+TEST_F(QtPasteboardTest, ReturnsTheTextUnchanged)
 {
     for (const std::string &text :
          { "text"s, " blanks \t"s, "a\u00A0b"s, "a\u2028b"s, "one\ntwo\r\nthree"s, "a\0b"s,
@@ -40,14 +40,14 @@ TEST_F(QtPasteboardTest, GivesBackWhatWasPutThere)
     }
 }
 
-TEST_F(QtPasteboardTest, TakesAnEmptyTextForText)
+TEST_F(QtPasteboardTest, TreatsAnEmptyTextAsText)
 {
     pasteboard.setText("before");
     pasteboard.setText("");
     EXPECT_EQ(pasteboard.text(), "");
 }
 
-TEST_F(QtPasteboardTest, ReplacesWhateverLiesThere)
+TEST_F(QtPasteboardTest, ReplacesOtherContents)
 {
     clipboard().setImage(QImage(4, 4, QImage::Format_RGB32));
     pasteboard.setText("text");
@@ -55,20 +55,20 @@ TEST_F(QtPasteboardTest, ReplacesWhateverLiesThere)
     EXPECT_FALSE(clipboard().mimeData()->hasImage());
 }
 
-TEST_F(QtPasteboardTest, HasNoTextWhereAPictureLies)
+TEST_F(QtPasteboardTest, HasNoTextForAnImage)
 {
     pasteboard.setText("text");
     clipboard().setImage(QImage(4, 4, QImage::Format_RGB32));
     EXPECT_EQ(pasteboard.text(), std::nullopt);
 }
 
-TEST_F(QtPasteboardTest, HasNoTextWhereNothingLies)
+TEST_F(QtPasteboardTest, HasNoTextWhenEmpty)
 {
     clipboard().clear();
     EXPECT_EQ(pasteboard.text(), std::nullopt);
 }
 
-TEST_F(QtPasteboardTest, TakesThePlainTextOfARichOne)
+TEST_F(QtPasteboardTest, ReadsThePlainTextOfRichText)
 {
     auto *const rich = new QMimeData;
     rich->setHtml(u"<b>bold</b>"_s);
@@ -77,7 +77,7 @@ TEST_F(QtPasteboardTest, TakesThePlainTextOfARichOne)
     EXPECT_EQ(pasteboard.text(), "bold");
 }
 
-TEST_F(QtPasteboardTest, GivesValidTextWhereHalfASurrogatePairLies)
+TEST_F(QtPasteboardTest, ReturnsValidTextForAnUnpairedSurrogate)
 {
     clipboard().setText(u"a"_s + QChar(0xD83D));
     const auto text = pasteboard.text();

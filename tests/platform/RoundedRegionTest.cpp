@@ -24,7 +24,7 @@ bool isWithin(const QPoint &pixel, int radius)
     return x * x + y * y <= radius * radius;
 }
 
-TEST(RoundedRegionTest, HasThePixelsWithinItsCorners)
+TEST(RoundedRegionTest, HasThePixelsInsideItsCorners)
 {
     for (const int radius : { 0, 1, 10, 13, 20 }) {
         const QRegion region = RoundedRegion::of(Size, radius);
@@ -37,7 +37,7 @@ TEST(RoundedRegionTest, HasThePixelsWithinItsCorners)
     }
 }
 
-TEST(RoundedRegionTest, IsOneRectangleWithoutCorners)
+TEST(RoundedRegionTest, IsOneRectangleWithoutARadius)
 {
     EXPECT_EQ(RoundedRegion::of(Size, 0), QRegion(QRect(QPoint(), Size)));
 }

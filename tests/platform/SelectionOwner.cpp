@@ -37,7 +37,7 @@ namespace
 using namespace std::chrono_literals;
 using X11Connection::ReplyPointer;
 
-constexpr std::size_t PieceSize = 60'000;
+constexpr std::size_t ChunkSize = 60'000;
 
 struct Offer {
     xcb_atom_t format;
@@ -82,7 +82,7 @@ public:
             if (type == XCB_SELECTION_NOTIFY)
                 save();
             if (type == XCB_PROPERTY_NOTIFY)
-                goOn(*reinterpret_cast<const xcb_property_notify_event_t *>(event.get()));
+                sendNextChunk(*reinterpret_cast<const xcb_property_notify_event_t *>(event.get()));
         }
     }
 
@@ -116,7 +116,7 @@ private:
     void save()
     {
         const auto cookie = xcb_get_property(m_connection.get(), 1, m_window, atom("SAVED"),
-                                             XCB_GET_PROPERTY_TYPE_ANY, 0, PieceSize);
+                                             XCB_GET_PROPERTY_TYPE_ANY, 0, ChunkSize);
         const ReplyPointer<xcb_get_property_reply_t> text(
             xcb_get_property_reply(m_connection.get(), cookie, nullptr));
         std::ofstream(m_path, std::ios::binary)
@@ -133,7 +133,7 @@ private:
             const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
             xcb_change_window_attributes(m_connection.get(), request.requestor, XCB_CW_EVENT_MASK,
                                          &events);
-            m_rest = offer;
+            m_remainder = offer;
             const auto size = static_cast<std::uint32_t>(offer.bytes.size());
             set(request.requestor, request.property, atom("INCR"), 32,
                 { reinterpret_cast<const char *>(&size), sizeof(size) });
@@ -142,18 +142,18 @@ private:
     }
 
     // The requestor deletes the property after reading a chunk. An empty chunk ends the transfer.
-    void goOn(const xcb_property_notify_event_t &change)
+    void sendNextChunk(const xcb_property_notify_event_t &change)
     {
-        if (!m_rest || change.state != XCB_PROPERTY_DELETE)
+        if (!m_remainder || change.state != XCB_PROPERTY_DELETE)
             return;
-        const bool trickles = m_behaviour == "trickles";
-        if (trickles)
+        const bool isSlow = m_behaviour == "slow";
+        if (isSlow)
             std::this_thread::sleep_for(300ms);
-        const auto piece = m_rest->bytes.substr(0, trickles ? 1 : PieceSize);
-        m_rest->bytes.erase(0, piece.size());
-        set(change.window, change.atom, m_rest->format, 8, piece);
-        if (piece.empty())
-            m_rest.reset();
+        const auto chunk = m_remainder->bytes.substr(0, isSlow ? 1 : ChunkSize);
+        m_remainder->bytes.erase(0, chunk.size());
+        set(change.window, change.atom, m_remainder->format, 8, chunk);
+        if (chunk.empty())
+            m_remainder.reset();
         xcb_flush(m_connection.get());
     }
 
@@ -178,14 +178,14 @@ private:
         xcb_flush(m_connection.get());
     }
 
-    X11Connection::OwnConnection m_connection = X11Connection::connectAgain();
+    X11Connection::OwnConnection m_connection = X11Connection::connectSeparately();
     xcb_window_t m_window;
     xcb_atom_t m_selection;
     std::string_view m_behaviour;
     std::vector<Offer> m_offers;
     const char *m_path = "";
     xcb_selection_request_event_t m_saving {};
-    std::optional<Offer> m_rest; // not yet sent
+    std::optional<Offer> m_remainder; // not yet sent
 };
 
 } // namespace

@@ -91,7 +91,7 @@ protected:
     std::string folder = directory.path().toStdString();
 };
 
-TEST_F(SingleInstanceTest, IsTheFirstWhereNobodyElseIs)
+TEST_F(SingleInstanceTest, IsFirstWithoutAnotherProcess)
 {
     SingleInstance instance(folder);
     EXPECT_EQ(instance.start({}), Outcome::first);
@@ -101,29 +101,29 @@ TEST_F(SingleInstanceTest, IsTheFirstWhereNobodyElseIs)
     EXPECT_EQ(TestFiles::mode(folder + "/.instance"), 0600U);
 }
 
-TEST_F(SingleInstanceTest, HandsItsTokenOver)
+TEST_F(SingleInstanceTest, HandsItsTokenToTheFirst)
 {
     const StartupToken token { "token", "id_TIME1" };
     SingleInstance first(folder);
     ASSERT_EQ(first.start({}), Outcome::first);
-    std::optional<StartupToken> heard;
-    std::jthread hearing([&] {
+    std::optional<StartupToken> received;
+    std::jthread listener([&] {
         pollfd request { .fd = first.socket()->descriptor(), .events = POLLIN, .revents = 0 };
         poll(&request, 1, 5000);
         const auto message = first.socket()->receive();
         ASSERT_TRUE(message);
-        heard = StartupRequest::decode(message->text);
+        received = StartupRequest::decode(message->text);
         first.socket()->answer(message->sender, std::string(StartupRequest::Answer));
     });
     SingleInstance second(folder);
     EXPECT_EQ(second.start(token), Outcome::handedOver);
     EXPECT_FALSE(second.ownsFolder());
     EXPECT_FALSE(second.socket());
-    hearing.join();
-    EXPECT_EQ(heard, token);
+    listener.join();
+    EXPECT_EQ(received, token);
 }
 
-TEST_F(SingleInstanceTest, AsksAnotherProcess)
+TEST_F(SingleInstanceTest, HandsOverToAnotherProcess)
 {
     const OtherProcess first(folder, answer);
     ASSERT_TRUE(first.isFirst());
@@ -131,7 +131,7 @@ TEST_F(SingleInstanceTest, AsksAnotherProcess)
         EXPECT_EQ(SingleInstance(folder).start({}), Outcome::handedOver);
 }
 
-TEST_F(SingleInstanceTest, DoesNotStartBesideOneThatDoesNotAnswer)
+TEST_F(SingleInstanceTest, DoesNotStartIfTheFirstDoesNotAnswer)
 {
     const OtherProcess first(folder, doNothing);
     ASSERT_TRUE(first.isFirst());
@@ -141,7 +141,7 @@ TEST_F(SingleInstanceTest, DoesNotStartBesideOneThatDoesNotAnswer)
     EXPECT_LT(Clock::now() - before, 5s);
 }
 
-TEST_F(SingleInstanceTest, WaitsForOneThatIsJustStarting)
+TEST_F(SingleInstanceTest, WaitsForAFirstThatIsStarting)
 {
     const OtherProcess first(folder, [](const SingleInstance &instance) {
         std::this_thread::sleep_for(300ms);
@@ -151,7 +151,7 @@ TEST_F(SingleInstanceTest, WaitsForOneThatIsJustStarting)
     EXPECT_EQ(SingleInstance(folder).start({}), Outcome::handedOver);
 }
 
-TEST_F(SingleInstanceTest, TakesThePlaceOfOneThatEndsMeanwhile)
+TEST_F(SingleInstanceTest, ReplacesAFirstThatEndsMeanwhile)
 {
     const OtherProcess first(folder,
                              [](const SingleInstance &) { std::this_thread::sleep_for(300ms); });
@@ -159,7 +159,7 @@ TEST_F(SingleInstanceTest, TakesThePlaceOfOneThatEndsMeanwhile)
     SingleInstance second(folder);
     EXPECT_EQ(second.start({}), Outcome::first);
 
-    std::jthread hearing([&] {
+    std::jthread listener([&] {
         pollfd request { .fd = second.socket()->descriptor(), .events = POLLIN, .revents = 0 };
         poll(&request, 1, 5000);
         if (const auto message = second.socket()->receive())
@@ -168,7 +168,7 @@ TEST_F(SingleInstanceTest, TakesThePlaceOfOneThatEndsMeanwhile)
     EXPECT_EQ(SingleInstance(folder).start({}), Outcome::handedOver) << "it receives requests now";
 }
 
-TEST_F(SingleInstanceTest, StartsAfterOneThatWasKilled)
+TEST_F(SingleInstanceTest, StartsAfterTheFirstWasKilled)
 {
     OtherProcess killed(folder, answer);
     ASSERT_TRUE(killed.isFirst());
@@ -177,7 +177,7 @@ TEST_F(SingleInstanceTest, StartsAfterOneThatWasKilled)
     EXPECT_EQ(SingleInstance(folder).start({}), Outcome::first);
 }
 
-TEST_F(SingleInstanceTest, StartsWhateverIsLeftInTheFile)
+TEST_F(SingleInstanceTest, StartsWithAnyLeftoverLockFile)
 {
     for (const auto &left : { std::string(), std::string("00000\n"), std::string(5000, 'x') }) {
         TestFiles::write(folder + "/.instance", left);
@@ -187,7 +187,7 @@ TEST_F(SingleInstanceTest, StartsWhateverIsLeftInTheFile)
     }
 }
 
-TEST_F(SingleInstanceTest, TrustsNoAnswerButTheFirstOnes)
+TEST_F(SingleInstanceTest, IgnoresInvalidAnswers)
 {
     const OtherProcess first(folder, [](const SingleInstance &instance) {
         pollfd request { .fd = instance.socket()->descriptor(), .events = POLLIN, .revents = 0 };
@@ -200,7 +200,7 @@ TEST_F(SingleInstanceTest, TrustsNoAnswerButTheFirstOnes)
     EXPECT_EQ(SingleInstance(folder, 200ms).start({}), Outcome::noAnswer);
 }
 
-TEST_F(SingleInstanceTest, KeepsFoldersApart)
+TEST_F(SingleInstanceTest, SeparatesFolders)
 {
     const QTemporaryDir elsewhere;
     SingleInstance here(folder);
@@ -209,7 +209,7 @@ TEST_F(SingleInstanceTest, KeepsFoldersApart)
     EXPECT_EQ(there.start({}), Outcome::first);
 }
 
-TEST_F(SingleInstanceTest, KnowsAFolderByAnyPath)
+TEST_F(SingleInstanceTest, IdentifiesAFolderByAnyPath)
 {
     const QTemporaryDir elsewhere;
     const auto link = elsewhere.path().toStdString() + "/link";
@@ -240,7 +240,7 @@ TEST_F(SingleInstanceTest, FindsTheFirstAfterItsFolderWasReplaced)
     EXPECT_EQ(SingleInstance(folder + "/aside").start({}), Outcome::handedOver);
 }
 
-TEST_F(SingleInstanceTest, DoesNotStartBesideASilentOneWhoseLockFileWasDeleted)
+TEST_F(SingleInstanceTest, DoesNotStartBesideASilentFirstWithoutItsLockFile)
 {
     const OtherProcess first(folder, doNothing);
     ASSERT_TRUE(first.isFirst());
@@ -248,7 +248,7 @@ TEST_F(SingleInstanceTest, DoesNotStartBesideASilentOneWhoseLockFileWasDeleted)
     EXPECT_EQ(SingleInstance(folder, 200ms).start({}), Outcome::noAnswer);
 }
 
-TEST_F(SingleInstanceTest, StartsAfterOneThatWasKilledWithoutItsLockFile)
+TEST_F(SingleInstanceTest, StartsAfterAKilledFirstWithoutItsLockFile)
 {
     OtherProcess killed(folder, answer);
     ASSERT_TRUE(killed.isFirst());
@@ -270,15 +270,15 @@ TEST_F(SingleInstanceTest, IgnoresSocketsOfOtherUsers)
     const auto other = fork();
     if (other == 0) {
         InstanceBeacon beacon(elsewhere); // the name is root's
-        const bool isReady = setuid(65534) == 0 && (beacon.light(), write(ready[1], "x", 1) == 1);
+        const bool isReady = setuid(65534) == 0 && (beacon.turnOn(), write(ready[1], "x", 1) == 1);
         if (isReady)
             pause();
         _exit(1);
     }
     char byte = 0;
     ASSERT_EQ(read(ready[0], &byte, 1), 1);
-    EXPECT_FALSE(InstanceBeacon(elsewhere).isLit());
-    EXPECT_TRUE(InstanceBeacon(folder).isLit());
+    EXPECT_FALSE(InstanceBeacon(elsewhere).isOn());
+    EXPECT_TRUE(InstanceBeacon(folder).isOn());
     EXPECT_EQ(SingleInstance(elsewhere).start({}), Outcome::first);
     kill(other, SIGKILL);
     waitpid(other, nullptr, 0);
@@ -299,7 +299,7 @@ TEST_F(SingleInstanceTest, LocksAReplacedFileBeforeItWrites)
     }
 }
 
-TEST_F(SingleInstanceTest, MayNotWriteWhileAnotherProcessHasTheReplacedFile)
+TEST_F(SingleInstanceTest, MayNotWriteWhileAnotherLocksTheReplacedFile)
 {
     SingleInstance first(folder);
     ASSERT_EQ(first.start({}), Outcome::first);
@@ -313,7 +313,7 @@ TEST_F(SingleInstanceTest, MayNotWriteWhileAnotherProcessHasTheReplacedFile)
     EXPECT_TRUE(first.mayWrite());
 }
 
-TEST_F(SingleInstanceTest, StartsWhereNothingCanBeLocked)
+TEST_F(SingleInstanceTest, StartsIfLockingFails)
 {
     for (const auto &path : { folder + "/missing", std::string("/proc/self") }) {
         SingleInstance instance(path);
@@ -325,7 +325,7 @@ TEST_F(SingleInstanceTest, StartsWhereNothingCanBeLocked)
     }
 }
 
-TEST_F(SingleInstanceTest, IsOneOfManyThatStartAtOnce)
+TEST_F(SingleInstanceTest, OnlyOneOfManyConcurrentStartsIsFirst)
 {
     std::vector<pid_t> starts;
     for (int count = 0; count < 20; ++count) {

@@ -32,13 +32,13 @@ private:
     QByteArray m_home = qgetenv("HOME");
 };
 
-TEST_F(StandardFileLocationsTest, FollowsTheUsersDataHome)
+TEST_F(StandardFileLocationsTest, UsesXdgDataHome)
 {
     qputenv("XDG_DATA_HOME", "/somewhere/data");
     EXPECT_EQ(folder(), "/somewhere/data");
 }
 
-TEST_F(StandardFileLocationsTest, IsInTheHomeFolderOtherwise)
+TEST_F(StandardFileLocationsTest, DefaultsToLocalShareInTheHomeFolder)
 {
     qputenv("HOME", "/home/someone");
     qunsetenv("XDG_DATA_HOME");

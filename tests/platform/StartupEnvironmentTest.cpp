@@ -12,20 +12,20 @@ protected:
     void TearDown() override { StartupEnvironment::clear(); }
 };
 
-TEST_F(StartupEnvironmentTest, HasNoTokenWhereTheDesktopGivesNone)
+TEST_F(StartupEnvironmentTest, HasNoTokenByDefault)
 {
     StartupEnvironment::clear();
     EXPECT_EQ(StartupEnvironment::token(), StartupToken());
 }
 
-TEST_F(StartupEnvironmentTest, HasTheTokensTheDesktopGives)
+TEST_F(StartupEnvironmentTest, ReadsTheTokens)
 {
     qputenv("XDG_ACTIVATION_TOKEN", "token");
     qputenv("DESKTOP_STARTUP_ID", "id_TIME1");
     EXPECT_EQ(StartupEnvironment::token(), (StartupToken { "token", "id_TIME1" }));
 }
 
-TEST_F(StartupEnvironmentTest, LeavesNothingForTheProgramsWeStart)
+TEST_F(StartupEnvironmentTest, ClearsTheTokens)
 {
     qputenv("XDG_ACTIVATION_TOKEN", "token");
     qputenv("DESKTOP_STARTUP_ID", "id_TIME1");

@@ -43,7 +43,7 @@ protected:
     GioWorkspace workspace { mainQueue };
 };
 
-TEST_F(StartupNotificationTest, AnnouncesTheProgram)
+TEST_F(StartupNotificationTest, DescribesTheProgram)
 {
     const auto start = open("StartupNotify=true\nName[de]=Mein \"Werkzeug\"\nIcon=tool\n"
                             "StartupWMClass=Tool\n");
@@ -64,7 +64,7 @@ TEST_F(StartupNotificationTest, AnnouncesTheProgram)
     EXPECT_TRUE(has("SCREEN=0")) << messages[0];
 }
 
-TEST_F(StartupNotificationTest, TellsWhenTheUserAskedForIt)
+TEST_F(StartupNotificationTest, HasTheTimeInTheId)
 {
     const auto start = open("StartupNotify=true\n");
     ASSERT_TRUE(start);
@@ -74,7 +74,7 @@ TEST_F(StartupNotificationTest, TellsWhenTheUserAskedForIt)
     EXPECT_GT(std::stoul(id.substr(time + 5)), 0U) << id;
 }
 
-TEST_F(StartupNotificationTest, LeavesTheEndToTheProgram)
+TEST_F(StartupNotificationTest, LeavesCompletionToTheProgram)
 {
     ASSERT_TRUE(open("StartupNotify=true\n"));
     ASSERT_TRUE(open("StartupNotify=true\n"));
@@ -83,7 +83,7 @@ TEST_F(StartupNotificationTest, LeavesTheEndToTheProgram)
     EXPECT_TRUE(messages[1].starts_with("new:"));
 }
 
-TEST_F(StartupNotificationTest, SaysNothingOfProgramsThatWouldNotAnswer)
+TEST_F(StartupNotificationTest, SkipsProgramsWithoutStartupNotify)
 {
     for (const auto *const line : { "", "StartupNotify=false\n" }) {
         const auto start = open(line);
@@ -93,7 +93,7 @@ TEST_F(StartupNotificationTest, SaysNothingOfProgramsThatWouldNotAnswer)
     EXPECT_EQ(display.startupMessages(), Texts());
 }
 
-TEST_F(StartupNotificationTest, WithdrawsWhatCannotBeStarted)
+TEST_F(StartupNotificationTest, CompletesAFailedLaunch)
 {
     workspace.openApplication(addEntry(
         "tool.desktop", entryText("program", "StartupNotify=true\nPath=" +
@@ -106,7 +106,7 @@ TEST_F(StartupNotificationTest, WithdrawsWhatCannotBeStarted)
     EXPECT_NE(messages[0].find(id), std::string::npos) << messages[0] << messages[1];
 }
 
-TEST_F(StartupNotificationTest, GivesEachStartAnIdOfItsOwn)
+TEST_F(StartupNotificationTest, GivesEachLaunchAUniqueId)
 {
     Texts programs;
     for (int number = 0; number < 20; ++number) {
@@ -126,7 +126,7 @@ TEST_F(StartupNotificationTest, GivesEachStartAnIdOfItsOwn)
     EXPECT_EQ(ids.count(""), 0U);
 }
 
-TEST_F(StartupNotificationTest, SaysOnlyWhatTheEntrySays)
+TEST_F(StartupNotificationTest, OmitsWhatTheEntryLacks)
 {
     ASSERT_TRUE(open("StartupNotify=true\n"));
     const auto messages = waitForMessages(1);
@@ -135,7 +135,7 @@ TEST_F(StartupNotificationTest, SaysOnlyWhatTheEntrySays)
     EXPECT_EQ(messages[0].find("WMCLASS"), std::string::npos) << messages[0];
 }
 
-TEST_F(StartupNotificationTest, IsLeftOutWhereNoDisplayAnswers)
+TEST_F(StartupNotificationTest, IsSkippedWithoutADisplay)
 {
     const auto name = qgetenv("DISPLAY");
     qputenv("DISPLAY", ":54321");
@@ -145,7 +145,7 @@ TEST_F(StartupNotificationTest, IsLeftOutWhereNoDisplayAnswers)
     EXPECT_EQ(idOf(*start), "");
 }
 
-TEST_F(StartupNotificationTest, GoesOverTheBusWithTheActivation)
+TEST_F(StartupNotificationTest, PassesTheIdWithTheActivation)
 {
     const PrivateBus bus;
     const BusApplication application("org.example.Tool");
@@ -163,7 +163,7 @@ TEST_F(StartupNotificationTest, GoesOverTheBusWithTheActivation)
     EXPECT_NE(messages[0].find(id), std::string::npos) << messages[0] << id;
 }
 
-TEST_F(StartupNotificationTest, AnnouncesWhatIsNamedOnlyOnTheBus)
+TEST_F(StartupNotificationTest, NotifiesForAnEntryWithoutACommand)
 {
     const PrivateBus bus;
     const BusApplication application("org.example.Tool");
@@ -174,7 +174,7 @@ TEST_F(StartupNotificationTest, AnnouncesWhatIsNamedOnlyOnTheBus)
     EXPECT_EQ(waitForMessages(1).size(), 1U);
 }
 
-TEST_F(StartupNotificationTest, IsWithdrawnWhereNobodyOnTheBusCanBeActivated)
+TEST_F(StartupNotificationTest, CompletesAFailedActivation)
 {
     const PrivateBus bus;
     workspace.openApplication(

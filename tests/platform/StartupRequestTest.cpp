@@ -8,7 +8,7 @@ namespace
 using StartupRequest::decode;
 using StartupRequest::encode;
 
-TEST(StartupRequestTest, BringsTheTokenAcross)
+TEST(StartupRequestTest, DecodesTheEncodedToken)
 {
     for (const StartupToken &token :
          { StartupToken(), StartupToken { "token", "" }, StartupToken { "", "host-1_TIME42" },
@@ -16,7 +16,7 @@ TEST(StartupRequestTest, BringsTheTokenAcross)
         EXPECT_EQ(decode(encode(token)), token);
 }
 
-TEST(StartupRequestTest, LeavesOutWhatIsNoToken)
+TEST(StartupRequestTest, OmitsInvalidTokens)
 {
     const StartupToken token { std::string(513, 'x'), "two\nlines" };
     EXPECT_EQ(decode(encode(token)), StartupToken());
@@ -24,7 +24,7 @@ TEST(StartupRequestTest, LeavesOutWhatIsNoToken)
     EXPECT_EQ(decode(encode({ std::string(512, 'x'), "" }))->activationToken.size(), 512U);
 }
 
-TEST(StartupRequestTest, TakesNoTokenFromAMessageThatEncodesNone)
+TEST(StartupRequestTest, IgnoresInvalidTokensInARequest)
 {
     const auto request = encode({});
     const auto greeting = request.substr(0, request.size() - 2);
@@ -33,7 +33,7 @@ TEST(StartupRequestTest, TakesNoTokenFromAMessageThatEncodesNone)
     EXPECT_EQ(decode(greeting + std::string(2000, 'x') + "\nid\n"), (StartupToken { "", "id" }));
 }
 
-TEST(StartupRequestTest, IsNothingElse)
+TEST(StartupRequestTest, RejectsOtherTexts)
 {
     for (const auto *const text : { "", "\n", "come forward", "Quillsatchel" })
         EXPECT_EQ(decode(text), std::nullopt);

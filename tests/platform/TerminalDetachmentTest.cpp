@@ -13,7 +13,7 @@ namespace
 {
 
 /// Exits with 0 if the condition holds.
-[[noreturn]] void endWith(bool isRight)
+[[noreturn]] void exitWith(bool isRight)
 {
     _exit(isRight ? 0 : 1);
 }
@@ -23,48 +23,48 @@ bool isOpen(int file)
     return fcntl(file, F_GETFD) != -1;
 }
 
-TEST(TerminalDetachmentTest, OutlivesItsTerminal)
+TEST(TerminalDetachmentTest, SurvivesTheEndOfItsTerminal)
 {
-    const auto outlive = [] {
+    const auto survive = [] {
         const TerminalDetachment detachment;
         raise(SIGHUP);
-        endWith(true);
+        exitWith(true);
     };
-    EXPECT_EXIT(outlive(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(survive(), testing::ExitedWithCode(0), "");
 }
 
-TEST(TerminalDetachmentTest, OutlivesWhoeverReadsWhatItPrints)
+TEST(TerminalDetachmentTest, SurvivesABrokenPipe)
 {
-    const auto outlive = [] {
+    const auto survive = [] {
         const TerminalDetachment detachment;
         std::array<int, 2> ends {};
         if (pipe(ends.data()) != 0)
-            endWith(false);
+            exitWith(false);
         close(ends[0]);
-        endWith(write(ends[1], "x", 1) == -1 && errno == EPIPE);
+        exitWith(write(ends[1], "x", 1) == -1 && errno == EPIPE);
     };
-    EXPECT_EXIT(outlive(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(survive(), testing::ExitedWithCode(0), "");
 }
 
-TEST(TerminalDetachmentTest, OpensStreamsThatAreMissing)
+TEST(TerminalDetachmentTest, OpensMissingStreams)
 {
     const auto open = [] {
         close(STDIN_FILENO);
         close(STDERR_FILENO);
         const TerminalDetachment detachment;
-        endWith(isOpen(STDIN_FILENO) && isOpen(STDOUT_FILENO) && isOpen(STDERR_FILENO) &&
-                ::open("/dev/null", O_RDONLY) > STDERR_FILENO);
+        exitWith(isOpen(STDIN_FILENO) && isOpen(STDOUT_FILENO) && isOpen(STDERR_FILENO) &&
+                 ::open("/dev/null", O_RDONLY) > STDERR_FILENO);
     };
     EXPECT_EXIT(open(), testing::ExitedWithCode(0), "");
 }
 
-TEST(TerminalDetachmentTest, LeavesTheProgramsItStartsTheirSignals)
+TEST(TerminalDetachmentTest, LaunchedProgramsIgnoreNoSignals)
 {
     const auto start = [] {
         const TerminalDetachment detachment;
         // SIGHUP (1) and SIGPIPE (13) are not ignored.
-        endWith(std::system("test $((0x$(sed -n 's/^SigIgn:\t//p' /proc/self/status) & 0x1001))"
-                            " -eq 0") == 0);
+        exitWith(std::system("test $((0x$(sed -n 's/^SigIgn:\t//p' /proc/self/status) & 0x1001))"
+                             " -eq 0") == 0);
     };
     EXPECT_EXIT(start(), testing::ExitedWithCode(0), "");
 }

@@ -13,7 +13,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr int Overdue = 99;
+constexpr int TimedOut = 99;
 
 void (*handlerOf(int signal))(int)
 {
@@ -27,9 +27,9 @@ void (*handlerOf(int signal))(int)
 /// Runs the application and returns its exit code.
 int run()
 {
-    QTimer overdue;
-    overdue.callOnTimeout([] { QCoreApplication::exit(Overdue); });
-    overdue.start(10s);
+    QTimer timeout;
+    timeout.callOnTimeout([] { QCoreApplication::exit(TimedOut); });
+    timeout.start(10s);
     return QCoreApplication::exec();
 }
 
@@ -44,7 +44,7 @@ TEST_P(TerminationSignalsTest, EndTheApplication)
     EXPECT_EQ(run(), 0);
 }
 
-TEST_P(TerminationSignalsTest, AreHeardThatCameBeforeTheApplicationRuns)
+TEST_P(TerminationSignalsTest, EndAnApplicationThatRunsLater)
 {
     const TerminationSignals signals;
     raise(GetParam());
@@ -52,7 +52,7 @@ TEST_P(TerminationSignalsTest, AreHeardThatCameBeforeTheApplicationRuns)
     EXPECT_EQ(run(), 0);
 }
 
-TEST_P(TerminationSignalsTest, EndANestedLoopToo)
+TEST_P(TerminationSignalsTest, EndANestedEventLoop)
 {
     const TerminationSignals signals;
     QTimer::singleShot(0, [] {
@@ -62,7 +62,7 @@ TEST_P(TerminationSignalsTest, EndANestedLoopToo)
     EXPECT_EQ(run(), 0);
 }
 
-TEST_P(TerminationSignalsTest, AreThemselvesAgainAfterwards)
+TEST_P(TerminationSignalsTest, RegainTheirDefaultAction)
 {
     {
         const TerminationSignals signals;
@@ -71,15 +71,15 @@ TEST_P(TerminationSignalsTest, AreThemselvesAgainAfterwards)
     EXPECT_EQ(handlerOf(GetParam()), SIG_DFL);
 }
 
-TEST_P(TerminationSignalsTest, StayIgnoredIfTheyWere)
+TEST_P(TerminationSignalsTest, StayIgnored)
 {
-    const auto former = std::signal(GetParam(), SIG_IGN);
+    const auto previous = std::signal(GetParam(), SIG_IGN);
     {
         const TerminationSignals signals;
         EXPECT_EQ(handlerOf(GetParam()), SIG_IGN);
     }
     EXPECT_EQ(handlerOf(GetParam()), SIG_IGN);
-    std::signal(GetParam(), former);
+    std::signal(GetParam(), previous);
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, TerminationSignalsTest, testing::Values(SIGTERM, SIGINT));

@@ -144,8 +144,8 @@ std::vector<std::string> startedPrograms()
 
 bool waitUntil(const std::function<bool()> &isReached)
 {
-    constexpr int TooLong = 20'000; // milliseconds
-    return QTest::qWaitFor(isReached, TooLong);
+    constexpr int Timeout = 20'000; // milliseconds
+    return QTest::qWaitFor(isReached, Timeout);
 }
 
 } // namespace TestDesktop

@@ -24,14 +24,14 @@ TEST(TextFormatTest, PrefersUnicode)
     EXPECT_EQ(best({ u"text/uri-list"_s, u"STRING"_s }), "STRING");
 }
 
-TEST(TextFormatTest, PassesOverWhatIsNoTextOrCannotBeDecoded)
+TEST(TextFormatTest, IgnoresFormatsThatAreNotTextOrUnknown)
 {
     EXPECT_EQ(best({}), "");
     EXPECT_EQ(best({ u"image/png"_s, u"text/html"_s, u"text/plainest"_s, u"TARGETS"_s }), "");
     EXPECT_EQ(best({ u"text/plain;charset=unheard-of"_s }), "");
 }
 
-TEST(TextFormatTest, DecodesAsTheFormatSays)
+TEST(TextFormatTest, DecodesInTheEncodingOfTheFormat)
 {
     EXPECT_EQ(TextFormat::decoded("\xC3\xA4", u"text/plain; Charset=\"UTF-8\""_s), "\u00E4");
     EXPECT_EQ(TextFormat::decoded("\xE4", u"text/plain;charset=ISO-8859-1"_s), "\u00E4");
@@ -48,7 +48,7 @@ TEST(TextFormatTest, KeepsALeadingByteOrderMark)
               "\uFEFFa");
 }
 
-TEST(TextFormatTest, ReadsAddressesAsLines)
+TEST(TextFormatTest, DecodesAUriListToLines)
 {
     EXPECT_EQ(TextFormat::decoded("file:///a\r\nfile:///b\r\n", u"text/uri-list"_s),
               "file:///a\nfile:///b\n");

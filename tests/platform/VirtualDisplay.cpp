@@ -33,7 +33,7 @@ VirtualDisplay::VirtualDisplay()
     m_server.waitForReadyRead();
     qputenv("DISPLAY", ":" + m_server.readLine().trimmed());
     m_connection.reset(xcb_connect(nullptr, nullptr));
-    listen();
+    selectEvents();
 }
 
 VirtualDisplay::~VirtualDisplay()
@@ -44,10 +44,10 @@ VirtualDisplay::~VirtualDisplay()
     m_server.waitForFinished();
 }
 
-void VirtualDisplay::listen()
+void VirtualDisplay::selectEvents()
 {
     m_begin = internAtom(m_connection.get(), "_NET_STARTUP_INFO_BEGIN");
-    m_more = internAtom(m_connection.get(), "_NET_STARTUP_INFO");
+    m_continue = internAtom(m_connection.get(), "_NET_STARTUP_INFO");
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection.get(), root, XCB_CW_EVENT_MASK, &events);
@@ -66,7 +66,7 @@ const std::vector<std::string> &VirtualDisplay::startupMessages()
 
 void VirtualDisplay::receive(const xcb_client_message_event_t &message)
 {
-    if (message.type != m_begin && message.type != m_more)
+    if (message.type != m_begin && message.type != m_continue)
         return;
     auto &text = m_parts[message.window];
     if (message.type == m_begin)

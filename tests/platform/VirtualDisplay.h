@@ -24,13 +24,13 @@ public:
     const std::vector<std::string> &startupMessages();
 
 private:
-    void listen();
+    void selectEvents();
     void receive(const xcb_client_message_event_t &message);
 
     QProcess m_server;
     CPointer<xcb_connection_t, &xcb_disconnect> m_connection;
     xcb_atom_t m_begin = XCB_ATOM_NONE;
-    xcb_atom_t m_more = XCB_ATOM_NONE;
+    xcb_atom_t m_continue = XCB_ATOM_NONE;
     std::map<xcb_window_t, std::string> m_parts; // by sender
     std::vector<std::string> m_messages;
 };

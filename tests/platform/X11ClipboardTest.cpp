@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 using namespace std::string_literals;
 
 // The timeout is one second. Leaves a margin for a busy machine, but excludes two timeouts.
-constexpr qint64 LongestWait = 1900;
+constexpr qint64 MaximumWait = 1900;
 
 class X11ClipboardTest : public testing::Test
 {
@@ -82,17 +82,17 @@ TEST_F(X11ClipboardTest, ReadsTextOfAnotherProgram)
     }
 }
 
-TEST_F(X11ClipboardTest, ReadsTextThatComesInPieces)
+TEST_F(X11ClipboardTest, ReadsAnIncrTransfer)
 {
     std::string text;
     while (text.size() < 3'000'000)
         text += std::to_string(text.size()) + "\u00E4 ";
-    startOwner(u"pieces"_s, { { u"UTF8_STRING"_s, text } });
+    startOwner(u"incremental"_s, { { u"UTF8_STRING"_s, text } });
     EXPECT_TRUE(pasteboard.text() == text);
     EXPECT_TRUE(pasteboard.text() == text) << "again";
 }
 
-TEST_F(X11ClipboardTest, ReadsTextOfferedAsPlainTextWithParametersOnly)
+TEST_F(X11ClipboardTest, ReadsPlainTextWithParameters)
 {
     for (const auto &format :
          { u"text/plain"_s, u"text/plain;charset=utf-8"_s, u"text/plain;charset=UTF-8"_s,
@@ -120,7 +120,7 @@ TEST_F(X11ClipboardTest, KeepsALeadingByteOrderMark)
         EXPECT_EQ(textOf({ { format, "\uFEFFtext" } }), "\uFEFFtext");
 }
 
-TEST_F(X11ClipboardTest, MakesInvalidTextValid)
+TEST_F(X11ClipboardTest, ReplacesInvalidUtf8)
 {
     const auto text = textOf({ { u"UTF8_STRING"_s, "a\xFF"
                                                    "b" } });
@@ -136,7 +136,7 @@ TEST_F(X11ClipboardTest, PrefersTheFormatThatLosesLeast)
               "best");
 }
 
-TEST_F(X11ClipboardTest, HasNoTextWhereAPictureLies)
+TEST_F(X11ClipboardTest, HasNoTextForAnImage)
 {
     EXPECT_EQ(textOf({ { u"image/png"_s, "bytes" } }), std::nullopt);
     EXPECT_FALSE(pasteboard.hasText());
@@ -158,24 +158,24 @@ TEST_F(X11ClipboardTest, ReadsItsOwnTextWithoutWaiting)
     EXPECT_TRUE(pasteboard.hasText());
 }
 
-TEST_F(X11ClipboardTest, ReadsTheTextOfAProgramThatTookItsPlace)
+TEST_F(X11ClipboardTest, ReadsTheTextOfALaterOwner)
 {
     QTest::qWait(50);
     pasteboard.setText("own");
     EXPECT_EQ(textOf({ { u"UTF8_STRING"_s, "of another" } }), "of another");
 }
 
-TEST_F(X11ClipboardTest, GivesAnOwnerThatDoesNotAnswerASecond)
+TEST_F(X11ClipboardTest, TimesOutAfterASecond)
 {
-    for (const auto &behaviour : { u"silent"_s, u"lists"_s, u"trickles"_s }) {
+    for (const auto &behaviour : { u"silent"_s, u"lists"_s, u"slow"_s }) {
         startOwner(behaviour, { { u"UTF8_STRING"_s, std::string(100, 'x') } });
         const auto wait = durationOf([this] { EXPECT_EQ(pasteboard.text(), std::nullopt); });
         EXPECT_GE(wait, 950) << behaviour.toStdString();
-        EXPECT_LT(wait, LongestWait) << behaviour.toStdString();
+        EXPECT_LT(wait, MaximumWait) << behaviour.toStdString();
     }
     EXPECT_TRUE(pasteboard.hasText()) << "the last owner lists its formats";
     startOwner(u"silent"_s, {});
-    EXPECT_LT(durationOf([this] { EXPECT_FALSE(pasteboard.hasText()); }), LongestWait);
+    EXPECT_LT(durationOf([this] { EXPECT_FALSE(pasteboard.hasText()); }), MaximumWait);
 }
 
 TEST_F(X11ClipboardTest, ReadsTheSelectionOfAnotherProgram)
@@ -184,7 +184,7 @@ TEST_F(X11ClipboardTest, ReadsTheSelectionOfAnotherProgram)
     EXPECT_EQ(pasteboard.selectedText(), "selected");
     startOwner(u"silent"_s, {}, u"PRIMARY"_s);
     EXPECT_LT(durationOf([this] { EXPECT_EQ(pasteboard.selectedText(), std::nullopt); }),
-              LongestWait);
+              MaximumWait);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ const auto Theme = "\1\0\5\0Net/T\0\0\0\7\0\0\0\3\0\0\0abc\0"s;
 const auto Color = "\2\0\4\0Tint\7\0\0\0\1\0\2\0\3\0\4\0"s;
 const auto Below = "\0\0\4\0Down\7\0\0\0\xFE\xFF\xFF\xFF"s;
 
-TEST(XSettingsTest, ReadsNumbersAndPassesOverTheRest)
+TEST(XSettingsTest, ReadsIntegersAndSkipsOtherTypes)
 {
     const std::map<std::string, std::int32_t> expected { { "Gdk/Abc", 2 }, { "Down", -2 } };
     EXPECT_EQ(XSettings::integersIn(Header + Scale + Theme + Color + Below), expected);

@@ -25,7 +25,7 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds ResponseTimeout = 300ms; // after the last request
 constexpr auto TransferTimeout = 3s;                         // in total
 
-bool isServed(const xcb_generic_event_t &event)
+bool isTransferEvent(const xcb_generic_event_t &event)
 {
     const int type = event.response_type & 0x7F;
     const auto &property = reinterpret_cast<const xcb_property_notify_event_t &>(event);
@@ -49,7 +49,7 @@ private:
                            qintptr * /*result*/) override
     {
         if (eventType == "xcb_generic_event_t" &&
-            isServed(*static_cast<const xcb_generic_event_t *>(message)))
+            isTransferEvent(*static_cast<const xcb_generic_event_t *>(message)))
             m_onRequest();
         return false;
     }

@@ -22,13 +22,13 @@ namespace DesktopScale
 namespace
 {
 
-constexpr auto Factor = "QT_SCALE_FACTOR";
+constexpr auto ScaleVariable = "QT_SCALE_FACTOR";
 constexpr double StandardResolution = 96;
 bool isPrepared = false;
 
 bool isChosenByEnvironment()
 {
-    constexpr std::array Names { Factor, "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI",
+    constexpr std::array Names { ScaleVariable, "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI",
                                  "QT_ENABLE_HIGHDPI_SCALING", "QT_USE_PHYSICAL_DPI" };
     return std::ranges::any_of(Names,
                                [](const auto *name) { return qEnvironmentVariableIsSet(name); });
@@ -43,10 +43,10 @@ bool isOnX11()
 
 std::string property(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t name)
 {
-    constexpr std::uint32_t MostWords = 65536;
+    constexpr std::uint32_t MaximumWords = 65536;
     const ReplyPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         connection,
-        xcb_get_property(connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, MostWords),
+        xcb_get_property(connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, MaximumWords),
         nullptr));
     if (!reply || reply->format != 8)
         return {};
@@ -85,7 +85,7 @@ Settings settingsOf(xcb_connection_t *connection)
     const auto scale = integers.find("Gdk/WindowScalingFactor");
     Settings settings { .windowScale = scale == integers.end() ? 1 : scale->second,
                         .resolution = resolution("Xft/DPI"),
-                        .plainResolution = resolution("Gdk/UnscaledDPI") };
+                        .unscaledResolution = resolution("Gdk/UnscaledDPI") };
     if (settings.windowScale > 1 && !settings.resolution)
         settings.resolution = resourceResolution(connection);
     return settings;
@@ -95,12 +95,12 @@ Settings settingsOf(xcb_connection_t *connection)
 
 double factorFor(const Settings &settings)
 {
-    constexpr int GreatestScale = 8;
-    if (settings.windowScale <= 1 || settings.windowScale > GreatestScale)
+    constexpr int MaximumScale = 8;
+    if (settings.windowScale <= 1 || settings.windowScale > MaximumScale)
         return 1;
     const double resolution = settings.resolution.value_or(StandardResolution);
-    if (settings.plainResolution)
-        return std::max(1.0, *settings.plainResolution * settings.windowScale / resolution);
+    if (settings.unscaledResolution)
+        return std::max(1.0, *settings.unscaledResolution * settings.windowScale / resolution);
     return resolution < StandardResolution * settings.windowScale ? settings.windowScale : 1;
 }
 
@@ -108,19 +108,19 @@ void prepare()
 {
     if (isChosenByEnvironment() || !isOnX11())
         return;
-    const auto connection = X11Connection::connectAgain();
+    const auto connection = X11Connection::connectSeparately();
     if (xcb_connection_has_error(connection.get()) != 0)
         return;
     const double factor = factorFor(settingsOf(connection.get()));
     isPrepared = factor > 1;
     if (isPrepared)
-        qputenv(Factor, QByteArray::number(factor));
+        qputenv(ScaleVariable, QByteArray::number(factor));
 }
 
 void clear()
 {
     if (isPrepared)
-        qunsetenv(Factor);
+        qunsetenv(ScaleVariable);
     isPrepared = false;
 }
 

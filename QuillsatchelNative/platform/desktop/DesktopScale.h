@@ -10,8 +10,8 @@ namespace DesktopScale
 /// The scale settings of a display. Resolutions are in dots per inch.
 struct Settings {
     int windowScale = 1;
-    std::optional<double> resolution = std::nullopt;      ///< the one that Qt follows
-    std::optional<double> plainResolution = std::nullopt; ///< without the window scale
+    std::optional<double> resolution = std::nullopt;         ///< the one that Qt follows
+    std::optional<double> unscaledResolution = std::nullopt; ///< without the window scale
 };
 
 /// The factor to apply to Qt's own scale. 1 if the resolution already includes the window scale.

@@ -32,7 +32,7 @@ InstanceBeacon::InstanceBeacon(const std::string &folder)
 {
 }
 
-bool InstanceBeacon::isLit() const
+bool InstanceBeacon::isOn() const
 {
     const AbstractAddress address(m_name);
     const auto socket = makeSocket();
@@ -45,7 +45,7 @@ bool InstanceBeacon::isLit() const
 }
 
 // Connections are never accepted: the kernel gives the connecting side the listener's credentials.
-void InstanceBeacon::light()
+void InstanceBeacon::turnOn()
 {
     const AbstractAddress address(m_name);
     auto socket = makeSocket();

@@ -17,10 +17,10 @@ public:
 
     /// Whether a process of this user, possibly this one, has turned it on. Ignores sockets of
     /// other users.
-    bool isLit() const;
+    bool isOn() const;
 
     /// Turns it on for the lifetime of this object. Does nothing if the name is taken.
-    void light();
+    void turnOn();
 
 private:
     std::string m_name;

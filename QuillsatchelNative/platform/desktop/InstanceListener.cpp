@@ -13,11 +13,12 @@ InstanceListener::InstanceListener(const SingleInstance &instance,
     if (!instance.socket() || instance.socket()->descriptor() < 0)
         return;
     m_notifier.emplace(instance.socket()->descriptor(), QSocketNotifier::Read);
-    QObject::connect(&*m_notifier, &QSocketNotifier::activated, &*m_notifier, [this] { hear(); });
+    QObject::connect(&*m_notifier, &QSocketNotifier::activated, &*m_notifier,
+                     [this] { receive(); });
 }
 
 // One message per event, so that a flood of them does not block other events.
-void InstanceListener::hear() const
+void InstanceListener::receive() const
 {
     const auto message = m_instance.socket()->receive();
     const auto token = message ? StartupRequest::decode(message->text) : std::nullopt;

@@ -19,7 +19,7 @@ public:
                      std::function<void(const StartupToken &)> onStart);
 
 private:
-    void hear() const;
+    void receive() const;
 
     const SingleInstance &m_instance;
     std::function<void(const StartupToken &)> m_onStart;

@@ -51,7 +51,7 @@ void InstanceLock::write(const std::string &note)
 
 std::string InstanceLock::read() const
 {
-    std::array<char, LongestNote + 1> bytes {};
+    std::array<char, MaximumNoteSize + 1> bytes {};
     const auto count = pread(m_file.number(), bytes.data(), bytes.size(), 0);
     const std::string text(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     const auto end = text.find('\n');

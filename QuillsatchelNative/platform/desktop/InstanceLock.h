@@ -27,14 +27,14 @@ public:
     /// Takes the lock unless another process holds it. Does not block.
     State take();
 
-    /// Overwrites the note: one line, at most `LongestNote` bytes. Call only while holding the
+    /// Overwrites the note: one line, at most `MaximumNoteSize` bytes. Call only while holding the
     /// lock.
     void write(const std::string &note);
     /// The note of the lock holder, or of an earlier one if the holder has not written its own yet.
     /// Empty if there is none.
     std::string read() const;
 
-    static constexpr std::size_t LongestNote = 127;
+    static constexpr std::size_t MaximumNoteSize = 127;
 
     /// The system's message if the lock is unavailable.
     const std::string &problem() const { return m_problem; }

@@ -77,7 +77,7 @@ bool InstanceSocket::answer(const Sender &sender, const std::string &text) const
 std::optional<InstanceSocket::Message> InstanceSocket::receive() const
 {
     Message message;
-    message.text.resize(LongestMessage);
+    message.text.resize(MaximumMessageSize);
     iovec bytes { .iov_base = message.text.data(), .iov_len = message.text.size() };
     // Space for the credentials only, so that the kernel drops file descriptors sent along.
     alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control {};

@@ -40,11 +40,11 @@ public:
     bool send(const std::string &text) const;
     bool answer(const Sender &sender, const std::string &text) const;
 
-    /// The next message; none if there is none, or if it is longer than `LongestMessage` or from
-    /// another user.
+    /// The next message; none if there is none, or if it is longer than `MaximumMessageSize` or
+    /// from another user.
     std::optional<Message> receive() const;
 
-    static constexpr std::size_t LongestMessage = 2048; ///< bytes
+    static constexpr std::size_t MaximumMessageSize = 2048; ///< bytes
 
 private:
     FileDescriptor m_socket;

@@ -11,7 +11,7 @@
 namespace
 {
 
-QtMessageHandler formerHandler = nullptr;
+QtMessageHandler previousHandler = nullptr;
 
 [[noreturn]] void fail(const std::string &reason)
 {
@@ -31,22 +31,22 @@ void handle(QtMsgType type, const QMessageLogContext &context, const QString &me
     if (message.startsWith(QLatin1String("QThread::start: Thread creation error")))
         fail("the system allows it no more threads.");
     const std::string_view category = context.category ? context.category : "";
-    const bool isOfWindowSystem = category.starts_with("qt.qpa");
+    const bool isFromPlatformPlugin = category.starts_with("qt.qpa");
     if (type == QtFatalMsg && message.contains(QLatin1String("platform plugin")))
         fail("there is no display. " + setting("DISPLAY") + ", " + setting("WAYLAND_DISPLAY") +
              ".");
-    if (type == QtFatalMsg || !isOfWindowSystem)
-        formerHandler(type, context, message);
+    if (type == QtFatalMsg || !isFromPlatformPlugin)
+        previousHandler(type, context, message);
 }
 
 } // namespace
 
 QtFailures::QtFailures()
-    : m_former(formerHandler = qInstallMessageHandler(&handle))
+    : m_previous(previousHandler = qInstallMessageHandler(&handle))
 {
 }
 
 QtFailures::~QtFailures()
 {
-    qInstallMessageHandler(m_former);
+    qInstallMessageHandler(m_previous);
 }

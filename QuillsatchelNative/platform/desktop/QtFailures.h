@@ -15,5 +15,5 @@ public:
     QtFailures &operator=(const QtFailures &) = delete;
 
 private:
-    QtMessageHandler m_former;
+    QtMessageHandler m_previous;
 };

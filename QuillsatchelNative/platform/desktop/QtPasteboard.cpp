@@ -16,32 +16,32 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto Patience = 1s;
+constexpr auto Timeout = 1s;
 
 QClipboard &clipboard()
 {
     return *QGuiApplication::clipboard();
 }
 
-const char *selectionOf(QClipboard::Mode mode)
+const char *selectionName(QClipboard::Mode mode)
 {
     return mode == QClipboard::Clipboard ? "CLIPBOARD" : "PRIMARY";
 }
 
 // Our own contents need no request, and this process could not answer one while it waits.
-bool isOnX11Elsewhere(QClipboard::Mode mode)
+bool isOwnedByOtherX11Client(QClipboard::Mode mode)
 {
     auto *const connection = X11Connection::current();
     if (!connection)
         return false;
-    const auto selection = X11Connection::atom(connection, selectionOf(mode));
-    return !X11Connection::hasMade(connection,
-                                   X11Connection::selectionOwner(connection, selection));
+    const auto selection = X11Connection::atom(connection, selectionName(mode));
+    return !X11Connection::hasCreated(connection,
+                                      X11Connection::selectionOwner(connection, selection));
 }
 
 X11SelectionReader readerOf(QClipboard::Mode mode)
 {
-    return { selectionOf(mode), Patience };
+    return { selectionName(mode), Timeout };
 }
 
 std::optional<std::string> textFromX11(QClipboard::Mode mode)
@@ -63,7 +63,7 @@ std::optional<std::string> textFromQt(QClipboard::Mode mode)
 
 std::optional<std::string> textIn(QClipboard::Mode mode)
 {
-    return isOnX11Elsewhere(mode) ? textFromX11(mode) : textFromQt(mode);
+    return isOwnedByOtherX11Client(mode) ? textFromX11(mode) : textFromQt(mode);
 }
 
 } // namespace
@@ -80,7 +80,7 @@ std::optional<std::string> QtPasteboard::text() const
 
 bool QtPasteboard::hasText() const
 {
-    if (isOnX11Elsewhere(QClipboard::Clipboard))
+    if (isOwnedByOtherX11Client(QClipboard::Clipboard))
         return !TextFormat::best(readerOf(QClipboard::Clipboard).formats()).isEmpty();
     const auto *const contents = clipboard().mimeData();
     return contents && !TextFormat::best(contents->formats()).isEmpty();

@@ -3,8 +3,8 @@
 SignalHandler::SignalHandler(int signal, void (*handler)(int))
     : m_signal(signal)
 {
-    sigaction(signal, nullptr, &m_former);
-    if (m_former.sa_handler == SIG_IGN)
+    sigaction(signal, nullptr, &m_previous);
+    if (m_previous.sa_handler == SIG_IGN)
         return;
 
     struct sigaction action {
@@ -17,5 +17,5 @@ SignalHandler::SignalHandler(int signal, void (*handler)(int))
 
 SignalHandler::~SignalHandler()
 {
-    sigaction(m_signal, &m_former, nullptr);
+    sigaction(m_signal, &m_previous, nullptr);
 }

@@ -19,6 +19,6 @@ public:
 private:
     int m_signal;
 
-    struct sigaction m_former {
+    struct sigaction m_previous {
     };
 };

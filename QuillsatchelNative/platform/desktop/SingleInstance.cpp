@@ -13,13 +13,13 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 // Between checks whether the first instance has ended or published its socket name.
-constexpr auto Turn = 5ms;
+constexpr auto PollInterval = 5ms;
 
 /// The request of a later start to the first instance.
-class Inquiry
+class HandoverRequest
 {
 public:
-    explicit Inquiry(const StartupToken &token)
+    explicit HandoverRequest(const StartupToken &token)
         : m_request(StartupRequest::encode(token))
     {
     }
@@ -27,24 +27,24 @@ public:
     /// Sends the request to the socket `name`, once, and waits one interval for the answer.
     bool isAnsweredBy(const std::string &name)
     {
-        if (name != m_asked && m_socket.connectTo(name) && m_socket.send(m_request))
-            m_asked = name;
+        if (name != m_recipient && m_socket.connectTo(name) && m_socket.send(m_request))
+            m_recipient = name;
         pollfd answer { .fd = m_socket.descriptor(), .events = POLLIN, .revents = 0 };
-        poll(&answer, 1, static_cast<int>(Turn.count()));
+        poll(&answer, 1, static_cast<int>(PollInterval.count()));
         const auto message = m_socket.receive();
         return message && message->text == StartupRequest::Answer;
     }
 
 private:
     std::string m_request;
-    std::string m_asked; // the socket that has the request
+    std::string m_recipient; // the socket that has the request
     InstanceSocket m_socket;
 };
 
 } // namespace
 
-SingleInstance::SingleInstance(const std::string &folder, std::chrono::milliseconds patience)
-    : m_patience(patience)
+SingleInstance::SingleInstance(const std::string &folder, std::chrono::milliseconds timeout)
+    : m_timeout(timeout)
     , m_folder(folder)
     , m_lock(folder)
     , m_beacon(folder)
@@ -53,21 +53,21 @@ SingleInstance::SingleInstance(const std::string &folder, std::chrono::milliseco
 
 SingleInstance::Outcome SingleInstance::start(const StartupToken &token)
 {
-    const auto end = Clock::now() + m_patience;
-    std::optional<Inquiry> inquiry;
+    const auto end = Clock::now() + m_timeout;
+    std::optional<HandoverRequest> request;
     for (m_state = takeLock(); m_state == InstanceLock::State::heldByAnother;
          m_state = takeLock()) {
         if (Clock::now() >= end) {
             std::cerr << "Quillsatchel is running already, but does not answer.\n";
             return Outcome::noAnswer;
         }
-        if (!inquiry)
-            inquiry.emplace(token);
-        if (inquiry->isAnsweredBy(nameOfFirst()))
+        if (!request)
+            request.emplace(token);
+        if (request->isAnsweredBy(requestNameOfFirst()))
             return Outcome::handedOver;
     }
     if (m_state == InstanceLock::State::held)
-        own();
+        becomeFirst();
     else
         std::cerr << "Quillsatchel cannot lock " << m_folder << " (" << m_lock.problem()
                   << "). It starts, but does not know whether it is running already.\n";
@@ -91,20 +91,20 @@ bool SingleInstance::mayWrite()
 // then: the first instance must be able to lock it when it saves.
 InstanceLock::State SingleInstance::takeLock()
 {
-    return m_beacon.isLit() ? InstanceLock::State::heldByAnother : m_lock.take();
+    return m_beacon.isOn() ? InstanceLock::State::heldByAnother : m_lock.take();
 }
 
-std::string SingleInstance::nameOfFirst() const
+std::string SingleInstance::requestNameOfFirst() const
 {
-    return m_beacon.isLit() ? m_beacon.requestName() : m_lock.read();
+    return m_beacon.isOn() ? m_beacon.requestName() : m_lock.read();
 }
 
 // The beacon implies its request name, so it stays off if another socket has that name.
-void SingleInstance::own()
+void SingleInstance::becomeFirst()
 {
     m_ownsFolder = true;
     m_socket.emplace(m_beacon.requestName());
     if (m_socket->name() == m_beacon.requestName())
-        m_beacon.light();
+        m_beacon.turnOn();
     m_lock.write(m_socket->name());
 }

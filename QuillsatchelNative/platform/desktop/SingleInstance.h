@@ -22,9 +22,9 @@ public:
         noAnswer,   // the first instance holds the folder but is stopped or hangs
     };
 
-    /// `patience`: how long to wait for a first instance that is starting, ending or busy.
+    /// `timeout`: how long to wait for a first instance that is starting, ending or busy.
     explicit SingleInstance(const std::string &folder,
-                            std::chrono::milliseconds patience = std::chrono::seconds(5));
+                            std::chrono::milliseconds timeout = std::chrono::seconds(5));
 
     /// Becomes the first instance, or hands `token` to it. Also starts if the folder cannot be
     /// locked. Reports that, and a missing answer, on standard error.
@@ -42,10 +42,10 @@ public:
 
 private:
     InstanceLock::State takeLock();
-    std::string nameOfFirst() const;
-    void own();
+    std::string requestNameOfFirst() const;
+    void becomeFirst();
 
-    std::chrono::milliseconds m_patience;
+    std::chrono::milliseconds m_timeout;
     std::string m_folder;
     InstanceLock m_lock;
     InstanceLock::State m_state = InstanceLock::State::unavailable;

@@ -9,17 +9,17 @@ namespace
 {
 
 constexpr std::string_view Greeting = "Quillsatchel, come forward\n";
-constexpr std::size_t LongestToken = 512; // bytes; real ones have some dozens
+constexpr std::size_t MaximumTokenSize = 512; // bytes; real ones have some dozens
 
 bool isToken(std::string_view text)
 {
     const auto isControl = [](char each) {
         return static_cast<unsigned char>(each) < ' ' || each == '\x7F';
     };
-    return text.size() <= LongestToken && std::ranges::none_of(text, isControl);
+    return text.size() <= MaximumTokenSize && std::ranges::none_of(text, isControl);
 }
 
-std::string tokenOrNothing(std::string_view text)
+std::string tokenOrEmpty(std::string_view text)
 {
     return std::string(isToken(text) ? text : std::string_view());
 }
@@ -36,8 +36,8 @@ std::string_view takeLine(std::string_view &text)
 
 std::string encode(const StartupToken &token)
 {
-    return std::string(Greeting) + tokenOrNothing(token.activationToken) + '\n' +
-           tokenOrNothing(token.startupID) + '\n';
+    return std::string(Greeting) + tokenOrEmpty(token.activationToken) + '\n' +
+           tokenOrEmpty(token.startupID) + '\n';
 }
 
 std::optional<StartupToken> decode(std::string_view text)
@@ -47,8 +47,8 @@ std::optional<StartupToken> decode(std::string_view text)
     text.remove_prefix(Greeting.size());
     const auto activationToken = takeLine(text);
     const auto startupID = takeLine(text);
-    return StartupToken { .activationToken = tokenOrNothing(activationToken),
-                          .startupID = tokenOrNothing(startupID) };
+    return StartupToken { .activationToken = tokenOrEmpty(activationToken),
+                          .startupID = tokenOrEmpty(startupID) };
 }
 
 } // namespace StartupRequest

@@ -15,9 +15,9 @@ std::atomic<int> raisedEvent = -1;
 // Only async-signal-safe calls are allowed here.
 void raiseEvent(int /*signal*/)
 {
-    const int former = errno;
+    const int savedErrno = errno;
     eventfd_write(raisedEvent, 1);
-    errno = former;
+    errno = savedErrno;
 }
 
 } // namespace

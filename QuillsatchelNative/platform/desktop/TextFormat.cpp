@@ -50,7 +50,7 @@ bool isKnown(const QString &encoding)
     return encoding == Utf8 || QStringDecoder(encoding.toLatin1().constData()).isValid();
 }
 
-constexpr int NoText = std::numeric_limits<int>::max();
+constexpr int Unsupported = std::numeric_limits<int>::max();
 
 /// Lower is better.
 int rank(const QString &format)
@@ -59,12 +59,12 @@ int rank(const QString &format)
         return 0;
     if (isPlainText(format)) {
         if (!isKnown(encodingOf(format)))
-            return NoText;
+            return Unsupported;
         return charsetOf(format) == Utf8 ? 1 : 2;
     }
     if (format == "STRING"_L1)
         return 3;
-    return format == UriList ? 4 : NoText;
+    return format == UriList ? 4 : Unsupported;
 }
 
 } // namespace
@@ -72,7 +72,7 @@ int rank(const QString &format)
 QString TextFormat::best(const QStringList &formats)
 {
     const auto found = std::ranges::min_element(formats, {}, rank);
-    return found == formats.end() || rank(*found) == NoText ? QString() : *found;
+    return found == formats.end() || rank(*found) == Unsupported ? QString() : *found;
 }
 
 std::string TextFormat::decoded(const QByteArray &bytes, const QString &format)

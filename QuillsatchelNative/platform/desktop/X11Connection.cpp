@@ -8,7 +8,7 @@ xcb_connection_t *X11Connection::current()
     return x11 ? x11->connection() : nullptr;
 }
 
-X11Connection::OwnConnection X11Connection::connectAgain()
+X11Connection::OwnConnection X11Connection::connectSeparately()
 {
     return OwnConnection(xcb_connect(nullptr, nullptr));
 }
@@ -35,7 +35,7 @@ xcb_window_t X11Connection::selectionOwner(xcb_connection_t *connection, xcb_ato
     return reply ? reply->owner : xcb_window_t(XCB_WINDOW_NONE);
 }
 
-bool X11Connection::hasMade(xcb_connection_t *connection, xcb_window_t window)
+bool X11Connection::hasCreated(xcb_connection_t *connection, xcb_window_t window)
 {
     const auto *const setup = xcb_get_setup(connection);
     return (window & ~setup->resource_id_mask) == setup->resource_id_base;

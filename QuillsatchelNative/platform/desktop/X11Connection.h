@@ -17,7 +17,7 @@ xcb_connection_t *current();
 using OwnConnection = CPointer<xcb_connection_t, &xcb_disconnect>;
 
 /// Opens another connection to the same server. It has an error if there is no server.
-OwnConnection connectAgain();
+OwnConnection connectSeparately();
 
 xcb_window_t root(xcb_connection_t *connection);
 
@@ -27,7 +27,7 @@ xcb_atom_t atom(xcb_connection_t *connection, std::string_view name);
 xcb_window_t selectionOwner(xcb_connection_t *connection, xcb_atom_t selection);
 
 /// Whether the window was created over this connection.
-bool hasMade(xcb_connection_t *connection, xcb_window_t window);
+bool hasCreated(xcb_connection_t *connection, xcb_window_t window);
 
 template <typename Reply>
 using ReplyPointer = CPointer<Reply, &std::free>;

@@ -14,7 +14,7 @@ X11RootProperty::X11RootProperty(std::string_view name)
         return;
     m_atom = X11Connection::atom(m_connection, name);
     watch();
-    isSet.set(isThere());
+    isSet.set(exists());
 }
 
 // Qt shares this connection's event mask, so the events that Qt selected must stay in it.
@@ -31,7 +31,7 @@ void X11RootProperty::watch()
     qGuiApp->installNativeEventFilter(this);
 }
 
-bool X11RootProperty::isThere() const
+bool X11RootProperty::exists() const
 {
     const auto cookie = xcb_get_property(m_connection, 0, X11Connection::root(m_connection), m_atom,
                                          XCB_GET_PROPERTY_TYPE_ANY, 0, 0);

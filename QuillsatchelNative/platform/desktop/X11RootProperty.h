@@ -28,7 +28,7 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void watch();
-    bool isThere() const;
+    bool exists() const;
 
     xcb_connection_t *m_connection; // null if Qt does not run on X11
     std::uint32_t m_atom = 0;

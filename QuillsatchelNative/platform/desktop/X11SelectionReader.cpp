@@ -24,9 +24,9 @@ bool isAnswer(const xcb_generic_event_t &event)
 } // namespace
 
 X11SelectionReader::X11SelectionReader(std::string_view selection,
-                                       std::chrono::milliseconds patience)
-    : m_connection(X11Connection::connectAgain())
-    , m_deadline(patience)
+                                       std::chrono::milliseconds timeout)
+    : m_connection(X11Connection::connectSeparately())
+    , m_deadline(timeout)
 {
     if (xcb_connection_has_error(m_connection.get()) != 0)
         return;
@@ -61,7 +61,7 @@ std::optional<QByteArray> X11SelectionReader::data(const QString &format)
     const auto content = property(format.toStdString());
     if (!content)
         return std::nullopt;
-    return content->type == X11Connection::atom(m_connection.get(), "INCR") ? pieces()
+    return content->type == X11Connection::atom(m_connection.get(), "INCR") ? incrementalData()
                                                                             : content->bytes;
 }
 
@@ -82,7 +82,7 @@ std::optional<X11SelectionReader::Property> X11SelectionReader::property(std::st
 {
     xcb_atom_t property = XCB_ATOM_NONE;
     request(target);
-    const bool isAnswered = await([&property](const xcb_generic_event_t &event) {
+    const bool isAnswered = waitForEvent([&property](const xcb_generic_event_t &event) {
         property = reinterpret_cast<const xcb_selection_notify_event_t &>(event).property;
         return isAnswer(event);
     });
@@ -90,21 +90,21 @@ std::optional<X11SelectionReader::Property> X11SelectionReader::property(std::st
 }
 
 // An INCR transfer: reading a chunk requests the next one; an empty chunk is the last.
-std::optional<QByteArray> X11SelectionReader::pieces()
+std::optional<QByteArray> X11SelectionReader::incrementalData()
 {
     QByteArray whole;
-    const auto isNextPiece = [this](const xcb_generic_event_t &event) {
+    const auto isNextChunk = [this](const xcb_generic_event_t &event) {
         const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
         return (event.response_type & 0x7F) == XCB_PROPERTY_NOTIFY && change.atom == m_property &&
                change.state == XCB_PROPERTY_NEW_VALUE;
     };
-    while (!m_deadline.hasExpired() && await(isNextPiece)) {
-        const auto piece = takeProperty();
-        if (!piece)
+    while (!m_deadline.hasExpired() && waitForEvent(isNextChunk)) {
+        const auto chunk = takeProperty();
+        if (!chunk)
             return std::nullopt;
-        if (piece->bytes.isEmpty())
+        if (chunk->bytes.isEmpty())
             return whole;
-        whole += piece->bytes;
+        whole += chunk->bytes;
     }
     return std::nullopt;
 }
@@ -124,20 +124,20 @@ std::optional<X11SelectionReader::Property> X11SelectionReader::takeProperty()
                       { bytes, xcb_get_property_value_length(reply.get()) } };
 }
 
-bool X11SelectionReader::await(const IsAwaited &isAwaited)
+bool X11SelectionReader::waitForEvent(const EventFilter &isWanted)
 {
     do {
-        if (takeEvent(isAwaited))
+        if (takeEvent(isWanted))
             return true;
     } while (waitForInput());
     return false;
 }
 
-bool X11SelectionReader::takeEvent(const IsAwaited &isAwaited)
+bool X11SelectionReader::takeEvent(const EventFilter &isWanted)
 {
     using Event = ReplyPointer<xcb_generic_event_t>;
     while (const Event event { xcb_poll_for_event(m_connection.get()) }) {
-        if (isAwaited(*event))
+        if (isWanted(*event))
             return true;
     }
     return false;

@@ -20,7 +20,7 @@ class X11SelectionReader
 {
 public:
     /// The timeout begins now.
-    X11SelectionReader(std::string_view selection, std::chrono::milliseconds patience);
+    X11SelectionReader(std::string_view selection, std::chrono::milliseconds timeout);
 
     /// The formats that the owner offers; empty without an owner or an answer in time.
     QStringList formats();
@@ -44,13 +44,13 @@ private:
         QByteArray bytes;
     };
 
-    using IsAwaited = std::function<bool(const xcb_generic_event_t &)>;
+    using EventFilter = std::function<bool(const xcb_generic_event_t &)>;
 
     std::optional<Property> property(std::string_view target);
-    std::optional<QByteArray> pieces();
+    std::optional<QByteArray> incrementalData();
     std::optional<Property> takeProperty();
-    bool await(const IsAwaited &isAwaited);
-    bool takeEvent(const IsAwaited &isAwaited);
+    bool waitForEvent(const EventFilter &isWanted);
+    bool takeEvent(const EventFilter &isWanted);
     bool waitForInput() const;
     QString nameOf(xcb_get_atom_name_cookie_t cookie);
 

@@ -18,10 +18,10 @@
 namespace
 {
 
-constexpr std::uint32_t ToWindowManager =
+constexpr std::uint32_t WindowManagerEvents =
     XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
 
-xcb_client_message_event_t messageAbout(const QWindow &window, xcb_atom_t type)
+xcb_client_message_event_t clientMessage(const QWindow &window, xcb_atom_t type)
 {
     xcb_client_message_event_t message {};
     message.response_type = XCB_CLIENT_MESSAGE;
@@ -32,20 +32,20 @@ xcb_client_message_event_t messageAbout(const QWindow &window, xcb_atom_t type)
 }
 
 /// The X server time of the user's action, as given in the startup id, if any.
-std::optional<xcb_timestamp_t> timeOf(const std::string &startupID)
+std::optional<xcb_timestamp_t> timestampOf(const std::string &startupID)
 {
-    constexpr std::string_view Mark = "_TIME";
-    const auto mark = startupID.rfind(Mark);
+    constexpr std::string_view TimeMark = "_TIME";
+    const auto mark = startupID.rfind(TimeMark);
     if (mark == std::string::npos)
         return std::nullopt;
-    const auto digits = std::string_view(startupID).substr(mark + Mark.size());
+    const auto digits = std::string_view(startupID).substr(mark + TimeMark.size());
     xcb_timestamp_t time = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), time);
     const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
     return isNumber && time != XCB_CURRENT_TIME ? std::optional(time) : std::nullopt;
 }
 
-std::string inQuotes(std::string_view text)
+std::string quoted(std::string_view text)
 {
     std::string result = "\"";
     for (const char each : text) {
@@ -83,11 +83,11 @@ void X11WindowSystem::showOnAllDesktops(QWindow &window)
     if (!m_connection)
         return;
     constexpr std::uint32_t AllDesktops = 0xFFFFFFFF;
-    constexpr std::uint32_t FromAnApplication = 1;
-    auto message = messageAbout(window, m_desktopAtom);
+    constexpr std::uint32_t SourceApplication = 1;
+    auto message = clientMessage(window, m_desktopAtom);
     message.data.data32[0] = AllDesktops;
-    message.data.data32[1] = FromAnApplication;
-    sendToRoot(message, ToWindowManager);
+    message.data.data32[1] = SourceApplication;
+    sendToRoot(message, WindowManagerEvents);
 }
 
 void X11WindowSystem::blurBehind(QWindow &window, const QSize &size, int radius)
@@ -96,14 +96,14 @@ void X11WindowSystem::blurBehind(QWindow &window, const QSize &size, int radius)
         return;
     const qreal scale = window.devicePixelRatio();
     const int radiusInPixels = static_cast<int>(std::ceil(radius * scale));
-    std::vector<std::uint32_t> numbers;
+    std::vector<std::uint32_t> cardinals;
     for (const QRect &rect : RoundedRegion::of(size * scale, radiusInPixels)) {
         for (const int number : { rect.x(), rect.y(), rect.width(), rect.height() })
-            numbers.push_back(static_cast<std::uint32_t>(number));
+            cardinals.push_back(static_cast<std::uint32_t>(number));
     }
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE,
                         static_cast<xcb_window_t>(window.winId()), m_blur.atom(), XCB_ATOM_CARDINAL,
-                        32, static_cast<std::uint32_t>(numbers.size()), numbers.data());
+                        32, static_cast<std::uint32_t>(cardinals.size()), cardinals.data());
     xcb_flush(m_connection);
 }
 
@@ -128,26 +128,26 @@ void X11WindowSystem::activate(QWindow &window, const StartupToken &token)
 // would refuse it as focus stealing. Without a token, the request counts as a direct user action.
 void X11WindowSystem::requestActivation(QWindow &window, const std::string &startupID)
 {
-    constexpr std::uint32_t FromAnApplication = 1;
-    constexpr std::uint32_t FromTheUser = 2;
-    const auto time = timeOf(startupID);
-    auto message = messageAbout(window, X11Connection::atom(m_connection, "_NET_ACTIVE_WINDOW"));
-    message.data.data32[0] = time ? FromAnApplication : FromTheUser;
+    constexpr std::uint32_t SourceApplication = 1;
+    constexpr std::uint32_t SourceUser = 2;
+    const auto time = timestampOf(startupID);
+    auto message = clientMessage(window, X11Connection::atom(m_connection, "_NET_ACTIVE_WINDOW"));
+    message.data.data32[0] = time ? SourceApplication : SourceUser;
     message.data.data32[1] = time.value_or(XCB_CURRENT_TIME);
-    sendToRoot(message, ToWindowManager);
+    sendToRoot(message, WindowManagerEvents);
 }
 
 // The startup notification protocol: zero-terminated text in messages of twenty bytes.
 void X11WindowSystem::endStartup(const QWindow &window, const std::string &startupID)
 {
-    const std::string text = "remove: ID=" + inQuotes(startupID) + '\0';
+    const std::string text = "remove: ID=" + quoted(startupID) + '\0';
     auto message =
-        messageAbout(window, X11Connection::atom(m_connection, "_NET_STARTUP_INFO_BEGIN"));
+        clientMessage(window, X11Connection::atom(m_connection, "_NET_STARTUP_INFO_BEGIN"));
     message.format = 8;
-    constexpr std::size_t Room = sizeof(message.data.data8);
-    for (std::size_t sent = 0; sent < text.size(); sent += Room) {
+    constexpr std::size_t BytesPerMessage = sizeof(message.data.data8);
+    for (std::size_t sent = 0; sent < text.size(); sent += BytesPerMessage) {
         message.data = {};
-        text.copy(reinterpret_cast<char *>(message.data.data8), Room, sent);
+        text.copy(reinterpret_cast<char *>(message.data.data8), BytesPerMessage, sent);
         sendToRoot(message, XCB_EVENT_MASK_PROPERTY_CHANGE);
         message.type = X11Connection::atom(m_connection, "_NET_STARTUP_INFO");
     }

@@ -55,9 +55,9 @@ private:
 };
 
 enum class Type : std::uint8_t {
-    Integer,
-    String,
-    Color
+    integer,
+    string,
+    color
 };
 
 void readSetting(Reader &reader, std::map<std::string, std::int32_t> &integers)
@@ -66,11 +66,11 @@ void readSetting(Reader &reader, std::map<std::string, std::int32_t> &integers)
     reader.bytes(1);
     const std::string name(reader.text(reader.number<std::uint16_t>()));
     reader.number<std::uint32_t>(); // serial number of the last change
-    if (type == Type::String) {
+    if (type == Type::string) {
         reader.text(reader.number<std::uint32_t>());
-    } else if (type == Type::Color) {
+    } else if (type == Type::color) {
         reader.bytes(8);
-    } else if (type != Type::Integer) {
+    } else if (type != Type::integer) {
         reader.bytes(std::string_view::npos); // stop: an unknown type has an unknown size
     } else if (const auto value = reader.number<std::int32_t>(); reader.isIntact()) {
         integers[name] = value;

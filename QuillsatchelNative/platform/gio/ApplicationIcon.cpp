@@ -13,14 +13,14 @@ namespace ApplicationIcon
 namespace
 {
 
-constexpr double LargestSide = 4096; // pixels
+constexpr double MaximumSide = 4096; // pixels
 
 int longerSide(const QSize &size)
 {
     return std::max(size.width(), size.height());
 }
 
-QIcon iconOf(const std::string &name)
+QIcon loadIcon(const std::string &name)
 {
     const QString text = QString::fromStdString(name);
     if (!text.contains(QLatin1Char('/')))
@@ -47,7 +47,7 @@ QPixmap crispPixmap(const QIcon &icon, double size, double scale, int side)
     return larger == sizes.cend() ? nearest : icon.pixmap(*larger, 1.0);
 }
 
-QImage onSquare(QImage picture, int side)
+QImage centeredOnSquare(QImage picture, int side)
 {
     picture.setDevicePixelRatio(1);
     if (longerSide(picture.size()) != side)
@@ -66,7 +66,7 @@ QImage draw(const QIcon &icon, double size, double scale, int side)
     QImage image = crispPixmap(icon, size, scale, side).toImage();
     if (image.isNull())
         return {};
-    image = onSquare(std::move(image), side);
+    image = centeredOnSquare(std::move(image), side);
     image.setDevicePixelRatio(scale);
     return image;
 }
@@ -76,11 +76,12 @@ QImage draw(const QIcon &icon, double size, double scale, int side)
 QImage picture(const std::string &icon, double size, double scale)
 {
     const double pixels = size * scale;
-    if (!(scale > 0 && pixels >= 1 && pixels <= LargestSide))
+    if (!(scale > 0 && pixels >= 1 && pixels <= MaximumSide))
         return {};
     const int side = qRound(pixels);
-    const QImage own = draw(iconOf(icon), size, scale, side);
-    return own.isNull() ? draw(iconOf("application-x-executable"), size, scale, side) : own;
+    const QImage requested = draw(loadIcon(icon), size, scale, side);
+    return requested.isNull() ? draw(loadIcon("application-x-executable"), size, scale, side)
+                              : requested;
 }
 
 } // namespace ApplicationIcon

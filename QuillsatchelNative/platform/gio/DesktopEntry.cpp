@@ -7,16 +7,16 @@
 namespace
 {
 
-constexpr std::uintmax_t LargestFile = 1024 * 1024;
+constexpr std::uintmax_t MaximumFileSize = 1024 * 1024;
 
-bool isWorthOpening(const std::string &path)
+bool isSafeToOpen(const std::string &path)
 {
     std::error_code error;
     if (!path.starts_with('/') || path.find('\0') != std::string::npos ||
         !std::filesystem::is_regular_file(path, error))
         return false;
     const auto size = std::filesystem::file_size(path, error);
-    return !error && size > 0 && size <= LargestFile; // files in /proc and /sys have no size
+    return !error && size > 0 && size <= MaximumFileSize; // files in /proc and /sys have no size
 }
 
 /// Empty values count as missing: an entry with "Name=" has no name.
@@ -42,7 +42,7 @@ void appendWord(std::string &words, const std::string &word)
 
 std::optional<DesktopEntry> DesktopEntry::open(const std::string &path)
 {
-    if (!isWorthOpening(path))
+    if (!isSafeToOpen(path))
         return std::nullopt;
     auto *const info = g_desktop_app_info_new_from_filename(path.c_str());
     return info ? std::optional(DesktopEntry(info)) : std::nullopt;

@@ -33,8 +33,8 @@ GioWorkspace::GioWorkspace(MainQueue &mainQueue)
 
 GioWorkspace::~GioWorkspace()
 {
-    constexpr std::chrono::seconds LongEnoughToBeSent(1);
-    m_tasks.waitFor(LongEnoughToBeSent);
+    constexpr std::chrono::seconds LaunchTimeout(1);
+    m_tasks.waitFor(LaunchTimeout);
     m_stop.request_stop();
 }
 

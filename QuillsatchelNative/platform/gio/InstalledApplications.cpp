@@ -24,8 +24,8 @@ public:
     void add(const std::filesystem::path &folder, const std::string &idPrefix = {})
     {
         std::error_code error;
-        const auto place = std::filesystem::canonical(folder, error);
-        if (error || !m_visited.insert(place).second) // links can form cycles
+        const auto canonical = std::filesystem::canonical(folder, error);
+        if (error || !m_visited.insert(canonical).second) // links can form cycles
             return;
         for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
              file.increment(error))
@@ -80,11 +80,11 @@ bool isUtf8(const std::string &text)
 
 std::vector<std::filesystem::path> folders()
 {
-    const std::filesystem::path own = g_get_user_data_dir();
-    std::vector<std::filesystem::path> dataFolders { own };
+    const std::filesystem::path userData = g_get_user_data_dir();
+    std::vector<std::filesystem::path> dataFolders { userData };
     for (const char *const *folder = g_get_system_data_dirs(); *folder; ++folder)
         dataFolders.emplace_back(*folder);
-    dataFolders.push_back(own / "flatpak/exports/share");
+    dataFolders.push_back(userData / "flatpak/exports/share");
     dataFolders.emplace_back("/var/lib/flatpak/exports/share");
     dataFolders.emplace_back("/var/lib/snapd/desktop");
     for (auto &folder : dataFolders)

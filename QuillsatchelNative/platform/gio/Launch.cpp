@@ -16,7 +16,7 @@ namespace
 using List = CPointer<GList, &g_list_free>;
 
 // Without its own session the new program would end with the terminal that started us.
-void leaveOurSession(gpointer /*data*/)
+void startNewSession(gpointer /*data*/)
 {
     setsid();
 }
@@ -41,10 +41,10 @@ void spawn(GDesktopAppInfo *application, GList *addresses)
 {
     LaunchContext context(application);
     const bool isStarted = g_desktop_app_info_launch_uris_as_manager(
-        application, addresses, context.get(), G_SPAWN_SEARCH_PATH, &leaveOurSession, nullptr,
+        application, addresses, context.get(), G_SPAWN_SEARCH_PATH, &startNewSession, nullptr,
         nullptr, nullptr, nullptr);
     if (!isStarted)
-        context.withdraw();
+        context.complete();
 }
 
 /// A GLib main context for this thread.
@@ -58,7 +58,7 @@ public:
 
     ~EventLoop() { g_main_context_pop_thread_default(m_context.get()); }
 
-    void turn() const { g_main_context_iteration(m_context.get(), TRUE); }
+    void iterate() const { g_main_context_iteration(m_context.get(), TRUE); }
 
 private:
     CPointer<GMainContext, &g_main_context_unref> m_context { g_main_context_new() };
@@ -71,19 +71,19 @@ void activate(GDesktopAppInfo *application, GList *addresses, const std::stop_to
     const GObjectPointer<GCancellable> cancellable(g_cancellable_new());
     const std::stop_callback cancel(stop, [&] { g_cancellable_cancel(cancellable.get()); });
     GObjectPointer<GAsyncResult> answer;
-    const auto receive = [](GObject *, GAsyncResult *result, gpointer toWhom) {
-        static_cast<GObjectPointer<GAsyncResult> *>(toWhom)->reset(g_object_ref(result));
+    const auto receive = [](GObject *, GAsyncResult *result, gpointer destination) {
+        static_cast<GObjectPointer<GAsyncResult> *>(destination)->reset(g_object_ref(result));
     };
     // Without a context, as GIO warns when a launch fails whose context returns no id.
     g_app_info_launch_uris_async(G_APP_INFO(application), addresses,
-                                 context.isAnnounced() ? context.get() : nullptr, cancellable.get(),
-                                 receive, &answer);
+                                 context.hasNotification() ? context.get() : nullptr,
+                                 cancellable.get(), receive, &answer);
     while (!answer)
-        eventLoop.turn();
+        eventLoop.iterate();
     const bool isStarted =
         g_app_info_launch_uris_finish(G_APP_INFO(application), answer.get(), nullptr);
     if (!isStarted && !stop.stop_requested())
-        context.withdraw();
+        context.complete();
 }
 
 void launch(GDesktopAppInfo *application, GList *addresses, const std::stop_token &stop)
@@ -95,20 +95,20 @@ void launch(GDesktopAppInfo *application, GList *addresses, const std::stop_toke
         spawn(application, addresses);
 }
 
-bool takesAddresses(GAppInfo *application)
+bool acceptsAddresses(GAppInfo *application)
 {
     return g_app_info_supports_uris(application) || isActivatable(G_DESKTOP_APP_INFO(application));
 }
 
 /// Uses xdg-open, for desktops whose default handler GIO does not know.
-void openWithoutGio(std::string &address)
+void openWithXdgOpen(std::string &address)
 {
     const LaunchContext context;
     const CPointer<char *, &g_strfreev> environment(
         g_app_launch_context_get_environment(context.get()));
     std::string program = "xdg-open";
     std::array<char *, 3> command { program.data(), address.data(), nullptr };
-    g_spawn_async(nullptr, command.data(), environment.get(), G_SPAWN_SEARCH_PATH, &leaveOurSession,
+    g_spawn_async(nullptr, command.data(), environment.get(), G_SPAWN_SEARCH_PATH, &startNewSession,
                   nullptr, nullptr, nullptr);
 }
 
@@ -126,8 +126,8 @@ void address(std::string address, const std::string &scheme, const std::stop_tok
         return;
     const GObjectPointer<GAppInfo> application(
         g_app_info_get_default_for_uri_scheme(scheme.c_str()));
-    if (!application || !takesAddresses(application.get())) {
-        openWithoutGio(address);
+    if (!application || !acceptsAddresses(application.get())) {
+        openWithXdgOpen(address);
         return;
     }
     const List addresses(g_list_append(nullptr, address.data()));

@@ -22,10 +22,10 @@ LaunchContext::LaunchContext(GDesktopAppInfo *application)
         m_notification = StartupNotification::begin(application);
 }
 
-void LaunchContext::withdraw()
+void LaunchContext::complete()
 {
     if (m_notification)
-        m_notification->withdraw();
+        m_notification->complete();
 }
 
 GType LaunchContext::type()
@@ -34,14 +34,14 @@ GType LaunchContext::type()
         G_TYPE_APP_LAUNCH_CONTEXT, "QuillsatchelLaunchContext", sizeof(GAppLaunchContextClass),
         [](gpointer classOfObjects, gpointer /*data*/) {
             static_cast<GAppLaunchContextClass *>(classOfObjects)->get_startup_notify_id =
-                &LaunchContext::announcement;
+                &LaunchContext::startupNotifyId;
         },
         sizeof(Object), nullptr, G_TYPE_FLAG_NONE);
     return type;
 }
 
-char *LaunchContext::announcement(GAppLaunchContext *context, GAppInfo * /*application*/,
-                                  GList * /*files*/)
+char *LaunchContext::startupNotifyId(GAppLaunchContext *context, GAppInfo * /*application*/,
+                                     GList * /*files*/)
 {
     const auto &notification = reinterpret_cast<Object *>(context)->owner->m_notification;
     return notification ? g_strdup(notification->id().c_str()) : nullptr;

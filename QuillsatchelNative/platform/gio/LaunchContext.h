@@ -22,16 +22,16 @@ public:
 
     GAppLaunchContext *get() const { return m_context.get(); }
 
-    bool isAnnounced() const { return m_notification.has_value(); }
+    bool hasNotification() const { return m_notification.has_value(); }
 
     /// Ends the startup notification of a failed launch.
-    void withdraw();
+    void complete();
 
 private:
     struct Object;
 
     static GType type();
-    static char *announcement(GAppLaunchContext *context, GAppInfo *application, GList *files);
+    static char *startupNotifyId(GAppLaunchContext *context, GAppInfo *application, GList *files);
 
     GObjectPointer<GAppLaunchContext> m_context;
     std::optional<StartupNotification> m_notification;

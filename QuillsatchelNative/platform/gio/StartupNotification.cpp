@@ -17,7 +17,7 @@ using Connection = CPointer<xcb_connection_t, &xcb_disconnect>;
 using Event = CPointer<xcb_generic_event_t, &std::free>;
 
 // The library numbers its sequences in an unprotected global, on any thread.
-std::mutex &libraryLock()
+std::mutex &libraryMutex()
 {
     static std::mutex lock;
     return lock;
@@ -32,7 +32,7 @@ xcb_window_t rootOf(xcb_connection_t *connection, int screen)
 }
 
 /// The current X server time, from the event of a property change.
-xcb_timestamp_t displayTime(xcb_connection_t *connection, int screen)
+xcb_timestamp_t serverTime(xcb_connection_t *connection, int screen)
 {
     const auto window = xcb_generate_id(connection);
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -43,18 +43,18 @@ xcb_timestamp_t displayTime(xcb_connection_t *connection, int screen)
                         8, 0, nullptr);
     xcb_destroy_window(connection, window);
     xcb_flush(connection);
-    constexpr std::uint8_t AnError = 0;
+    constexpr std::uint8_t ErrorEvent = 0;
     while (const Event event { xcb_wait_for_event(connection) }) {
         if (event->response_type == XCB_PROPERTY_NOTIFY)
             return reinterpret_cast<const xcb_property_notify_event_t *>(event.get())->time;
-        if (event->response_type == AnError)
+        if (event->response_type == ErrorEvent)
             break;
     }
     return XCB_CURRENT_TIME;
 }
 
 /// A round trip: closing the connection too early can lose requests.
-void waitUntilRead(xcb_connection_t *connection)
+void waitForServer(xcb_connection_t *connection)
 {
     const CPointer<xcb_get_input_focus_reply_t, &std::free> reply(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
@@ -74,13 +74,13 @@ public:
 
     std::string id() const { return sn_launcher_context_get_startup_id(m_launcher.get()); }
 
-    void end();
+    void complete();
 
 private:
     using Setter = void (*)(SnLauncherContext *launcher, const char *value);
 
     void describe(GDesktopAppInfo *application) const;
-    void say(Setter set, const char *value) const;
+    void setIfPresent(Setter set, const char *value) const;
 
     Connection m_connection;
     CPointer<SnDisplay, &sn_display_unref> m_display;
@@ -91,20 +91,20 @@ StartupNotification::Sequence::Sequence(Connection connection, int screen,
                                         GDesktopAppInfo *application)
     : m_connection(std::move(connection))
 {
-    const auto time = displayTime(m_connection.get(), screen);
+    const auto time = serverTime(m_connection.get(), screen);
     const auto *const program = g_app_info_get_executable(G_APP_INFO(application));
-    const std::scoped_lock lock(libraryLock());
+    const std::scoped_lock lock(libraryMutex());
     m_display.reset(sn_xcb_display_new(m_connection.get(), nullptr, nullptr));
     m_launcher.reset(sn_launcher_context_new(m_display.get(), screen));
     describe(application);
     sn_launcher_context_initiate(m_launcher.get(), "Quillsatchel",
                                  program ? program : "application", time);
-    waitUntilRead(m_connection.get());
+    waitForServer(m_connection.get());
 }
 
 StartupNotification::Sequence::~Sequence()
 {
-    const std::scoped_lock lock(libraryLock());
+    const std::scoped_lock lock(libraryMutex());
     m_launcher.reset();
     m_display.reset();
 }
@@ -113,23 +113,24 @@ void StartupNotification::Sequence::describe(GDesktopAppInfo *application) const
 {
     GAppInfo *const info = G_APP_INFO(application);
     const GText icon(g_desktop_app_info_get_locale_string(application, "Icon"));
-    say(&sn_launcher_context_set_name, g_app_info_get_display_name(info));
-    say(&sn_launcher_context_set_binary_name, g_app_info_get_executable(info));
-    say(&sn_launcher_context_set_icon_name, icon.get());
-    say(&sn_launcher_context_set_wmclass, g_desktop_app_info_get_startup_wm_class(application));
+    setIfPresent(&sn_launcher_context_set_name, g_app_info_get_display_name(info));
+    setIfPresent(&sn_launcher_context_set_binary_name, g_app_info_get_executable(info));
+    setIfPresent(&sn_launcher_context_set_icon_name, icon.get());
+    setIfPresent(&sn_launcher_context_set_wmclass,
+                 g_desktop_app_info_get_startup_wm_class(application));
 }
 
-void StartupNotification::Sequence::say(Setter set, const char *value) const
+void StartupNotification::Sequence::setIfPresent(Setter set, const char *value) const
 {
     if (value)
         set(m_launcher.get(), value);
 }
 
-void StartupNotification::Sequence::end()
+void StartupNotification::Sequence::complete()
 {
-    const std::scoped_lock lock(libraryLock());
+    const std::scoped_lock lock(libraryMutex());
     sn_launcher_context_complete(m_launcher.get());
-    waitUntilRead(m_connection.get());
+    waitForServer(m_connection.get());
 }
 
 std::optional<StartupNotification> StartupNotification::begin(GDesktopAppInfo *application)
@@ -156,7 +157,7 @@ std::string StartupNotification::id() const
     return m_sequence->id();
 }
 
-void StartupNotification::withdraw()
+void StartupNotification::complete()
 {
-    m_sequence->end();
+    m_sequence->complete();
 }

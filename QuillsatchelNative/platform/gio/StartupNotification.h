@@ -23,7 +23,7 @@ public:
     std::string id() const;
 
     /// Ends the notification because the launch failed.
-    void withdraw();
+    void complete();
 
 private:
     class Sequence;

@@ -15,12 +15,12 @@ namespace
 std::optional<QByteArray> fetch(QUrl url, const Transfer::Options &options,
                                 const std::stop_token &stop)
 {
-    constexpr int MostRedirects = 20;
+    constexpr int MaximumRedirects = 20;
     Transfer transfer(options, stop);
     const char *protocols = "http,https";
-    for (int redirects = 0; redirects <= MostRedirects; ++redirects) {
+    for (int redirects = 0; redirects <= MaximumRedirects; ++redirects) {
         const std::string address = url.toEncoded().toStdString(); // with the host in Punycode
-        auto response = transfer.get(address, protocols, SystemProxy::of(address, stop));
+        auto response = transfer.get(address, protocols, SystemProxy::forAddress(address, stop));
         if (!response)
             return std::nullopt;
         if (response->redirect.empty())

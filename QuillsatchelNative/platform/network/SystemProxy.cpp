@@ -13,7 +13,7 @@ namespace
 {
 
 /// In libcurl's notation. SOCKS proxies do the DNS lookup.
-std::string translated(std::string_view proxy)
+std::string inCurlNotation(std::string_view proxy)
 {
     if (proxy == "direct://")
         return {};
@@ -26,14 +26,14 @@ std::string translated(std::string_view proxy)
 
 } // namespace
 
-std::string of(const std::string &address, const std::stop_token &stop)
+std::string forAddress(const std::string &address, const std::stop_token &stop)
 {
     const GObjectPointer<GCancellable> cancellable(g_cancellable_new());
     const std::stop_callback cancel(stop, [&] { g_cancellable_cancel(cancellable.get()); });
     const CPointer<char *, &g_strfreev> proxies(g_proxy_resolver_lookup(
         g_proxy_resolver_get_default(), address.c_str(), cancellable.get(), nullptr));
     const char *const first = proxies ? *proxies : nullptr;
-    return first ? translated(first) : std::string();
+    return first ? inCurlNotation(first) : std::string();
 }
 
 } // namespace SystemProxy

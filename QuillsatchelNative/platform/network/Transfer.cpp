@@ -7,8 +7,8 @@
 namespace
 {
 
-constexpr std::size_t LongestHead = std::size_t(256) * 1024;
-constexpr curl_off_t LongestBody = HttpClient::MaximumBodySize;
+constexpr std::size_t MaximumHeaderSize = std::size_t(256) * 1024;
+constexpr curl_off_t MaximumBodySize = HttpClient::MaximumBodySize;
 
 } // namespace
 
@@ -19,10 +19,10 @@ Transfer::Transfer(const Options &options, std::stop_token stop)
     , m_easy(curl_easy_init())
 {
     if (m_easy)
-        setUp(options.authorities);
+        configure(options.caBundle);
 }
 
-void Transfer::setUp(const std::string &authorities)
+void Transfer::configure(const std::string &caBundle)
 {
     CURL *const easy = m_easy.get();
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
@@ -30,12 +30,12 @@ void Transfer::setUp(const std::string &authorities)
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(easy, CURLOPT_USERAGENT, "Quillsatchel");
     curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, ""); // every supported encoding
-    if (!authorities.empty())
-        curl_easy_setopt(easy, CURLOPT_CAINFO, authorities.c_str());
-    curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, LongestBody);
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &Transfer::takeHead);
+    if (!caBundle.empty())
+        curl_easy_setopt(easy, CURLOPT_CAINFO, caBundle.c_str());
+    curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, MaximumBodySize);
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &Transfer::receiveHeader);
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
-    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &Transfer::takeBody);
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &Transfer::receiveBody);
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
 }
 
@@ -57,11 +57,12 @@ Transfer::get(const std::string &address, const std::string &protocols, const st
 bool Transfer::perform()
 {
     m_body.clear();
-    m_headSize = 0;
+    m_headerSize = 0;
     const std::stop_callback wakeUp(m_stop, [this] { curl_multi_wakeup(m_multi.get()); });
     curl_multi_add_handle(m_multi.get(), m_easy.get());
     int running = 1;
-    while (curl_multi_perform(m_multi.get(), &running) == CURLM_OK && running > 0 && waitForMore())
+    while (curl_multi_perform(m_multi.get(), &running) == CURLM_OK && running > 0 &&
+           waitForActivity())
         ;
     int left = 0;
     const CURLMsg *const message = curl_multi_info_read(m_multi.get(), &left);
@@ -73,12 +74,12 @@ bool Transfer::perform()
 // Servers that announce a wrong length are common, and the receiver checks the body anyway.
 bool Transfer::hasResponse(CURLcode result) const
 {
-    const bool isCutOff = result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR;
-    return result == CURLE_OK || (isCutOff && !m_body.isEmpty());
+    const bool isTruncated = result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR;
+    return result == CURLE_OK || (isTruncated && !m_body.isEmpty());
 }
 
 // False if the exchange must end.
-bool Transfer::waitForMore()
+bool Transfer::waitForActivity()
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
     if (m_stop.stop_requested() || left.count() <= 0)
@@ -88,16 +89,18 @@ bool Transfer::waitForMore()
 }
 
 // Returning a number other than `size` ends the exchange, here and below.
-std::size_t Transfer::takeHead(char * /*line*/, std::size_t /*one*/, std::size_t size, void *self)
+std::size_t Transfer::receiveHeader(char * /*line*/, std::size_t /*itemSize*/, std::size_t size,
+                                    void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
-    transfer.m_headSize += size;
-    return transfer.m_headSize <= LongestHead ? size : 0;
+    transfer.m_headerSize += size;
+    return transfer.m_headerSize <= MaximumHeaderSize ? size : 0;
 }
 
-std::size_t Transfer::takeBody(char *bytes, std::size_t /*one*/, std::size_t size, void *self)
+std::size_t Transfer::receiveBody(char *bytes, std::size_t /*itemSize*/, std::size_t size,
+                                  void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
     transfer.m_body.append(bytes, static_cast<qsizetype>(size));
-    return transfer.m_body.size() <= LongestBody ? size : 0;
+    return transfer.m_body.size() <= MaximumBodySize ? size : 0;
 }

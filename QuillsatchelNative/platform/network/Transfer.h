@@ -20,7 +20,7 @@ public:
         /// For all exchanges together, so that a slow server does not keep a thread.
         std::chrono::milliseconds timeout = std::chrono::seconds(60);
         /// CA bundle file; empty for the system's.
-        std::string authorities {};
+        std::string caBundle {};
     };
 
     struct Response {
@@ -45,17 +45,18 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    static std::size_t takeHead(char *line, std::size_t one, std::size_t size, void *self);
-    static std::size_t takeBody(char *bytes, std::size_t one, std::size_t size, void *self);
+    static std::size_t receiveHeader(char *line, std::size_t itemSize, std::size_t size,
+                                     void *self);
+    static std::size_t receiveBody(char *bytes, std::size_t itemSize, std::size_t size, void *self);
 
-    void setUp(const std::string &authorities);
+    void configure(const std::string &caBundle);
     bool perform();
     bool hasResponse(CURLcode result) const;
-    bool waitForMore();
+    bool waitForActivity();
 
     Clock::time_point m_deadline;
     std::stop_token m_stop;
-    std::size_t m_headSize = 0;
+    std::size_t m_headerSize = 0;
     QByteArray m_body;
     CPointer<CURLM, &curl_multi_cleanup> m_multi; // can be woken up, unlike an easy handle
     CPointer<CURL, &curl_easy_cleanup> m_easy;

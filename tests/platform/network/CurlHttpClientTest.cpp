@@ -11,8 +11,7 @@ class CurlHttpClientTest : public NetworkFixture
 {
 protected:
     /// Redirects "/" to `location`, and answers "there" for every other target.
-    static std::function<void(Exchange &)> redirection(const std::string &location,
-                                                       int status = 302)
+    static std::function<void(Exchange &)> redirectTo(const std::string &location, int status = 302)
     {
         return [=](Exchange &exchange) {
             if (exchange.target() == "/")
@@ -31,7 +30,7 @@ TEST_F(CurlHttpClientTest, ReceivesTheBodyByteForByte)
     EXPECT_EQ(receive([&](Exchange &exchange) { exchange.answer(200, everyByte); }), everyByte);
 }
 
-TEST_F(CurlHttpClientTest, AsksPlainly)
+TEST_F(CurlHttpClientTest, SendsAMinimalRequest)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "icon"); });
     EXPECT_EQ(fetch(server.address("/favicon.ico")), "icon");
@@ -45,7 +44,7 @@ TEST_F(CurlHttpClientTest, AsksPlainly)
         EXPECT_EQ(head.find(field), std::string::npos) << head;
 }
 
-TEST_F(CurlHttpClientTest, ReceivesTheBodyWhateverTheStatus)
+TEST_F(CurlHttpClientTest, ReceivesTheBodyOfAnyStatus)
 {
     for (const int status : { 200, 201, 203, 206, 300, 301, 302, 308, 400, 401, 402, 403,
                               404, 407, 410, 418, 422, 451, 500, 501, 503, 599, 999 }) {
@@ -57,20 +56,20 @@ TEST_F(CurlHttpClientTest, ReceivesTheBodyWhateverTheStatus)
     }
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingWhereNothingComes)
+TEST_F(CurlHttpClientTest, DeliversNoEmptyBody)
 {
     for (const int status : { 200, 204, 304, 404 })
         EXPECT_EQ(receive([&](Exchange &exchange) { exchange.answer(status, ""); }), std::nullopt)
             << status;
 }
 
-TEST_F(CurlHttpClientTest, ReceivesABodyThatOnlyTheConnectionEnds)
+TEST_F(CurlHttpClientTest, ReceivesABodyEndedByConnectionClose)
 {
     EXPECT_EQ(receive([](Exchange &exchange) { exchange.send("HTTP/1.0 200 OK\r\n\r\nbody"); }),
               "body");
 }
 
-TEST_F(CurlHttpClientTest, ReceivesABodyInChunks)
+TEST_F(CurlHttpClientTest, ReceivesAChunkedBody)
 {
     EXPECT_EQ(receive([](Exchange &exchange) {
                   exchange.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
@@ -79,7 +78,7 @@ TEST_F(CurlHttpClientTest, ReceivesABodyInChunks)
               "body");
 }
 
-TEST_F(CurlHttpClientTest, ReceivesACompressedBodyAsItWas)
+TEST_F(CurlHttpClientTest, DecompressesTheBody)
 {
     const std::string icon(10'000, 'i');
     constexpr int LengthField = 4; // Qt prepends it to the stream
@@ -91,7 +90,7 @@ TEST_F(CurlHttpClientTest, ReceivesACompressedBodyAsItWas)
               icon);
 }
 
-TEST_F(CurlHttpClientTest, ReceivesWhatCameOfABodyThatIsCutOff)
+TEST_F(CurlHttpClientTest, ReceivesATruncatedBody)
 {
     for (const std::string head : { "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nbody",
                                     "HTTP/1.1 404 Not Found\r\nContent-Length: 100\r\n\r\nbody",
@@ -100,7 +99,7 @@ TEST_F(CurlHttpClientTest, ReceivesWhatCameOfABodyThatIsCutOff)
         EXPECT_EQ(receive([&](Exchange &exchange) { exchange.send(head); }), "body") << head;
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingWhereTheConnectionEndsBeforeTheBody)
+TEST_F(CurlHttpClientTest, DeliversNothingIfTheConnectionClosesEarly)
 {
     EXPECT_EQ(receive([](Exchange &exchange) {
                   exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n");
@@ -108,7 +107,7 @@ TEST_F(CurlHttpClientTest, ReceivesNothingWhereTheConnectionEndsBeforeTheBody)
               std::nullopt);
 }
 
-TEST_F(CurlHttpClientTest, TakesNoMoreThanWasAnnounced)
+TEST_F(CurlHttpClientTest, IgnoresBytesBeyondTheContentLength)
 {
     EXPECT_EQ(receive([](Exchange &exchange) {
                   exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody and more");
@@ -116,7 +115,7 @@ TEST_F(CurlHttpClientTest, TakesNoMoreThanWasAnnounced)
               "body");
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingOfABodyOfImpossibleLength)
+TEST_F(CurlHttpClientTest, RejectsAnInvalidContentLength)
 {
     for (const std::string length : { "-4", "99999999999999999999999", "many" }) {
         EXPECT_EQ(receive([&](Exchange &exchange) {
@@ -128,14 +127,14 @@ TEST_F(CurlHttpClientTest, ReceivesNothingOfABodyOfImpossibleLength)
     }
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingOfWhatIsNotHttp)
+TEST_F(CurlHttpClientTest, RejectsResponsesThatAreNotHttp)
 {
     for (const std::string answer : { "", "body", "\x16\x03\x01\x02\r\n\r\n", "SSH-2.0-x\r\n" })
         EXPECT_EQ(receive([&](Exchange &exchange) { exchange.send(answer); }), std::nullopt)
             << answer;
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingWhereNobodyAnswers)
+TEST_F(CurlHttpClientTest, FailsIfTheServerIsUnreachable)
 {
     std::string address;
     {
@@ -148,7 +147,7 @@ TEST_F(CurlHttpClientTest, ReceivesNothingWhereNobodyAnswers)
     EXPECT_EQ(fetch("http://no-such-host.invalid/"), std::nullopt);
 }
 
-TEST_F(CurlHttpClientTest, ReceivesNothingWhereNoThreadCanBeHad)
+TEST_F(CurlHttpClientTest, FailsIfTheSystemRefusesAThread)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
     const QTemporaryDir folder;
@@ -163,14 +162,14 @@ TEST_F(CurlHttpClientTest, FollowsRedirects)
 {
     for (const int status : { 301, 302, 303, 307, 308 }) {
         for (const std::string location : { "/there", "there", "?there", "./x/../there" })
-            EXPECT_EQ(receive(redirection(location, status)), "there") << status << location;
+            EXPECT_EQ(receive(redirectTo(location, status)), "there") << status << location;
     }
 }
 
 TEST_F(CurlHttpClientTest, FollowsRedirectsToAnotherServer)
 {
     const HttpServer other([](Exchange &exchange) { exchange.answer(404, "there"); });
-    EXPECT_EQ(receive(redirection(other.address("/there"))), "there");
+    EXPECT_EQ(receive(redirectTo(other.address("/there"))), "there");
     EXPECT_EQ(other.targets(), std::vector<std::string> { "/there" });
 }
 
@@ -186,7 +185,7 @@ TEST_F(CurlHttpClientTest, FollowsAChainOfRedirects)
     EXPECT_EQ(server.targets().size(), 11);
 }
 
-TEST_F(CurlHttpClientTest, GivesUpWhereRedirectsDoNotEnd)
+TEST_F(CurlHttpClientTest, GivesUpOnEndlessRedirects)
 {
     const HttpServer loop(
         [](Exchange &exchange) { exchange.answer(302, "moved", "Location: /\r\n"); });
@@ -199,7 +198,7 @@ TEST_F(CurlHttpClientTest, GivesUpWhereRedirectsDoNotEnd)
     EXPECT_LE(chain.targets().size(), 30);
 }
 
-TEST_F(CurlHttpClientTest, DoesNotFollowToWhereItMustNotGo)
+TEST_F(CurlHttpClientTest, DoesNotFollowForbiddenRedirects)
 {
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
@@ -211,10 +210,10 @@ TEST_F(CurlHttpClientTest, DoesNotFollowToWhereItMustNotGo)
              "data:image/png;base64,AAAA", "javascript:1", "mailto:x@example.com",
              "gopher://127.0.0.1/", "https://127.0.0.1:1/", "http://127.0.0.1:1/", "http://",
              "http://[::1", "//" })
-        EXPECT_EQ(receive(redirection(location)), std::nullopt) << location;
+        EXPECT_EQ(receive(redirectTo(location)), std::nullopt) << location;
 }
 
-TEST_F(CurlHttpClientTest, RefusesAddressesThatAreNotOfTheWeb)
+TEST_F(CurlHttpClientTest, RefusesAddressesThatAreNotHttp)
 {
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
@@ -238,7 +237,7 @@ TEST_F(CurlHttpClientTest, KeepsNoCookies)
         EXPECT_EQ(head.find("Cookie"), std::string::npos) << head;
 }
 
-class ProxyOfTheEnvironmentTest : public CurlHttpClientTest
+class EnvironmentProxyTest : public CurlHttpClientTest
 {
 protected:
     void SetUp() override { qputenv("http_proxy", proxy.address().c_str()); }
@@ -248,13 +247,13 @@ protected:
     HttpServer proxy { [](Exchange &exchange) { exchange.answer(200, "by proxy"); } };
 };
 
-TEST_F(ProxyOfTheEnvironmentTest, IsUsed)
+TEST_F(EnvironmentProxyTest, IsUsed)
 {
     EXPECT_EQ(fetch("http://example.com/favicon.ico"), "by proxy");
     EXPECT_EQ(proxy.targets(), std::vector<std::string> { "http://example.com/favicon.ico" });
 }
 
-TEST_F(ProxyOfTheEnvironmentTest, HearsHostsAsTheirNameServersKnowThem)
+TEST_F(EnvironmentProxyTest, GetsHostsInPunycode)
 {
     for (const auto &[typed, sent] :
          { std::pair("b\xC3\xBC"

@@ -58,29 +58,29 @@ private:
 class CurlHttpClientTlsTest : public NetworkFixture
 {
 protected:
-    CurlHttpClient trusting { mainQueue, { .authorities = TEST_CERTIFICATE } };
+    CurlHttpClient trustingClient { mainQueue, { .caBundle = TEST_CERTIFICATE } };
     TlsServer server { "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody" };
 };
 
-TEST_F(CurlHttpClientTlsTest, ReceivesFromAServerThatIsVouchedFor)
+TEST_F(CurlHttpClientTlsTest, AcceptsATrustedCertificate)
 {
-    EXPECT_EQ(Request(trusting, server.address()).body(), "body");
+    EXPECT_EQ(Request(trustingClient, server.address()).body(), "body");
     EXPECT_EQ(server.requests(), 1);
 }
 
-TEST_F(CurlHttpClientTlsTest, AsksNothingOfAServerThatNobodyVouchesFor)
+TEST_F(CurlHttpClientTlsTest, SendsNoRequestToAnUntrustedServer)
 {
     EXPECT_EQ(Request(client, server.address()).body(), std::nullopt);
     EXPECT_EQ(server.requests(), 0);
 }
 
-TEST_F(CurlHttpClientTlsTest, AsksNothingOfAServerThatIsAnother)
+TEST_F(CurlHttpClientTlsTest, SendsNoRequestIfTheHostNameDiffers)
 {
-    EXPECT_EQ(Request(trusting, server.address("localhost")).body(), std::nullopt);
+    EXPECT_EQ(Request(trustingClient, server.address("localhost")).body(), std::nullopt);
     EXPECT_EQ(server.requests(), 0);
 }
 
-TEST_F(CurlHttpClientTlsTest, ReceivesNothingOfAServerWithoutTls)
+TEST_F(CurlHttpClientTlsTest, FailsIfTheServerSpeaksNoTls)
 {
     const HttpServer plain([](Exchange &exchange) { exchange.answer(200, "body"); });
     EXPECT_EQ(fetch("https://127.0.0.1:" + std::to_string(plain.port()) + "/"), std::nullopt);
@@ -91,15 +91,15 @@ TEST_F(CurlHttpClientTlsTest, FollowsARedirectToTls)
     const HttpServer plain([this](Exchange &exchange) {
         exchange.answer(301, "moved", "Location: " + server.address() + "\r\n");
     });
-    EXPECT_EQ(Request(trusting, plain.address()).body(), "body");
+    EXPECT_EQ(Request(trustingClient, plain.address()).body(), "body");
 }
 
-TEST_F(CurlHttpClientTlsTest, DoesNotFollowARedirectBackToWhatOthersCanRead)
+TEST_F(CurlHttpClientTlsTest, DoesNotFollowARedirectFromHttpsToHttp)
 {
     const HttpServer plain([](Exchange &exchange) { exchange.answer(200, "body"); });
     const TlsServer redirecting("HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " +
                                 QByteArray::fromStdString(plain.address()) + "\r\n\r\n");
-    EXPECT_EQ(Request(trusting, redirecting.address()).body(), std::nullopt);
+    EXPECT_EQ(Request(trustingClient, redirecting.address()).body(), std::nullopt);
     EXPECT_EQ(redirecting.requests(), 1);
     EXPECT_TRUE(plain.requests().empty());
 }

@@ -20,9 +20,9 @@ using namespace std::chrono_literals;
 class CurlHttpClientWaitingTest : public NetworkFixture
 {
 protected:
-    static void sayNothing(Exchange &exchange) { exchange.waitForHangUp(); }
+    static void doNotAnswer(Exchange &exchange) { exchange.waitForDisconnect(); }
 
-    static void trickle(Exchange &exchange)
+    static void sendSlowly(Exchange &exchange)
     {
         exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
         while (exchange.send("x") && exchange.pause(20ms)) {
@@ -48,7 +48,7 @@ protected:
     }
 };
 
-TEST_F(CurlHttpClientWaitingTest, ReceivesOnAnotherThread)
+TEST_F(CurlHttpClientWaitingTest, DeliversOnAnotherThread)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
     std::atomic<std::thread::id> receivedOn;
@@ -58,7 +58,7 @@ TEST_F(CurlHttpClientWaitingTest, ReceivesOnAnotherThread)
     EXPECT_NE(receivedOn.load(), std::this_thread::get_id());
 }
 
-TEST_F(CurlHttpClientWaitingTest, ReceivesWithoutTheMainThread)
+TEST_F(CurlHttpClientWaitingTest, DeliversWithoutTheMainThread)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
     const Request request(client, server.address());
@@ -70,7 +70,7 @@ TEST_F(CurlHttpClientWaitingTest, ReceivesWithoutTheMainThread)
 
 TEST_F(CurlHttpClientWaitingTest, HasNoThreadAtRest)
 {
-    const HttpServer server(sayNothing);
+    const HttpServer server(doNotAnswer);
     EXPECT_EQ(networkThreads(), 0);
     {
         CurlHttpClient shortLived(mainQueue, { .timeout = 100ms });
@@ -87,7 +87,7 @@ TEST_F(CurlHttpClientWaitingTest, HasNoThreadAtRest)
     EXPECT_EQ(networkThreads(), 0);
 }
 
-TEST_F(CurlHttpClientWaitingTest, KeepsNothingOfRequestsThatAreOver)
+TEST_F(CurlHttpClientWaitingTest, ReleasesTheResourcesOfFinishedRequests)
 {
     // A thread that was not joined keeps its stack of some mebibytes.
     const auto addressSpace = [] {
@@ -103,9 +103,9 @@ TEST_F(CurlHttpClientWaitingTest, KeepsNothingOfRequestsThatAreOver)
     EXPECT_LT(addressSpace(), before + 400);
 }
 
-TEST_F(CurlHttpClientWaitingTest, SilentServersHoldUpNoOther)
+TEST_F(CurlHttpClientWaitingTest, SilentServersDelayNoOtherRequest)
 {
-    const HttpServer silent(sayNothing);
+    const HttpServer silent(doNotAnswer);
     std::vector<Request> waiting;
     for (int i = 0; i < 20; ++i)
         waiting.emplace_back(client, silent.address());
@@ -115,19 +115,19 @@ TEST_F(CurlHttpClientWaitingTest, SilentServersHoldUpNoOther)
         EXPECT_FALSE(request.isOver());
 }
 
-TEST_F(CurlHttpClientWaitingTest, TricklingBytesHoldUpNeitherTheMainThreadNorOthers)
+TEST_F(CurlHttpClientWaitingTest, SlowBodiesDelayNeitherTheMainThreadNorOthers)
 {
-    const HttpServer slow(trickle);
+    const HttpServer slow(sendSlowly);
     Heartbeat heartbeat;
     const Request waiting(client, slow.address());
     EXPECT_TRUE(waitForRequests(slow, 1));
     for (int i = 0; i < 10; ++i)
         EXPECT_EQ(receive([](Exchange &exchange) { exchange.answer(200, "body"); }), "body");
     EXPECT_FALSE(waiting.isOver());
-    EXPECT_LT(heartbeat.longestPause(), NoPause);
+    EXPECT_LT(heartbeat.longestPause(), MaximumPause);
 }
 
-TEST_F(CurlHttpClientWaitingTest, SlowReceiverHoldsUpNoOther)
+TEST_F(CurlHttpClientWaitingTest, SlowReceiversDelayNoOtherRequest)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
     std::promise<void> done;
@@ -146,35 +146,38 @@ class TimeoutTest : public CurlHttpClientWaitingTest
 protected:
     static constexpr auto Timeout = 1500ms;
 
-    TimeoutTest() { impatient.emplace(mainQueue, Transfer::Options { .timeout = Timeout }); }
+    TimeoutTest()
+    {
+        clientWithTimeout.emplace(mainQueue, Transfer::Options { .timeout = Timeout });
+    }
 
     void expectTimeout(const std::string &address)
     {
         QElapsedTimer timer;
         timer.start();
-        EXPECT_EQ(Request(*impatient, address).body(), std::nullopt);
+        EXPECT_EQ(Request(*clientWithTimeout, address).body(), std::nullopt);
         EXPECT_GE(timer.elapsed(), Timeout.count());
     }
 
-    std::optional<CurlHttpClient> impatient;
+    std::optional<CurlHttpClient> clientWithTimeout;
 };
 
-TEST_F(TimeoutTest, EndsARequestThatIsNotAnswered)
+TEST_F(TimeoutTest, CancelsAnUnansweredRequest)
 {
-    const HttpServer server(sayNothing);
+    const HttpServer server(doNotAnswer);
     expectTimeout(server.address());
 }
 
-TEST_F(TimeoutTest, EndsABodyThatDoesNotGoOn)
+TEST_F(TimeoutTest, CancelsAStalledBody)
 {
     const HttpServer server([](Exchange &exchange) {
         exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nbody");
-        exchange.waitForHangUp();
+        exchange.waitForDisconnect();
     });
     expectTimeout(server.address());
 }
 
-TEST_F(TimeoutTest, EndsARequestThatDoesNotGetThrough)
+TEST_F(TimeoutTest, CancelsAPendingConnect)
 {
     // The listener accepts no connection, and its backlog is full.
     const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -197,9 +200,9 @@ TEST_F(TimeoutTest, EndsARequestThatDoesNotGetThrough)
     close(listener);
 }
 
-TEST_F(TimeoutTest, EndsABodyThatTrickles)
+TEST_F(TimeoutTest, CancelsASlowBody)
 {
-    const HttpServer server(trickle);
+    const HttpServer server(sendSlowly);
     expectTimeout(server.address());
 }
 
@@ -214,93 +217,93 @@ TEST_F(TimeoutTest, CoversAllRedirectsTogether)
 }
 
 /// Destroys clients with requests.
-class DestroyingTest : public CurlHttpClientWaitingTest
+class DestructionTest : public CurlHttpClientWaitingTest
 {
 protected:
     /// Destroys the client during a request, and expects the request to end.
     void expectToEnd(const std::function<void(Exchange &)> &answer)
     {
         const HttpServer server(answer);
-        auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
-        Request request(*doomed, server.address());
+        auto destroyed = std::make_unique<CurlHttpClient>(mainQueue);
+        Request request(*destroyed, server.address());
         EXPECT_TRUE(waitForRequests(server, 1));
         QTest::qWait(20);
         EXPECT_FALSE(request.isOver());
         QElapsedTimer timer;
         timer.start();
-        doomed.reset();
-        EXPECT_LT(timer.elapsed(), NoPause.count());
+        destroyed.reset();
+        EXPECT_LT(timer.elapsed(), MaximumPause.count());
         EXPECT_TRUE(request.isOver());
         EXPECT_EQ(request.body(), std::nullopt);
         EXPECT_EQ(networkThreads(), 0);
     }
 };
 
-TEST_F(DestroyingTest, EndsARequestThatIsNotAnswered)
+TEST_F(DestructionTest, CancelsAnUnansweredRequest)
 {
-    expectToEnd(sayNothing);
+    expectToEnd(doNotAnswer);
 }
 
-TEST_F(DestroyingTest, EndsABodyThatTrickles)
+TEST_F(DestructionTest, CancelsASlowBody)
 {
-    expectToEnd(trickle);
+    expectToEnd(sendSlowly);
 }
 
-TEST_F(DestroyingTest, EndsManyRequests)
+TEST_F(DestructionTest, CancelsManyRequests)
 {
-    const HttpServer server(sayNothing);
-    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
+    const HttpServer server(doNotAnswer);
+    auto destroyed = std::make_unique<CurlHttpClient>(mainQueue);
     std::vector<Request> requests;
     for (int i = 0; i < 20; ++i)
-        requests.emplace_back(*doomed, server.address());
+        requests.emplace_back(*destroyed, server.address());
     QElapsedTimer timer;
     timer.start();
-    doomed.reset();
-    EXPECT_LT(timer.elapsed(), NoPause.count());
+    destroyed.reset();
+    EXPECT_LT(timer.elapsed(), MaximumPause.count());
     for (const auto &request : requests)
         EXPECT_TRUE(request.isOver());
 }
 
-TEST_F(DestroyingTest, WaitsForAReceiverThatRuns)
+TEST_F(DestructionTest, WaitsForARunningReceiver)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
-    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
+    auto destroyed = std::make_unique<CurlHttpClient>(mainQueue);
     std::atomic<bool> isReceiving = false;
     std::atomic<bool> hasReceived = false;
-    doomed->get(*WebAddress::parse(server.address()), [&](const QByteArray &) {
+    destroyed->get(*WebAddress::parse(server.address()), [&](const QByteArray &) {
         isReceiving = true;
         std::this_thread::sleep_for(100ms);
         hasReceived = true;
     });
     EXPECT_TRUE(QTest::qWaitFor([&] { return isReceiving.load(); }));
-    doomed.reset();
+    destroyed.reset();
     EXPECT_TRUE(hasReceived);
 }
 
-TEST_F(DestroyingTest, AtAnyMomentReceivesNothingLater)
+TEST_F(DestructionTest, DeliversNothingAfterwards)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
     for (int i = 0; i < 200; ++i) {
-        auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
-        const auto isThere = std::make_shared<std::atomic<bool>>(true);
-        doomed->get(*WebAddress::parse(server.address()),
-                    [isThere](const QByteArray &) { EXPECT_TRUE(*isThere); });
+        auto destroyed = std::make_unique<CurlHttpClient>(mainQueue);
+        const auto isAlive = std::make_shared<std::atomic<bool>>(true);
+        destroyed->get(*WebAddress::parse(server.address()),
+                       [isAlive](const QByteArray &) { EXPECT_TRUE(*isAlive); });
         std::this_thread::sleep_for(20us * i);
-        doomed.reset();
-        *isThere = false;
-        EXPECT_EQ(isThere.use_count(), 1); // the client has released the function
+        destroyed.reset();
+        *isAlive = false;
+        EXPECT_EQ(isAlive.use_count(), 1); // the client has released the function
     }
 }
 
-TEST_F(DestroyingTest, WithMessagesStillUnderWayIsHarmless)
+TEST_F(DestructionTest, IsSafeWithPendingMainQueueWork)
 {
     const HttpServer server([](Exchange &exchange) { exchange.answer(200, "body"); });
-    auto doomed = std::make_unique<CurlHttpClient>(mainQueue);
-    const Request request(*doomed, server.address());
+    auto destroyed = std::make_unique<CurlHttpClient>(mainQueue);
+    const Request request(*destroyed, server.address());
     while (!request.isOver())
         std::this_thread::sleep_for(1ms);
     std::this_thread::sleep_for(20ms); // the end of the download is now queued
-    doomed.reset();
+    destroyed.reset();
     QCoreApplication::processEvents();
 }
 

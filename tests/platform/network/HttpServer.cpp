@@ -24,7 +24,7 @@ int check(int result)
     return result;
 }
 
-sockaddr *general(sockaddr_in &address)
+sockaddr *generic(sockaddr_in &address)
 {
     return reinterpret_cast<sockaddr *>(&address);
 }
@@ -70,9 +70,9 @@ void HttpServer::Exchange::answer(int status, std::string_view body, const std::
 
 void HttpServer::Exchange::sendForever(std::string_view bytes)
 {
-    constexpr std::uint64_t Most = 256 * 1024 * 1024;
+    constexpr std::uint64_t MaximumBytes = 256 * 1024 * 1024;
     std::uint64_t sent = 0;
-    while (sent < Most && send(bytes))
+    while (sent < MaximumBytes && send(bytes))
         sent += bytes.size();
 }
 
@@ -92,7 +92,7 @@ bool HttpServer::Exchange::pause(std::chrono::milliseconds time)
     }
 }
 
-void HttpServer::Exchange::waitForHangUp()
+void HttpServer::Exchange::waitForDisconnect()
 {
     constexpr auto LongerThanAnyTest = 120s;
     pause(LongerThanAnyTest);
@@ -109,10 +109,10 @@ HttpServer::HttpServer(std::function<void(Exchange &)> answer, std::uint16_t por
         address.sin_family = AF_INET;
         address.sin_port = htons(port);
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        check(bind(m_listener, general(address), sizeof address));
+        check(bind(m_listener, generic(address), sizeof address));
         check(listen(m_listener, SOMAXCONN));
         socklen_t size = sizeof address;
-        check(getsockname(m_listener, general(address), &size));
+        check(getsockname(m_listener, generic(address), &size));
         m_port = ntohs(address.sin_port);
     } catch (...) {
         close(m_listener);
@@ -190,11 +190,11 @@ std::string HttpServer::readHead(int socket) const
 {
     std::string head;
     char next = 0;
-    const auto isWhole = [&head] {
+    const auto isComplete = [&head] {
         const bool isHttp = std::isupper(static_cast<unsigned char>(head.front())) != 0;
         return !isHttp || head.ends_with("\r\n\r\n");
     };
-    while (head.empty() || !isWhole()) {
+    while (head.empty() || !isComplete()) {
         if (recv(socket, &next, 1, 0) <= 0)
             return {};
         head += next;

@@ -42,7 +42,7 @@ public:
         bool pause(std::chrono::milliseconds time);
 
         /// Waits until the client disconnects.
-        void waitForHangUp();
+        void waitForDisconnect();
 
     private:
         HttpServer &m_server;

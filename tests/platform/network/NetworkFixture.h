@@ -42,8 +42,8 @@ public:
     /// timeout.
     bool waitUntilOver() const
     {
-        constexpr int Patience = 20'000;
-        return QTest::qWaitFor([this] { return isOver(); }, Patience);
+        constexpr int Timeout = 20'000;
+        return QTest::qWaitFor([this] { return isOver(); }, Timeout);
     }
 
     /// The received body, once; none without one.
@@ -97,7 +97,7 @@ protected:
     using Exchange = HttpServer::Exchange;
 
     /// A busy machine causes shorter pauses.
-    static constexpr std::chrono::milliseconds NoPause = std::chrono::seconds(3);
+    static constexpr std::chrono::milliseconds MaximumPause = std::chrono::seconds(3);
 
     /// The body received from a server with this answer.
     std::optional<std::string> receive(std::function<void(Exchange &)> answer)

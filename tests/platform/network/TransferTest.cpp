@@ -11,7 +11,7 @@ class TransferTest : public NetworkFixture
 {
 };
 
-TEST_F(TransferTest, AsksNobodyOnceItIsStopped)
+TEST_F(TransferTest, SendsNoRequestAfterAStop)
 {
     const HttpServer server([](HttpServer::Exchange &exchange) { exchange.answer(200, "body"); });
     std::stop_source source;
