@@ -156,7 +156,7 @@ protected:
             SCOPED_TRACE(name);
             std::filesystem::remove(folder / "launchers.json");
             machine.speech.startsEngine = true;
-            machine.speech.questions.clear();
+            machine.speech.authorizationRequests.clear();
             std::invoke(state, this);
             if (HasFatalFailure())
                 return;

@@ -110,7 +110,7 @@ TEST_F(AccessibleActionsTest, PressTheButtonsOfANode)
     pressByAction(*Input::button(*cards()[1], "Launch"));
     EXPECT_EQ(machine.workspace.opened, Texts { "https://example.com" });
     pressByAction(button("Dictate"));
-    EXPECT_EQ(machine.speech.questions.size(), 1U);
+    EXPECT_EQ(machine.speech.authorizationRequests.size(), 1U);
     pressByAction(button("Delete node"));
     EXPECT_EQ(cards().size(), 1U);
 }

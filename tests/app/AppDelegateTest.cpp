@@ -269,7 +269,7 @@ TEST_F(AppDelegateTest, GivesTheApplicationItsIconALittleLater)
 TEST_F(AppDelegateTest, LooksForAStatusBarOnceThePanelStands)
 {
     start();
-    EXPECT_EQ(machine.statusBar.beginnings, 1);
+    EXPECT_EQ(machine.statusBar.beginCalls, 1);
 }
 
 TEST_F(AppDelegateTest, ListsTheLaunchersInTheStatusMenuAsTheyAreNow)

@@ -201,20 +201,20 @@ TEST_F(FloatingPanelTest, KeepsItsLevelWhileItIsHidden)
 
 TEST_F(FloatingPanelTest, AsksForAllDesktopsWheneverItIsShown)
 {
-    const int atFirst = machine.windowSystem.showings;
+    const int atFirst = machine.windowSystem.showOnAllDesktopsCalls;
     EXPECT_GE(atFirst, 1);
     machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
-    EXPECT_EQ(machine.windowSystem.showings, atFirst);
+    EXPECT_EQ(machine.windowSystem.showOnAllDesktopsCalls, atFirst);
     delegate->showPanel();
-    EXPECT_GT(machine.windowSystem.showings, atFirst);
+    EXPECT_GT(machine.windowSystem.showOnAllDesktopsCalls, atFirst);
 }
 
 TEST_F(FloatingPanelTest, AsksANewWindowManagerForAllDesktops)
 {
-    const int before = machine.windowSystem.showings;
+    const int before = machine.windowSystem.showOnAllDesktopsCalls;
     machine.windowSystem.hasWindowManager.set(true);
-    EXPECT_GT(machine.windowSystem.showings, before);
+    EXPECT_GT(machine.windowSystem.showOnAllDesktopsCalls, before);
     EXPECT_TRUE(isFloating());
 }
 
@@ -222,9 +222,9 @@ TEST_F(FloatingPanelTest, AsksANewWindowManagerForNothingWhileItIsHidden)
 {
     machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
     panel().close();
-    const int before = machine.windowSystem.showings;
+    const int before = machine.windowSystem.showOnAllDesktopsCalls;
     machine.windowSystem.hasWindowManager.set(true);
-    EXPECT_EQ(machine.windowSystem.showings, before);
+    EXPECT_EQ(machine.windowSystem.showOnAllDesktopsCalls, before);
     EXPECT_FALSE(panel().isVisible());
 }
 

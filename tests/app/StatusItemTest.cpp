@@ -38,9 +38,9 @@ protected:
 
 TEST_F(StatusItemTest, LooksForABarWhenItBegins)
 {
-    EXPECT_EQ(bar.beginnings, 0);
+    EXPECT_EQ(bar.beginCalls, 0);
     item.begin();
-    EXPECT_EQ(bar.beginnings, 1);
+    EXPECT_EQ(bar.beginCalls, 1);
 }
 
 TEST_F(StatusItemTest, PreparesNoMenuWithoutABar)

@@ -5,22 +5,22 @@ namespace
 
 using DictationControllerTest = DictationFixture;
 
-TEST_F(DictationControllerTest, IsIdleAtFirstAndAsksTheMachineForNothing)
+TEST_F(DictationControllerTest, IsIdleAndMakesNoCallsAtFirst)
 {
     EXPECT_TRUE(isIdle());
     EXPECT_EQ(message(), "");
     EXPECT_TRUE(speech.events.empty());
 }
 
-TEST_F(DictationControllerTest, FillsAnEmptyNodeWithoutALeadingBlank)
+TEST_F(DictationControllerTest, FillsAnEmptyNodeWithoutALeadingSpace)
 {
     Node node;
-    listen(node);
-    understand("buy milk");
+    start(node);
+    recognize("buy milk");
     EXPECT_EQ(node.received, Texts({ "buy milk" }));
 }
 
-TEST_F(DictationControllerTest, PutsOneBlankBetweenTheTextAndTheWords)
+TEST_F(DictationControllerTest, PutsOneSpaceBetweenTheTextAndTheWords)
 {
     const std::vector<std::pair<std::string, std::string>> rows {
         { "Notes", "Notes buy milk" },
@@ -30,38 +30,38 @@ TEST_F(DictationControllerTest, PutsOneBlankBetweenTheTextAndTheWords)
     };
     for (const auto &[text, expected] : rows) {
         Node node { .text = text };
-        listen(node);
-        understand("buy milk");
+        start(node);
+        recognize("buy milk");
         EXPECT_EQ(node.text, expected);
         toggle(node);
     }
 }
 
-TEST_F(DictationControllerTest, ReplacesTheEarlierWordsByEachResult)
+TEST_F(DictationControllerTest, ReplacesEarlierWordsWithEachResult)
 {
     Node node { .text = "Hello" };
-    listen(node);
-    understand("how");
-    understand("how are");
-    understand("how are you");
+    start(node);
+    recognize("how");
+    recognize("how are");
+    recognize("how are you");
     EXPECT_EQ(node.received, Texts({ "Hello how", "Hello how are", "Hello how are you" }));
 }
 
-TEST_F(DictationControllerTest, TakesTheTextThatTheNodeHadWhenItWasToggled)
+TEST_F(DictationControllerTest, AppendsToTheTextThatTheNodeHadWhenToggled)
 {
     Node node { .text = "before" };
     toggle(node);
-    node.text = "typed while the leave was asked for";
+    node.text = "typed while authorization was requested";
     answer();
-    understand("words");
+    recognize("words");
     EXPECT_EQ(node.text, "before words");
 }
 
 TEST_F(DictationControllerTest, IgnoresAnEmptyTranscription)
 {
     Node node { .text = "Notes" };
-    listen(node);
-    understand("");
+    start(node);
+    recognize("");
     EXPECT_TRUE(node.received.empty());
     EXPECT_EQ(controller->activeBlockID().get(), node.id);
 }
@@ -69,39 +69,39 @@ TEST_F(DictationControllerTest, IgnoresAnEmptyTranscription)
 TEST_F(DictationControllerTest, IgnoresACallWithNeitherResultNorError)
 {
     Node node;
-    listen(node);
+    start(node);
     speech.deliver(0, std::nullopt);
     settle();
     EXPECT_TRUE(node.received.empty());
     EXPECT_EQ(controller->activeBlockID().get(), node.id);
 }
 
-TEST_F(DictationControllerTest, CommitsTheUnchangedTextIfStoppedBeforeAnySpeech)
+TEST_F(DictationControllerTest, CommitsTheUnchangedTextIfStoppedBeforeSpeech)
 {
     Node node { .text = "as it was" };
-    listen(node);
+    start(node);
     toggle(node);
     EXPECT_EQ(node.received, Texts({ "as it was" }));
     EXPECT_TRUE(isIdle());
-    EXPECT_EQ(speech.questions.size(), 1U) << "a stop asks for nothing";
+    EXPECT_EQ(speech.authorizationRequests.size(), 1U) << "stopping needs no authorization";
 }
 
-TEST_F(DictationControllerTest, CommitsTheLatestTextOnceMoreWhenStopped)
+TEST_F(DictationControllerTest, CommitsTheLatestTextAgainWhenStopped)
 {
     Node node { .text = "a" };
-    listen(node);
-    understand("b");
+    start(node);
+    recognize("b");
     toggle(node);
     EXPECT_EQ(node.received, Texts({ "a b", "a b" }));
     EXPECT_TRUE(isIdle());
 }
 
-TEST_F(DictationControllerTest, EndsOneNodeBeforeItAsksForAnother)
+TEST_F(DictationControllerTest, StopsOneNodeBeforeStartingAnother)
 {
     Node first { .text = "1" };
     Node second { .text = "2" };
-    listen(first);
-    understand("one");
+    start(first);
+    recognize("one");
     speech.events.clear();
 
     toggle(second);
@@ -120,11 +120,11 @@ TEST_F(DictationControllerTest, EndsOneNodeBeforeItAsksForAnother)
     EXPECT_EQ(first.received.size(), 2U);
 }
 
-TEST_F(DictationControllerTest, IgnoresWhatArrivesAfterTheStop)
+TEST_F(DictationControllerTest, IgnoresResultsAfterTheStop)
 {
     Node node { .text = "a" };
-    listen(node);
-    understand("b");
+    start(node);
+    recognize("b");
     toggle(node);
     deliver(0, "b c");
     deliver(0, "b c d", true);
@@ -133,77 +133,77 @@ TEST_F(DictationControllerTest, IgnoresWhatArrivesAfterTheStop)
     EXPECT_TRUE(isIdle());
 }
 
-TEST_F(DictationControllerTest, IgnoresAResultThatWasOnItsWayAtTheStop)
+TEST_F(DictationControllerTest, IgnoresAResultInFlightAtTheStop)
 {
     Node node { .text = "a" };
-    listen(node);
+    start(node);
     speech.deliver(0, SpeechRecognitionResult { "b", false });
     toggle(node);
     settle();
     EXPECT_EQ(node.received, Texts({ "a" }));
 }
 
-TEST_F(DictationControllerTest, IgnoresAnOlderSessionsResultsInTheSameNode)
+TEST_F(DictationControllerTest, IgnoresResultsOfAnOlderSessionInTheSameNode)
 {
     Node node { .text = "a" };
-    listen(node);
+    start(node);
     toggle(node);
-    listen(node);
+    start(node);
     deliver(0, "stale", true);
     EXPECT_EQ(controller->activeBlockID().get(), node.id);
     EXPECT_EQ(node.text, "a");
 }
 
-TEST_F(DictationControllerTest, EndsWithAFinalResult)
+TEST_F(DictationControllerTest, StopsAfterAFinalResult)
 {
     Node node { .text = "a" };
-    listen(node);
-    understand("b c", true);
+    start(node);
+    recognize("b c", true);
     EXPECT_EQ(node.received, Texts({ "a b c", "a b c" }));
     EXPECT_TRUE(isIdle());
     EXPECT_EQ(message(), "");
 }
 
-TEST_F(DictationControllerTest, CommitsTheLastWordsWhenTheFinalResultIsEmpty)
+TEST_F(DictationControllerTest, CommitsTheLastWordsIfTheFinalResultIsEmpty)
 {
     Node node { .text = "a" };
-    listen(node);
-    understand("b");
-    understand("", true);
+    start(node);
+    recognize("b");
+    recognize("", true);
     EXPECT_EQ(node.received, Texts({ "a b", "a b" }));
 
     Node silent { .text = "as it was" };
-    listen(silent);
-    understand("", true);
+    start(silent);
+    recognize("", true);
     EXPECT_EQ(silent.received, Texts({ "as it was" }));
     EXPECT_TRUE(isIdle());
 }
 
-TEST_F(DictationControllerTest, EndsQuietlyWithAnError)
+TEST_F(DictationControllerTest, StopsSilentlyAfterAnError)
 {
     Node node { .text = "a" };
-    listen(node);
-    understand("b");
+    start(node);
+    recognize("b");
     fail();
     EXPECT_EQ(node.received, Texts({ "a b", "a b" }));
     EXPECT_TRUE(isIdle());
     EXPECT_EQ(message(), "");
 }
 
-TEST_F(DictationControllerTest, TakesTheWordsThatComeWithAnError)
+TEST_F(DictationControllerTest, KeepsWordsDeliveredWithAnError)
 {
     Node node;
-    listen(node);
+    start(node);
     deliver(0, "last words", false, true);
     EXPECT_EQ(node.received, Texts({ "last words", "last words" }));
     EXPECT_TRUE(isIdle());
 }
 
-TEST_F(DictationControllerTest, LeavesTheTextAloneIfTheMicrophoneDoesNotStart)
+TEST_F(DictationControllerTest, KeepsTheTextIfTheMicrophoneDoesNotStart)
 {
     speech.startsEngine = false;
     Node node { .text = "a" };
-    listen(node);
+    start(node);
     EXPECT_EQ(message(), "The microphone could not be started.");
     EXPECT_TRUE(node.received.empty());
     EXPECT_TRUE(isIdle());
@@ -214,7 +214,7 @@ TEST_F(DictationControllerTest, LeavesTheTextAloneIfTheMicrophoneDoesNotStart)
     EXPECT_TRUE(node.received.empty());
 }
 
-TEST_F(DictationControllerTest, SaysThatPermissionIsNeededUnlessItIsGiven)
+TEST_F(DictationControllerTest, ReportsMissingPermission)
 {
     for (const auto status : { Status::notDetermined, Status::denied, Status::restricted }) {
         controller.emplace(machine.platform);
@@ -228,37 +228,37 @@ TEST_F(DictationControllerTest, SaysThatPermissionIsNeededUnlessItIsGiven)
     EXPECT_TRUE(speech.recognitions.empty());
 }
 
-TEST_F(DictationControllerTest, SaysThatThereIsNoRecognizer)
+TEST_F(DictationControllerTest, ReportsAMissingRecognizer)
 {
     speech.hasRecognizer = false;
     Node node;
-    listen(node);
+    start(node);
     EXPECT_EQ(message(), "Speech recognition is temporarily unavailable.");
     EXPECT_EQ(speech.events, Texts({ "request authorization" }));
     EXPECT_TRUE(isIdle());
 }
 
-TEST_F(DictationControllerTest, SaysThatTheRecognizerIsNotAvailable)
+TEST_F(DictationControllerTest, ReportsAnUnavailableRecognizer)
 {
     speech.isAvailable = false;
     Node node;
-    listen(node);
+    start(node);
     EXPECT_EQ(message(), "Speech recognition is temporarily unavailable.");
     EXPECT_EQ(speech.events, Texts({ "request authorization" }));
 
     speech.isAvailable = true;
-    listen(node);
+    start(node);
     EXPECT_EQ(message(), "");
     EXPECT_EQ(controller->activeBlockID().get(), node.id);
 }
 
-TEST_F(DictationControllerTest, FindsARecognizerThatWasAddedMeanwhile)
+TEST_F(DictationControllerTest, FindsARecognizerInstalledMeanwhile)
 {
     speech.hasRecognizer = false;
     Node node;
-    listen(node);
+    start(node);
     speech.hasRecognizer = true;
-    listen(node);
+    start(node);
     EXPECT_EQ(controller->activeBlockID().get(), node.id);
 }
 
@@ -278,16 +278,16 @@ TEST_F(DictationControllerTest, KeepsTheMessageUntilTheNextStart)
     EXPECT_EQ(message(), "");
 }
 
-TEST_F(DictationControllerTest, TakesEachStepOfAStartInItsOrder)
+TEST_F(DictationControllerTest, StartsInOrder)
 {
     Node node;
-    listen(node);
+    start(node);
     EXPECT_EQ(speech.events, Texts({ "request authorization", "make request", "install tap",
                                      "start task", "start engine" }));
     EXPECT_EQ(speech.tapBufferSize, 1024);
 }
 
-TEST_F(DictationControllerTest, IsActiveOnlyOnceTheMicrophoneIsOpen)
+TEST_F(DictationControllerTest, IsActiveOnlyWhileTheMicrophoneIsOpen)
 {
     Node node;
     std::vector<bool> wasRunning;
@@ -301,7 +301,7 @@ TEST_F(DictationControllerTest, IsActiveOnlyOnceTheMicrophoneIsOpen)
     EXPECT_EQ(wasRunning, std::vector<bool>({ true }));
 }
 
-TEST_F(DictationControllerTest, ForgetsTheSessionBeforeItCommits)
+TEST_F(DictationControllerTest, EndsTheSessionBeforeItCommits)
 {
     Node node { .text = "a" };
     bool wasIdle = false;
@@ -311,12 +311,12 @@ TEST_F(DictationControllerTest, ForgetsTheSessionBeforeItCommits)
     EXPECT_TRUE(wasIdle);
 }
 
-TEST_F(DictationControllerTest, FeedsTheRequestWithWhatTheMicrophoneHears)
+TEST_F(DictationControllerTest, PassesCapturedAudioToTheRequest)
 {
     Node node;
-    listen(node);
-    speech.hear({ 1, 2, 3 });
-    speech.hear({ 4 });
+    start(node);
+    speech.capture({ 1, 2, 3 });
+    speech.capture({ 4 });
     EXPECT_EQ(speech.recognitions[0]->samples, std::vector<std::int16_t>({ 1, 2, 3, 4 }));
     EXPECT_FALSE(speech.recognitions[0]->hasEnded);
     toggle(node);
@@ -324,41 +324,41 @@ TEST_F(DictationControllerTest, FeedsTheRequestWithWhatTheMicrophoneHears)
     EXPECT_EQ(speech.recognitions[0]->cancellations, 1);
 }
 
-TEST_F(DictationControllerTest, TellsTheRequestWhenTheMicrophoneGoesAway)
+TEST_F(DictationControllerTest, FailsTheRequestWhenTheMicrophoneIsUnplugged)
 {
     Node node { .text = "a" };
-    listen(node);
+    start(node);
     std::thread([this] { speech.tap->fail(); }).join();
     EXPECT_TRUE(speech.recognitions[0]->hasFailed);
-    fail(); // which is what a recogniser makes of it
+    fail(); // as a real recogniser does then
     EXPECT_TRUE(isIdle());
     EXPECT_EQ(node.received, Texts({ "a" }));
 }
 
-TEST_F(DictationControllerTest, StartsTwiceWhenToggledTwiceBeforeTheAnswer)
+TEST_F(DictationControllerTest, StartsTwiceIfToggledTwiceBeforeAuthorization)
 {
     Node node { .text = "a" };
     toggle(node);
     toggle(node);
-    EXPECT_EQ(speech.questions.size(), 2U);
+    EXPECT_EQ(speech.authorizationRequests.size(), 2U);
     EXPECT_TRUE(node.received.empty());
     speech.answer(0);
     settle();
     speech.answer(1);
     settle();
     EXPECT_EQ(controller->activeBlockID().get(), node.id);
-    deliver(0, "of the first");
+    deliver(0, "from the first");
     EXPECT_TRUE(node.received.empty());
-    deliver(1, "of the second");
-    EXPECT_EQ(node.text, "a of the second");
+    deliver(1, "from the second");
+    EXPECT_EQ(node.text, "a from the second");
     toggle(node);
     EXPECT_TRUE(isIdle());
 }
 
-TEST_F(DictationControllerTest, EndsASecondTimeWithoutEffect)
+TEST_F(DictationControllerTest, IgnoresASecondStop)
 {
     Node node { .text = "a" };
-    listen(node);
+    start(node);
     controller->stop();
     speech.events.clear();
     controller->stop();
@@ -366,7 +366,7 @@ TEST_F(DictationControllerTest, EndsASecondTimeWithoutEffect)
     EXPECT_EQ(node.received, Texts({ "a" }));
 }
 
-TEST_F(DictationControllerTest, IsNotCalledBackOnceItIsGone)
+TEST_F(DictationControllerTest, IgnoresCallbacksAfterItsDestruction)
 {
     Node node { .text = "a" };
     toggle(node);
@@ -375,7 +375,7 @@ TEST_F(DictationControllerTest, IsNotCalledBackOnceItIsGone)
     EXPECT_EQ(speech.events, Texts({ "request authorization" }));
 
     controller.emplace(machine.platform);
-    listen(node);
+    start(node);
     speech.deliver(0, SpeechRecognitionResult { "words", true });
     controller.reset();
     settle();
@@ -391,7 +391,7 @@ TEST_F(DictationControllerTest, LetsTheHandlerStopTheDictation)
         controller->stop();
     });
     answer();
-    understand("words", true);
+    recognize("words", true);
     EXPECT_EQ(received, Texts({ "words", "words" }));
     EXPECT_TRUE(isIdle());
 }

@@ -9,14 +9,14 @@
 #include <string>
 #include <vector>
 
-/// A controller on a machine of the test's own, and nodes that note the texts they are given.
+/// A controller on a fake machine, and nodes that record the texts they receive.
 class DictationFixture : public testing::Test
 {
 protected:
     using Texts = std::vector<std::string>;
     using Status = Speech::AuthorizationStatus;
 
-    /// A node, with all the texts that dictation gave it.
+    /// A node and all texts that dictation gave it.
     struct Node {
         QUuid id = QUuid::createUuid();
         std::string text {};
@@ -31,22 +31,22 @@ protected:
         });
     }
 
-    /// The user gives or refuses the leave that was asked for last.
+    /// The user answers the last authorization request.
     void answer(Status status = Status::authorized)
     {
-        speech.answer(speech.questions.size() - 1, status);
+        speech.answer(speech.authorizationRequests.size() - 1, status);
         settle();
     }
 
-    /// The microphone is open for this node on return, unless something is in the way.
-    void listen(Node &node)
+    /// Starts dictation into this node. Does not check that it succeeds.
+    void start(Node &node)
     {
         toggle(node);
         answer();
     }
 
-    /// The latest recognition has understood this.
-    void understand(const std::string &words, bool isFinal = false)
+    /// The latest recognition delivers this result.
+    void recognize(const std::string &words, bool isFinal = false)
     {
         deliver(speech.recognitions.size() - 1, words, isFinal);
     }
@@ -58,7 +58,7 @@ protected:
         settle();
     }
 
-    /// The latest recognition has failed.
+    /// The latest recognition fails.
     void fail()
     {
         speech.deliver(speech.recognitions.size() - 1, std::nullopt, true);

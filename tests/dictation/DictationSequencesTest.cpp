@@ -10,9 +10,9 @@ namespace
 {
 
 constexpr int Sequences = 10'000;
-constexpr int StepsInASequence = 24;
+constexpr int StepsPerSequence = 24;
 
-/// Random sequences of all that can happen, with what must hold after each step.
+/// Runs random sequences of events and checks invariants after each step.
 class DictationSequencesTest : public DictationFixture
 {
 protected:
@@ -59,32 +59,36 @@ protected:
         ASSERT_TRUE(isIdle());
     }
 
-    /// A text is one that the node had before, or brings what the latest recognition understood.
+    /// Expects a text that the node had before or one that ends with the latest recognition's
+    /// words.
     void receive(Node &node, const std::string &text)
     {
         const bool isKnown = !known.insert(text).second;
-        EXPECT_TRUE(isKnown || text.ends_with(by(speech.recognitions.size() - 1))) << text;
+        EXPECT_TRUE(isKnown || text.ends_with(suffixOf(speech.recognitions.size() - 1))) << text;
         node.text = text;
         node.received.push_back(text);
     }
 
-    /// What words end with, so that one sees who understood them.
-    static std::string by(std::size_t recognition) { return " by " + std::to_string(recognition); }
-
-    /// Any question, also one that was answered before.
-    void answerOne(Speech::AuthorizationStatus status)
+    /// A suffix that identifies the recognition that delivered the words.
+    static std::string suffixOf(std::size_t recognition)
     {
-        if (!speech.questions.empty())
-            speech.questions.at(pick(speech.questions.size()))(status);
+        return " by " + std::to_string(recognition);
     }
 
-    /// Of any recognition, also one that is long over.
+    /// Answers any request, even one that was answered before.
+    void answerOne(Speech::AuthorizationStatus status)
+    {
+        if (!speech.authorizationRequests.empty())
+            speech.authorizationRequests.at(pick(speech.authorizationRequests.size()))(status);
+    }
+
+    /// Delivers a result of any recognition, even one that has ended.
     void deliverOne(const std::string &words, bool isFinal, bool isError)
     {
         if (speech.recognitions.empty())
             return;
         const auto index = pick(speech.recognitions.size());
-        const auto text = words.empty() ? words : words + by(index);
+        const auto text = words.empty() ? words : words + suffixOf(index);
         speech.recognitions.at(index)->handler(SpeechRecognitionResult { text, isFinal }, isError);
     }
 
@@ -109,8 +113,8 @@ protected:
         }));
     }
 
-    /// What was said to nodes that nobody dictates into.
-    std::size_t receivedElsewhere() const
+    /// The number of texts received by nodes that are not being dictated into.
+    std::size_t receivedByInactiveNodes() const
     {
         std::size_t count = 0;
         for (const auto &node : nodes) {
@@ -125,23 +129,23 @@ protected:
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
     }
 
-    // Seeded with a fixed number: a failure comes again.
+    // Seeded with a fixed number, so that failures are reproducible.
     // NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp)
     std::mt19937 random { 20'26 };
     std::array<Node, 3> nodes;
-    std::set<std::string> known; // texts of the sequence under way
+    std::set<std::string> known; // texts of the current sequence
 };
 
-TEST_F(DictationSequencesTest, KeepOneMicrophoneForOneNode)
+TEST_F(DictationSequencesTest, KeepAtMostOneMicrophoneOpen)
 {
     for (int sequence = 0; sequence < Sequences; ++sequence) {
         settle();
         controller->stop();
-        speech.questions.clear();
+        speech.authorizationRequests.clear();
         speech.recognitions.clear();
         nodes = {};
         known.clear();
-        for (int count = 0; count < StepsInASequence; ++count) {
+        for (int count = 0; count < StepsPerSequence; ++count) {
             step();
             check();
             if (HasFailure())
@@ -150,22 +154,22 @@ TEST_F(DictationSequencesTest, KeepOneMicrophoneForOneNode)
     }
 }
 
-TEST_F(DictationSequencesTest, CallNoHandlerAfterItsSessionEnded)
+TEST_F(DictationSequencesTest, NeverCallAHandlerAfterItsSession)
 {
     for (int sequence = 0; sequence < Sequences; ++sequence) {
         Node &node = nodes.at(pick(nodes.size()));
-        listen(node);
+        start(node);
         for (std::size_t count = pick(4); count > 0; --count)
             deliverOne("words", false, false);
         controller->stop();
         settle();
         ASSERT_TRUE(isIdle());
-        const auto before = receivedElsewhere();
+        const auto before = receivedByInactiveNodes();
         for (std::size_t count = 3; count > 0; --count) {
             deliverOne("late", pick(2) == 0, pick(2) == 0);
             settle();
         }
-        ASSERT_EQ(receivedElsewhere(), before) << "in sequence " << sequence;
+        ASSERT_EQ(receivedByInactiveNodes(), before) << "in sequence " << sequence;
         speech.startsEngine = true;
     }
 }

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// A chooser in which the test chooses.
+/// Records requests, which the test answers through `receive`.
 class FakeApplicationChooser final : public ApplicationChooser
 {
 public:

@@ -2,7 +2,7 @@
 
 #include "platform/FileLocations.h"
 
-/// Puts the user's files where the test says.
+/// Keeps the user's files in a folder that the test sets.
 class FakeFileLocations final : public FileLocations
 {
 public:

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-/// A web that answers when the test says so, from another thread as the real one does.
+/// Records requests. The test answers them, on another thread as the real client does.
 class FakeHttpClient final : public HttpClient
 {
 public:
@@ -24,7 +24,7 @@ public:
             onGet();
     }
 
-    /// The request's answer arrives; what comes of it on that thread is done on return.
+    /// Passes `body` to the request's `receive` on another thread, and waits for it to return.
     void answer(std::size_t index, const QByteArray &body)
     {
         std::thread([this, index, &body] { requests.at(index).receive(body); }).join();

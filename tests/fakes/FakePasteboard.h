@@ -2,7 +2,7 @@
 
 #include "platform/Pasteboard.h"
 
-/// A clipboard of the test's own.
+/// A clipboard that no other program shares.
 class FakePasteboard final : public Pasteboard
 {
 public:

@@ -13,7 +13,7 @@
 
 #include <QTemporaryDir>
 
-/// A machine in a temporary folder, with a clipboard, a browser and a clock of its own.
+/// A machine made of fakes. Its files are in a temporary folder.
 class FakePlatform
 {
 public:

@@ -12,12 +12,12 @@
 #include <utility>
 #include <vector>
 
-/// A machine's speech in the hands of the test: it gives the leave to listen, opens the microphone
-/// and says what is understood, each from another thread. It writes down what it is asked for.
+/// Speech recognition that the test controls. The test answers authorization requests, captures
+/// audio and delivers results, all on other threads. Records the calls it gets.
 class FakeSpeech final : public Speech
 {
 public:
-    /// What the test and one recognition share.
+    /// The state of one recognition, shared with the test.
     struct Recognition {
         std::vector<std::int16_t> samples;
         bool hasEnded = false;
@@ -29,7 +29,7 @@ public:
     void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override
     {
         note("request authorization");
-        questions.push_back(std::move(receive));
+        authorizationRequests.push_back(std::move(receive));
     }
 
     std::unique_ptr<SpeechRecognizer> makeRecognizer() override
@@ -42,23 +42,23 @@ public:
         return std::make_unique<Engine>(*this);
     }
 
-    /// Answers the question, from another thread.
-    void answer(std::size_t question, AuthorizationStatus status = AuthorizationStatus::authorized)
+    /// Answers an authorization request, on another thread.
+    void answer(std::size_t request, AuthorizationStatus status = AuthorizationStatus::authorized)
     {
-        elsewhere([&] { questions.at(question)(status); });
+        onAnotherThread([&] { authorizationRequests.at(request)(status); });
     }
 
-    /// The recogniser's handler is called, from another thread.
+    /// Calls the handler of a recognition, on another thread.
     void deliver(std::size_t recognition, const std::optional<SpeechRecognitionResult> &result,
                  bool isError = false)
     {
-        elsewhere([&] { recognitions.at(recognition)->handler(result, isError); });
+        onAnotherThread([&] { recognitions.at(recognition)->handler(result, isError); });
     }
 
-    /// The microphone hears something, on the audio thread.
-    void hear(const std::vector<std::int16_t> &samples)
+    /// Passes samples to the tap, on another thread.
+    void capture(const std::vector<std::int16_t> &samples)
     {
-        elsewhere([&] { tap->append(samples); });
+        onAnotherThread([&] { tap->append(samples); });
     }
 
     void note(const std::string &event) { events.push_back(event); }
@@ -66,8 +66,8 @@ public:
     bool hasRecognizer = true;
     bool isAvailable = true;
     bool startsEngine = true;
-    std::vector<std::string> events; ///< what was asked for, in order
-    std::vector<std::function<void(AuthorizationStatus)>> questions;
+    std::vector<std::string> events; ///< the calls, in order
+    std::vector<std::function<void(AuthorizationStatus)>> authorizationRequests;
     std::vector<std::shared_ptr<Recognition>> recognitions;
     std::optional<AudioEngine::Tap> tap;
     int tapBufferSize = 0;
@@ -205,7 +205,7 @@ private:
     };
 
     template <typename Work>
-    static void elsewhere(Work &&work)
+    static void onAnotherThread(Work &&work)
     {
         std::thread(std::forward<Work>(work)).join();
     }

@@ -2,13 +2,13 @@
 
 #include "platform/StatusBar.h"
 
-/// The test says what kind of icons the desktop shows.
+/// The test sets how the desktop shows icons.
 class FakeStatusBar final : public StatusBar
 {
     Q_OBJECT
 
 public:
-    void begin() override { ++beginnings; }
+    void begin() override { ++beginCalls; }
 
-    int beginnings = 0;
+    int beginCalls = 0;
 };

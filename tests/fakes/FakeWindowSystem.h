@@ -7,13 +7,13 @@
 
 #include <vector>
 
-/// Counts what it is asked for; the test starts and stops its compositor.
+/// Records the calls it gets. The test starts and stops the compositor.
 class FakeWindowSystem final : public WindowSystem
 {
     Q_OBJECT
 
 public:
-    void showOnAllDesktops(QWindow & /*window*/) override { ++showings; }
+    void showOnAllDesktops(QWindow & /*window*/) override { ++showOnAllDesktopsCalls; }
 
     void blurBehind(QWindow & /*window*/, const QSize &size, int radius) override
     {
@@ -26,7 +26,7 @@ public:
         window.requestActivate();
     }
 
-    /// What is blurred, in points.
+    /// The arguments of `blurBehind`, in points.
     struct Blur {
         QSize size;
         int radius = 0;
@@ -34,7 +34,7 @@ public:
         bool operator==(const Blur &) const = default;
     };
 
-    int showings = 0;
-    std::vector<Blur> blurs;          ///< one each time it is asked for
-    std::vector<StartupToken> tokens; ///< one an activation
+    int showOnAllDesktopsCalls = 0;
+    std::vector<Blur> blurs;
+    std::vector<StartupToken> tokens; ///< one per call of `activate`
 };

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// A desktop with the applications that the test installs; notes what it is asked to open.
+/// A desktop whose applications the test sets. Records what is opened.
 class FakeWorkspace final : public Workspace
 {
 public:
@@ -26,7 +26,7 @@ public:
 
     QImage applicationIcon(const std::string &path, double size, double scale) override
     {
-        iconsAskedFor.push_back(path);
+        requestedIcons.push_back(path);
         std::this_thread::sleep_for(iconDelay);
         QImage image = icon.scaled(static_cast<int>(size * scale), static_cast<int>(size * scale));
         image.setDevicePixelRatio(scale);
@@ -38,7 +38,7 @@ public:
         listings.push_back(std::move(receive));
     }
 
-    /// Answers whoever asked for the applications.
+    /// Answers all requests for the list of applications.
     void finishListing()
     {
         for (const auto &receive : std::exchange(listings, {}))
@@ -48,8 +48,8 @@ public:
     std::vector<std::string> opened;
     std::map<std::string, ApplicationNames> names; ///< by path
     QImage icon;                                   ///< of every application
-    std::chrono::milliseconds iconDelay {};
-    std::vector<std::string> iconsAskedFor;
+    std::chrono::milliseconds iconDelay {};        ///< how long loading an icon blocks
+    std::vector<std::string> requestedIcons;
     std::vector<Application> applications;
     std::vector<std::function<void(const std::vector<Application> &)>> listings;
 };

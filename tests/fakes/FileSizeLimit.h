@@ -3,8 +3,8 @@
 #include <csignal>
 #include <sys/resource.h>
 
-/// Lets no file grow beyond some bytes while this lives, as a full disk does: the write that would
-/// cross the limit is cut short, and the next one fails.
+/// Limits the size of files during its lifetime, which simulates a full disk: the write that
+/// crosses the limit is partial, and the next one fails.
 class FileSizeLimit
 {
 public:

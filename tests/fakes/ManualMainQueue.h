@@ -6,8 +6,7 @@
 #include <mutex>
 #include <optional>
 
-/// A main queue whose clock the test moves. Work runs only within `advance`, `runPending` and
-/// `runNext`.
+/// A main queue on virtual time. Work runs only inside `advance`, `runPending` and `runNext`.
 class ManualMainQueue final : public MainQueue
 {
 public:
@@ -25,7 +24,7 @@ public:
         return item;
     }
 
-    /// Lets `duration` pass; work runs in the order in which it falls due, new work included.
+    /// Advances the clock. Runs all work that becomes due, including new work, in order of time.
     void advance(std::chrono::milliseconds duration)
     {
         const auto end = m_now + duration;
@@ -33,22 +32,22 @@ public:
             item->run();
     }
 
-    /// Runs what is due already.
+    /// Runs all work that is due now.
     void runPending() { advance({}); }
 
-    /// Runs the first work that is due, and nothing that it leads to.
+    /// Runs the first work item that is due now, if any.
     void runNext()
     {
         if (const auto item = next(m_now))
             item->run();
     }
 
-    /// `async` has taken work, on whatever thread, and is about to return.
+    /// Called at the end of `async`, on its thread.
     std::function<void()> onAsync = [] {};
 
 private:
-    /// What falls due next, the clock moved to then; none, and the clock at `end`, if that is
-    /// later.
+    /// Removes the next work item that is due by `end` and sets the clock to its time. None if
+    /// there is no such item; the clock is then at `end`.
     std::optional<WorkItem> next(std::chrono::milliseconds end)
     {
         const std::scoped_lock lock(m_mutex);
@@ -58,7 +57,7 @@ private:
         return isDue ? std::optional(m_items.extract(first).mapped()) : std::nullopt;
     }
 
-    std::mutex m_mutex; // work comes from any thread
+    std::mutex m_mutex; // `async` is called on any thread
     std::chrono::milliseconds m_now {};
     std::multimap<std::chrono::milliseconds, WorkItem> m_items;
 };

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-/// Pictures as files hold them, whole ones and such as only somebody who means harm would make.
+/// Encoded images, both valid and malicious ones.
 namespace PictureBytes
 {
 
@@ -52,7 +52,7 @@ QByteArray bigEndian(Number number)
     return bytes;
 }
 
-/// The checksum of PNG's chunks.
+/// The CRC-32 of a PNG chunk.
 inline quint32 checksum(const QByteArray &bytes)
 {
     quint32 sum = ~quint32();
@@ -70,9 +70,9 @@ inline QByteArray pngChunk(const QByteArray &type, const QByteArray &data)
            bigEndian(checksum(type + data));
 }
 
-inline constexpr qsizetype PngHeaderEnd = 33; ///< where other chunks may follow
+inline constexpr qsizetype PngHeaderEnd = 33; ///< where other chunks can follow
 
-/// A PNG that says that it is so large and has next to nothing in it.
+/// A PNG that declares this size but contains almost no pixel data.
 inline QByteArray emptyPng(quint32 width, quint32 height)
 {
     return png(1, 1).first(8) +
@@ -81,7 +81,7 @@ inline QByteArray emptyPng(quint32 width, quint32 height)
            pngChunk("IDAT", qCompress(QByteArray(100, '\0')).mid(4)) + pngChunk("IEND", {});
 }
 
-/// The JPEG with another size in its header.
+/// The JPEG with a different size in its header.
 inline QByteArray resizedJpeg(QByteArray jpeg, quint16 width, quint16 height)
 {
     const auto baseline = jpeg.indexOf("\xFF\xC0");
@@ -89,7 +89,7 @@ inline QByteArray resizedJpeg(QByteArray jpeg, quint16 width, quint16 height)
     return jpeg.replace(frame + 5, 4, bigEndian(height) + bigEndian(width));
 }
 
-/// A GIF of one frame, which holds one white point.
+/// A GIF with one frame, which contains one white pixel.
 inline QByteArray gif(quint16 width, quint16 height, quint16 frameWidth = 1,
                       quint16 frameHeight = 1)
 {
@@ -99,32 +99,32 @@ inline QByteArray gif(quint16 width, quint16 height, quint16 frameWidth = 1,
            ';';
 }
 
-/// What stands before the points of a bitmap.
-inline QByteArray bitmapHeader(qint32 width, qint32 height, quint16 bitsAPoint)
+/// The header of a bitmap (BITMAPINFOHEADER).
+inline QByteArray bitmapHeader(qint32 width, qint32 height, quint16 bitsPerPixel)
 {
     return littleEndian(quint32(40)) + littleEndian(width) + littleEndian(height) +
-           littleEndian(quint16(1)) + littleEndian(bitsAPoint) + QByteArray(24, '\0');
+           littleEndian(quint16(1)) + littleEndian(bitsPerPixel) + QByteArray(24, '\0');
 }
 
-inline QByteArray bmp(qint32 width, qint32 height, const QByteArray &points,
-                      quint16 bitsAPoint = 24)
+inline QByteArray bmp(qint32 width, qint32 height, const QByteArray &pixels,
+                      quint16 bitsPerPixel = 24)
 {
-    return "BM" + littleEndian(static_cast<quint32>(54 + points.size())) + QByteArray(4, '\0') +
-           littleEndian(quint32(54)) + bitmapHeader(width, height, bitsAPoint) + points;
+    return "BM" + littleEndian(static_cast<quint32>(54 + pixels.size())) + QByteArray(4, '\0') +
+           littleEndian(quint32(54)) + bitmapHeader(width, height, bitsPerPixel) + pixels;
 }
 
-/// A bitmap as icons hold it: without a file's header, with a mask behind its points, and twice as
-/// high as what is seen.
+/// A bitmap in the format used inside icons: without a file header, followed by a mask, and with
+/// twice the visible height in its header.
 inline QByteArray iconBitmap(int side, const QColor &color)
 {
-    QByteArray points;
-    for (int point = 0; point < side * side; ++point)
-        points += littleEndian(color.rgba());
+    QByteArray pixels;
+    for (int pixel = 0; pixel < side * side; ++pixel)
+        pixels += littleEndian(color.rgba());
     const qsizetype maskSize = qsizetype((side + 31) / 32) * 4 * side;
-    return bitmapHeader(side, 2 * side, 32) + points + QByteArray(maskSize, '\0');
+    return bitmapHeader(side, 2 * side, 32) + pixels + QByteArray(maskSize, '\0');
 }
 
-/// One picture of an icon: what the directory says of it, and its bytes.
+/// One image of an icon file: its size in the directory, and its bytes.
 struct IconPicture {
     int side; ///< 256 is written as 0
     QByteArray bytes;
@@ -137,11 +137,12 @@ inline QByteArray icon(const std::vector<IconPicture> &pictures)
         littleEndian(quint16(0)) + littleEndian(quint16(1)) + littleEndian(count);
     QByteArray body;
     for (const auto &picture : pictures) {
-        const auto place =
+        const auto offset =
             static_cast<quint32>(6 + 16 * pictures.size()) + static_cast<quint32>(body.size());
         directory += QByteArray(2, static_cast<char>(picture.side)) + QByteArray(2, '\0') +
                      littleEndian(quint16(1)) + littleEndian(quint16(32)) +
-                     littleEndian(static_cast<quint32>(picture.bytes.size())) + littleEndian(place);
+                     littleEndian(static_cast<quint32>(picture.bytes.size())) +
+                     littleEndian(offset);
         body += picture.bytes;
     }
     return directory + body;

@@ -9,9 +9,9 @@
 #include <unistd.h>
 #include <utility>
 
-/// Mounts that only this process sees, as root or in a user namespace of its own. After
-/// `arePossible`, an ordinary user has root's permissions on their own files, so put permission
-/// tests in another executable. Needs a process with one thread.
+/// A mount namespace for this process, as root or in a new user namespace. After `arePossible`, an
+/// ordinary user has root's permissions on their own files, so put permission tests in another
+/// executable. Needs a single-threaded process.
 namespace PrivateMounts
 {
 
@@ -33,7 +33,7 @@ inline bool enter()
     return isEntered && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-/// False where the machine allows neither.
+/// Enters the namespace. False if the machine allows neither way.
 inline bool arePossible()
 {
     static const bool isEntered = enter();
@@ -42,17 +42,17 @@ inline bool arePossible()
 
 } // namespace PrivateMounts
 
-/// Something mounted at `path` while this lives.
+/// A mount at `path` that is removed on destruction.
 class PrivateMount
 {
 public:
-    /// Another file or folder.
+    /// Bind-mounts a file or folder.
     static PrivateMount of(const std::filesystem::path &source, const std::filesystem::path &path)
     {
         return { path, mount(source.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) };
     }
 
-    /// A new file system of some pages.
+    /// Mounts a new file system of 64 KiB.
     static PrivateMount ofPages(const std::filesystem::path &path)
     {
         return { path, mount("tmpfs", path.c_str(), "tmpfs", 0, "size=64k,mode=700") };

@@ -6,18 +6,18 @@
 #include <string>
 #include <string_view>
 
-/// What tests do with files, past the code that they test.
+/// File access that does not use the code under test.
 namespace TestFiles
 {
 
-/// Makes the folders on the way too.
+/// Creates parent folders too.
 inline void write(const std::filesystem::path &path, std::string_view bytes)
 {
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-/// Empty also where there is no such file.
+/// Empty if there is no such file.
 inline std::string read(const std::filesystem::path &path)
 {
     std::ifstream file(path, std::ios::binary);

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <sys/resource.h>
 
-/// The process can have no new thread while this lives. Root, whom no limit binds, is an ordinary
-/// user meanwhile, to whom the folder is given.
+/// Prevents new threads during its lifetime. The limit does not apply to root, so root becomes an
+/// ordinary user, who gets ownership of the folder.
 class ThreadlessScope
 {
 public:

@@ -7,12 +7,13 @@
 #include <system_error>
 #include <unistd.h>
 
-/// Permissions do not bind root. Where root runs the tests, the process is an ordinary user while
-/// this lives, to whom the folder and all in it is given; elsewhere nothing happens.
+/// File permissions do not apply to root. If root runs the tests, the process becomes an ordinary
+/// user during the lifetime of this object, and that user gets ownership of the folder and its
+/// content. Otherwise does nothing.
 class UnprivilegedScope
 {
 public:
-    /// The user is in `group` too.
+    /// The ordinary user is a member of `group` too.
     explicit UnprivilegedScope(const std::filesystem::path &folder, gid_t group = Nobody)
     {
         if (!m_isRoot)
@@ -21,7 +22,7 @@ public:
         for (const auto &entry : std::filesystem::recursive_directory_iterator(folder))
             give(entry.path(), Nobody);
         check(setgroups(1, &group));
-        // The saved ids stay root's: they are the way back.
+        // The saved ids stay root's, so that the destructor can switch back.
         check(setresgid(Nobody, Nobody, 0));
         check(setresuid(Nobody, Nobody, 0));
     }
@@ -36,7 +37,7 @@ public:
             std::terminate();
     }
 
-    /// Gives a file or folder to a second ordinary user. False where root does not run the tests.
+    /// Gives a file or folder to a second ordinary user. False unless root runs the tests.
     bool giveToAnother(const std::filesystem::path &path) const
     {
         if (!m_isRoot)

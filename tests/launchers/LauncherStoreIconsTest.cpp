@@ -384,7 +384,7 @@ TEST_F(LauncherStoreIconsTest, ShowsTheDesktopsIconOfAnApplication)
     machine.workspace.icon = PictureBytes::filled(64, 64, Qt::blue);
     TestFiles::write(iconFile(application.id), picture().toStdString());
     const auto icon = store().icon(application, 16, 2);
-    EXPECT_EQ(machine.workspace.iconsAskedFor, std::vector<std::string> { application.target });
+    EXPECT_EQ(machine.workspace.requestedIcons, std::vector<std::string> { application.target });
     EXPECT_EQ(icon.image.size(), QSize(32, 32));
     EXPECT_EQ(icon.image.devicePixelRatio(), 2);
     EXPECT_EQ(icon.image.pixelColor(0, 0), QColor(Qt::blue));

@@ -71,7 +71,7 @@ TEST_F(LauncherStoreLoadingTest, WritesNothingAndFetchesNothingAtTheStart)
     machine.mainQueue.advance(std::chrono::hours(1));
     EXPECT_EQ(fileText(), text);
     EXPECT_TRUE(machine.httpClient.requests.empty()) << "the website has no icon yet";
-    EXPECT_TRUE(machine.workspace.iconsAskedFor.empty());
+    EXPECT_TRUE(machine.workspace.requestedIcons.empty());
 }
 
 TEST_F(LauncherStoreLoadingTest, WorksWithoutIconsWhereAFileStandsForTheirFolder)

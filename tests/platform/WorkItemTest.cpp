@@ -22,7 +22,7 @@ TEST(WorkItemTest, RunsItsWorkOnce)
     EXPECT_EQ(runs, 1);
 }
 
-TEST(WorkItemTest, NeverRunsOnceCancelled)
+TEST(WorkItemTest, NeverRunsAfterCancellation)
 {
     int runs = 0;
     WorkItem item([&] { ++runs; });
@@ -31,7 +31,7 @@ TEST(WorkItemTest, NeverRunsOnceCancelled)
     EXPECT_EQ(runs, 0);
 }
 
-TEST(WorkItemTest, CancelsTwiceAndAfterTheRunWithoutHarm)
+TEST(WorkItemTest, CanBeCancelledTwiceAndAfterItRan)
 {
     int runs = 0;
     WorkItem item([&] { ++runs; });
@@ -41,7 +41,7 @@ TEST(WorkItemTest, CancelsTwiceAndAfterTheRunWithoutHarm)
     EXPECT_EQ(runs, 1);
 }
 
-TEST(WorkItemTest, CancelsNothingWhenItHoldsNoWork)
+TEST(WorkItemTest, CanBeCancelledWithoutWork)
 {
     int runs = 0;
     WorkItem item;
@@ -51,7 +51,7 @@ TEST(WorkItemTest, CancelsNothingWhenItHoldsNoWork)
     EXPECT_EQ(runs, 1);
 }
 
-TEST(WorkItemTest, StandsForTheSameWorkWhenCopied)
+TEST(WorkItemTest, SharesItsWorkWithCopies)
 {
     int runs = 0;
     WorkItem item([&] { ++runs; });
@@ -61,7 +61,7 @@ TEST(WorkItemTest, StandsForTheSameWorkWhenCopied)
     EXPECT_EQ(runs, 0);
 }
 
-TEST(WorkItemTest, LetsTheWorkRunWhenLetGo)
+TEST(WorkItemTest, DoesNotCancelItsWorkWhenDestroyed)
 {
     ManualMainQueue queue;
     int runs = 0;
@@ -71,7 +71,7 @@ TEST(WorkItemTest, LetsTheWorkRunWhenLetGo)
     EXPECT_EQ(runs, 1);
 }
 
-TEST(WorkItemTest, LeavesTheFormerWorkAloneWhenAnotherIsAssigned)
+TEST(WorkItemTest, DoesNotCancelItsWorkWhenReassigned)
 {
     ManualMainQueue queue;
     int runs = 0;
@@ -81,7 +81,7 @@ TEST(WorkItemTest, LeavesTheFormerWorkAloneWhenAnotherIsAssigned)
     EXPECT_EQ(runs, 2);
 }
 
-TEST(WorkItemTest, MayBeCancelledByItsOwnWork)
+TEST(WorkItemTest, CanBeCancelledByItsOwnWork)
 {
     int runs = 0;
     WorkItem item;
@@ -93,7 +93,7 @@ TEST(WorkItemTest, MayBeCancelledByItsOwnWork)
     EXPECT_EQ(runs, 7);
 }
 
-TEST(WorkItemTest, ReleasesItsWorkWhenRunOrCancelled)
+TEST(WorkItemTest, ReleasesItsWorkAfterRunningOrCancelling)
 {
     const auto held = std::make_shared<int>();
     const WorkItem run([held] {});

@@ -8,7 +8,7 @@
 namespace
 {
 
-TEST(WindowPreferencesTest, BeginsFloatingWithNeitherCardRequested)
+TEST(WindowPreferencesTest, FloatsAndShowsNoCardByDefault)
 {
     const WindowPreferences preferences;
     EXPECT_TRUE(preferences.alwaysOnTop.get());
@@ -16,7 +16,7 @@ TEST(WindowPreferencesTest, BeginsFloatingWithNeitherCardRequested)
     EXPECT_FALSE(preferences.showsSettingsCard.get());
 }
 
-TEST(WindowPreferencesTest, BeginsAnewWhateverTheLastRunEndedWith)
+TEST(WindowPreferencesTest, DoesNotRememberTheLastRun)
 {
     {
         WindowPreferences lastRun;
@@ -30,7 +30,7 @@ TEST(WindowPreferencesTest, BeginsAnewWhateverTheLastRunEndedWith)
     EXPECT_FALSE(preferences.showsSettingsCard.get());
 }
 
-TEST(WindowPreferencesTest, LetsBothCardsBeRequestedAtOnce)
+TEST(WindowPreferencesTest, CanRequestBothCards)
 {
     WindowPreferences preferences;
     preferences.showsInfoCard.set(true);
@@ -39,7 +39,7 @@ TEST(WindowPreferencesTest, LetsBothCardsBeRequestedAtOnce)
     EXPECT_TRUE(preferences.showsSettingsCard.get());
 }
 
-TEST(WindowPreferencesTest, AnnouncesEveryFlagBeforeItChangesAndDeliversItAfter)
+TEST(WindowPreferencesTest, AnnouncesEachChangeBeforeDeliveringIt)
 {
     WindowPreferences preferences;
     for (auto *flag :
@@ -61,7 +61,7 @@ TEST(WindowPreferencesTest, AnnouncesEveryFlagBeforeItChangesAndDeliversItAfter)
     }
 }
 
-TEST(WindowPreferencesTest, PublishesAlsoAWriteOfTheSameValue)
+TEST(WindowPreferencesTest, PublishesAWriteOfTheSameValue)
 {
     WindowPreferences preferences;
     std::vector<bool> received;

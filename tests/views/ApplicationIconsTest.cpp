@@ -27,11 +27,11 @@ protected:
         return last - first + 1;
     }
 
-    int requestCount() const { return static_cast<int>(workspace.iconsAskedFor.size()); }
+    int requestCount() const { return static_cast<int>(workspace.requestedIcons.size()); }
 
     bool hasNoDuplicateRequest() const
     {
-        const auto &paths = workspace.iconsAskedFor;
+        const auto &paths = workspace.requestedIcons;
         return std::set<std::string>(paths.begin(), paths.end()).size() == paths.size();
     }
 
@@ -48,7 +48,7 @@ TEST_F(ApplicationIconsTest, AreRequestedOnlyForVisibleRows)
     settle();
     EXPECT_EQ(requestCount(), visibleRowCount());
     EXPECT_LE(requestCount(), 10);
-    EXPECT_EQ(workspace.iconsAskedFor.front(), "/apps/Application 0");
+    EXPECT_EQ(workspace.requestedIcons.front(), "/apps/Application 0");
 }
 
 TEST_F(ApplicationIconsTest, AreNotRequestedBeforePainting)
@@ -80,7 +80,7 @@ TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
     auto &bar = *list().verticalScrollBar();
     bar.setValue(bar.maximum());
     EXPECT_TRUE(QTest::qWaitFor([this] {
-        return std::ranges::count(workspace.iconsAskedFor, "/apps/Application 499") == 1;
+        return std::ranges::count(workspace.requestedIcons, "/apps/Application 499") == 1;
     }));
     bar.setValue(0);
     settle();

@@ -127,14 +127,14 @@ TEST_F(LauncherSettingsCardTest, RendersOnceForSeveralChanges)
     for (int slot = 0; slot < 5; ++slot)
         fillWithApplication(slot);
     openCard();
-    machine.workspace.iconsAskedFor.clear();
+    machine.workspace.requestedIcons.clear();
     store().setWebsite("example.com", 4);
     store().clear(4);
     fillWithApplication(4, "/apps/other.desktop");
     EXPECT_EQ(parts(4).subtitle(), "/apps/editor.desktop");
     settle();
     EXPECT_EQ(parts(4).subtitle(), "/apps/other.desktop");
-    EXPECT_EQ(machine.workspace.iconsAskedFor.size(), 5U);
+    EXPECT_EQ(machine.workspace.requestedIcons.size(), 5U);
 }
 
 TEST_F(LauncherSettingsCardTest, ReloadsIconsWhenTheSlotsChange)
@@ -142,13 +142,14 @@ TEST_F(LauncherSettingsCardTest, ReloadsIconsWhenTheSlotsChange)
     fillAll();
     fillWithApplication(0);
     openCard();
-    machine.workspace.iconsAskedFor.clear();
+    machine.workspace.requestedIcons.clear();
     machine.httpClient.answer(3, "no picture");
     settle();
-    EXPECT_TRUE(machine.workspace.iconsAskedFor.empty());
+    EXPECT_TRUE(machine.workspace.requestedIcons.empty());
     store().clear(4);
     settle();
-    EXPECT_EQ(machine.workspace.iconsAskedFor, std::vector<std::string> { "/apps/editor.desktop" });
+    EXPECT_EQ(machine.workspace.requestedIcons,
+              std::vector<std::string> { "/apps/editor.desktop" });
 }
 
 TEST_F(LauncherSettingsCardTest, StopsObservingWhenDestroyed)
@@ -156,10 +157,10 @@ TEST_F(LauncherSettingsCardTest, StopsObservingWhenDestroyed)
     fillWithApplication(0);
     openCard();
     delete card;
-    machine.workspace.iconsAskedFor.clear();
+    machine.workspace.requestedIcons.clear();
     store().clear(1);
     settle();
-    EXPECT_TRUE(machine.workspace.iconsAskedFor.empty());
+    EXPECT_TRUE(machine.workspace.requestedIcons.empty());
 }
 
 TEST_F(LauncherSettingsCardTest, ClosesByButtonOutsideClickAndEscape)

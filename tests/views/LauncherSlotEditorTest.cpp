@@ -295,10 +295,10 @@ TEST_F(LauncherSlotEditorTest, PaintingRequestsNoIcon)
 {
     machine.workspace.icon = PictureBytes::filled(64, 64, Qt::blue);
     openApplication();
-    const auto read = machine.workspace.iconsAskedFor.size();
+    const auto read = machine.workspace.requestedIcons.size();
     const Picture picture(*editor);
     EXPECT_TRUE(isColor(picture.at(45, 22), Qt::blue));
-    EXPECT_EQ(machine.workspace.iconsAskedFor.size(), read);
+    EXPECT_EQ(machine.workspace.requestedIcons.size(), read);
 }
 
 TEST_F(LauncherSlotEditorTest, ShowsTheStartOfALongAddress)

@@ -21,7 +21,7 @@ protected:
     void dictate(std::size_t index)
     {
         press(card(index), "Dictate");
-        speech.answer(speech.questions.size() - 1);
+        speech.answer(speech.authorizationRequests.size() - 1);
         settle();
     }
 

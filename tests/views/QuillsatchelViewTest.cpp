@@ -152,7 +152,7 @@ TEST_F(QuillsatchelViewTest, ADoubleClickOnPasteDoesNotDictate)
     machine.pasteboard.contents = "clip";
     Input::doubleClick(*Input::button(card(0), "Paste"), [this] { settle(); });
     EXPECT_EQ(blocks()[0].text, "clip");
-    EXPECT_TRUE(machine.speech.questions.empty());
+    EXPECT_TRUE(machine.speech.authorizationRequests.empty());
 }
 
 TEST_F(QuillsatchelViewTest, ADoubleClickOnNewNodeAddsTwo)
