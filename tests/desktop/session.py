@@ -49,7 +49,7 @@ class Session:
 
     def __enter__(self):
         self.folder = pathlib.Path(
-            tempfile.mkdtemp(prefix="desktop-test-", dir=private_environment.place()))
+            tempfile.mkdtemp(prefix="desktop-test-", dir=private_environment.parent_folder()))
         self._log = open(self.folder / "log", "w")
         self._processes = Processes(self._make_environment(), self._log)
         try:

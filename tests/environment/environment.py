@@ -1,10 +1,10 @@
 #!/usr/bin/python3 -B
-"""The environment of a test. It has no settings, folders, fonts, applications or display of the
-machine's user.
+"""A private environment for a test, without the user's settings, folders, fonts, applications and
+display.
 
     environment.py [NAME=VALUE]... PROGRAM [ARGUMENT]...
 
-runs a program in a new one and removes its folders afterwards.
+runs a program in a new environment and removes its folders afterwards.
 """
 
 import os
@@ -17,25 +17,25 @@ import tempfile
 
 PATH = "/usr/local/bin:/usr/bin:/bin"
 FONTS = pathlib.Path(__file__).with_name("fonts.conf")
-# How sanitizers report, and how often SatchelStoreKilledTest kills, is up to the caller.
+# Options of sanitizers and the number of kills in SatchelStoreKilledTest come from the caller.
 KEPT_VARIABLES = ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "QUILLSATCHEL_KILLS")
 HOMES = ("CACHE_HOME", "CONFIG_HOME", "DATA_HOME", "RUNTIME_DIR", "STATE_HOME")
-# The parts of the installed data and settings that programs in the tests need.
+# Installed data and settings that the tests need.
 DATA = ("glib-2.0", "icons", "mime", "pocketsphinx", "themes", "xfce4")
 SETTINGS = ("openbox", "xfce4")
-# What sockets and the addresses of servers allow. The names of a test's own files come on top.
+# Safe in socket paths and D-Bus addresses. The limit leaves space for file names of the tests.
 USABLE_PATH = re.compile(r"/[A-Za-z0-9_./-]{1,39}")
 
 
-def place():
-    """Where the folders of environments are made."""
-    usual = tempfile.gettempdir()
-    return usual if USABLE_PATH.fullmatch(usual) else "/tmp"
+def parent_folder():
+    """The folder in which the folders of environments are created."""
+    default = tempfile.gettempdir()
+    return default if USABLE_PATH.fullmatch(default) else "/tmp"
 
 
 def make(folder):
-    """The variables of a new environment, whose folders are made in `folder`."""
-    # Tests that run as root become another user, who must reach the test's files.
+    """Creates an environment in `folder` and returns its variables."""
+    # Tests that run as root switch to another user, who needs access to the test's files.
     folder.chmod(0o711)
     temporary = folder / "tmp"
     temporary.mkdir()
@@ -48,7 +48,7 @@ def make(folder):
         "LC_ALL": "C.UTF-8",
         "TZ": "UTC",
         "FONTCONFIG_FILE": str(FONTS),
-        # Without an address, libraries would look for the user's bus or start one.
+        # Without an address, libraries would connect to the user's bus or start one.
         "DBUS_SESSION_BUS_ADDRESS": f"unix:path={folder}/no-bus",
         "XDG_CONFIG_DIRS": str(_link(SETTINGS, "/etc/xdg", folder / "system_config")),
         "XDG_DATA_DIRS": str(_link(DATA, "/usr/share", folder / "system_data")),
@@ -57,10 +57,10 @@ def make(folder):
 
 
 def run(command, variables):
-    """Gives the program's exit status, or what to tell instead."""
+    """Returns the program's exit status, or an error message if a signal ended it."""
     os.umask(0o022)
     signal.signal(signal.SIGTERM, lambda *_: sys.exit("Terminated."))
-    with tempfile.TemporaryDirectory(prefix="test-", dir=place(),
+    with tempfile.TemporaryDirectory(prefix="test-", dir=parent_folder(),
                                      ignore_cleanup_errors=True) as folder:
         status = subprocess.run(command, env=make(pathlib.Path(folder)) | variables).returncode
     return status if status >= 0 else f"{command[0]} ended by {signal.Signals(-status).name}."

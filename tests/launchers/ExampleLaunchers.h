@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/// Slots as a value and as the bytes of their file.
+/// Slots as a value and as the content of their file.
 namespace ExampleLaunchers
 {
 
@@ -50,7 +50,7 @@ inline LauncherSlots slots()
     return { application(), std::nullopt, website(), std::nullopt, std::nullopt };
 }
 
-/// The example's bytes with the first `from` changed into `to`.
+/// The example file with the first `from` replaced by `to`.
 inline std::string with(std::string_view from, std::string_view to)
 {
     std::string changed(json);

@@ -44,7 +44,7 @@ protected:
         cache().fetchFavicon(launcher, *WebAddress::parse(website), [this] { ++calls; });
     }
 
-    std::vector<std::string> addressesAskedFor(std::string_view website)
+    std::vector<std::string> requestedAddresses(std::string_view website)
     {
         machine.httpClient.requests.clear();
         fetch(id, website);
@@ -81,7 +81,7 @@ protected:
         EXPECT_EQ(calls, 0);
     }
 
-    /// A picture that is told from others by its width.
+    /// An image that is recognised by its width.
     static QByteArray picture(int width) { return PictureBytes::png(width, 1); }
 
     FakePlatform machine;
@@ -95,21 +95,21 @@ private:
     std::optional<FaviconCache> m_cache;
 };
 
-TEST_F(FaviconCacheTest, MakesItsFolderWithTheFoldersOnTheWay)
+TEST_F(FaviconCacheTest, CreatesItsFolderAndParents)
 {
     cache();
     EXPECT_TRUE(fs::is_directory(folder));
     EXPECT_TRUE(machine.httpClient.requests.empty());
 }
 
-TEST_F(FaviconCacheTest, LeavesWhatIsInItsFolder)
+TEST_F(FaviconCacheTest, KeepsTheContentOfItsFolder)
 {
     TestFiles::write(file, "icon");
     cache();
     EXPECT_EQ(TestFiles::read(file), "icon");
 }
 
-TEST_F(FaviconCacheTest, AsksTheHostForItsIconAndForNothingElse)
+TEST_F(FaviconCacheTest, RequestsOnlyTheIconOfTheHost)
 {
     struct Row {
         std::string_view website;
@@ -129,18 +129,18 @@ TEST_F(FaviconCacheTest, AsksTheHostForItsIconAndForNothingElse)
         Row { "//example.com/docs", "https://example.com/favicon.ico" },
     };
     for (const auto &row : Rows)
-        EXPECT_EQ(addressesAskedFor(row.website), std::vector { std::string(row.icon) })
+        EXPECT_EQ(requestedAddresses(row.website), std::vector { std::string(row.icon) })
             << row.website;
 }
 
-TEST_F(FaviconCacheTest, AsksNobodyWhereThereIsNoHost)
+TEST_F(FaviconCacheTest, RequestsNothingWithoutAHost)
 {
     for (const auto website : { "https:x"sv, "https://"sv, "https:///x"sv, "https://:80"sv,
                                 "example.com"sv, "mailto:someone@example.com"sv })
-        EXPECT_TRUE(addressesAskedFor(website).empty()) << website;
+        EXPECT_TRUE(requestedAddresses(website).empty()) << website;
 }
 
-TEST_F(FaviconCacheTest, KeepsTheBytesOfEveryFormatAsTheyWereSent)
+TEST_F(FaviconCacheTest, StoresImagesOfEveryFormatUnchanged)
 {
     const QImage image = PictureBytes::filled(16, 16);
     const auto bitmap = PictureBytes::iconBitmap(16, Qt::red);
@@ -154,7 +154,7 @@ TEST_F(FaviconCacheTest, KeepsTheBytesOfEveryFormatAsTheyWereSent)
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 }
 
-TEST_F(FaviconCacheTest, DropsWhatIsNoPicture)
+TEST_F(FaviconCacheTest, DropsInvalidImages)
 {
     const auto png = PictureBytes::png(16, 16);
     cache();
@@ -170,7 +170,7 @@ TEST_F(FaviconCacheTest, DropsWhatIsNoPicture)
     expectDropped(QByteArray(8 * 1024 * 1024, '\0'));
 }
 
-TEST_F(FaviconCacheTest, LeavesTheIconItHasWhereNoPictureArrives)
+TEST_F(FaviconCacheTest, KeepsItsIconIfTheAnswerIsNoImage)
 {
     TestFiles::write(file, "icon");
     fetch(id);
@@ -187,20 +187,20 @@ TEST_F(FaviconCacheTest, NamesTheFileByTheIdInUpperCase)
               "6B1D3C0E-2F44-4A57-9E0B-7C1F2A9D8E31.png");
 }
 
-TEST_F(FaviconCacheTest, CallsBackOnALaterTurnOnce)
+TEST_F(FaviconCacheTest, CallsBackOnceFromTheMainQueue)
 {
     fetch(id);
     EXPECT_EQ(calls, 0);
     answer(picture(1));
-    EXPECT_EQ(calls, 0) << "the answer came on another thread";
-    EXPECT_TRUE(fs::exists(file)) << "the icon is there before the call";
+    EXPECT_EQ(calls, 0) << "called on the thread of the client";
+    EXPECT_TRUE(fs::exists(file)) << "the icon is stored before the call";
     machine.mainQueue.runPending();
     EXPECT_EQ(calls, 1);
     machine.mainQueue.advance(std::chrono::hours(1));
     EXPECT_EQ(calls, 1);
 }
 
-TEST_F(FaviconCacheTest, KeepsTheLastOfSeveralAnswers)
+TEST_F(FaviconCacheTest, StoresTheLastOfSeveralAnswers)
 {
     fetch(id);
     answer(picture(1));
@@ -212,7 +212,7 @@ TEST_F(FaviconCacheTest, KeepsTheLastOfSeveralAnswers)
     EXPECT_EQ(calls, 2);
 }
 
-TEST_F(FaviconCacheTest, KeepsWhatIsFetchedForSeveralLaunchersApart)
+TEST_F(FaviconCacheTest, StoresIconsOfSeveralLaunchersSeparately)
 {
     fetch(id);
     fetch(otherID);
@@ -224,7 +224,7 @@ TEST_F(FaviconCacheTest, KeepsWhatIsFetchedForSeveralLaunchersApart)
     EXPECT_EQ(calls, 2);
 }
 
-TEST_F(FaviconCacheTest, ReadsNoFileThatIsLargerThanADownload)
+TEST_F(FaviconCacheTest, DoesNotReadFilesAboveTheDownloadLimit)
 {
     const auto path = QString::fromStdString(file.string());
     cache();
@@ -235,7 +235,7 @@ TEST_F(FaviconCacheTest, ReadsNoFileThatIsLargerThanADownload)
     EXPECT_TRUE(cache().cachedIcon(id, 16).isNull());
 }
 
-TEST_F(FaviconCacheTest, TakesAnswersOnSeveralThreadsAtOnce)
+TEST_F(FaviconCacheTest, AcceptsConcurrentAnswers)
 {
     std::vector<QUuid> ids(16);
     for (auto &each : ids) {
@@ -254,7 +254,7 @@ TEST_F(FaviconCacheTest, TakesAnswersOnSeveralThreadsAtOnce)
         EXPECT_EQ(cache().cachedIcon(each, 16).width(), 16);
 }
 
-TEST_F(FaviconCacheTest, DropsWhatArrivesOnceItIsGone)
+TEST_F(FaviconCacheTest, DropsAnswersAfterItsDestruction)
 {
     fetch(id);
     endCache();
@@ -264,17 +264,18 @@ TEST_F(FaviconCacheTest, DropsWhatArrivesOnceItIsGone)
     EXPECT_EQ(calls, 0);
 }
 
-TEST_F(FaviconCacheTest, CallsNobodyBackOnceItIsGone)
+TEST_F(FaviconCacheTest, DoesNotCallBackAfterItsDestruction)
 {
     fetch(id);
     answer(picture(1));
     endCache();
     machine.mainQueue.runPending();
-    EXPECT_EQ(TestFiles::read(file), picture(1).toStdString()) << "it was there before the end";
+    EXPECT_EQ(TestFiles::read(file), picture(1).toStdString())
+        << "the icon was stored before the destruction";
     EXPECT_EQ(calls, 0);
 }
 
-TEST_F(FaviconCacheTest, CallsNobodyBackOnceItIsGoneThoughAnAnswerIsStillAtWork)
+TEST_F(FaviconCacheTest, DoesNotCallBackIfDestroyedDuringAnAnswer)
 {
     std::promise<void> isHandedOver;
     std::promise<void> isEnded;
@@ -292,7 +293,7 @@ TEST_F(FaviconCacheTest, CallsNobodyBackOnceItIsGoneThoughAnAnswerIsStillAtWork)
     answering.join();
 }
 
-TEST_F(FaviconCacheTest, CallsBackAlsoWhereTheIconCannotBeKept)
+TEST_F(FaviconCacheTest, CallsBackEvenIfTheIconCannotBeStored)
 {
     fetch(id);
     {
@@ -307,7 +308,7 @@ TEST_F(FaviconCacheTest, CallsBackAlsoWhereTheIconCannotBeKept)
     EXPECT_TRUE(cache().cachedIcon(id, 16).isNull());
 }
 
-TEST_F(FaviconCacheTest, StandsAFolderThatIsGoneOrCannotBeMade)
+TEST_F(FaviconCacheTest, ToleratesAMissingFolder)
 {
     fetch(id);
     fs::remove(folder);
@@ -325,7 +326,7 @@ TEST_F(FaviconCacheTest, StandsAFolderThatIsGoneOrCannotBeMade)
     EXPECT_EQ(TestFiles::read(folder), "in the way");
 }
 
-TEST_F(FaviconCacheTest, StandsAFolderInPlaceOfAnIcon)
+TEST_F(FaviconCacheTest, ToleratesAFolderInPlaceOfAnIcon)
 {
     fs::create_directories(file / "inner");
     fetch(id);
@@ -347,13 +348,13 @@ TEST_F(FaviconCacheTest, RemovesTheIconOfOneLauncher)
     EXPECT_EQ(cache().cachedIcon(otherID, 16).width(), 2);
 }
 
-TEST_F(FaviconCacheTest, RemovesNothingWhereThereIsNoIcon)
+TEST_F(FaviconCacheTest, RemovesNothingWithoutAnIcon)
 {
     cache().removeCachedIcon(id);
     EXPECT_TRUE(fs::is_empty(folder));
 }
 
-TEST_F(FaviconCacheTest, WritesWhatArrivesAfterTheRemovalAllTheSame)
+TEST_F(FaviconCacheTest, StoresAnIconThatArrivesAfterItsRemoval)
 {
     fetch(id);
     cache().removeCachedIcon(id);
@@ -361,7 +362,7 @@ TEST_F(FaviconCacheTest, WritesWhatArrivesAfterTheRemovalAllTheSame)
     EXPECT_TRUE(fs::exists(file));
 }
 
-TEST_F(FaviconCacheTest, ReadsTheIconFromItsFileEachTime)
+TEST_F(FaviconCacheTest, ReadsTheIconFromItsFileOnEachCall)
 {
     EXPECT_TRUE(cache().cachedIcon(id, 16).isNull());
     for (const int width : { 3, 5 }) {
@@ -376,7 +377,7 @@ TEST_F(FaviconCacheTest, ReadsTheIconFromItsFileEachTime)
     EXPECT_TRUE(cache().cachedIcon(id, 16).isNull());
 }
 
-TEST_F(FaviconCacheTest, GivesTheBestOfTheSizesInAnIcon)
+TEST_F(FaviconCacheTest, ChoosesTheBestSizeInAnIcon)
 {
     const auto icon = PictureBytes::icon({ { 16, PictureBytes::iconBitmap(16, Qt::red) },
                                            { 32, PictureBytes::png(32, 32) },

@@ -1,14 +1,13 @@
 #include "fakes/FakeApplicationChooser.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/PictureBytes.h"
 #include "fakes/TestFiles.h"
 #include "launchers/LauncherStore.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/network/NetworkFixture.h"
 #include "platform/network/WebPort.h"
-#include "support/RasterImage.h"
 #include "support/Uuid.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -23,7 +22,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-/// The real one, which here says how many requests are under way.
+/// The real client, which also counts running requests.
 class CountingHttpClient final : public HttpClient
 {
 public:
@@ -34,55 +33,26 @@ public:
 
     void get(const WebAddress &address, std::function<void(const QByteArray &)> receive) override
     {
-        ++m_underWay;
-        const auto untilLetGo = std::shared_ptr<void>(nullptr, [this](void *) { --m_underWay; });
-        m_client.get(address, [receive = std::move(receive), untilLetGo](const QByteArray &body) {
+        ++m_running;
+        const auto guard = std::shared_ptr<void>(nullptr, [this](void *) { --m_running; });
+        m_client.get(address, [receive = std::move(receive), guard](const QByteArray &body) {
             receive(body);
         });
     }
 
-    int underWay() const { return m_underWay; }
+    int running() const { return m_running; }
 
 private:
-    std::atomic<int> m_underWay = 0;
-    CurlHttpClient m_client; // last: its requests count themselves
+    std::atomic<int> m_running = 0;
+    CurlHttpClient m_client; // last, because its requests use the counter
 };
 
-std::string encoded(const QImage &image, const char *format)
+std::string redIcon(const char *format = "png")
 {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(image.save(&buffer, format)) << format;
-    return bytes.toStdString();
+    return PictureBytes::encoded(PictureBytes::filled(16, 16), format).toStdString();
 }
 
-QImage redSquare(int side = 16)
-{
-    QImage image(side, side, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    return image;
-}
-
-/// The smallest there is, one point in white; Qt writes none.
-std::string gif()
-{
-    using namespace std::string_literals;
-    return "GIF89a\x01\0\x01\0\x80\0\0\xff\xff\xff\0\0\0,\0\0\0\0\x01\0\x01\0\0\x02\x02"s
-           "\x44\x01\0;"s;
-}
-
-template <typename Number>
-std::string littleEndian(Number number)
-{
-    std::string bytes;
-    for (std::size_t i = 0; i < sizeof number; ++i)
-        bytes += static_cast<char>(number >> (8 * i));
-    return bytes;
-}
-
-/// The store that the program has, the client, the main queue and the disk; on the other side, a
-/// server in the place where all icons are.
+/// The store with the real client, main queue and disk, and a server on port 80.
 class FaviconDownloadTest : public NetworkFixture
 {
 protected:
@@ -107,7 +77,7 @@ protected:
         announcements = 0;
     }
 
-    /// Answers every request in this way, from now on.
+    /// Answers every later request with `answer`.
     void serve(Answer answer)
     {
         const std::lock_guard lock(m_mutex);
@@ -119,11 +89,11 @@ protected:
         serve([=](Exchange &exchange) { exchange.answer(status, body, fields); });
     }
 
-    /// Stores a website, and lets the main thread turn until its icon has come, or will not.
+    /// Stores a website and runs the event loop until its download has ended.
     void storeWebsite(int slot = 0)
     {
         EXPECT_TRUE(store->setWebsite("http://127.0.0.1/docs?q#f", slot));
-        EXPECT_TRUE(QTest::qWaitFor([this] { return http.underWay() == 0; }, 20'000));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return http.running() == 0; }, 20'000));
         QCoreApplication::processEvents();
     }
 
@@ -150,7 +120,7 @@ protected:
 
     bool showsIcon(int slot = 0) const { return !store->icon(item(slot), 18).image.isNull(); }
 
-    void expectCached(const std::string &icon)
+    void expectStored(const std::string &icon)
     {
         EXPECT_EQ(cachedBytes(), icon);
         EXPECT_TRUE(showsIcon());
@@ -158,14 +128,15 @@ protected:
         EXPECT_EQ(files().size(), 1);
     }
 
-    void expectNothingCached()
+    void expectNothingStored()
     {
         EXPECT_EQ(files(), QStringList());
         EXPECT_FALSE(showsIcon());
         EXPECT_EQ(announcements, 1);
     }
 
-    /// What a server does that wishes us ill keeps nobody from anything, and leaves nothing behind.
+    /// Expects that the answer of a malicious server blocks nothing, uses little memory and stores
+    /// nothing.
     void expectHarmless(Answer answer)
     {
         serve(std::move(answer));
@@ -173,9 +144,9 @@ protected:
         restart();
         Heartbeat heartbeat;
         storeWebsite();
-        expectNothingCached();
+        expectNothingStored();
         EXPECT_LT(heartbeat.longestPause(), MaximumPause);
-        EXPECT_LT(peakMemory() - before, MostMemory);
+        EXPECT_LT(peakMemory() - before, MaximumMemory);
     }
 
     void expectHarmless(const std::string &body)
@@ -184,9 +155,9 @@ protected:
     }
 
 #ifdef __SANITIZE_ADDRESS__
-    static constexpr long MostMemory = 700; // what is freed is kept for a while
+    static constexpr long MaximumMemory = 700; // freed memory stays in quarantine
 #else
-    static constexpr long MostMemory = 96; // mebibytes
+    static constexpr long MaximumMemory = 96; // MiB
 #endif
 
     FakePlatform fakes;
@@ -208,42 +179,43 @@ private:
 
     Cancellable m_observation;
     std::mutex m_mutex;
-    Answer m_answer; // under the mutex
+    Answer m_answer; // guarded by the mutex
 
 protected:
-    // An answer still runs when its test is over already, so what it uses is here or its own.
-    std::atomic<int> asked = 0;
+    // An answer may still run when its test ends, so it may use only these members and its
+    // captures.
+    std::atomic<int> requestCount = 0;
     std::atomic<bool> mayAnswer = false;
-    std::optional<HttpServer> server; // last: it uses all of the above
+    std::optional<HttpServer> server; // last, because it uses the members above
 };
 
-TEST_F(FaviconDownloadTest, KeepsIconsAsTheyWereSent)
+TEST_F(FaviconDownloadTest, StoresIconsUnchanged)
 {
-    for (const auto &icon : { encoded(redSquare(), "png"), encoded(redSquare(), "ico"),
-                              encoded(redSquare(), "jpg"), encoded(redSquare(), "bmp"), gif() }) {
-        SCOPED_TRACE(icon.substr(0, 8));
-        serveBody(icon);
+    for (const auto &bytes : { redIcon("png"), redIcon("ico"), redIcon("jpg"), redIcon("bmp"),
+                               PictureBytes::gif(1, 1).toStdString() }) {
+        SCOPED_TRACE(bytes.substr(0, 8));
+        serveBody(bytes);
         storeWebsite();
-        expectCached(icon);
+        expectStored(bytes);
         store->clear(0);
         restart();
     }
 }
 
-TEST_F(FaviconDownloadTest, AsksForTheIconOfTheHost)
+TEST_F(FaviconDownloadTest, RequestsTheIconOfTheHost)
 {
-    serveBody(encoded(redSquare(), "png"));
+    serveBody(redIcon());
     storeWebsite();
     EXPECT_EQ(server->targets(), std::vector<std::string> { "/favicon.ico" });
 }
 
-TEST_F(FaviconDownloadTest, TypeAndStatusAreNotLookedAt)
+TEST_F(FaviconDownloadTest, IgnoresContentTypeAndStatus)
 {
-    const auto icon = encoded(redSquare(), "png");
+    const auto icon = redIcon();
     for (const int status : { 404, 500, 401 }) {
         serveBody(icon, status, "Content-Type: text/html\r\n");
         storeWebsite();
-        expectCached(icon);
+        expectStored(icon);
         store->clear(0);
         restart();
     }
@@ -251,7 +223,7 @@ TEST_F(FaviconDownloadTest, TypeAndStatusAreNotLookedAt)
 
 TEST_F(FaviconDownloadTest, FollowsRedirects)
 {
-    const auto icon = encoded(redSquare(), "ico");
+    const auto icon = redIcon("ico");
     serve([icon](Exchange &exchange) {
         if (exchange.target() == "/favicon.ico")
             exchange.answer(301, "<html>", "Location: /images/icon\r\n");
@@ -259,10 +231,10 @@ TEST_F(FaviconDownloadTest, FollowsRedirects)
             exchange.answer(200, icon);
     });
     storeWebsite();
-    expectCached(icon);
+    expectStored(icon);
 }
 
-TEST_F(FaviconDownloadTest, KeepsNothingThatIsNoPicture)
+TEST_F(FaviconDownloadTest, DropsInvalidImages)
 {
     expectHarmless("<!doctype html><html><body>Not found</body></html>");
     expectHarmless("<svg xmlns='http://www.w3.org/2000/svg' width='16' height='16'/>");
@@ -271,20 +243,20 @@ TEST_F(FaviconDownloadTest, KeepsNothingThatIsNoPicture)
     expectHarmless([](Exchange &exchange) { exchange.answer(404, "<html>Not found</html>"); });
 }
 
-TEST_F(FaviconDownloadTest, KeepsACompletePictureThatIsShorterThanAnnounced)
+TEST_F(FaviconDownloadTest, StoresACompleteImageShorterThanAnnounced)
 {
-    const auto icon = encoded(redSquare(), "png");
+    const auto icon = redIcon();
     serve([&](Exchange &exchange) {
         exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n" + icon);
     });
     storeWebsite();
-    expectCached(icon);
+    expectStored(icon);
 }
 
-TEST_F(FaviconDownloadTest, KeepsNothingOfAPictureThatIsCutOff)
+TEST_F(FaviconDownloadTest, DropsATruncatedImage)
 {
     expectHarmless([](Exchange &exchange) {
-        const auto icon = encoded(redSquare(), "png");
+        const auto icon = redIcon();
         exchange.send("HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(icon.size()) +
                       "\r\n\r\n" + icon.substr(0, icon.find("IDAT") + 8));
     });
@@ -293,7 +265,7 @@ TEST_F(FaviconDownloadTest, KeepsNothingOfAPictureThatIsCutOff)
 TEST_F(FaviconDownloadTest, SurvivesEndlessAnswers)
 {
     const std::string noise(64 * 1024, 'x');
-    const std::string icon = encoded(redSquare(), "png");
+    const std::string icon = redIcon();
     expectHarmless([=](Exchange &exchange) {
         exchange.send("HTTP/1.1 200 OK\r\n\r\n" + icon);
         exchange.sendForever(noise);
@@ -304,20 +276,20 @@ TEST_F(FaviconDownloadTest, SurvivesEndlessAnswers)
     });
 }
 
-TEST_F(FaviconDownloadTest, SurvivesAnswersThatAreTooLong)
+TEST_F(FaviconDownloadTest, SurvivesOversizedAnswers)
 {
-    const std::string icon = encoded(redSquare(), "png") + std::string(8 * 1024 * 1024, 'x');
+    const std::string icon = redIcon() + std::string(8 * 1024 * 1024, 'x');
     expectHarmless(icon);
     expectHarmless([icon](Exchange &exchange) { exchange.send("HTTP/1.1 200 OK\r\n\r\n" + icon); });
 }
 
-TEST_F(FaviconDownloadTest, SurvivesRedirectsToNowhere)
+TEST_F(FaviconDownloadTest, SurvivesInvalidRedirects)
 {
     QFile file(fakes.directory.filePath(QStringLiteral("secret.png")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray::fromStdString(encoded(redSquare(), "png")));
+    file.write(QByteArray::fromStdString(redIcon()));
     file.close();
-    const auto data = QByteArray::fromStdString(encoded(redSquare(), "png")).toBase64();
+    const auto data = QByteArray::fromStdString(redIcon()).toBase64();
     for (const auto &location : std::vector<std::string> {
              "/favicon.ico", "file://" + file.fileName().toStdString(),
              "data:image/png;base64," + data.toStdString(), "ftp://127.0.0.1/icon.png" })
@@ -326,45 +298,41 @@ TEST_F(FaviconDownloadTest, SurvivesRedirectsToNowhere)
         });
 }
 
-TEST_F(FaviconDownloadTest, SurvivesPicturesOfOutrageousSize)
+TEST_F(FaviconDownloadTest, SurvivesHugeImages)
 {
-    // Rows of one colour pack well: some kilobytes for what would take 400 MB.
+    // Rows of one colour compress well: a few kilobytes for an image of 400 MB.
     QImage wide(20'000, 20'000, QImage::Format_Mono);
     wide.fill(0);
-    const auto png = encoded(wide, "png");
+    const auto png = PictureBytes::encoded(wide, "png");
     ASSERT_LT(png.size(), 1024 * 1024);
-    expectHarmless(png);
+    expectHarmless(png.toStdString());
 
-    std::string bmp = encoded(redSquare(), "bmp");
-    bmp.replace(18, 8, littleEndian(0x7FFF'FFFF) + littleEndian(0x7FFF'FFFF));
-    expectHarmless(bmp);
-
-    std::string hugeGif = gif();
-    hugeGif.replace(6, 4, "\xff\xff\xff\xff");
-    expectHarmless(hugeGif);
+    constexpr qint32 Huge = 0x7FFF'FFFF;
+    expectHarmless(PictureBytes::bmp(Huge, Huge, QByteArray(1000, '\0')).toStdString());
+    expectHarmless(PictureBytes::gif(0xFFFF, 0xFFFF).toStdString());
 }
 
-TEST_F(FaviconDownloadTest, SurvivesIconsFullOfWrongSizesAndPlaces)
+TEST_F(FaviconDownloadTest, SurvivesIconsWithInvalidSizesAndOffsets)
 {
-    constexpr std::uint16_t Most = 0xFFFF;
-    std::string icon =
-        littleEndian<std::uint16_t>(0) + littleEndian<std::uint16_t>(1) + littleEndian(Most);
-    for (std::uint32_t i = 0; i < Most; ++i) {
-        icon += std::string("\x10\x10\0\0", 4) + littleEndian<std::uint16_t>(1) +
-                littleEndian<std::uint16_t>(32);
-        icon += littleEndian<std::uint32_t>(0xFFFF'FFFF - i);
-        icon += littleEndian<std::uint32_t>(i * 0x1'0001);
+    using PictureBytes::littleEndian;
+    constexpr quint16 Count = 0xFFFF;
+    auto icon = littleEndian<quint16>(0) + littleEndian<quint16>(1) + littleEndian(Count);
+    for (quint32 i = 0; i < Count; ++i) {
+        icon +=
+            QByteArray("\x10\x10\0\0", 4) + littleEndian<quint16>(1) + littleEndian<quint16>(32);
+        icon += littleEndian<quint32>(0xFFFF'FFFF - i);
+        icon += littleEndian<quint32>(i * 0x1'0001);
     }
-    expectHarmless(icon);
-    expectHarmless(icon.substr(0, 1000));
-    expectHarmless(icon.substr(0, 6));
+    expectHarmless(icon.toStdString());
+    expectHarmless(icon.first(1000).toStdString());
+    expectHarmless(icon.first(6).toStdString());
 }
 
-TEST_F(FaviconDownloadTest, TricklingIconHoldsNobodyUp)
+TEST_F(FaviconDownloadTest, IsNotBlockedByASlowDownload)
 {
-    const auto icon = encoded(redSquare(), "png");
+    const auto icon = redIcon();
     serve([this, icon](Exchange &exchange) {
-        if (++asked > 1)
+        if (++requestCount > 1)
             return exchange.answer(200, icon);
         exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
         while (exchange.send("x") && exchange.pause(20ms)) {
@@ -372,18 +340,18 @@ TEST_F(FaviconDownloadTest, TricklingIconHoldsNobodyUp)
     });
     Heartbeat heartbeat;
     EXPECT_TRUE(store->setWebsite("http://127.0.0.1/slow", 0));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return asked == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return requestCount == 1; }));
     EXPECT_TRUE(store->setWebsite("http://127.0.0.1/quick", 1));
     EXPECT_TRUE(QTest::qWaitFor([this] { return showsIcon(1); }));
     EXPECT_EQ(cachedBytes(1), icon);
-    EXPECT_EQ(http.underWay(), 1);
+    EXPECT_EQ(http.running(), 1);
     EXPECT_FALSE(showsIcon(0));
     EXPECT_LT(heartbeat.longestPause(), MaximumPause);
 }
 
-TEST_F(FaviconDownloadTest, FivePicturesComeAtOnce)
+TEST_F(FaviconDownloadTest, DownloadsFiveIconsConcurrently)
 {
-    const auto icon = encoded(redSquare(), "png");
+    const auto icon = redIcon();
     serveBody(icon);
     for (int slot = 0; slot < 5; ++slot)
         EXPECT_TRUE(store->setWebsite("http://127.0.0.1/", slot));
@@ -392,9 +360,9 @@ TEST_F(FaviconDownloadTest, FivePicturesComeAtOnce)
         EXPECT_EQ(cachedBytes(slot), icon) << slot;
 }
 
-TEST_F(FaviconDownloadTest, StoreMayGoWhileAnIconComes)
+TEST_F(FaviconDownloadTest, AllowsDestroyingTheStoreDuringADownload)
 {
-    const auto icon = encoded(redSquare(), "png");
+    const auto icon = redIcon();
     serve([this, icon](Exchange &exchange) {
         while (!mayAnswer && exchange.pause(5ms)) {
         }
@@ -404,7 +372,7 @@ TEST_F(FaviconDownloadTest, StoreMayGoWhileAnIconComes)
     ASSERT_TRUE(QTest::qWaitFor([this] { return !server->requests().empty(); }));
     store.reset();
     mayAnswer = true;
-    EXPECT_TRUE(QTest::qWaitFor([this] { return http.underWay() == 0; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return http.running() == 0; }));
     EXPECT_EQ(files(), QStringList());
 }
 

@@ -23,7 +23,7 @@ using ExampleLaunchers::encode;
 using ExampleLaunchers::website;
 using ExampleLaunchers::with;
 
-/// A website in the file, between commas.
+/// A website as an element of the JSON array.
 constexpr auto Website = R"({"id" : "0F7A2B94-5C1E-4D3B-A8E2-91B6C4D7F015",
 "kind" : "website", "name" : "example.com", "target" : "https://www.example.com"})"sv;
 
@@ -38,7 +38,7 @@ std::string array(std::string_view element, std::size_t count)
     return text + "]";
 }
 
-/// What the first launcher's name is when the file has `literal` between its quotes.
+/// The name of the first launcher, decoded from the JSON string `literal`, given without quotes.
 std::optional<std::string> decodedName(std::string_view literal)
 {
     const auto slots = decode(with("Safari", literal));
@@ -82,14 +82,14 @@ TEST(LauncherDocumentTest, KeepsTheFirstFiveOfSevenLaunchers)
         EXPECT_EQ(slots->at(slot)->name, std::to_string(slot));
 }
 
-TEST(LauncherDocumentTest, FailsWithAFaultBehindTheFifthToo)
+TEST(LauncherDocumentTest, FailsOnAnErrorAfterTheFifthSlot)
 {
     for (const auto element : { "1"sv, "{}"sv, "[]"sv, "\"\""sv })
         EXPECT_FALSE(decode("[null, null, null, null, null, " + std::string(element) + "]"))
             << element;
 }
 
-TEST(LauncherDocumentTest, ReadsHugeArraysInNoTime)
+TEST(LauncherDocumentTest, ReadsHugeArraysQuickly)
 {
     const ProcessorTime spent;
     EXPECT_EQ(decode(array("null", 1'000'000)), LauncherSlots());
@@ -112,7 +112,7 @@ TEST(LauncherDocumentTest, ReadsAnIdInLowerCaseAndWritesItInUpperCase)
     EXPECT_EQ(encode(*slots), ExampleLaunchers::json);
 }
 
-TEST(LauncherDocumentTest, KeepsTwoLaunchersOfOneTargetApart)
+TEST(LauncherDocumentTest, KeepsTwoLaunchersWithEqualTargets)
 {
     auto second = website();
     second.id = *uuidFromText("FFFFFFFF-5C1E-4D3B-A8E2-91B6C4D7F015");
@@ -123,7 +123,7 @@ TEST(LauncherDocumentTest, KeepsTwoLaunchersOfOneTargetApart)
     EXPECT_EQ(slots[2]->target, slots[4]->target);
 }
 
-TEST(LauncherDocumentTest, KeepsTwoLaunchersOfOneId)
+TEST(LauncherDocumentTest, KeepsTwoLaunchersWithEqualIds)
 {
     EXPECT_EQ(decode(array(Website, 2)), (LauncherSlots { website(), website() }));
 }
@@ -142,7 +142,7 @@ TEST(LauncherDocumentTest, ReadsMembersInAnyOrder)
     EXPECT_EQ(slots, (LauncherSlots { std::nullopt, std::nullopt, website() }));
 }
 
-TEST(LauncherDocumentTest, IgnoresUnknownMembersOfAnyValue)
+TEST(LauncherDocumentTest, IgnoresUnknownMembers)
 {
     constexpr std::array Values {
         R"(null)"sv,   R"(true)"sv,        R"(-1.5e3)"sv,
@@ -157,13 +157,13 @@ TEST(LauncherDocumentTest, IgnoresUnknownMembersOfAnyValue)
     }
 }
 
-TEST(LauncherDocumentTest, TakesTheFirstOfTwoMembersOfOneName)
+TEST(LauncherDocumentTest, UsesTheFirstOfDuplicateMembers)
 {
     for (const auto member : { R"("name" : "other")"sv, R"("name" : 1)"sv, R"("kind" : "folder")"sv,
                                R"("id" : null)"sv, R"("target" : [])"sv }) {
-        const auto behind = with(R"("\/Applications\/Safari.app")",
-                                 R"("\/Applications\/Safari.app", )" + std::string(member));
-        EXPECT_EQ(decode(behind), ExampleLaunchers::slots()) << member;
+        const auto after = with(R"("\/Applications\/Safari.app")",
+                                R"("\/Applications\/Safari.app", )" + std::string(member));
+        EXPECT_EQ(decode(after), ExampleLaunchers::slots()) << member;
     }
     const auto before = decode(with(R"("id")", R"("name" : "other", "id")"));
     ASSERT_TRUE(before);
@@ -179,7 +179,7 @@ TEST(LauncherDocumentTest, IgnoresAByteOrderMark)
     EXPECT_FALSE(decode("\xEF\xBB\xBF\xEF\xBB\xBF[]"));
 }
 
-TEST(LauncherDocumentTest, ReadsNamesAndTargetsAsTheyAre)
+TEST(LauncherDocumentTest, KeepsNamesAndTargetsUnchanged)
 {
     EXPECT_EQ(decodedName(""), "");
     EXPECT_EQ(decodedName("  \u00A0 "), "  \u00A0 ");
@@ -206,7 +206,7 @@ TEST(LauncherDocumentTest, FailsWithoutAnyRequiredMember)
         renamed[1] = '_';
         EXPECT_FALSE(decode(with(key, renamed))) << key;
         renamed[1] = static_cast<char>(key[1] - 'a' + 'A');
-        EXPECT_FALSE(decode(with(key, renamed))) << "keys are told apart by case: " << key;
+        EXPECT_FALSE(decode(with(key, renamed))) << "keys are case-sensitive: " << key;
     }
 }
 
@@ -228,16 +228,16 @@ TEST(LauncherDocumentTest, FailsOnAWrongTypeAnywhere)
             << "root " << value;
     }
     EXPECT_FALSE(decode(R"({"slots" : []})"));
-    EXPECT_FALSE(decode(Website)) << "a launcher alone";
+    EXPECT_FALSE(decode(Website)) << "a launcher outside an array";
 }
 
-TEST(LauncherDocumentTest, FailsWithAnUnknownKind)
+TEST(LauncherDocumentTest, FailsOnAnUnknownKind)
 {
     for (const auto kind : { "folder", "Application", "WEBSITE", "", "application ", "0" })
         EXPECT_FALSE(decode(with("\"application\"", '"' + std::string(kind) + '"'))) << kind;
 }
 
-TEST(LauncherDocumentTest, FailsWithAnInvalidId)
+TEST(LauncherDocumentTest, FailsOnAnInvalidId)
 {
     for (const auto id :
          { "", "6B1D3C0E", "{6B1D3C0E-2F44-4A57-9E0B-7C1F2A9D8E31}",
@@ -252,7 +252,7 @@ TEST(LauncherDocumentTest, FailsWhenTruncatedAnywhere)
         ASSERT_FALSE(decode(ExampleLaunchers::json.substr(0, length))) << "cut at " << length;
 }
 
-TEST(LauncherDocumentTest, FailsWithAnythingBehindTheArray)
+TEST(LauncherDocumentTest, FailsOnAnythingAfterTheArray)
 {
     const std::string json(ExampleLaunchers::json);
     EXPECT_EQ(decode(json + " \r\n\t"), ExampleLaunchers::slots());
@@ -287,12 +287,12 @@ TEST(LauncherDocumentTest, WritesTheExactFileLayout)
     EXPECT_EQ(encode(ExampleLaunchers::slots()), ExampleLaunchers::json);
 }
 
-TEST(LauncherDocumentTest, WritesFiveNullsWhereAllSlotsAreEmpty)
+TEST(LauncherDocumentTest, WritesFiveNullsIfAllSlotsAreEmpty)
 {
     EXPECT_EQ(encode({}), "[\n  null,\n  null,\n  null,\n  null,\n  null\n]");
 }
 
-TEST(LauncherDocumentTest, WritesEverySlotInItsPlace)
+TEST(LauncherDocumentTest, WritesEverySlotAtItsIndex)
 {
     for (std::size_t filled = 0; filled < 5; ++filled) {
         LauncherSlots slots;

@@ -7,7 +7,7 @@
 namespace
 {
 
-TEST(LauncherItemTest, HasAFreshRandomId)
+TEST(LauncherItemTest, HasARandomId)
 {
     const LauncherItem first;
     const LauncherItem second;
@@ -16,7 +16,7 @@ TEST(LauncherItemTest, HasAFreshRandomId)
     EXPECT_NE(first.id, second.id);
 }
 
-TEST(LauncherItemTest, IsCopiedWithItsId)
+TEST(LauncherItemTest, KeepsItsIdWhenCopied)
 {
     const LauncherItem item { .name = "name", .target = "target" };
     const auto copy = item;
@@ -24,7 +24,7 @@ TEST(LauncherItemTest, IsCopiedWithItsId)
     EXPECT_EQ(copy, item);
 }
 
-TEST(LauncherItemTest, IsEqualOnlyIfEveryFieldIs)
+TEST(LauncherItemTest, DiffersInEveryField)
 {
     const auto item = ExampleLaunchers::website();
     EXPECT_EQ(item, ExampleLaunchers::website());

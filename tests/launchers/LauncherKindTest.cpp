@@ -42,7 +42,7 @@ TEST(LauncherKindTest, IsReadFromNoOtherText)
         EXPECT_FALSE(LauncherKind::fromRawValue(text)) << text;
 }
 
-TEST(LauncherKindTest, IsEqualToItsOwnCaseOnly)
+TEST(LauncherKindTest, EqualsOnlyItsOwnCase)
 {
     const LauncherKind application = LauncherKind::application;
     const LauncherKind website = LauncherKind::website;

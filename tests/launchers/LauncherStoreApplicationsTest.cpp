@@ -15,7 +15,7 @@ using namespace std::string_view_literals;
 class LauncherStoreApplicationsTest : public LauncherStoreFixture
 {
 protected:
-    /// What a launcher is called if the application at `path` has these names.
+    /// The name of a launcher for an application with these names.
     std::string nameOf(const std::string &path, const std::optional<ApplicationNames> &names)
     {
         machine.workspace.names.clear();
@@ -29,7 +29,7 @@ protected:
     static constexpr auto Editor = "/apps/editor.desktop";
 };
 
-TEST_F(LauncherStoreApplicationsTest, AsksForAnApplication)
+TEST_F(LauncherStoreApplicationsTest, ShowsTheApplicationChooser)
 {
     const Publications publications(store());
     store().chooseApplication(4);
@@ -40,9 +40,9 @@ TEST_F(LauncherStoreApplicationsTest, AsksForAnApplication)
     EXPECT_EQ(store().slots().get(), LauncherSlots());
 }
 
-TEST_F(LauncherStoreApplicationsTest, AsksNobodyForASlotThatThereIsNot)
+TEST_F(LauncherStoreApplicationsTest, ShowsNoChooserForInvalidSlots)
 {
-    for (const int slot : NoSlots)
+    for (const int slot : InvalidSlots)
         store().chooseApplication(slot);
     EXPECT_TRUE(chooser.requests.empty());
 }
@@ -63,7 +63,7 @@ TEST_F(LauncherStoreApplicationsTest, FillsTheSlotWithTheChosenApplication)
     EXPECT_NE(item(0)->id, item(1)->id);
 }
 
-TEST_F(LauncherStoreApplicationsTest, DoesNothingWhereTheUserThinksBetterOfIt)
+TEST_F(LauncherStoreApplicationsTest, DoesNothingIfTheUserCancels)
 {
     writeFile(ExampleLaunchers::json);
     store();
@@ -80,18 +80,18 @@ TEST_F(LauncherStoreApplicationsTest, DoesNothingWhereTheUserThinksBetterOfIt)
     EXPECT_EQ(TestFiles::read(iconFile(item(2)->id)), "icon");
 }
 
-TEST_F(LauncherStoreApplicationsTest, IsNamedByTheDisplayName)
+TEST_F(LauncherStoreApplicationsTest, UsesTheDisplayName)
 {
     EXPECT_EQ(nameOf(Editor, { { .displayName = "Display", .name = "Plain" } }), "Display");
     EXPECT_EQ(nameOf(Editor, { { .displayName = "Display", .name = {} } }), "Display");
 }
 
-TEST_F(LauncherStoreApplicationsTest, IsNamedByThePlainNameWithoutADisplayName)
+TEST_F(LauncherStoreApplicationsTest, UsesTheUntranslatedNameWithoutADisplayName)
 {
     EXPECT_EQ(nameOf(Editor, { { .displayName = {}, .name = "Plain" } }), "Plain");
 }
 
-TEST_F(LauncherStoreApplicationsTest, IsNamedByItsFileWithoutTheExtensionWithoutAnyName)
+TEST_F(LauncherStoreApplicationsTest, UsesTheFileNameWithoutAnyName)
 {
     EXPECT_EQ(nameOf("/Applications/Safari.app", ApplicationNames()), "Safari");
     EXPECT_EQ(nameOf("/Applications/Safari.app", std::nullopt), "Safari") << "no application";
@@ -103,13 +103,13 @@ TEST_F(LauncherStoreApplicationsTest, IsNamedByItsFileWithoutTheExtensionWithout
     EXPECT_EQ(nameOf("/apps/.desktop", std::nullopt), ".desktop");
 }
 
-TEST_F(LauncherStoreApplicationsTest, IsNamedByAnEmptyNameWhereItHasOne)
+TEST_F(LauncherStoreApplicationsTest, UsesAnEmptyName)
 {
     EXPECT_EQ(nameOf(Editor, { { .displayName = "", .name = "Plain" } }), "");
     EXPECT_EQ(nameOf(Editor, { { .displayName = {}, .name = "" } }), "");
 }
 
-TEST_F(LauncherStoreApplicationsTest, AsksForSeveralAtOnceAndKeepsThemApart)
+TEST_F(LauncherStoreApplicationsTest, AllowsSeveralOpenChoosers)
 {
     store().chooseApplication(1);
     store().chooseApplication(3);
@@ -119,7 +119,7 @@ TEST_F(LauncherStoreApplicationsTest, AsksForSeveralAtOnceAndKeepsThemApart)
     EXPECT_EQ(item(3)->name, "b");
 }
 
-TEST_F(LauncherStoreApplicationsTest, KeepsTheLatestOfTwoForOneSlot)
+TEST_F(LauncherStoreApplicationsTest, KeepsTheLatestChoiceForASlot)
 {
     store().chooseApplication(1);
     store().chooseApplication(1);
@@ -128,7 +128,7 @@ TEST_F(LauncherStoreApplicationsTest, KeepsTheLatestOfTwoForOneSlot)
     EXPECT_EQ(item(1)->name, "a");
 }
 
-TEST_F(LauncherStoreApplicationsTest, TakesThePlaceOfAWebsiteAndItsIcon)
+TEST_F(LauncherStoreApplicationsTest, ReplacesAWebsiteAndRemovesItsIcon)
 {
     writeFile(ExampleLaunchers::json);
     const auto icon = iconFile(ExampleLaunchers::website().id);
@@ -141,7 +141,7 @@ TEST_F(LauncherStoreApplicationsTest, TakesThePlaceOfAWebsiteAndItsIcon)
     EXPECT_TRUE(std::filesystem::exists(other));
 }
 
-TEST_F(LauncherStoreApplicationsTest, IsAFreshLauncherEachTime)
+TEST_F(LauncherStoreApplicationsTest, CreatesANewLauncherForEachChoice)
 {
     fillWithApplication(0, Editor);
     const auto first = *item(0);
@@ -150,13 +150,13 @@ TEST_F(LauncherStoreApplicationsTest, IsAFreshLauncherEachTime)
     EXPECT_EQ(item(0)->target, first.target);
 }
 
-TEST_F(LauncherStoreApplicationsTest, FetchesNoIcon)
+TEST_F(LauncherStoreApplicationsTest, DownloadsNoIcon)
 {
     fillWithApplication(0);
     EXPECT_TRUE(machine.httpClient.requests.empty());
 }
 
-TEST_F(LauncherStoreApplicationsTest, IsChosenInVainOnceTheStoreIsGone)
+TEST_F(LauncherStoreApplicationsTest, IgnoresAChoiceAfterTheStoreIsDestroyed)
 {
     store().chooseApplication(0);
     stop();

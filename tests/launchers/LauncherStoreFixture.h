@@ -17,11 +17,11 @@
 #include <string>
 #include <string_view>
 
-/// A machine of one's own with a file that the launchers can be started from.
+/// A fake machine, and the files that the store loads and saves.
 class LauncherStoreFixture : public testing::Test
 {
 protected:
-    /// Counts what the store announces and delivers for as long as it lives.
+    /// Counts what the store announces and delivers during the lifetime of this object.
     class Publications
     {
     public:
@@ -30,7 +30,7 @@ protected:
                                             [this] { ++announced; }))
             , m_receiving(store.slots().sink([this](const LauncherSlots &) { ++delivered; }))
         {
-            delivered = 0; // the one at once
+            delivered = 0; // `sink` delivers the current slots immediately
         }
 
         int announced = 0;
@@ -41,10 +41,10 @@ protected:
         Cancellable m_receiving;
     };
 
-    static constexpr std::array NoSlots { -1, 5, std::numeric_limits<int>::max(),
-                                          std::numeric_limits<int>::min() };
+    static constexpr std::array InvalidSlots { -1, 5, std::numeric_limits<int>::max(),
+                                               std::numeric_limits<int>::min() };
 
-    /// The store; started when it is first asked for.
+    /// The store, created by the first call.
     LauncherStore &store()
     {
         if (!m_store)
@@ -52,7 +52,7 @@ protected:
         return *m_store;
     }
 
-    /// Ends the store, as the end of the process does.
+    /// Destroys the store, as the end of the process does.
     void stop() { m_store.reset(); }
 
     LauncherStore &restart()
@@ -70,10 +70,10 @@ protected:
         return store().slots().get().at(slot);
     }
 
-    /// Whether the file holds the store's slots, to the byte.
+    /// Whether the file contains exactly the store's slots.
     bool isSaved() { return fileText() == ExampleLaunchers::encode(store().slots().get()); }
 
-    /// Lets the user choose what the latest chooser asks for.
+    /// Answers the latest request of the application chooser.
     void choose(const std::optional<std::string> &path) const
     {
         chooser.requests.back().receive(path);
@@ -91,7 +91,7 @@ protected:
         return favicons / (name + ".png");
     }
 
-    /// The latest request's answer arrives, and what is to be done about it is done.
+    /// Answers the latest download and runs the pending work of the main thread.
     void answer(const QByteArray &body)
     {
         machine.httpClient.answer(machine.httpClient.requests.size() - 1, body);
@@ -106,5 +106,6 @@ protected:
     std::filesystem::path favicons = folder / "Favicons";
 
 private:
-    std::unique_ptr<LauncherStore> m_store; // apart: whoever uses it after its end is found out
+    std::unique_ptr<LauncherStore>
+        m_store; // on the heap, so that sanitizers detect use after destruction
 };

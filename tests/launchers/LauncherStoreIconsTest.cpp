@@ -16,7 +16,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// The icons of slots: fetching those of websites, showing and forgetting them.
+/// Downloading, showing and removing the icons of slots.
 class LauncherStoreIconsTest : public LauncherStoreFixture
 {
 protected:
@@ -40,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(LauncherStoreIconsTest, AsksForTheIconOfAWebsiteThatIsStored)
+TEST_F(LauncherStoreIconsTest, RequestsTheIconOfAStoredWebsite)
 {
     struct Row {
         std::string_view typed;
@@ -65,7 +65,7 @@ TEST_F(LauncherStoreIconsTest, AsksForTheIconOfAWebsiteThatIsStored)
     }
 }
 
-TEST_F(LauncherStoreIconsTest, AsksOnceTheLauncherIsStoredAndSaved)
+TEST_F(LauncherStoreIconsTest, RequestsTheIconAfterSavingTheLauncher)
 {
     int requests = 0;
     machine.httpClient.onGet = [&] {
@@ -77,14 +77,14 @@ TEST_F(LauncherStoreIconsTest, AsksOnceTheLauncherIsStoredAndSaved)
     EXPECT_EQ(requests, 1);
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesWithoutSavingWhenTheIconArrives)
+TEST_F(LauncherStoreIconsTest, PublishesButDoesNotSaveWhenTheIconArrives)
 {
     setWebsite(2);
     const auto before = store().slots().get();
     fs::remove(file);
     const Publications publications(store());
     machine.httpClient.answer(0, picture());
-    EXPECT_EQ(publications.announced, 0) << "not on the thread of the answer";
+    EXPECT_EQ(publications.announced, 0) << "announced on the thread of the client";
 
     machine.mainQueue.runPending();
     EXPECT_EQ(publications.announced, 1);
@@ -94,7 +94,7 @@ TEST_F(LauncherStoreIconsTest, PublishesWithoutSavingWhenTheIconArrives)
     EXPECT_EQ(TestFiles::read(iconFile(item(2)->id)), picture().toStdString());
 }
 
-TEST_F(LauncherStoreIconsTest, ShowsTheIconToThoseWhoAreToldOfIt)
+TEST_F(LauncherStoreIconsTest, ProvidesTheIconToItsSinks)
 {
     setWebsite(2);
     int shown = 0;
@@ -105,7 +105,7 @@ TEST_F(LauncherStoreIconsTest, ShowsTheIconToThoseWhoAreToldOfIt)
     EXPECT_EQ(shown, 16);
 }
 
-TEST_F(LauncherStoreIconsTest, KeepsNoErrorPage)
+TEST_F(LauncherStoreIconsTest, DropsAnErrorPage)
 {
     setWebsite(0);
     const Publications publications(store());
@@ -115,8 +115,8 @@ TEST_F(LauncherStoreIconsTest, KeepsNoErrorPage)
     expectGlobe(store().icon(*item(0), 16));
 }
 
-// The client hands over the body of a 404 as that of any other answer: the bytes alone decide.
-TEST_F(LauncherStoreIconsTest, KeepsAnErrorPageThatIsAPicture)
+// The client ignores the status, so only the body decides.
+TEST_F(LauncherStoreIconsTest, StoresAnErrorPageThatIsAnImage)
 {
     setWebsite(0);
     answer(PictureBytes::icon({ { 16, picture() } }));
@@ -124,7 +124,7 @@ TEST_F(LauncherStoreIconsTest, KeepsAnErrorPageThatIsAPicture)
     EXPECT_EQ(store().icon(*item(0), 16).image.width(), 16);
 }
 
-TEST_F(LauncherStoreIconsTest, KeepsNothingOfAnEmptyAnswer)
+TEST_F(LauncherStoreIconsTest, DropsAnEmptyAnswer)
 {
     setWebsite(0);
     answer({});
@@ -132,7 +132,7 @@ TEST_F(LauncherStoreIconsTest, KeepsNothingOfAnEmptyAnswer)
     expectGlobe(store().icon(*item(0), 16));
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesTheNewWebsitesIconOnlyWhereTheOldOneWasReplacedMeanwhile)
+TEST_F(LauncherStoreIconsTest, IgnoresTheIconOfAReplacedWebsite)
 {
     setWebsite(2, "old.example");
     const auto oldID = item(2)->id;
@@ -142,7 +142,7 @@ TEST_F(LauncherStoreIconsTest, PublishesTheNewWebsitesIconOnlyWhereTheOldOneWasR
 
     machine.httpClient.answer(0, picture(8));
     machine.mainQueue.runPending();
-    EXPECT_EQ(TestFiles::read(iconFile(oldID)), picture(8).toStdString()) << "it stays behind";
+    EXPECT_EQ(TestFiles::read(iconFile(oldID)), picture(8).toStdString()) << "the old icon remains";
     EXPECT_EQ(publications.announced, 0);
     EXPECT_EQ(store().slots().get(), slots);
     expectGlobe(store().icon(*item(2), 16));
@@ -154,7 +154,7 @@ TEST_F(LauncherStoreIconsTest, PublishesTheNewWebsitesIconOnlyWhereTheOldOneWasR
     EXPECT_EQ(TestFiles::read(iconFile(oldID)), picture(8).toStdString());
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesNothingWhereTheWebsiteWasReplacedBetweenAnswerAndTurn)
+TEST_F(LauncherStoreIconsTest, IgnoresTheIconIfTheWebsiteIsReplacedAfterTheAnswer)
 {
     setWebsite(2, "old.example");
     machine.httpClient.answer(0, picture());
@@ -162,10 +162,10 @@ TEST_F(LauncherStoreIconsTest, PublishesNothingWhereTheWebsiteWasReplacedBetween
     const Publications publications(store());
     machine.mainQueue.runPending();
     EXPECT_EQ(publications.announced, 0);
-    EXPECT_TRUE(fs::is_empty(favicons)) << "it was there to be removed";
+    EXPECT_TRUE(fs::is_empty(favicons)) << "the stored icon was not removed";
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesNothingWhereTheSlotWasClearedMeanwhile)
+TEST_F(LauncherStoreIconsTest, IgnoresTheIconIfTheSlotWasCleared)
 {
     setWebsite(2);
     const auto id = item(2)->id;
@@ -174,10 +174,10 @@ TEST_F(LauncherStoreIconsTest, PublishesNothingWhereTheSlotWasClearedMeanwhile)
     answer(picture());
     EXPECT_EQ(publications.announced, 0);
     EXPECT_FALSE(item(2));
-    EXPECT_TRUE(fs::exists(iconFile(id))) << "it stays behind";
+    EXPECT_TRUE(fs::exists(iconFile(id))) << "the old icon remains";
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesNothingWhereAnApplicationTookThePlaceMeanwhile)
+TEST_F(LauncherStoreIconsTest, IgnoresTheIconIfAnApplicationFilledTheSlot)
 {
     setWebsite(2);
     fillWithApplication(2);
@@ -187,7 +187,7 @@ TEST_F(LauncherStoreIconsTest, PublishesNothingWhereAnApplicationTookThePlaceMea
     EXPECT_EQ(item(2)->kind, LauncherKind::application);
 }
 
-TEST_F(LauncherStoreIconsTest, FetchesForSeveralSlotsAtOnce)
+TEST_F(LauncherStoreIconsTest, DownloadsForSeveralSlotsConcurrently)
 {
     for (int slot = 0; slot < 5; ++slot)
         setWebsite(slot);
@@ -203,7 +203,7 @@ TEST_F(LauncherStoreIconsTest, FetchesForSeveralSlotsAtOnce)
     EXPECT_EQ(iconCount(), 5);
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesOnceForEachAnswerItIsGiven)
+TEST_F(LauncherStoreIconsTest, PublishesOncePerAnswer)
 {
     setWebsite(0);
     const Publications publications(store());
@@ -214,7 +214,7 @@ TEST_F(LauncherStoreIconsTest, PublishesOnceForEachAnswerItIsGiven)
     EXPECT_EQ(iconCount(), 1);
 }
 
-TEST_F(LauncherStoreIconsTest, ForgetsTheIconOfAClearedSlotAndNoOther)
+TEST_F(LauncherStoreIconsTest, RemovesOnlyTheIconOfTheClearedSlot)
 {
     setWebsite(0);
     answer(picture());
@@ -228,7 +228,7 @@ TEST_F(LauncherStoreIconsTest, ForgetsTheIconOfAClearedSlotAndNoOther)
     EXPECT_EQ(iconCount(), 1);
 }
 
-TEST_F(LauncherStoreIconsTest, ForgetsTheIconOfAReplacedWebsiteBeforeItAnnouncesTheNewOne)
+TEST_F(LauncherStoreIconsTest, RemovesTheOldIconBeforeAnnouncingTheNewWebsite)
 {
     setWebsite(0);
     answer(picture());
@@ -245,7 +245,7 @@ TEST_F(LauncherStoreIconsTest, ForgetsTheIconOfAReplacedWebsiteBeforeItAnnounces
     EXPECT_TRUE(fs::is_empty(favicons));
 }
 
-TEST_F(LauncherStoreIconsTest, ClearsAnApplicationWithoutAWordAboutAnIcon)
+TEST_F(LauncherStoreIconsTest, ClearsAnApplicationWithoutAnIcon)
 {
     fillWithApplication(0);
     const Publications publications(store());
@@ -254,7 +254,7 @@ TEST_F(LauncherStoreIconsTest, ClearsAnApplicationWithoutAWordAboutAnIcon)
     EXPECT_TRUE(fs::is_empty(favicons));
 }
 
-TEST_F(LauncherStoreIconsTest, ForgetsAnIconThatAnApplicationHasWhateverItsKind)
+TEST_F(LauncherStoreIconsTest, RemovesTheStoredIconOfAnApplicationToo)
 {
     for (const bool isCleared : { true, false }) {
         fillWithApplication(0);
@@ -268,7 +268,7 @@ TEST_F(LauncherStoreIconsTest, ForgetsAnIconThatAnApplicationHasWhateverItsKind)
     }
 }
 
-TEST_F(LauncherStoreIconsTest, KeepsNothingThatArrivesOnceTheStoreIsGone)
+TEST_F(LauncherStoreIconsTest, DropsAnswersAfterTheStoreIsDestroyed)
 {
     setWebsite(0);
     stop();
@@ -276,17 +276,17 @@ TEST_F(LauncherStoreIconsTest, KeepsNothingThatArrivesOnceTheStoreIsGone)
     EXPECT_TRUE(fs::is_empty(favicons));
 }
 
-TEST_F(LauncherStoreIconsTest, PublishesNothingOnceTheStoreIsGone)
+TEST_F(LauncherStoreIconsTest, PublishesNothingAfterTheStoreIsDestroyed)
 {
     setWebsite(0);
     machine.httpClient.answer(0, picture());
     stop();
     machine.mainQueue.runPending();
     EXPECT_EQ(iconCount(), 1);
-    EXPECT_EQ(ExampleLaunchers::decode(fileText())->at(0), item(0)) << "what the next start reads";
+    EXPECT_EQ(ExampleLaunchers::decode(fileText())->at(0), item(0)) << "the next start loads it";
 }
 
-TEST_F(LauncherStoreIconsTest, ShowsTheIconAfterTheNextStartWithoutFetchingIt)
+TEST_F(LauncherStoreIconsTest, ShowsTheIconAfterARestartWithoutADownload)
 {
     setWebsite(0);
     answer(picture());
@@ -296,7 +296,7 @@ TEST_F(LauncherStoreIconsTest, ShowsTheIconAfterTheNextStartWithoutFetchingIt)
     EXPECT_TRUE(machine.httpClient.requests.empty());
 }
 
-TEST_F(LauncherStoreIconsTest, StaysUsableWhereIconsCannotBeKept)
+TEST_F(LauncherStoreIconsTest, StaysUsableIfIconsCannotBeStored)
 {
     setWebsite(0);
     {
@@ -311,7 +311,7 @@ TEST_F(LauncherStoreIconsTest, StaysUsableWhereIconsCannotBeKept)
     EXPECT_EQ(machine.workspace.opened.size(), 1U);
 }
 
-TEST_F(LauncherStoreIconsTest, ShowsAGlobeWhereAWebsiteHasNoIconThatCanBeRead)
+TEST_F(LauncherStoreIconsTest, ShowsAGlobeIfAWebsiteHasNoReadableIcon)
 {
     const auto website = ExampleLaunchers::website();
     expectGlobe(store().icon(website, 16));
@@ -321,7 +321,7 @@ TEST_F(LauncherStoreIconsTest, ShowsAGlobeWhereAWebsiteHasNoIconThatCanBeRead)
     expectGlobe(store().icon(website, 16));
 }
 
-TEST_F(LauncherStoreIconsTest, ShowsAWebsitesIconInTheSizeThatIsAskedFor)
+TEST_F(LauncherStoreIconsTest, ShowsAWebsitesIconInTheRequestedSize)
 {
     const auto website = ExampleLaunchers::website();
     TestFiles::write(iconFile(website.id), picture(24).toStdString());
@@ -350,7 +350,7 @@ TEST_F(LauncherStoreIconsTest, ShowsEveryIconSquare)
     EXPECT_EQ(store().icon(website, 16).image.size(), QSize(16, 16));
 }
 
-TEST_F(LauncherStoreIconsTest, ShowsThePictureOfAnIconThatFitsThePixels)
+TEST_F(LauncherStoreIconsTest, ShowsTheImageThatBestFitsThePixelSize)
 {
     const auto website = ExampleLaunchers::website();
     const auto icon = PictureBytes::icon({ { 16, PictureBytes::iconBitmap(16, Qt::red) },
@@ -367,7 +367,7 @@ TEST_F(LauncherStoreIconsTest, ShowsThePictureOfAnIconThatFitsThePixels)
     EXPECT_EQ(colorAt(600, 1), QColor(Qt::blue));
 }
 
-TEST_F(LauncherStoreIconsTest, ReadsTheIconFromItsFileEachTime)
+TEST_F(LauncherStoreIconsTest, ReadsTheIconFromItsFileOnEachCall)
 {
     const auto website = ExampleLaunchers::website();
     for (const auto color : { Qt::red, Qt::blue }) {
@@ -391,7 +391,7 @@ TEST_F(LauncherStoreIconsTest, ShowsTheDesktopsIconOfAnApplication)
     EXPECT_EQ(icon.description, "Application");
 }
 
-TEST_F(LauncherStoreIconsTest, ShowsASymbolWhereTheDesktopHasNoIcon)
+TEST_F(LauncherStoreIconsTest, ShowsASymbolIfTheDesktopHasNoIcon)
 {
     const auto icon = store().icon(ExampleLaunchers::application(), 16);
     EXPECT_TRUE(icon.image.isNull());

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 using LauncherStoreLoadingTest = LauncherStoreFixture;
 
-TEST_F(LauncherStoreLoadingTest, MakesTheFoldersAndFiveEmptySlotsAtTheFirstLaunchButNoFile)
+TEST_F(LauncherStoreLoadingTest, CreatesFoldersButNoFileOnTheFirstLaunch)
 {
     EXPECT_EQ(store().slots().get(), LauncherSlots());
     EXPECT_TRUE(store().configuredItems().empty());
@@ -22,7 +22,7 @@ TEST_F(LauncherStoreLoadingTest, MakesTheFoldersAndFiveEmptySlotsAtTheFirstLaunc
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(LauncherStoreLoadingTest, LeavesFoldersAndIconsThatAreThereAsTheyAre)
+TEST_F(LauncherStoreLoadingTest, KeepsExistingFoldersAndIcons)
 {
     TestFiles::write(favicons / "icon.png", "icon");
     TestFiles::setMode(folder, 0750);
@@ -56,14 +56,14 @@ TEST_F(LauncherStoreLoadingTest, ReadsFewerAndMoreThanFiveSlots)
     EXPECT_EQ(restart().slots().get(), ExampleLaunchers::slots());
 }
 
-TEST_F(LauncherStoreLoadingTest, WritesFiveSlotsWhereItReadSeven)
+TEST_F(LauncherStoreLoadingTest, SavesFiveSlotsAfterLoadingSeven)
 {
     writeFile(ExampleLaunchers::with("null,\n  null\n]", "null, null, null, null]"));
     store().clear(4);
     EXPECT_EQ(fileText(), ExampleLaunchers::json);
 }
 
-TEST_F(LauncherStoreLoadingTest, WritesNothingAndFetchesNothingAtTheStart)
+TEST_F(LauncherStoreLoadingTest, WritesAndDownloadsNothingOnLoading)
 {
     const auto text = "  " + std::string(ExampleLaunchers::json) + "\n";
     writeFile(text);
@@ -74,7 +74,7 @@ TEST_F(LauncherStoreLoadingTest, WritesNothingAndFetchesNothingAtTheStart)
     EXPECT_TRUE(machine.workspace.requestedIcons.empty());
 }
 
-TEST_F(LauncherStoreLoadingTest, WorksWithoutIconsWhereAFileStandsForTheirFolder)
+TEST_F(LauncherStoreLoadingTest, WorksWithoutIconsIfAFileTakesThePlaceOfTheirFolder)
 {
     TestFiles::write(favicons, "in the way");
     EXPECT_TRUE(store().setWebsite("example.com", 0));

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 using LauncherStoreSavingTest = LauncherStoreFixture;
 
-TEST_F(LauncherStoreSavingTest, SavesEveryChangeAtOnce)
+TEST_F(LauncherStoreSavingTest, SavesEveryChangeImmediately)
 {
     store().setWebsite("example.com", 2);
     EXPECT_TRUE(isSaved());
@@ -23,13 +23,13 @@ TEST_F(LauncherStoreSavingTest, SavesEveryChangeAtOnce)
     EXPECT_EQ(ExampleLaunchers::decode(fileText()), store().slots().get());
 }
 
-TEST_F(LauncherStoreSavingTest, SavesWhenItClearsASlotThatIsEmptyAlready)
+TEST_F(LauncherStoreSavingTest, SavesWhenClearingAnEmptySlot)
 {
     store().clear(3);
     EXPECT_EQ(fileText(), "[\n  null,\n  null,\n  null,\n  null,\n  null\n]");
 }
 
-TEST_F(LauncherStoreSavingTest, SavesNothingWhereNothingChanges)
+TEST_F(LauncherStoreSavingTest, SavesNothingWithoutAChange)
 {
     writeFile(ExampleLaunchers::json);
     store();
@@ -42,7 +42,7 @@ TEST_F(LauncherStoreSavingTest, SavesNothingWhereNothingChanges)
     EXPECT_FALSE(store().setWebsite("ftp://example.com", 0));
     store().chooseApplication(0);
     choose(std::nullopt);
-    for (const int slot : NoSlots) {
+    for (const int slot : InvalidSlots) {
         store().setWebsite("example.com", slot);
         store().chooseApplication(slot);
         store().clear(slot);
@@ -53,11 +53,11 @@ TEST_F(LauncherStoreSavingTest, SavesNothingWhereNothingChanges)
     EXPECT_EQ(store().slots().get(), ExampleLaunchers::slots());
 }
 
-TEST_F(LauncherStoreSavingTest, WritesTheSameSlotsToTheSameBytes)
+TEST_F(LauncherStoreSavingTest, WritesEqualSlotsToEqualBytes)
 {
     writeFile(ExampleLaunchers::with("\"id\"", R"("extra" : 1, "id")"));
     store().clear(1);
-    EXPECT_EQ(fileText(), ExampleLaunchers::json) << "unknown members are lost";
+    EXPECT_EQ(fileText(), ExampleLaunchers::json) << "unknown members are dropped";
     store().clear(1);
     EXPECT_EQ(fileText(), ExampleLaunchers::json);
 }
@@ -73,7 +73,7 @@ TEST_F(LauncherStoreSavingTest, LoadsOnTheNextStartWhatItSaved)
     EXPECT_EQ(item(0)->name, "\u00C9 / \"b\"\n");
 }
 
-TEST_F(LauncherStoreSavingTest, LeavesThePromptsAlone)
+TEST_F(LauncherStoreSavingTest, DoesNotTouchThePrompts)
 {
     TestFiles::write(folder / "prompts.json", "prompts");
     store().setWebsite("example.com", 0);
@@ -81,7 +81,7 @@ TEST_F(LauncherStoreSavingTest, LeavesThePromptsAlone)
     EXPECT_EQ(TestFiles::read(folder / "prompts.json"), "prompts");
 }
 
-TEST_F(LauncherStoreSavingTest, KeepsAnUnreadableFileThroughChangesThatAreNone)
+TEST_F(LauncherStoreSavingTest, KeepsAnUnreadableFileUntilARealChange)
 {
     writeFile("unreadable");
     EXPECT_FALSE(store().setWebsite("", 0));

@@ -14,13 +14,13 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// Emptying, opening and listing slots, and what observers hear of it.
+/// Clearing, opening and listing slots, and notifying observers.
 class LauncherStoreSlotsTest : public LauncherStoreFixture
 {
 protected:
     LauncherStoreSlotsTest() { writeFile(ExampleLaunchers::json); }
 
-    /// Starts with a website in slot 0 whose target is `target`, which need not be one.
+    /// Restarts with a website in slot 0 whose target is `target`, which may be invalid.
     void startWithTarget(const std::string &target)
     {
         auto slots = ExampleLaunchers::slots();
@@ -31,7 +31,7 @@ protected:
         ASSERT_EQ(store().slots().get(), slots);
     }
 
-    /// How often `change` is announced; it is delivered as often.
+    /// How often `change` is announced. Checks that it is delivered equally often.
     template <typename Change>
     int announcementsOf(Change &&change)
     {
@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(LauncherStoreSlotsTest, ClearsASlotAndNoOther)
+TEST_F(LauncherStoreSlotsTest, ClearsOnlyOneSlot)
 {
     store().clear(0);
     EXPECT_EQ(store().slots().get(),
@@ -51,7 +51,7 @@ TEST_F(LauncherStoreSlotsTest, ClearsASlotAndNoOther)
     EXPECT_EQ(store().slots().get(), LauncherSlots());
 }
 
-TEST_F(LauncherStoreSlotsTest, PublishesAndSavesWhenItClearsAnEmptySlot)
+TEST_F(LauncherStoreSlotsTest, PublishesAndSavesWhenClearingAnEmptySlot)
 {
     store();
     std::filesystem::remove(file);
@@ -59,11 +59,11 @@ TEST_F(LauncherStoreSlotsTest, PublishesAndSavesWhenItClearsAnEmptySlot)
     EXPECT_EQ(fileText(), ExampleLaunchers::json);
 }
 
-TEST_F(LauncherStoreSlotsTest, ClearsNothingInASlotThatThereIsNot)
+TEST_F(LauncherStoreSlotsTest, ClearsNothingInAnInvalidSlot)
 {
     store();
     std::filesystem::remove(file);
-    for (const int slot : NoSlots)
+    for (const int slot : InvalidSlots)
         EXPECT_EQ(announcementsOf([&] { store().clear(slot); }), 0) << slot;
     EXPECT_EQ(store().slots().get(), ExampleLaunchers::slots());
     EXPECT_FALSE(std::filesystem::exists(file));
@@ -84,23 +84,23 @@ TEST_F(LauncherStoreSlotsTest, LaunchesAWebsiteByItsAddress)
     EXPECT_EQ(machine.workspace.opened.back(), "HTTP://Example.com/a%20b");
 }
 
-TEST_F(LauncherStoreSlotsTest, LaunchesEachTimeItIsAsked)
+TEST_F(LauncherStoreSlotsTest, LaunchesOnEachCall)
 {
     store().launch(2);
     store().launch(2);
     EXPECT_EQ(machine.workspace.opened.size(), 2U);
 }
 
-TEST_F(LauncherStoreSlotsTest, LaunchesNothingFromAnEmptySlotOrOneThatThereIsNot)
+TEST_F(LauncherStoreSlotsTest, LaunchesNothingFromEmptyOrInvalidSlots)
 {
     for (const int slot : { 1, 3, 4 })
         store().launch(slot);
-    for (const int slot : NoSlots)
+    for (const int slot : InvalidSlots)
         store().launch(slot);
     EXPECT_TRUE(machine.workspace.opened.empty());
 }
 
-TEST_F(LauncherStoreSlotsTest, LaunchesNoWebsiteWhoseTargetNoLongerParses)
+TEST_F(LauncherStoreSlotsTest, DoesNotLaunchAWebsiteWithAnInvalidTarget)
 {
     for (const auto *const target : { "", "https://exa mple.com", "://", "https://[::1" }) {
         startWithTarget(target);
@@ -109,14 +109,14 @@ TEST_F(LauncherStoreSlotsTest, LaunchesNoWebsiteWhoseTargetNoLongerParses)
     }
 }
 
-TEST_F(LauncherStoreSlotsTest, LaunchesAWebsiteWhoseTargetParsesWhateverItIs)
+TEST_F(LauncherStoreSlotsTest, LaunchesAWebsiteWithAnyValidTarget)
 {
     startWithTarget("ftp://example.com/a b");
     store().launch(0);
     EXPECT_EQ(machine.workspace.opened, Texts { "ftp://example.com/a%20b" });
 }
 
-TEST_F(LauncherStoreSlotsTest, ChangesNothingWhenItLaunches)
+TEST_F(LauncherStoreSlotsTest, ChangesNothingWhenLaunching)
 {
     store();
     std::filesystem::remove(file);
@@ -124,7 +124,7 @@ TEST_F(LauncherStoreSlotsTest, ChangesNothingWhenItLaunches)
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
-TEST_F(LauncherStoreSlotsTest, ListsFilledSlotsInOrderWithTheirNumbers)
+TEST_F(LauncherStoreSlotsTest, ListsFilledSlotsInOrder)
 {
     using Items = std::vector<LauncherStore::ConfiguredItem>;
     EXPECT_EQ(store().configuredItems(), (Items { { 0, ExampleLaunchers::application() },
@@ -179,7 +179,7 @@ TEST_F(LauncherStoreSlotsTest, AnnouncesThenStoresThenDeliversThenSaves)
     EXPECT_TRUE(isSaved());
 }
 
-TEST_F(LauncherStoreSlotsTest, ListsTheNewSlotsToThoseWhoAreToldOfThem)
+TEST_F(LauncherStoreSlotsTest, ListsTheNewSlotsInItsSinks)
 {
     std::size_t count = 0;
     const auto receiving = store().slots().sink(
@@ -189,7 +189,7 @@ TEST_F(LauncherStoreSlotsTest, ListsTheNewSlotsToThoseWhoAreToldOfThem)
     EXPECT_EQ(count, 3U);
 }
 
-TEST_F(LauncherStoreSlotsTest, LetsThoseWhoAreToldChangeTheSlots)
+TEST_F(LauncherStoreSlotsTest, LetsSinksChangeTheSlots)
 {
     const auto receiving = store().slots().sink([this](const LauncherSlots &slots) {
         if (slots[1])

@@ -39,7 +39,7 @@ protected:
             expectWebsite(row);
     }
 
-    /// Neither a filled nor an empty slot changes, nor what belongs to it.
+    /// Expects that neither a filled nor an empty slot changes, nor its file or icon.
     void expectRejected(std::string_view typed)
     {
         writeFile(ExampleLaunchers::json);
@@ -60,7 +60,7 @@ protected:
     }
 };
 
-TEST_F(LauncherStoreWebsitesTest, TakesATextWithoutASchemeForAnHttpsAddress)
+TEST_F(LauncherStoreWebsitesTest, AddsHttpsToATextWithoutAScheme)
 {
     constexpr std::array Rows {
         Row { "example.com", "example.com", "https://example.com" },
@@ -86,7 +86,7 @@ TEST_F(LauncherStoreWebsitesTest, AcceptsAHostWithoutADot)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, AcceptsHttpAndHttpsInLettersOfEitherCase)
+TEST_F(LauncherStoreWebsitesTest, AcceptsHttpAndHttpsInAnyCase)
 {
     constexpr std::array Rows {
         Row { "http://example.com", "example.com", "http://example.com" },
@@ -98,7 +98,7 @@ TEST_F(LauncherStoreWebsitesTest, AcceptsHttpAndHttpsInLettersOfEitherCase)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, TrimsBlanksAndLineBreaksAroundTheText)
+TEST_F(LauncherStoreWebsitesTest, TrimsWhiteSpaceAndLineBreaks)
 {
     constexpr std::array Rows {
         Row { "  example.com \n", "example.com", "https://example.com" },
@@ -109,7 +109,7 @@ TEST_F(LauncherStoreWebsitesTest, TrimsBlanksAndLineBreaksAroundTheText)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, NamesAWebsiteByItsHostWithoutALeadingWww)
+TEST_F(LauncherStoreWebsitesTest, NamesAWebsiteAfterItsHostWithoutWww)
 {
     constexpr std::array Rows {
         Row { "www.example.com", "example.com", "https://www.example.com" },
@@ -127,7 +127,7 @@ TEST_F(LauncherStoreWebsitesTest, NamesAWebsiteByItsHostWithoutALeadingWww)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, KeepsPortsAndUsersOutOfTheName)
+TEST_F(LauncherStoreWebsitesTest, OmitsPortsAndUsersFromTheName)
 {
     constexpr std::array Rows {
         Row { "localhost:8080", "localhost", "https://localhost:8080" },
@@ -141,7 +141,7 @@ TEST_F(LauncherStoreWebsitesTest, KeepsPortsAndUsersOutOfTheName)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, AcceptsHostsThatAreNumbers)
+TEST_F(LauncherStoreWebsitesTest, AcceptsIpAddresses)
 {
     constexpr std::array Rows {
         Row { "192.168.0.1", "192.168.0.1", "https://192.168.0.1" },
@@ -152,7 +152,7 @@ TEST_F(LauncherStoreWebsitesTest, AcceptsHostsThatAreNumbers)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, NamesInternationalHostsByTheirLetters)
+TEST_F(LauncherStoreWebsitesTest, DecodesInternationalHostNames)
 {
     constexpr std::array Rows {
         Row { "b\u00FCcher.example", "b\u00FCcher.example", "https://b%C3%BCcher.example" },
@@ -164,7 +164,7 @@ TEST_F(LauncherStoreWebsitesTest, NamesInternationalHostsByTheirLetters)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, EncodesWhatAnAddressMayNotHold)
+TEST_F(LauncherStoreWebsitesTest, EncodesInvalidCharacters)
 {
     constexpr std::array Rows {
         Row { "example.com/a b", "example.com", "https://example.com/a%20b" },
@@ -179,7 +179,7 @@ TEST_F(LauncherStoreWebsitesTest, EncodesWhatAnAddressMayNotHold)
     expectWebsites(Rows);
 }
 
-TEST_F(LauncherStoreWebsitesTest, RejectsTextsOfNothingButBlanks)
+TEST_F(LauncherStoreWebsitesTest, RejectsBlankTexts)
 {
     for (const auto typed : { ""sv, " "sv, "\n"sv, " \t\r\n "sv, "\u00A0\u2028\u3000"sv })
         expectRejected(typed);
@@ -194,7 +194,7 @@ TEST_F(LauncherStoreWebsitesTest, RejectsOtherSchemes)
         expectRejected(typed);
 }
 
-TEST_F(LauncherStoreWebsitesTest, TakesATextThatHoldsItsOwnSchemeAnywhereAtItsWord)
+TEST_F(LauncherStoreWebsitesTest, AddsNoSchemeToATextThatContainsOneAnywhere)
 {
     for (const auto typed : { "example.com/?u=http://x"sv, "example.com#://"sv, "://"sv,
                               "://example.com"sv, "//example.com/?u=http://x"sv, "a b://c"sv })
@@ -210,7 +210,7 @@ TEST_F(LauncherStoreWebsitesTest, RejectsAddressesWithoutAHost)
         expectRejected(typed);
 }
 
-TEST_F(LauncherStoreWebsitesTest, RejectsWhatDoesNotParse)
+TEST_F(LauncherStoreWebsitesTest, RejectsInvalidAddresses)
 {
     for (const auto typed : { "exa mple.com"sv,
                               "exa\tmple.com"sv,
@@ -243,11 +243,11 @@ TEST_F(LauncherStoreWebsitesTest, RejectsHostsWithInvisibleCharacters)
         expectRejected(typed);
 }
 
-TEST_F(LauncherStoreWebsitesTest, RejectsEveryTextForASlotThatThereIsNot)
+TEST_F(LauncherStoreWebsitesTest, RejectsInvalidSlots)
 {
     writeFile(ExampleLaunchers::json);
     const Publications publications(store());
-    for (const int slot : NoSlots)
+    for (const int slot : InvalidSlots)
         EXPECT_FALSE(store().setWebsite("example.com", slot)) << slot;
     EXPECT_EQ(store().slots().get(), ExampleLaunchers::slots());
     EXPECT_EQ(fileText(), ExampleLaunchers::json);
@@ -255,7 +255,7 @@ TEST_F(LauncherStoreWebsitesTest, RejectsEveryTextForASlotThatThereIsNot)
     EXPECT_TRUE(machine.httpClient.requests.empty());
 }
 
-TEST_F(LauncherStoreWebsitesTest, FillsAnySlotAndNoOther)
+TEST_F(LauncherStoreWebsitesTest, FillsOnlyTheGivenSlot)
 {
     for (int slot = 0; slot < 5; ++slot) {
         const auto before = store().slots().get();
@@ -268,7 +268,7 @@ TEST_F(LauncherStoreWebsitesTest, FillsAnySlotAndNoOther)
     }
 }
 
-TEST_F(LauncherStoreWebsitesTest, GivesEveryFillingAFreshId)
+TEST_F(LauncherStoreWebsitesTest, GivesEachFilledSlotANewId)
 {
     writeFile(ExampleLaunchers::json);
     store().setWebsite("https://www.example.com", 2);
@@ -281,7 +281,7 @@ TEST_F(LauncherStoreWebsitesTest, GivesEveryFillingAFreshId)
     EXPECT_NE(item(3)->id, item(2)->id);
 }
 
-TEST_F(LauncherStoreWebsitesTest, StaysReadableWhateverBytesWereGiven)
+TEST_F(LauncherStoreWebsitesTest, EncodesInvalidUtf8)
 {
     ASSERT_TRUE(store().setWebsite("exam\xFFple.com/\xC3"sv, 0));
     EXPECT_EQ(item(0)->name, "exam%FFple.com");
@@ -290,7 +290,7 @@ TEST_F(LauncherStoreWebsitesTest, StaysReadableWhateverBytesWereGiven)
     EXPECT_EQ(restart().slots().get(), before);
 }
 
-TEST_F(LauncherStoreWebsitesTest, AnswersTextsOfAMegabyteInNoTime)
+TEST_F(LauncherStoreWebsitesTest, HandlesTextsOfAMegabyteQuickly)
 {
     const std::string host(1'000'000, 'a');
     const ProcessorTime spent;
