@@ -1,4 +1,4 @@
-// Whatever lies where a desktop entry says that its icon is, the icon is square and of its size.
+// An icon decoded from any file is square and has the requested size.
 #include "Expect.h"
 #include "FuzzedDesktop.h"
 #include "platform/gio/ApplicationIcon.h"
@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     FuzzedDataProvider data(bytes, size);
     const double points = data.ConsumeIntegralInRange(0, 64) / 2.0;
     const double scale = data.ConsumeIntegralInRange(0, 12) / 4.0;
-    const auto path = desktop.fileOf(data.ConsumeRemainingBytesAsString());
+    const auto path = desktop.writeFile(data.ConsumeRemainingBytesAsString());
     const QImage icon = ApplicationIcon::picture(path, points, scale);
     const int side = qRound(points * scale);
     expect(icon.isNull() || icon.size() == QSize(side, side), "an icon has its size");

@@ -1,4 +1,4 @@
-// Whatever a desktop entry says, it is an application with texts and an icon, or none.
+// A desktop entry from any file has valid texts and reads the same twice.
 #include "Expect.h"
 #include "FuzzedDesktop.h"
 #include "platform/gio/DesktopEntry.h"
@@ -33,7 +33,7 @@ void expectTexts(const DesktopEntry &entry)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
     static const FuzzedDesktop desktop;
-    const auto path = desktop.fileOf({ reinterpret_cast<const char *>(bytes), size });
+    const auto path = desktop.writeFile({ reinterpret_cast<const char *>(bytes), size });
     const auto entry = DesktopEntry::open(path);
     if (!entry)
         return 0;

@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// Ends the run where a promise is broken; the fuzzer then keeps the bytes that broke it.
-inline void expect(bool isKept, const char *promise)
+/// Aborts unless `isMet`; the fuzzer then saves the input.
+inline void expect(bool isMet, const char *expectation)
 {
-    if (isKept)
+    if (isMet)
         return;
-    std::fprintf(stderr, "Broken: %s\n", promise);
+    std::fprintf(stderr, "Failed: %s\n", expectation);
     std::abort();
 }

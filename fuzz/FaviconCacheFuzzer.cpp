@@ -1,7 +1,7 @@
-// Of what a website sends only pictures are kept, as they came, and none takes much memory.
+// Only images are stored, unchanged, and decoding takes little memory.
 #include "Expect.h"
 #include "HeapPeak.h"
-#include "UnsetMemory.h"
+#include "UninitialisedMemory.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/TestFiles.h"
 #include "launchers/FaviconCache.h"
@@ -23,49 +23,49 @@
 namespace
 {
 
-constexpr qint64 MostPoints = 2048 * 2048;
-constexpr std::size_t MostMemory = 100 * 1024 * 1024; // bytes
+constexpr qint64 MaximumPixels = 2048 * 2048;
+constexpr std::size_t MaximumMemory = 100 * 1024 * 1024; // bytes
 
-/// By the first bytes alone. Cursors are made as icons are.
-bool mayBePicture(const QByteArray &body)
+/// Tests only the first bytes. Cursors have the format of icons.
+bool mayBeImage(const QByteArray &body)
 {
-    static const std::array<QByteArray, 6> Beginnings {
+    static const std::array<QByteArray, 6> Signatures {
         "\x89PNG\r\n\x1A\n",      "GIF8", "\xFF\xD8", "BM", QByteArray("\0\0\1\0", 4),
         QByteArray("\0\0\2\0", 4)
     };
     const auto beginsBody = [&body](const QByteArray &each) { return body.startsWith(each); };
-    return std::ranges::any_of(Beginnings, beginsBody) ||
+    return std::ranges::any_of(Signatures, beginsBody) ||
            (body.startsWith("RIFF") && body.mid(8, 4) == "WEBP");
 }
 
-/// Point by point. Of GIFs only the size: around a first frame that has its own colours and does
-/// not fill the picture, their reader paints with one of these before it has read them.
+/// Compares the pixels; of GIFs only the size. Around a first frame that has its own palette and
+/// does not fill the canvas, their reader paints with an uninitialised entry of that palette.
 bool isSame(const QImage &image, const QImage &other, const QByteArray &body)
 {
     return body.startsWith("GIF8") ? image.size() == other.size() : image == other;
 }
 
-QImage readFrugally(const QByteArray &body, int side)
+QImage readWithinLimits(const QByteArray &body, int side)
 {
     const HeapPeak peak;
     QImage image = RasterImage::read(body, side);
-    expect(peak.bytes() < MostMemory, "reading a picture takes little memory");
-    expect(qint64(image.width()) * image.height() <= MostPoints, "no picture is too large");
+    expect(peak.bytes() < MaximumMemory, "decoding takes little memory");
+    expect(qint64(image.width()) * image.height() <= MaximumPixels, "no image is too large");
     return image;
 }
 
-/// A website that answers each question for its icon at once.
+/// A website that sends its icon immediately.
 class Website
 {
 public:
-    /// Whether an icon was stored, which is said on the main thread.
+    /// Whether the icon was stored.
     bool sendIcon(const QByteArray &body)
     {
         int calls = 0;
         m_cache.removeCachedIcon(m_launcher);
         m_machine.httpClient.requests.clear();
         m_cache.fetchFavicon(m_launcher, m_address, [&calls] { ++calls; });
-        m_machine.httpClient.requests.at(0).receive(body); // no thread: that would take longer
+        m_machine.httpClient.requests.at(0).receive(body); // faster than with a thread
         m_machine.mainQueue.runPending();
         expect(calls <= 1, "an icon is stored once");
         return calls == 1;
@@ -91,7 +91,7 @@ private:
 
 extern "C" int LLVMFuzzerInitialize(int * /*count*/, char *** /*arguments*/)
 {
-    UnsetMemory::keepChanging();
+    UninitialisedMemory::vary();
     return 0;
 }
 
@@ -101,13 +101,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     static Website website;
     const QByteArray body(reinterpret_cast<const char *>(bytes), static_cast<qsizetype>(size));
     const bool isStored = website.sendIcon(body);
-    const QImage image = readFrugally(body, 1);
-    expect(isStored == !image.isNull(), "pictures are stored, and nothing else");
-    expect(isStored == website.hasFile(), "only what is said to be stored is there");
-    expect(!isStored || mayBePicture(body), "what is stored begins as a picture does");
-    expect(!isStored || website.file() == body.toStdString(), "an icon is stored as it came");
-    expect(isSame(website.icon(1), image, body), "the stored icon is the one that was sent");
+    const QImage image = readWithinLimits(body, 1);
+    expect(isStored == !image.isNull(), "images are stored, and nothing else");
+    expect(isStored == website.hasFile(), "the file exists if and only if it was reported");
+    expect(!isStored || mayBeImage(body), "a stored file begins with the signature of an image");
+    expect(!isStored || website.file() == body.toStdString(), "an icon is stored unchanged");
+    expect(isSame(website.icon(1), image, body), "the stored icon is the received one");
     if (isStored)
-        expect(isSame(website.icon(Side), readFrugally(body, Side), body), "for every size");
+        expect(isSame(website.icon(Side), readWithinLimits(body, Side), body),
+               "the same at every size");
     return 0;
 }

@@ -38,15 +38,15 @@ FuzzedDesktop::FuzzedDesktop()
     qputenv("GIO_USE_VFS", "local");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // What they warn of is in the file; a call that they cannot make sense of is ours.
+    // Warnings are about the fuzzed file; critical messages are about wrong calls in our code.
     g_log_set_always_fatal(G_LOG_LEVEL_CRITICAL);
     qInstallMessageHandler(&ignoreMessage);
     makeApplication();
     QIcon::setThemeSearchPaths({ m_folder.path() });
-    QPixmapCache::setCacheLimit(0); // it knows files by name, size and time
+    QPixmapCache::setCacheLimit(0); // its keys do not cover the contents of a file
 }
 
-std::string FuzzedDesktop::fileOf(std::string_view bytes) const
+std::string FuzzedDesktop::writeFile(std::string_view bytes) const
 {
     TestFiles::write(m_file, bytes);
     return m_file;

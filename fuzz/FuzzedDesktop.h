@@ -6,16 +6,16 @@
 #include <string>
 #include <string_view>
 
-/// A bare desktop of the fuzzer's own: German, without display, bus or icon theme, and with a
-/// folder for files. One in a process.
+/// An isolated German desktop without display, bus and icon theme, with a folder for files. Create
+/// only one per process.
 class FuzzedDesktop
 {
 public:
-    /// Hides the machine's desktop from GIO and Qt, and makes Qt's application.
+    /// Hides the machine's desktop from GIO and Qt, and creates the QGuiApplication.
     FuzzedDesktop();
 
-    /// Where the bytes now are, in a file of the desktop's only; what was in it is gone.
-    std::string fileOf(std::string_view bytes) const;
+    /// Writes the bytes to the only file, and returns its path.
+    std::string writeFile(std::string_view bytes) const;
 
 private:
     QTemporaryDir m_folder;

@@ -11,7 +11,7 @@ std::atomic<bool> isCounting = false;
 std::atomic<std::ptrdiff_t> growth = 0;
 std::atomic<std::ptrdiff_t> peak = 0;
 
-void noteAllocated(const volatile void * /*memory*/, std::size_t size)
+void addAllocation(const volatile void * /*memory*/, std::size_t size)
 {
     if (!isCounting)
         return;
@@ -19,7 +19,7 @@ void noteAllocated(const volatile void * /*memory*/, std::size_t size)
     peak = std::max(peak.load(), now);
 }
 
-void noteFreed(const volatile void *memory)
+void subtractAllocation(const volatile void *memory)
 {
     if (isCounting)
         growth -= static_cast<std::ptrdiff_t>(
@@ -31,7 +31,7 @@ void noteFreed(const volatile void *memory)
 HeapPeak::HeapPeak()
 {
     static const bool isHooked =
-        __sanitizer_install_malloc_and_free_hooks(&noteAllocated, &noteFreed) != 0;
+        __sanitizer_install_malloc_and_free_hooks(&addAllocation, &subtractAllocation) != 0;
     growth = 0;
     peak = 0;
     isCounting = isHooked;

@@ -2,8 +2,7 @@
 
 #include <cstddef>
 
-/// How much the heap has grown at most since this was made, whatever was freed again meanwhile.
-/// One at a time.
+/// Measures the peak growth of the heap since construction. Only one may exist at a time.
 class HeapPeak
 {
 public:

@@ -1,7 +1,6 @@
-// Launchers come back from their file as they were, be they made up here or read from made-up
-// bytes.
+// Launchers survive encoding and decoding.
 #include "Expect.h"
-#include "MadeUp.h"
+#include "FuzzedValues.h"
 #include "launchers/LauncherDocument.h"
 
 #include <QByteArray>
@@ -16,20 +15,20 @@
 namespace
 {
 
-LauncherItem madeUpItem(FuzzedDataProvider &data)
+LauncherItem fuzzedItem(FuzzedDataProvider &data)
 {
-    return { .id = MadeUp::uuid(data),
+    return { .id = FuzzedValues::uuid(data),
              .kind = data.ConsumeBool() ? LauncherKind::website : LauncherKind::application,
-             .name = MadeUp::text(data),
-             .target = MadeUp::text(data) };
+             .name = FuzzedValues::text(data),
+             .target = FuzzedValues::text(data) };
 }
 
-LauncherSlots madeUpSlots(FuzzedDataProvider data)
+LauncherSlots fuzzedSlots(FuzzedDataProvider data)
 {
     LauncherSlots slots;
     for (auto &slot : slots) {
         if (data.ConsumeBool())
-            slot = madeUpItem(data);
+            slot = fuzzedItem(data);
     }
     return slots;
 }
@@ -45,9 +44,9 @@ void expectRoundTrip(const LauncherSlots &slots)
 {
     const auto json = encoded(slots);
     const auto decoded = LauncherDocument::decode(QByteArray::fromStdString(json));
-    expect(decoded.has_value(), "what was encoded can be decoded");
-    expect(*decoded == slots, "launchers come back as they were");
-    expect(encoded(*decoded) == json, "the same slots give the same bytes");
+    expect(decoded.has_value(), "encoded launchers can be decoded");
+    expect(*decoded == slots, "decoding restores the launchers");
+    expect(encoded(*decoded) == json, "equal slots have equal bytes");
 }
 
 } // namespace
@@ -57,6 +56,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     if (const auto read = LauncherDocument::decode(
             { reinterpret_cast<const char *>(bytes), static_cast<qsizetype>(size) }))
         expectRoundTrip(*read);
-    expectRoundTrip(madeUpSlots({ bytes, size }));
+    expectRoundTrip(fuzzedSlots({ bytes, size }));
     return 0;
 }

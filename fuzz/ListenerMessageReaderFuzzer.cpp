@@ -1,4 +1,4 @@
-// Messages are the same however the stream is cut, and are just what the stream holds.
+// Messages do not depend on how the stream is split, and encode to the stream.
 #include "Expect.h"
 #include "platform/speech/ListenerMessageReader.h"
 
@@ -12,11 +12,11 @@
 namespace
 {
 
-/// All messages of the reader, taken as they come.
-class Listener
+/// Collects the messages of a reader.
+class Receiver
 {
 public:
-    void hear(std::string_view piece)
+    void receive(std::string_view piece)
     {
         m_reader.feed(piece);
         while (auto message = m_reader.next())
@@ -27,7 +27,7 @@ public:
 
     const std::vector<ListenerMessage> &messages() const { return m_messages; }
 
-    /// The messages as a stream again.
+    /// The messages, encoded again.
     std::string stream() const
     {
         std::string stream;
@@ -45,22 +45,22 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    constexpr std::size_t LongestPiece = 64;
+    constexpr std::size_t MaximumPieceSize = 64;
     const std::string_view stream(reinterpret_cast<const char *>(bytes), size);
-    Listener whole;
-    whole.hear(stream);
-    expect(stream.starts_with(whole.stream()), "messages are what the stream holds");
+    Receiver whole;
+    whole.receive(stream);
+    expect(stream.starts_with(whole.stream()), "messages encode to the beginning of the stream");
 
-    Listener inPieces;
+    Receiver inPieces;
     FuzzedDataProvider cuts(bytes, size);
-    for (std::size_t place = 0; place < stream.size();) {
+    for (std::size_t offset = 0; offset < stream.size();) {
         const auto piece =
-            stream.substr(place, cuts.ConsumeIntegralInRange(std::size_t(1), LongestPiece));
-        inPieces.hear(piece);
-        place += piece.size();
+            stream.substr(offset, cuts.ConsumeIntegralInRange(std::size_t(1), MaximumPieceSize));
+        inPieces.receive(piece);
+        offset += piece.size();
     }
     expect(inPieces.messages() == whole.messages(), "messages do not depend on the pieces");
-    expect(inPieces.isBroken() == whole.isBroken(), "nor does where a stream breaks");
+    expect(inPieces.isBroken() == whole.isBroken(), "errors do not depend on the pieces");
     for (const auto &message : whole.messages())
         expect(ListenerMessage::audio(message.task, message.samples()).payload.size() / 2 ==
                    message.payload.size() / 2,

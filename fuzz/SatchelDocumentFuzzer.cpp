@@ -1,6 +1,6 @@
-// A library comes back from its file as it was, be it made up here or read from made-up bytes.
+// A library survives encoding and decoding.
 #include "Expect.h"
-#include "MadeUp.h"
+#include "FuzzedValues.h"
 #include "library/SatchelDocument.h"
 
 #include <QByteArray>
@@ -13,28 +13,28 @@
 namespace
 {
 
-PromptBlock madeUpBlock(FuzzedDataProvider &data)
+PromptBlock fuzzedBlock(FuzzedDataProvider &data)
 {
-    return { .id = MadeUp::uuid(data),
-             .text = MadeUp::text(data),
+    return { .id = FuzzedValues::uuid(data),
+             .text = FuzzedValues::text(data),
              .color = data.PickValueInArray(BlockColor::allCases) };
 }
 
-PromptTab madeUpTab(FuzzedDataProvider &data)
+PromptTab fuzzedTab(FuzzedDataProvider &data)
 {
-    PromptTab tab { .id = MadeUp::uuid(data), .name = MadeUp::text(data) };
+    PromptTab tab { .id = FuzzedValues::uuid(data), .name = FuzzedValues::text(data) };
     while (data.ConsumeBool())
-        tab.blocks.push_back(madeUpBlock(data));
+        tab.blocks.push_back(fuzzedBlock(data));
     return tab;
 }
 
-SatchelDocument madeUpDocument(FuzzedDataProvider data)
+SatchelDocument fuzzedDocument(FuzzedDataProvider data)
 {
     SatchelDocument document;
     if (data.ConsumeBool())
-        document.activeTabID = MadeUp::uuid(data);
+        document.activeTabID = FuzzedValues::uuid(data);
     while (data.ConsumeBool())
-        document.tabs.push_back(madeUpTab(data));
+        document.tabs.push_back(fuzzedTab(data));
     return document;
 }
 
@@ -42,9 +42,9 @@ void expectRoundTrip(const SatchelDocument &document)
 {
     const auto json = document.encode();
     const auto decoded = SatchelDocument::decode(QByteArray::fromStdString(json));
-    expect(decoded.has_value(), "what was encoded can be decoded");
-    expect(*decoded == document, "a document comes back as it was");
-    expect(decoded->encode() == json, "the same library gives the same bytes");
+    expect(decoded.has_value(), "an encoded library can be decoded");
+    expect(*decoded == document, "decoding restores the library");
+    expect(decoded->encode() == json, "equal libraries have equal bytes");
 }
 
 } // namespace
@@ -54,6 +54,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     if (const auto read = SatchelDocument::decode(
             { reinterpret_cast<const char *>(bytes), static_cast<qsizetype>(size) }))
         expectRoundTrip(*read);
-    expectRoundTrip(madeUpDocument({ bytes, size }));
+    expectRoundTrip(fuzzedDocument({ bytes, size }));
     return 0;
 }

@@ -1,4 +1,4 @@
-// Whatever a text holds, it is drawn on one line and in its own direction.
+// Any text becomes a single line without bidirectional controls.
 #include "Expect.h"
 #include "support/CharacterCount.h"
 #include "support/SingleLine.h"
@@ -13,23 +13,23 @@
 namespace
 {
 
-constexpr qsizetype MostCharacters = 4096;
-constexpr std::size_t MostInMenus = 80; // characters as readers see them
+constexpr qsizetype MaximumLength = 4096;     // UTF-16 code units
+constexpr std::size_t MaximumMenuLength = 80; // graphemes
 
-bool isHarmful(QChar character)
+bool isForbidden(QChar character)
 {
     const ushort code = character.unicode();
     const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
-    const bool turnsDirection =
+    const bool isBidirectional =
         (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
     const bool breaksLine = code == 0x2028 || code == 0x2029;
-    return isControl || turnsDirection || breaksLine;
+    return isControl || isBidirectional || breaksLine;
 }
 
 void expectLine(const QString &line)
 {
-    expect(std::ranges::none_of(line, isHarmful), "nothing in a line does harm");
-    expect(line.size() <= MostCharacters, "a line is no longer than any screen");
+    expect(std::ranges::none_of(line, isForbidden), "a line has no controls");
+    expect(line.size() <= MaximumLength, "a line has a limited length");
 }
 
 } // namespace
@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     expectLine(SingleLine::ends(text));
     const QString abridged = SingleLine::abridged(text);
     expectLine(abridged);
-    expect(characterCount(abridged.toStdString(), MostInMenus + 1) <= MostInMenus,
-           "no entry makes a menu too wide");
+    expect(characterCount(abridged.toStdString(), MaximumMenuLength + 1) <= MaximumMenuLength,
+           "a menu text has a limited length");
     return 0;
 }

@@ -1,4 +1,4 @@
-// Whatever a clipboard's owner sends becomes valid UTF-8, in every format that is ever chosen.
+// Any clipboard content becomes valid UTF-8, in every format that can be chosen.
 #include "Expect.h"
 #include "platform/desktop/TextFormat.h"
 

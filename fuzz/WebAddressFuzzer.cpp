@@ -1,4 +1,4 @@
-// What is an address stays the same address, however often it is read.
+// An address stays the same when its text is parsed again.
 #include "Expect.h"
 #include "support/WebAddress.h"
 
@@ -16,7 +16,7 @@
 namespace
 {
 
-/// With every byte that is written as percent and two digits as itself.
+/// Decodes all percent-encoded bytes.
 std::string decoded(std::string_view text)
 {
     std::string bytes;
@@ -43,22 +43,22 @@ bool isSame(const WebAddress &one, const WebAddress &other)
            one.host() == other.host() && one.isHttp() == other.isHttp();
 }
 
-/// Brackets may stand nowhere but around a host.
+/// Only hosts may have brackets.
 bool isBracketed(const WebAddress &address)
 {
     return address.absoluteString().find('[') != std::string::npos;
 }
 
-void expectReadsAsItself(const WebAddress &address)
+void expectRoundTrip(const WebAddress &address)
 {
     const auto again = WebAddress::parse(address.absoluteString());
-    expect(again && isSame(*again, address), "an address reads as itself");
+    expect(again && isSame(*again, address), "an address parses to itself");
 }
 
 void expectParts(const WebAddress &address)
 {
     const auto &text = address.absoluteString();
-    expect(isPrintableAscii(text), "an address is ASCII, without blanks");
+    expect(isPrintableAscii(text), "an address is ASCII without spaces");
     expect(address.scheme().empty() || text.starts_with(std::string(address.scheme()) + ':'),
            "an address begins with its scheme");
     const auto host = address.host();
@@ -67,13 +67,14 @@ void expectParts(const WebAddress &address)
     expect(decoded(text).find(decoded(host)) != std::string::npos, "a host is part of its address");
     const auto authority = isBracketed(address) ? '[' + host + ']' : host;
     const auto again = WebAddress::parse("//" + authority);
-    expect(again && again->host() == host, "a host reads as itself");
+    expect(again && again->host() == host, "a host parses to itself");
 }
 
 void expectFavicon(const WebAddress &address)
 {
     const auto favicon = address.onSameHost("/favicon.ico");
-    expect(favicon.has_value() == !address.host().empty(), "every host has its own addresses");
+    expect(favicon.has_value() == !address.host().empty(),
+           "an address with a host has others on the same host");
     if (!favicon)
         return;
     expect(favicon->host() == address.host() && isBracketed(*favicon) == isBracketed(address),
@@ -84,9 +85,10 @@ void expectFavicon(const WebAddress &address)
     const auto host = text.find("://") + 3;
     expect(text.find('/', host) == text.size() - std::string_view("/favicon.ico").size() &&
                text.ends_with("/favicon.ico") && text.find_first_of("@?#") == std::string::npos,
-           "nothing but scheme, host and path is in the other address");
-    expectReadsAsItself(*favicon);
-    expect(isSame(*favicon->onSameHost("/favicon.ico"), *favicon), "a favicon's favicon is itself");
+           "the other address has only scheme, host and path");
+    expectRoundTrip(*favicon);
+    expect(isSame(*favicon->onSameHost("/favicon.ico"), *favicon),
+           "the favicon address is its own favicon address");
 }
 
 } // namespace
@@ -97,8 +99,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     const auto address = WebAddress::parse(text);
     if (!address)
         return 0;
-    expect(decoded(address->absoluteString()) == decoded(text), "an address says what was typed");
-    expectReadsAsItself(*address);
+    expect(decoded(address->absoluteString()) == decoded(text),
+           "an address decodes to the typed text");
+    expectRoundTrip(*address);
     expectParts(*address);
     expectFavicon(*address);
     return 0;

@@ -1,5 +1,4 @@
-// Settings that any program may publish on the display are read without fault, and those before
-// some damage are the same as without it.
+// Settings from any program are read safely, and damage does not affect the settings before it.
 #include "Expect.h"
 #include "platform/desktop/XSettings.h"
 
@@ -13,8 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     const std::string_view data(reinterpret_cast<const char *>(bytes), size);
     const auto all = XSettings::integersIn(data);
     const auto some = XSettings::integersIn(data.substr(0, size / 2));
-    expect(some.size() <= all.size(), "less data has no more settings");
+    expect(some.size() <= all.size(), "less data has at most as many settings");
     for (const auto &[name, value] : some)
-        expect(all.contains(name), "a setting of the first half is one of the whole");
+        expect(all.contains(name), "a setting of the first half is also one of the whole");
     return 0;
 }

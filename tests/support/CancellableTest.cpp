@@ -33,7 +33,7 @@ protected:
         return token;
     }
 
-    /// How many of the subscriptions are alive.
+    /// The number of live subscriptions.
     int deliveriesOfOneWrite()
     {
         deliveries = 0;
@@ -52,7 +52,7 @@ TEST_F(CancellableTest, KeepsItsSubscriptionWhileItLives)
     EXPECT_EQ(deliveriesOfOneWrite(), 1);
 }
 
-TEST_F(CancellableTest, EndsItsSubscriptionWhenDropped)
+TEST_F(CancellableTest, EndsItsSubscriptionWhenDestroyed)
 {
     std::optional<Cancellable> token(subscribe());
     token.reset();
@@ -66,7 +66,7 @@ TEST_F(CancellableTest, EndsItsSubscriptionWhenCancelled)
     EXPECT_EQ(deliveriesOfOneWrite(), 0);
 }
 
-TEST_F(CancellableTest, CancelsTwiceWithoutHarmToOthers)
+TEST_F(CancellableTest, CancelsTwiceWithoutAffectingOthers)
 {
     auto token = subscribe();
     const auto other = subscribe();
@@ -75,7 +75,7 @@ TEST_F(CancellableTest, CancelsTwiceWithoutHarmToOthers)
     EXPECT_EQ(deliveriesOfOneWrite(), 1);
 }
 
-TEST_F(CancellableTest, CancelsNothingWhenItHoldsNothing)
+TEST_F(CancellableTest, CancelsNothingWhenEmpty)
 {
     const auto other = subscribe();
     Cancellable empty;
@@ -83,13 +83,13 @@ TEST_F(CancellableTest, CancelsNothingWhenItHoldsNothing)
     EXPECT_EQ(deliveriesOfOneWrite(), 1);
 }
 
-TEST_F(CancellableTest, TakesTheSubscriptionAlongWhenMoved)
+TEST_F(CancellableTest, MovesItsSubscription)
 {
     std::optional<Cancellable> origin(subscribe());
-    std::optional<Cancellable> heir(std::move(*origin));
+    std::optional<Cancellable> destination(std::move(*origin));
     origin.reset();
     EXPECT_EQ(deliveriesOfOneWrite(), 1);
-    heir.reset();
+    destination.reset();
     EXPECT_EQ(deliveriesOfOneWrite(), 0);
 }
 
@@ -103,7 +103,7 @@ TEST_F(CancellableTest, EndsItsOwnSubscriptionWhenAnotherIsAssigned)
     EXPECT_EQ(deliveriesOfOneWrite(), 0);
 }
 
-TEST_F(CancellableTest, SurvivesBeingAssignedToItself)
+TEST_F(CancellableTest, SurvivesSelfAssignment)
 {
     auto token = subscribe();
     auto &same = token;
@@ -111,7 +111,7 @@ TEST_F(CancellableTest, SurvivesBeingAssignedToItself)
     EXPECT_EQ(deliveriesOfOneWrite(), 1);
 }
 
-TEST_F(CancellableTest, ReleasesWhatTheSinkHeld)
+TEST_F(CancellableTest, DestroysTheSink)
 {
     const auto held = std::make_shared<int>(0);
     auto token = counter.count.sink([held](int) {});
@@ -120,7 +120,7 @@ TEST_F(CancellableTest, ReleasesWhatTheSinkHeld)
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(CancellableLifetimeTest, OutlivesWhatItSubscribedTo)
+TEST(CancellableLifetimeTest, OutlivesItsModel)
 {
     Cancellable token;
     int deliveries = 0;

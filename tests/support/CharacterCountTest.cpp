@@ -9,17 +9,17 @@ namespace
 
 constexpr std::size_t NoLimit = 1000;
 
-TEST(CharacterCountTest, CountsPlainLetters)
+TEST(CharacterCountTest, CountsLetters)
 {
     EXPECT_EQ(characterCount("", NoLimit), 0U);
     EXPECT_EQ(characterCount("a", NoLimit), 1U);
     EXPECT_EQ(characterCount("New Tab", NoLimit), 7U);
 }
 
-TEST(CharacterCountTest, CountsWhatAReaderSeesAsOneOnce)
+TEST(CharacterCountTest, CountsAGraphemeOnce)
 {
     EXPECT_EQ(characterCount("\u00E9", NoLimit), 1U);
-    EXPECT_EQ(characterCount("e\u0301", NoLimit), 1U) << "a letter with its accent beside it";
+    EXPECT_EQ(characterCount("e\u0301", NoLimit), 1U) << "a combining accent";
     EXPECT_EQ(characterCount("\U0001F600", NoLimit), 1U);
     EXPECT_EQ(characterCount("\U0001F44D\U0001F3FD", NoLimit), 1U) << "a skin tone";
     EXPECT_EQ(characterCount("\U0001F1F3\U0001F1F4", NoLimit), 1U) << "a flag";
@@ -44,7 +44,7 @@ TEST(CharacterCountTest, StopsAtTheLimit)
     EXPECT_EQ(characterCount(std::string(1'000'000, 'a'), 11), 11U);
 }
 
-TEST(CharacterCountTest, LooksOnlyAtTheBeginningOfAnEndlessCharacter)
+TEST(CharacterCountTest, ExaminesOnlyTheBeginningOfAnEndlessGrapheme)
 {
     std::string endless = "e";
     for (int i = 0; i < 500'000; ++i)

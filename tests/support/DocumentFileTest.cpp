@@ -19,7 +19,7 @@ using namespace std::string_view_literals;
 class DocumentFileTest : public testing::Test
 {
 protected:
-    /// A document is a text that begins with "good".
+    /// Valid documents begin with "good".
     static std::optional<std::string> decode(const QByteArray &bytes)
     {
         return bytes.startsWith("good") ? std::optional(bytes.toStdString()) : std::nullopt;
@@ -37,7 +37,7 @@ protected:
     fs::path kept = fs::path(directory.path().toStdString()) / "file.json.unreadable";
 };
 
-TEST_F(DocumentFileTest, LoadsWhatIsMadeOfTheBytes)
+TEST_F(DocumentFileTest, LoadsTheDecodedBytes)
 {
     TestFiles::write(path, "good\0text"sv);
     EXPECT_EQ(open().load(&decode), std::string("good\0text"sv));
@@ -45,18 +45,18 @@ TEST_F(DocumentFileTest, LoadsWhatIsMadeOfTheBytes)
     EXPECT_EQ(open().load(&decode), std::nullopt);
 }
 
-TEST_F(DocumentFileTest, MakesNothingOfAMissingFile)
+TEST_F(DocumentFileTest, DoesNotDecodeAMissingFile)
 {
-    bool isAsked = false;
-    const auto document = open().load([&isAsked](const QByteArray &) {
-        isAsked = true;
+    bool isDecoded = false;
+    const auto document = open().load([&isDecoded](const QByteArray &) {
+        isDecoded = true;
         return std::optional(1);
     });
     EXPECT_FALSE(document);
-    EXPECT_FALSE(isAsked);
+    EXPECT_FALSE(isDecoded);
 }
 
-TEST_F(DocumentFileTest, WritesNothingWhenItLoads)
+TEST_F(DocumentFileTest, WritesNothingWhileLoading)
 {
     open().load(&decode);
     EXPECT_FALSE(fs::exists(path));
@@ -66,7 +66,7 @@ TEST_F(DocumentFileTest, WritesNothingWhenItLoads)
     EXPECT_FALSE(fs::exists(kept));
 }
 
-TEST_F(DocumentFileTest, SavesInPlaceOfWhatItLoaded)
+TEST_F(DocumentFileTest, ReplacesTheLoadedFile)
 {
     TestFiles::write(path, "good");
     auto file = open();
@@ -76,7 +76,7 @@ TEST_F(DocumentFileTest, SavesInPlaceOfWhatItLoaded)
     EXPECT_FALSE(fs::exists(kept));
 }
 
-TEST_F(DocumentFileTest, KeepsWhatItCouldNotReadUnderAnotherName)
+TEST_F(DocumentFileTest, KeepsAnUnreadableFile)
 {
     TestFiles::write(path, "bad");
     auto file = open();
@@ -86,7 +86,7 @@ TEST_F(DocumentFileTest, KeepsWhatItCouldNotReadUnderAnotherName)
     EXPECT_EQ(TestFiles::read(kept), "bad");
 }
 
-TEST_F(DocumentFileTest, KeepsWhatItCouldNotReadOnlyOnce)
+TEST_F(DocumentFileTest, KeepsAnUnreadableFileOnce)
 {
     TestFiles::write(path, "bad");
     auto file = open();
@@ -108,7 +108,7 @@ TEST_F(DocumentFileTest, SavesAfterAnUnreadableFileVanished)
     EXPECT_FALSE(fs::exists(kept));
 }
 
-TEST_F(DocumentFileTest, KeepsNothingThatItReadSince)
+TEST_F(DocumentFileTest, KeepsNothingAfterReadingTheFile)
 {
     TestFiles::write(path, "bad");
     auto file = open();
@@ -119,7 +119,7 @@ TEST_F(DocumentFileTest, KeepsNothingThatItReadSince)
     EXPECT_FALSE(fs::exists(kept));
 }
 
-TEST_F(DocumentFileTest, KeepsNothingWhereItNeverLoaded)
+TEST_F(DocumentFileTest, KeepsNothingWithoutLoading)
 {
     TestFiles::write(path, "bad");
     auto file = open();

@@ -13,7 +13,7 @@ namespace
 
 namespace dom = JsonReader::dom;
 
-/// An enumeration of one case.
+/// An enumeration with a single case.
 struct Answer {
     static std::optional<Answer> fromRawValue(std::string_view text)
     {
@@ -23,7 +23,7 @@ struct Answer {
     bool isYes = false;
 };
 
-/// What is read into a `Value` from the JSON text, none if it cannot be.
+/// Reads a `Value` from a JSON text.
 template <typename Value>
 std::optional<Value> readAs(const QByteArray &json)
 {
@@ -42,7 +42,7 @@ bool hasText(const QByteArray &json, std::string_view key)
     });
 }
 
-TEST(JsonReaderTest, ReadsATextFromATextOnly)
+TEST(JsonReaderTest, ReadsOnlyStringsAsText)
 {
     EXPECT_EQ(readAs<std::string>(R"("a\/b")"), "a/b");
     EXPECT_EQ(readAs<std::string>(R"("")"), "");
@@ -50,7 +50,7 @@ TEST(JsonReaderTest, ReadsATextFromATextOnly)
         EXPECT_FALSE(readAs<std::string>(json)) << json;
 }
 
-TEST(JsonReaderTest, ReadsAUuidFromItsTextOnly)
+TEST(JsonReaderTest, ReadsOnlyUuidStringsAsUuids)
 {
     EXPECT_EQ(readAs<QUuid>(R"("A1B2C3D4-E5F6-4A5B-9C8D-7E6F5A4B3C2D")"),
               uuidFromText("A1B2C3D4-E5F6-4A5B-9C8D-7E6F5A4B3C2D"));
@@ -59,7 +59,7 @@ TEST(JsonReaderTest, ReadsAUuidFromItsTextOnly)
         EXPECT_FALSE(readAs<QUuid>(json)) << json;
 }
 
-TEST(JsonReaderTest, ReadsAnEnumerationFromItsRawValuesOnly)
+TEST(JsonReaderTest, ReadsOnlyRawValuesAsEnumerations)
 {
     const auto answer = readAs<Answer>(R"("yes")");
     ASSERT_TRUE(answer);
@@ -68,33 +68,33 @@ TEST(JsonReaderTest, ReadsAnEnumerationFromItsRawValuesOnly)
         EXPECT_FALSE(readAs<Answer>(json)) << json;
 }
 
-TEST(JsonReaderTest, ReadsAMemberThatIsThere)
+TEST(JsonReaderTest, RequiresAMember)
 {
     EXPECT_TRUE(hasText(R"({"a" : "text"})", "a"));
     EXPECT_TRUE(hasText(R"({"b" : 1, "a" : "text"})", "a"));
     EXPECT_FALSE(hasText(R"({"a" : "text"})", "b"));
     EXPECT_FALSE(hasText(R"({"a" : 1})", "a"));
     EXPECT_FALSE(hasText(R"({"a" : null})", "a"));
-    EXPECT_FALSE(hasText(R"({"b" : {"a" : "text"}})", "a")) << "not one further in";
+    EXPECT_FALSE(hasText(R"({"b" : {"a" : "text"}})", "a")) << "nested";
     EXPECT_FALSE(hasText("{}", "a"));
 }
 
-TEST(JsonReaderTest, GivesTheAnswerOfWhoReadsTheRoot)
+TEST(JsonReaderTest, ReturnsTheResultOfReadingTheRoot)
 {
     EXPECT_TRUE(JsonReader::parse("1", [](dom::element) { return true; }));
     EXPECT_FALSE(JsonReader::parse("1", [](dom::element) { return false; }));
 }
 
-TEST(JsonReaderTest, AsksNobodyToReadTheRootOfAFaultyText)
+TEST(JsonReaderTest, DoesNotReadTheRootOfInvalidJson)
 {
     for (const auto *const json : { "", "[", "[1, ]", "\xEF\xBB\xBF", "1 2", "\"\xFF\"" }) {
-        bool isAsked = false;
-        EXPECT_FALSE(JsonReader::parse(json, [&isAsked](dom::element) { return isAsked = true; }));
-        EXPECT_FALSE(isAsked) << json;
+        bool isRead = false;
+        EXPECT_FALSE(JsonReader::parse(json, [&isRead](dom::element) { return isRead = true; }));
+        EXPECT_FALSE(isRead) << json;
     }
 }
 
-TEST(JsonReaderTest, SkipsOneByteOrderMarkWhateverTheCapacityBehindTheText)
+TEST(JsonReaderTest, SkipsOneByteOrderMarkWithAnyCapacity)
 {
     for (const qsizetype capacity : { 0, 1, 31, 32, 64, 1000 }) {
         QByteArray json("\xEF\xBB\xBF\"text\"");

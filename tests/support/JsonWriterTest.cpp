@@ -40,7 +40,7 @@ TEST(JsonWriterTest, WritesEmptyObjectsAndArraysOnOneLine)
     EXPECT_EQ(array, "[]");
 }
 
-TEST(JsonWriterTest, WritesOneMemberALineIndentedByTwoSpacesALevel)
+TEST(JsonWriterTest, WritesOneIndentedMemberPerLine)
 {
     const auto text = writtenBy([](JsonWriter &writer) {
         writer.beginObject();
@@ -68,7 +68,7 @@ TEST(JsonWriterTest, WritesOneMemberALineIndentedByTwoSpacesALevel)
                     "}");
 }
 
-TEST(JsonWriterTest, GoesOnAfterEmptyArraysAndObjects)
+TEST(JsonWriterTest, ContinuesAfterEmptyArraysAndObjects)
 {
     const auto text = writtenBy([](JsonWriter &writer) {
         writer.beginArray();
@@ -111,12 +111,12 @@ TEST(JsonWriterTest, EscapesQuotesBackslashesAndSlashes)
     EXPECT_EQ(written("https://example.com/"), R"("https:\/\/example.com\/")");
 }
 
-TEST(JsonWriterTest, EscapesControlCharactersInTheirShortFormsWhereTheyHaveOne)
+TEST(JsonWriterTest, EscapesControlCharactersInTheirShortForms)
 {
     EXPECT_EQ(written("\b\t\n\f\r"), R"("\b\t\n\f\r")");
 }
 
-TEST(JsonWriterTest, EscapesTheOtherControlCharactersByTheirCode)
+TEST(JsonWriterTest, EscapesOtherControlCharactersByCode)
 {
     const std::vector<std::pair<char, std::string>> escapes {
         { '\x00', "0000" }, { '\x01', "0001" }, { '\x02', "0002" }, { '\x03', "0003" },
@@ -131,7 +131,7 @@ TEST(JsonWriterTest, EscapesTheOtherControlCharactersByTheirCode)
         EXPECT_EQ(written({ &character, 1 }), "\"\\u" + code + "\"");
 }
 
-TEST(JsonWriterTest, WritesEveryOtherAsciiCharacterAsItIs)
+TEST(JsonWriterTest, DoesNotEscapeOtherAsciiCharacters)
 {
     for (int code = 0x20; code <= 0x7F; ++code) {
         const std::string text(1, static_cast<char>(code));
@@ -140,27 +140,27 @@ TEST(JsonWriterTest, WritesEveryOtherAsciiCharacterAsItIs)
     }
 }
 
-TEST(JsonWriterTest, WritesWhatIsOutsideAsciiAsItIs)
+TEST(JsonWriterTest, DoesNotEscapeCharactersOutsideAscii)
 {
     EXPECT_EQ(written("\u0080\u00E9\u2028\u2029\uFEFF\uFFFF\U0001F600"),
               "\"\u0080\u00E9\u2028\u2029\uFEFF\uFFFF\U0001F600\"");
 }
 
-TEST(JsonWriterTest, EscapesAtTheEndsAndBetweenRuns)
+TEST(JsonWriterTest, EscapesAtTheEndsAndInBetween)
 {
     EXPECT_EQ(written("/a/"), R"("\/a\/")");
     EXPECT_EQ(written("//ab\n\ncd//"), R"("\/\/ab\n\ncd\/\/")");
     EXPECT_EQ(written("a\0b"sv), R"("a\u0000b")");
 }
 
-TEST(JsonWriterTest, EscapesAtEveryPlaceOfALongText)
+TEST(JsonWriterTest, EscapesAtEveryPositionOfALongText)
 {
-    for (std::size_t place = 0; place < 100; ++place) {
+    for (std::size_t position = 0; position < 100; ++position) {
         std::string text(100, 'a');
-        text[place] = '\n';
+        text[position] = '\n';
         std::string expected(101, 'a');
-        expected.replace(place, 2, "\\n");
-        EXPECT_EQ(written(text), '"' + expected + '"') << place;
+        expected.replace(position, 2, "\\n");
+        EXPECT_EQ(written(text), '"' + expected + '"') << position;
     }
 }
 
@@ -172,7 +172,7 @@ TEST(JsonWriterTest, WritesTextsOfAnyLength)
     }
 }
 
-TEST(JsonWriterTest, HandsOverALongTextInPieces)
+TEST(JsonWriterTest, PassesALongTextOnInPieces)
 {
     std::string text;
     int pieces = 0;

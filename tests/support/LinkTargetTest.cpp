@@ -27,21 +27,21 @@ protected:
     fs::path folder = fs::canonical(directory.path().toStdString());
 };
 
-TEST_F(LinkTargetTest, IsThePathItselfWithoutALink)
+TEST_F(LinkTargetTest, ReturnsAPathWithoutLinks)
 {
     TestFiles::write(folder / "file", "");
     EXPECT_EQ(linkTarget(folder / "file"), folder / "file");
     EXPECT_EQ(linkTarget(folder / "missing"), folder / "missing");
 }
 
-TEST_F(LinkTargetTest, FollowsLinksToTheLastOneEvenIfNothingIsThere)
+TEST_F(LinkTargetTest, FollowsLinksToAMissingFile)
 {
     link("between", folder / "link");
     link(folder / "target", folder / "between");
     EXPECT_EQ(linkTarget(folder / "link"), folder / "target");
 }
 
-TEST_F(LinkTargetTest, FollowsParentFoldersFromTheRealFolderOfTheLink)
+TEST_F(LinkTargetTest, ResolvesParentFoldersFromTheRealFolderOfALink)
 {
     fs::create_directories(folder / "real/deep");
     link("real/deep", folder / "linked");
@@ -58,7 +58,7 @@ TEST_F(LinkTargetTest, FollowsLinkedFoldersWithinATarget)
     EXPECT_EQ(linkTarget(folder / "link"), folder / "real/target");
 }
 
-TEST_F(LinkTargetTest, StartsInTheCurrentFolderWithoutAFolder)
+TEST_F(LinkTargetTest, ResolvesRelativePathsFromTheCurrentFolder)
 {
     const auto before = fs::current_path();
     fs::current_path(folder);
@@ -74,14 +74,14 @@ TEST_F(LinkTargetTest, KeepsNamesThatAreNotUtf8)
     EXPECT_EQ(linkTarget(folder / "link"), folder / "target\xFF");
 }
 
-TEST_F(LinkTargetTest, IsNoneInAMissingFolder)
+TEST_F(LinkTargetTest, FailsInAMissingFolder)
 {
     link("missing/target", folder / "link");
     EXPECT_EQ(linkTarget(folder / "link"), std::nullopt);
     EXPECT_EQ(linkTarget(folder / "missing/file"), std::nullopt);
 }
 
-TEST_F(LinkTargetTest, IsNoneInACircle)
+TEST_F(LinkTargetTest, FailsForACycle)
 {
     link("other", folder / "link");
     link("link", folder / "other");
@@ -92,14 +92,14 @@ TEST_F(LinkTargetTest, IsNoneInACircle)
 
 TEST_F(LinkTargetTest, FollowsAsManyLinksAsTheKernel)
 {
-    constexpr int MostLinks = 40;
-    for (int number = 0; number <= MostLinks; ++number)
+    constexpr int MaximumLinks = 40;
+    for (int number = 0; number <= MaximumLinks; ++number)
         link(std::to_string(number), folder / std::to_string(number + 1));
     TestFiles::write(folder / "0", "");
-    EXPECT_EQ(linkTarget(folder / std::to_string(MostLinks)), folder / "0");
-    EXPECT_EQ(linkTarget(folder / std::to_string(MostLinks + 1)), std::nullopt);
-    EXPECT_TRUE(fs::exists(folder / std::to_string(MostLinks)));
-    EXPECT_EQ(TestFiles::read(folder / std::to_string(MostLinks + 1)), "");
+    EXPECT_EQ(linkTarget(folder / std::to_string(MaximumLinks)), folder / "0");
+    EXPECT_EQ(linkTarget(folder / std::to_string(MaximumLinks + 1)), std::nullopt);
+    EXPECT_TRUE(fs::exists(folder / std::to_string(MaximumLinks)));
+    EXPECT_EQ(TestFiles::read(folder / std::to_string(MaximumLinks + 1)), "");
 }
 
 } // namespace

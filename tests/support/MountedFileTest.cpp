@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 class MountedFileTest : public testing::Test
 {
 protected:
-    /// Puts `bytes` where the overwriting takes them from.
+    /// Overwrites the file with `bytes`.
     bool overwrite(std::string_view bytes) const
     {
         TestFiles::write(source, bytes);
@@ -43,7 +43,7 @@ protected:
     fs::path source = fs::path(directory.path().toStdString()) / "source";
 };
 
-TEST_F(MountedFileTest, WritesLongerAndShorterBytesIntoTheSameFile)
+TEST_F(MountedFileTest, OverwritesTheSameFile)
 {
     TestFiles::write(path, "old");
     fs::create_hard_link(path, directory.filePath(QStringLiteral("link")).toStdString());
@@ -66,7 +66,7 @@ TEST_F(MountedFileTest, LeavesTheCopyOfAnEarlierCrash)
     EXPECT_EQ(entries(), 2);
 }
 
-TEST_F(MountedFileTest, LeavesTheOldBytesWhereThereIsNoRoom)
+TEST_F(MountedFileTest, KeepsTheOldBytesWithoutSpace)
 {
     TestFiles::write(path, "old bytes");
     TestFiles::write(source, std::string(2000, 'x'));
@@ -79,7 +79,7 @@ TEST_F(MountedFileTest, LeavesTheOldBytesWhereThereIsNoRoom)
     }
 }
 
-TEST_F(MountedFileTest, OverwritesNothingButFiles)
+TEST_F(MountedFileTest, OverwritesOnlyRegularFiles)
 {
     EXPECT_FALSE(overwrite("new")) << "missing";
     fs::create_directories(path);

@@ -2,8 +2,8 @@
 
 #include <ctime>
 
-/// The processor time this process has taken since, in seconds: unlike a clock's, it is the same
-/// however much else the machine has to do. For telling what grows with the square of its input.
+/// Measures the processor time of this process, which does not depend on the load of the machine.
+/// For finding operations that take quadratic time.
 class ProcessorTime
 {
 public:

@@ -17,7 +17,7 @@ public:
     Published<std::string> title { this };
 };
 
-/// Counts the announcements of a model for as long as it lives.
+/// Counts the announcements of a model.
 class Announcements
 {
 public:
@@ -63,7 +63,7 @@ TEST(PublishedTest, AnnouncesThenStoresThenDelivers)
     EXPECT_EQ(events, expected);
 }
 
-TEST(PublishedTest, GivesASinkTheCurrentValueAtOnceAndThenEveryNewOne)
+TEST(PublishedTest, DeliversTheCurrentValueAndThenEveryNewOne)
 {
     Counter counter;
     counter.count.set(5);
@@ -77,7 +77,7 @@ TEST(PublishedTest, GivesASinkTheCurrentValueAtOnceAndThenEveryNewOne)
     EXPECT_EQ(received, Values({ 5, 6, 7 }));
 }
 
-TEST(PublishedTest, AnnouncesAndDeliversAlsoAnEqualValue)
+TEST(PublishedTest, AnnouncesAndDeliversEqualValues)
 {
     Counter counter;
     Values received;
@@ -122,7 +122,7 @@ TEST(PublishedTest, DeliversOnlyTheMemberThatWasWritten)
     EXPECT_EQ(received, Values({ 1 }));
 }
 
-TEST(PublishedTest, LetsASinkReadAllOfTheNewState)
+TEST(PublishedTest, LetsASinkReadTheNewState)
 {
     Counter counter;
     std::vector<std::string> seen;
@@ -136,7 +136,7 @@ TEST(PublishedTest, LetsASinkReadAllOfTheNewState)
     EXPECT_EQ(seen, std::vector<std::string>({ "1", "count 2" }));
 }
 
-TEST(PublishedTest, DeliversToSinksInTheOrderOfTheirSubscriptions)
+TEST(PublishedTest, DeliversInTheOrderOfSubscription)
 {
     Counter counter;
     std::string order;
@@ -149,7 +149,7 @@ TEST(PublishedTest, DeliversToSinksInTheOrderOfTheirSubscriptions)
     EXPECT_EQ(order, "ab");
 }
 
-TEST(PublishedTest, KeepsWhatASinkRemembersFromOneValueToTheNext)
+TEST(PublishedTest, KeepsTheStateOfASinkBetweenValues)
 {
     Counter counter;
     Values changes;
@@ -177,7 +177,7 @@ TEST(PublishedTest, LetsASinkSubscribeDuringADelivery)
     });
 
     counter.count.set(2);
-    EXPECT_EQ(received, Values({ 2 })) << "at once, and not again by the delivery under way";
+    EXPECT_EQ(received, Values({ 2 })) << "immediately, but not by the current delivery";
 
     counter.count.set(3);
     EXPECT_EQ(received, Values({ 2, 3 }));
@@ -201,7 +201,7 @@ TEST(PublishedTest, LetsASinkCancelItselfDuringADelivery)
     EXPECT_EQ(received, Values({ 1, -1, 2, -2 }));
 }
 
-TEST(PublishedTest, LetsASinkCancelAnotherBeforeItsTurn)
+TEST(PublishedTest, LetsASinkCancelALaterSink)
 {
     Counter counter;
     Values received;
@@ -228,8 +228,7 @@ TEST(PublishedTest, LetsASinkWriteDuringADelivery)
     counter.count.set(5);
 
     EXPECT_EQ(counter.count.get(), 6);
-    EXPECT_EQ(received, Values({ 2, 6, 6 }))
-        << "one delivery for each write, none of a stale value";
+    EXPECT_EQ(received, Values({ 2, 6, 6 })) << "one delivery per write, none of a stale value";
 }
 
 TEST(PublishedTest, LetsASinkWriteAnotherMemberDuringADelivery)
@@ -243,7 +242,7 @@ TEST(PublishedTest, LetsASinkWriteAnotherMemberDuringADelivery)
     EXPECT_EQ(counter.title.get(), "12");
 }
 
-TEST(PublishedTest, CarriesAbsentValues)
+TEST(PublishedTest, PublishesAbsentValues)
 {
     class Selection final : public ObservableObject
     {

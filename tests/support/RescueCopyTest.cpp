@@ -68,7 +68,7 @@ TEST_F(RescueCopyTest, KeepsTheTargetOfALink)
     EXPECT_EQ(TestFiles::read(kept), Bytes);
 }
 
-TEST_F(RescueCopyTest, CopiesTheTargetOfALinkOnAnotherDisk)
+TEST_F(RescueCopyTest, CopiesALinkTargetOnAnotherFileSystem)
 {
     const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/kept-XXXXXX"));
 
@@ -81,7 +81,7 @@ TEST_F(RescueCopyTest, CopiesTheTargetOfALinkOnAnotherDisk)
     const auto target = fs::path(elsewhere.path().toStdString()) / "target";
     if (!elsewhere.isValid() || stat(folder.c_str(), &here) != 0 ||
         stat(target.parent_path().c_str(), &there) != 0 || here.st_dev == there.st_dev)
-        GTEST_SKIP() << "There is no second file system here.";
+        GTEST_SKIP() << "Needs a second file system.";
     TestFiles::write(kept, "an earlier file");
     TestFiles::write(target, Bytes);
     fs::create_symlink(target, file);
@@ -93,7 +93,7 @@ TEST_F(RescueCopyTest, CopiesTheTargetOfALinkOnAnotherDisk)
     EXPECT_EQ(entries(), 3);
 }
 
-TEST_F(RescueCopyTest, RenamesTheClosedTargetOfALink)
+TEST_F(RescueCopyTest, RenamesAnUnreadableLinkTarget)
 {
     TestFiles::write(folder / "target", Bytes);
     TestFiles::setMode(folder / "target", 0);
@@ -108,7 +108,7 @@ TEST_F(RescueCopyTest, RenamesTheClosedTargetOfALink)
     EXPECT_EQ(TestFiles::read(kept), Bytes);
 }
 
-TEST_F(RescueCopyTest, KeepsNothingWhereThereIsNoFile)
+TEST_F(RescueCopyTest, ReportsAMissingFile)
 {
     EXPECT_EQ(keep(), Outcome::noFile);
     fs::create_symlink("missing/target", file);
@@ -116,7 +116,7 @@ TEST_F(RescueCopyTest, KeepsNothingWhereThereIsNoFile)
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(RescueCopyTest, KeepsNothingButFiles)
+TEST_F(RescueCopyTest, KeepsOnlyRegularFiles)
 {
     fs::create_directory(file);
     EXPECT_EQ(keep(), Outcome::failed);
@@ -126,7 +126,7 @@ TEST_F(RescueCopyTest, KeepsNothingButFiles)
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(RescueCopyTest, TellsThatAFileCannotBeKept)
+TEST_F(RescueCopyTest, ReportsFailure)
 {
     TestFiles::write(file, Bytes);
     const UnprivilegedScope scope(folder);
@@ -137,7 +137,7 @@ TEST_F(RescueCopyTest, TellsThatAFileCannotBeKept)
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(RescueCopyTest, GivesUpWhereTheNameIsTooLong)
+TEST_F(RescueCopyTest, FailsIfTheNameIsTooLong)
 {
     TestFiles::write(file, Bytes);
     EXPECT_EQ(RescueCopy::keep(file, folder / std::string(1000, 'x')), Outcome::failed);

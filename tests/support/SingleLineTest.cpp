@@ -17,7 +17,7 @@ std::string ends(std::string_view text)
     return SingleLine::ends(text).toStdString();
 }
 
-TEST(SingleLineTest, LeavesTextsOfOneLineAlone)
+TEST(SingleLineTest, LeavesASingleLineUnchanged)
 {
     for (const auto *const text :
          { "", "a", "Ünïcödé 漢字 👩‍🚀", "עברית", "a <b>b</b> & c" }) {
@@ -26,7 +26,7 @@ TEST(SingleLineTest, LeavesTextsOfOneLineAlone)
     }
 }
 
-TEST(SingleLineTest, MakesBlanksOfLineBreaks)
+TEST(SingleLineTest, ReplacesLineBreaks)
 {
     for (const auto *const text :
          { "a\nb", "a\r\nb", "a\vb", "a\fb", "a\u0085b", "a\u2028b", "a\u2029b", "a\n\n\nb" }) {
@@ -36,7 +36,7 @@ TEST(SingleLineTest, MakesBlanksOfLineBreaks)
     EXPECT_EQ(beginning("\na\n\nb\n"), " a b ");
 }
 
-TEST(SingleLineTest, KeepsBlanksAsTheyAre)
+TEST(SingleLineTest, KeepsOtherWhiteSpace)
 {
     for (const auto *const text : { "a  b", " a ", "   ", "a\u00A0\u00A0b", "\u3000a" }) {
         EXPECT_EQ(beginning(text), text);
@@ -44,7 +44,7 @@ TEST(SingleLineTest, KeepsBlanksAsTheyAre)
     }
 }
 
-TEST(SingleLineTest, KnowsWhatLooksEmpty)
+TEST(SingleLineTest, RecognisesInvisibleLines)
 {
     for (const auto *const text : { u"", u"  ", u"\t\n", u"\u00A0\u3000", u"\u200B\u200D\uFEFF",
                                     u"\u2800", u"\u3164", u"\uFE0F", u"\u202E", u"\U000E0020" })
@@ -53,7 +53,7 @@ TEST(SingleLineTest, KnowsWhatLooksEmpty)
         EXPECT_FALSE(SingleLine::looksEmpty(text)) << QStringView(text).toString().toStdString();
 }
 
-TEST(SingleLineTest, MakesBlanksOfControlCharacters)
+TEST(SingleLineTest, ReplacesControlCharacters)
 {
     EXPECT_EQ(beginning(std::string_view("a\0b", 3)), "a b");
     EXPECT_EQ(beginning("a\x1b\x07\x7f"
@@ -63,7 +63,7 @@ TEST(SingleLineTest, MakesBlanksOfControlCharacters)
     EXPECT_EQ(beginning("\x01"), " ");
 }
 
-TEST(SingleLineTest, KeepsTheDirectionThatLettersHave)
+TEST(SingleLineTest, ReplacesBidirectionalControls)
 {
     EXPECT_EQ(beginning("a\u202etxt.exe"), "a txt.exe");
     for (const auto *const text : { "a\u202ab", "a\u202bb", "a\u202cb", "a\u202db", "a\u2066b",
@@ -71,7 +71,7 @@ TEST(SingleLineTest, KeepsTheDirectionThatLettersHave)
         EXPECT_EQ(ends(text), "a b");
 }
 
-TEST(SingleLineTest, LooksAtNoMoreThanALineHolds)
+TEST(SingleLineTest, LimitsTheLengthOfALine)
 {
     const std::string filling(1'000'000, 'x');
     EXPECT_TRUE(beginning("begin" + filling).starts_with("beginx"));
@@ -82,23 +82,23 @@ TEST(SingleLineTest, LooksAtNoMoreThanALineHolds)
     EXPECT_LE(ends("begin" + filling + "end").size(), 4096U);
 }
 
-TEST(SingleLineTest, ShowsATextThatIsNotTooLongWhole)
+TEST(SingleLineTest, KeepsBothEndsOfATextThatFits)
 {
     const std::string text = "begin" + std::string(1000, 'x') + "middle" + std::string(900, 'x');
     EXPECT_EQ(ends(text), text);
 }
 
-TEST(SingleLineTest, CutsBetweenCharacters)
+TEST(SingleLineTest, CutsBetweenCodePoints)
 {
     std::string text;
     while (text.size() < 10'000)
-        text += "漢"; // of three bytes, of which neither 1,024 nor what is left is a multiple
+        text += "漢"; // of three bytes, which do not divide the limit of 1,024
     for (const std::string &each :
          { beginning(text), beginning("a" + text), ends(text), ends("a" + text), ends(text + "a") })
         EXPECT_EQ(each.find("\uFFFD"), std::string::npos);
 }
 
-TEST(SingleLineTest, AbridgesWhatIsTooLongForAMenu)
+TEST(SingleLineTest, AbridgesLongMenuTexts)
 {
     const auto abridged = [](const std::string &text) {
         return SingleLine::abridged(text).toStdString();

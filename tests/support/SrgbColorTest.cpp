@@ -5,14 +5,14 @@
 namespace
 {
 
-TEST(SrgbColorTest, IsOpaqueUnlessSaidOtherwise)
+TEST(SrgbColorTest, IsOpaqueByDefault)
 {
     EXPECT_EQ((SrgbColor { 0.1, 0.2, 0.3 }), (SrgbColor { 0.1, 0.2, 0.3, 1 }));
     EXPECT_EQ(SrgbColor::white(), (SrgbColor { 1, 1, 1, 1 }));
     EXPECT_EQ(SrgbColor::black(0.5), (SrgbColor { 0, 0, 0, 0.5 }));
 }
 
-TEST(SrgbColorTest, ReadsRedGreenAndBlueFromAHexadecimalNumber)
+TEST(SrgbColorTest, ReadsAHexadecimalNumber)
 {
     EXPECT_EQ(SrgbColor::fromHex(0xFF0000), (SrgbColor { 1, 0, 0 }));
     EXPECT_EQ(SrgbColor::fromHex(0x00FF00), (SrgbColor { 0, 1, 0 }));
@@ -25,7 +25,7 @@ TEST(SrgbColorTest, ChangesOnlyTheOpacity)
     EXPECT_EQ((SrgbColor { 0.1, 0.2, 0.3 }.withOpacity(0.4)), (SrgbColor { 0.1, 0.2, 0.3, 0.4 }));
 }
 
-TEST(SrgbColorTest, DiffersWithAnyComponent)
+TEST(SrgbColorTest, ComparesAllComponents)
 {
     const SrgbColor color { 0.1, 0.2, 0.3, 0.4 };
     EXPECT_NE(color, (SrgbColor { 0, 0.2, 0.3, 0.4 }));

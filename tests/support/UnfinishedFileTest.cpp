@@ -29,48 +29,48 @@ protected:
 
     QTemporaryDir directory;
     fs::path folder = directory.path().toStdString();
-    fs::path finished = folder / "file";
+    fs::path target = folder / "file";
 };
 
-TEST_F(UnfinishedFileTest, TakesThePlaceOfTheFinishedFile)
+TEST_F(UnfinishedFileTest, ReplacesItsTarget)
 {
-    TestFiles::write(finished, "old");
-    UnfinishedFile file(finished);
+    TestFiles::write(target, "old");
+    UnfinishedFile file(target);
     ASSERT_TRUE(file.isOpen());
     file.write("new ");
     file.write("bytes");
     EXPECT_TRUE(file.flush());
-    EXPECT_EQ(TestFiles::read(finished), "old");
+    EXPECT_EQ(TestFiles::read(target), "old");
     EXPECT_TRUE(file.replaceTarget());
-    EXPECT_EQ(TestFiles::read(finished), "new bytes");
-    EXPECT_EQ(TestFiles::mode(finished), 0600U);
+    EXPECT_EQ(TestFiles::read(target), "new bytes");
+    EXPECT_EQ(TestFiles::mode(target), 0600U);
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(UnfinishedFileTest, LeavesNothingWhereItTakesNoPlace)
+TEST_F(UnfinishedFileTest, RemovesItselfUnlessItReplacesItsTarget)
 {
-    UnfinishedFile(finished).write("new");
+    UnfinishedFile(target).write("new");
     EXPECT_EQ(entries(), 0);
-    fs::create_directory(finished);
+    fs::create_directory(target);
     {
-        UnfinishedFile file(finished);
+        UnfinishedFile file(target);
         EXPECT_FALSE(file.replaceTarget());
         EXPECT_EQ(errno, EISDIR);
     }
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(UnfinishedFileTest, TellsThatAPieceFoundNoRoom)
+TEST_F(UnfinishedFileTest, ReportsAPieceThatDidNotFit)
 {
     const FileSizeLimit limit(4);
-    UnfinishedFile file(finished);
+    UnfinishedFile file(target);
     file.write("four");
     file.write("more");
     file.write("");
     EXPECT_FALSE(file.flush());
 }
 
-TEST_F(UnfinishedFileTest, CannotBeCreatedInAMissingFolder)
+TEST_F(UnfinishedFileTest, FailsInAMissingFolder)
 {
     UnfinishedFile file(folder / "missing" / "file");
     EXPECT_FALSE(file.isOpen());
@@ -79,7 +79,7 @@ TEST_F(UnfinishedFileTest, CannotBeCreatedInAMissingFolder)
     EXPECT_FALSE(file.replaceTarget());
 }
 
-TEST_F(UnfinishedFileTest, RemovesWhatAKilledSaveLeft)
+TEST_F(UnfinishedFileTest, RemovesLeftovers)
 {
     TestFiles::write(folder / "prompts.json.saving-aBcXyZ", "half");
     TestFiles::write(folder / "prompts.json.unreadable.saving-AAAAAA", "");
@@ -87,7 +87,7 @@ TEST_F(UnfinishedFileTest, RemovesWhatAKilledSaveLeft)
     EXPECT_EQ(entries(), 0);
 }
 
-TEST_F(UnfinishedFileTest, RemovesWhatIsLeftWhereALinkLeads)
+TEST_F(UnfinishedFileTest, RemovesLeftoversBesideTheTargetOfALink)
 {
     TestFiles::write(folder / "own" / "elsewhere", "");
     TestFiles::write(folder / "target.saving-abcdef", "half");
@@ -99,7 +99,7 @@ TEST_F(UnfinishedFileTest, RemovesWhatIsLeftWhereALinkLeads)
     EXPECT_TRUE(fs::is_symlink(folder / "own" / "link"));
 }
 
-TEST_F(UnfinishedFileTest, RemovesWhatIsLeftWhereARelativeLinkInALinkedFolderLeads)
+TEST_F(UnfinishedFileTest, RemovesLeftoversOfARelativeLinkInALinkedFolder)
 {
     fs::create_directories(folder / "real" / "own");
     fs::create_directory_symlink("real/own", folder / "own");
@@ -111,7 +111,7 @@ TEST_F(UnfinishedFileTest, RemovesWhatIsLeftWhereARelativeLinkInALinkedFolderLea
     EXPECT_TRUE(fs::exists(folder / "target.saving-abcdef"));
 }
 
-TEST_F(UnfinishedFileTest, RemovesNothingThatAUserMayHavePutThere)
+TEST_F(UnfinishedFileTest, KeepsFilesThatAUserMayHaveCreated)
 {
     const std::vector<std::string> names {
         "prompts.json",
@@ -134,7 +134,7 @@ TEST_F(UnfinishedFileTest, RemovesNothingThatAUserMayHavePutThere)
     EXPECT_EQ(entries(), std::ssize(names) + 2);
 }
 
-TEST_F(UnfinishedFileTest, RemovesNothingWithoutAFolder)
+TEST_F(UnfinishedFileTest, RemovesNothingFromAMissingFolder)
 {
     UnfinishedFile::removeLeftovers(folder / "missing");
     EXPECT_EQ(entries(), 0);

@@ -9,13 +9,13 @@
 namespace
 {
 
-TEST(Utf8Test, KeepsAMarkAtTheBeginning)
+TEST(Utf8Test, KeepsAByteOrderMark)
 {
     for (const std::string text : { "\uFEFF", "\uFEFFtext", "\uFEFF\uFEFFtext" })
         EXPECT_EQ(stringFromUtf8(text).toStdString(), text);
 }
 
-TEST(Utf8Test, ReadsEverythingElseAsItIs)
+TEST(Utf8Test, KeepsOtherCharacters)
 {
     const std::string nul("a\0b", 3);
     for (const std::string &text : { std::string(), std::string("text"), std::string("a\uFEFFb"),
@@ -23,7 +23,7 @@ TEST(Utf8Test, ReadsEverythingElseAsItIs)
         EXPECT_EQ(stringFromUtf8(text).toStdString(), text);
 }
 
-TEST(Utf8Test, ReplacesWhatIsNoUtf8)
+TEST(Utf8Test, ReplacesInvalidBytes)
 {
     EXPECT_EQ(stringFromUtf8("a\xFF"), QStringLiteral("a\uFFFD"));
 }
@@ -50,7 +50,7 @@ TEST(Utf8Test, CutsBetweenCodePoints)
     EXPECT_EQ(end(11), text);
 }
 
-TEST(Utf8Test, CutsWhatIsNoUtf8WithoutLosingItsWay)
+TEST(Utf8Test, CutsInvalidUtf8)
 {
     const std::string continuations(100, '\x80');
     EXPECT_EQ(utf8Beginning(continuations, 50), "");

@@ -25,14 +25,14 @@ TEST(UuidTest, ReadsTheCanonicalFormInEitherCase)
     EXPECT_EQ(uuidFromText("a1B2c3D4-E5f6-4a5B-9C8d-7e6F5a4b3C2d"), expected);
 }
 
-TEST(UuidTest, ReadsUuidsOfAnyKind)
+TEST(UuidTest, ReadsUuidsOfAnyVersion)
 {
     EXPECT_EQ(uuidFromText("00000000-0000-0000-0000-000000000000"), QUuid());
     EXPECT_TRUE(uuidFromText("FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF"));
     EXPECT_TRUE(uuidFromText("01234567-89AB-CDEF-0123-456789ABCDEF"));
 }
 
-TEST(UuidTest, ReadsNothingElse)
+TEST(UuidTest, RejectsOtherForms)
 {
     constexpr std::array Texts {
         ""sv,

@@ -8,7 +8,7 @@ namespace
 
 const QByteArray Letters = "abcdef";
 
-TEST(WatchedBufferTest, IsEnoughForReadersThatStayWithinIt)
+TEST(WatchedBufferTest, IsEnoughForReadsWithinTheBuffer)
 {
     WatchedBuffer buffer(Letters);
     EXPECT_EQ(buffer.peek(6), Letters);
@@ -19,14 +19,14 @@ TEST(WatchedBufferTest, IsEnoughForReadersThatStayWithinIt)
     EXPECT_TRUE(buffer.wasEnough());
 }
 
-TEST(WatchedBufferTest, IsNotEnoughForWhatEndsBehindIt)
+TEST(WatchedBufferTest, DetectsAReadPastTheEnd)
 {
     WatchedBuffer buffer(Letters);
     EXPECT_EQ(buffer.read(7), Letters);
     EXPECT_FALSE(buffer.wasEnough());
 }
 
-TEST(WatchedBufferTest, IsNotEnoughForANumberCutInTwo)
+TEST(WatchedBufferTest, DetectsATruncatedNumber)
 {
     WatchedBuffer buffer(Letters);
     QDataStream stream(&buffer);
@@ -37,7 +37,7 @@ TEST(WatchedBufferTest, IsNotEnoughForANumberCutInTwo)
     EXPECT_FALSE(buffer.wasEnough());
 }
 
-TEST(WatchedBufferTest, IsNotEnoughForAPlaceBehindIt)
+TEST(WatchedBufferTest, DetectsASeekPastTheEnd)
 {
     WatchedBuffer buffer(Letters);
     EXPECT_TRUE(buffer.seek(6));
@@ -47,7 +47,7 @@ TEST(WatchedBufferTest, IsNotEnoughForAPlaceBehindIt)
     EXPECT_EQ(buffer.pos(), 6);
 }
 
-TEST(WatchedBufferTest, StaysNotEnough)
+TEST(WatchedBufferTest, RemembersAReadPastTheEnd)
 {
     WatchedBuffer buffer(Letters);
     buffer.read(7);

@@ -47,7 +47,7 @@ std::string onSameHost(std::string_view text, std::string_view path)
     return other ? other->absoluteString() : "(no address)";
 }
 
-TEST(WebAddressTest, KeepsAddressesAsTyped)
+TEST(WebAddressTest, KeepsValidAddressesAsTyped)
 {
     constexpr std::array Addresses {
         "https://example.com"sv,
@@ -79,7 +79,7 @@ TEST(WebAddressTest, KeepsAddressesAsTyped)
         EXPECT_EQ(absoluteString(text), text);
 }
 
-TEST(WebAddressTest, GivesTheSchemeAsTyped)
+TEST(WebAddressTest, ReturnsTheSchemeAsTyped)
 {
     EXPECT_EQ(scheme("https://example.com"), "https");
     EXPECT_EQ(scheme("HTTPS://example.com"), "HTTPS");
@@ -90,7 +90,7 @@ TEST(WebAddressTest, GivesTheSchemeAsTyped)
     EXPECT_EQ(scheme("localhost:8080"), "localhost");
 }
 
-TEST(WebAddressTest, GivesNoSchemeToARelativeAddress)
+TEST(WebAddressTest, HasNoSchemeIfRelative)
 {
     EXPECT_EQ(scheme("example.com"), "");
     EXPECT_EQ(scheme("www.example.com/a:b"), "");
@@ -100,7 +100,7 @@ TEST(WebAddressTest, GivesNoSchemeToARelativeAddress)
     EXPECT_EQ(scheme("#https://example.com"), "");
 }
 
-TEST(WebAddressTest, GivesTheHost)
+TEST(WebAddressTest, FindsTheHost)
 {
     struct Row {
         std::string_view typed;
@@ -142,7 +142,7 @@ TEST(WebAddressTest, GivesTheHost)
         EXPECT_EQ(host(row.typed), row.host) << row.typed;
 }
 
-TEST(WebAddressTest, GivesNoHostWhereThereIsNone)
+TEST(WebAddressTest, HasNoHostWithoutAnAuthority)
 {
     constexpr std::array Addresses {
         "https://"sv,       "https:///x"sv,     "https://?x"sv,    "https://#x"sv,
@@ -158,7 +158,7 @@ TEST(WebAddressTest, GivesNoHostWhereThereIsNone)
     }
 }
 
-TEST(WebAddressTest, GivesLettersOutsideAsciiInAHostAsLetters)
+TEST(WebAddressTest, DecodesCharactersOutsideAsciiInAHost)
 {
     EXPECT_EQ(host("https://b\u00FCcher.example/"), "b\u00FCcher.example");
     EXPECT_EQ(host("https://b%C3%BCcher.example/"), "b\u00FCcher.example");
@@ -178,14 +178,14 @@ TEST(WebAddressTest, KeepsOtherEncodedCharactersInAHostEncoded)
     EXPECT_EQ(host("https://%20%25"), "%20%25");
 }
 
-TEST(WebAddressTest, KeepsAHostEncodedThatWouldBeInvalidUtf8)
+TEST(WebAddressTest, KeepsInvalidUtf8InAHostEncoded)
 {
     for (const auto typed :
          { "%FF.example"sv, "b%C3%BC%FF"sv, "%C3"sv, "%ED%A0%80"sv, "%C0%AF"sv, "%f4%90%80%80"sv })
         EXPECT_EQ(host("https://" + std::string(typed)), typed);
 }
 
-TEST(WebAddressTest, GivesAnotherAddressOnTheSameHost)
+TEST(WebAddressTest, BuildsAnAddressOnTheSameHost)
 {
     struct Row {
         std::string_view typed;
@@ -218,7 +218,7 @@ TEST(WebAddressTest, GivesAnotherAddressOnTheSameHost)
         EXPECT_EQ(onSameHost(row.typed, "/favicon.ico"), row.other) << row.typed;
 }
 
-TEST(WebAddressTest, GivesAnotherAddressAsGoodAsATypedOne)
+TEST(WebAddressTest, ParsesTheAddressOnTheSameHost)
 {
     const auto address = WebAddress::parse("https://user@Example.com:1/a?b#c");
     const auto other = address->onSameHost("/a b/\u00E9");
@@ -230,9 +230,9 @@ TEST(WebAddressTest, GivesAnotherAddressAsGoodAsATypedOne)
     EXPECT_EQ(address->onSameHost("/")->absoluteString(), "https://Example.com/");
 }
 
-TEST(WebAddressTest, KeepsItsPartsWhereItIsCopiedOrMoved)
+TEST(WebAddressTest, KeepsItsPartsWhenCopiedOrMoved)
 {
-    // Texts this short live within their strings, and move with them.
+    // The characters of short strings change their address when moved.
     auto address = WebAddress::parse("a://b");
     const auto copy = *address;
     const auto moved = std::move(*address);
@@ -243,7 +243,7 @@ TEST(WebAddressTest, KeepsItsPartsWhereItIsCopiedOrMoved)
     }
 }
 
-TEST(WebAddressTest, KnowsHttpAndHttpsInLettersOfEitherCase)
+TEST(WebAddressTest, RecognisesHttpAndHttpsInEitherCase)
 {
     EXPECT_TRUE(isHttp("http://example.com"));
     EXPECT_TRUE(isHttp("https://example.com"));
@@ -251,7 +251,7 @@ TEST(WebAddressTest, KnowsHttpAndHttpsInLettersOfEitherCase)
     EXPECT_TRUE(isHttp("HttpS://example.com"));
 }
 
-TEST(WebAddressTest, TakesNoOtherSchemeForHttp)
+TEST(WebAddressTest, RejectsOtherSchemesAsHttp)
 {
     constexpr std::array Addresses {
         "ftp://example.com"sv,   "mailto:someone@example.com"sv, "file:///etc/hosts"sv,
@@ -265,7 +265,7 @@ TEST(WebAddressTest, TakesNoOtherSchemeForHttp)
     }
 }
 
-TEST(WebAddressTest, EncodesWhatPathsQueriesAndFragmentsMayNotHold)
+TEST(WebAddressTest, EncodesForbiddenCharactersAfterTheHost)
 {
     struct Row {
         std::string_view typed;
@@ -312,12 +312,12 @@ TEST(WebAddressTest, EncodesEveryHashButTheFirst)
     EXPECT_EQ(absoluteString("##"), "#%23");
 }
 
-TEST(WebAddressTest, EncodesLettersOutsideAsciiInAHost)
+TEST(WebAddressTest, EncodesCharactersOutsideAsciiInAHost)
 {
     EXPECT_EQ(absoluteString("https://b\u00FCcher.example/"), "https://b%C3%BCcher.example/");
 }
 
-TEST(WebAddressTest, RefusesWhatAHostMayNotHold)
+TEST(WebAddressTest, RejectsForbiddenCharactersInAHost)
 {
     constexpr std::array Texts {
         "https://exa mple.com"sv,
@@ -349,7 +349,7 @@ TEST(WebAddressTest, RefusesWhatAHostMayNotHold)
         EXPECT_FALSE(WebAddress::parse(text)) << text;
 }
 
-TEST(WebAddressTest, RefusesInvisibleCharactersInAHost)
+TEST(WebAddressTest, RejectsInvisibleCharactersInAHost)
 {
     constexpr std::array Characters {
         "\u200B"sv, "%E2%80%8B"sv, "%e2%80%8b"sv, "\uFEFF"sv, "%EF%BB%BF"sv,  "\u200C"sv,
@@ -367,7 +367,7 @@ TEST(WebAddressTest, RefusesInvisibleCharactersInAHost)
     }
 }
 
-TEST(WebAddressTest, RefusesWhatIsNoAddress)
+TEST(WebAddressTest, RejectsOtherTexts)
 {
     constexpr std::array Texts {
         ""sv,
@@ -388,7 +388,7 @@ TEST(WebAddressTest, RefusesWhatIsNoAddress)
         EXPECT_FALSE(WebAddress::parse(text)) << text;
 }
 
-TEST(WebAddressTest, ReadsLongAddressesInNoTime)
+TEST(WebAddressTest, ParsesLongAddressesQuickly)
 {
     const ProcessorTime spent;
     for (const auto part :
@@ -403,7 +403,7 @@ TEST(WebAddressTest, ReadsLongAddressesInNoTime)
     EXPECT_LT(spent.seconds(), 10);
 }
 
-TEST(WebAddressTest, ReadsAMegabyteInNoTimeWhateverItsEnd)
+TEST(WebAddressTest, ParsesAMegabyteWithAnyEndQuickly)
 {
     const std::string host = "https://example.com/";
     const std::string path(1'000'000, 'a');
@@ -416,7 +416,7 @@ TEST(WebAddressTest, ReadsAMegabyteInNoTimeWhateverItsEnd)
               host.size() + path.size() + 1 + 3 * (hashes.size() - 1));
 }
 
-TEST(WebAddressTest, GivesAHostOfAMegabyteInNoTime)
+TEST(WebAddressTest, ParsesAHostOfAMegabyteQuickly)
 {
     const ProcessorTime spent;
     for (const auto part : { "a", ".", "%41", "%C3%A9", "%FF", "\u00E9", "!" }) {

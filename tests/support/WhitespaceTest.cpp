@@ -12,7 +12,7 @@ namespace
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
-// Unicode's White_Space, all of it, written as characters.
+// Unicode's White_Space property.
 constexpr std::array WhiteSpace {
     "\u0009"sv, "\u000A"sv, "\u000B"sv, "\u000C"sv, "\u000D"sv, "\u0020"sv, "\u0085"sv,
     "\u00A0"sv, "\u1680"sv, "\u2000"sv, "\u2001"sv, "\u2002"sv, "\u2003"sv, "\u2004"sv,
@@ -20,8 +20,8 @@ constexpr std::array WhiteSpace {
     "\u2029"sv, "\u202F"sv, "\u205F"sv, "\u3000"sv,
 };
 
-// They look like nothing or are next of kin, and are not white space: zero-width characters, a
-// byte order mark, NUL, a Braille blank, and the bytes of white space torn apart.
+// Similar characters that are not white space: zero-width characters, a byte order mark, NUL, a
+// Braille blank, and incomplete UTF-8 sequences of white space.
 constexpr std::array NotWhiteSpace {
     "\u180E"sv, "\u200B"sv, "\u200C"sv, "\u200D"sv, "\u200E"sv,     "\u2060"sv,
     "\uFEFF"sv, "\u2800"sv, "\0"sv,     "\x1C"sv,   "\x7F"sv,       "\x85"sv,
@@ -29,7 +29,7 @@ constexpr std::array NotWhiteSpace {
     "\u00C5"sv, "\u0105"sv, "\u00E0"sv, "\u2030"sv, "\U00012000"sv,
 };
 
-TEST(WhitespaceTest, TrimsEveryWhiteSpaceCharacterAtBothEnds)
+TEST(WhitespaceTest, TrimsEveryWhiteSpaceCharacter)
 {
     for (const auto space : WhiteSpace) {
         SCOPED_TRACE(testing::PrintToString(space));
@@ -47,7 +47,7 @@ TEST(WhitespaceTest, TrimsMixedRuns)
     EXPECT_EQ(trimmed(all), "");
 }
 
-TEST(WhitespaceTest, KeepsWhatIsNotWhiteSpaceAtTheEnds)
+TEST(WhitespaceTest, KeepsOtherCharactersAtTheEnds)
 {
     for (const auto text : NotWhiteSpace) {
         SCOPED_TRACE(testing::PrintToString(text));
@@ -63,19 +63,19 @@ TEST(WhitespaceTest, KeepsWhiteSpaceWithinTheText)
     EXPECT_EQ(trimmed("  two\u00A0 words\nhere\t"), "two\u00A0 words\nhere");
 }
 
-TEST(WhitespaceTest, TrimsNothingOffAnEmptyText)
+TEST(WhitespaceTest, TrimsAnEmptyText)
 {
     EXPECT_EQ(trimmed(""), "");
     EXPECT_EQ(trimmed({}), "");
 }
 
-TEST(WhitespaceTest, TrimsALongRunInNoTime)
+TEST(WhitespaceTest, TrimsALongRunQuickly)
 {
     const std::string blanks(1'000'000, ' ');
     EXPECT_EQ(trimmed(blanks + "x" + blanks), "x");
 }
 
-TEST(WhitespaceTest, FindsEveryWhiteSpaceCharacterAnywhere)
+TEST(WhitespaceTest, FindsEveryWhiteSpaceCharacter)
 {
     for (const auto space : WhiteSpace) {
         SCOPED_TRACE(testing::PrintToString(space));
@@ -86,7 +86,7 @@ TEST(WhitespaceTest, FindsEveryWhiteSpaceCharacterAnywhere)
     }
 }
 
-TEST(WhitespaceTest, FindsNoneWhereThereIsNone)
+TEST(WhitespaceTest, FindsNoOtherCharacters)
 {
     EXPECT_FALSE(containsWhitespace(""));
     EXPECT_FALSE(containsWhitespace("https://example.com/\u00E9\U0001F600"));

@@ -8,8 +8,8 @@
 #include <fuzzer/FuzzedDataProvider.h>
 #include <string>
 
-/// Values that records hold, made from the fuzzer's bytes.
-namespace MadeUp
+/// Values of records, made from the fuzzer's bytes.
+namespace FuzzedValues
 {
 
 inline QUuid uuid(FuzzedDataProvider &data)
@@ -28,11 +28,11 @@ inline QUuid uuid(FuzzedDataProvider &data)
              number() };
 }
 
-/// Any text there is, in valid UTF-8.
+/// Valid UTF-8.
 inline std::string text(FuzzedDataProvider &data)
 {
-    constexpr std::size_t MostBytes = 1024;
-    return stringFromUtf8(data.ConsumeRandomLengthString(MostBytes)).toStdString();
+    constexpr std::size_t MaximumSize = 1024;
+    return stringFromUtf8(data.ConsumeRandomLengthString(MaximumSize)).toStdString();
 }
 
-} // namespace MadeUp
+} // namespace FuzzedValues
