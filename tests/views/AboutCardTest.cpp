@@ -82,9 +82,9 @@ TEST_F(AboutCardTest, IsFilledAndStroked)
 TEST_F(AboutCardTest, HasCornerRadius20)
 {
     const Picture picture(*aboutCard(), Qt::black);
-    const Picture shape(
-        view->size(), view->devicePixelRatio(), Qt::black,
-        [this](QPainter &painter) { drawBox(painter, card(), 20, Fill, SrgbColor::white(0.14)); });
+    const Picture shape(*view, Qt::black, [this](QPainter &painter) {
+        drawBox(painter, card(), 20, Fill, SrgbColor::white(0.14));
+    });
     for (const QPoint corner : { card().topLeft(), QPoint(card().left(), card().bottom() - 21),
                                  QPoint(card().right() - 21, card().bottom() - 21) })
         EXPECT_EQ(picture.differenceFrom(shape, QRectF(corner, QSizeF(22, 22))), QRectF());

@@ -34,7 +34,7 @@ protected:
     /// The expected shape without symbol and title.
     Picture shape(bool active) const
     {
-        return { button.size(), button.devicePixelRatio(), Background, [&](QPainter &painter) {
+        return { button, Background, [&](QPainter &painter) {
                     drawBox(painter, button.rect(), 5, fillColor(active), strokeColor(active));
                 } };
     }

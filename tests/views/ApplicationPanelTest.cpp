@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 
 namespace
 {
@@ -260,21 +261,18 @@ TEST_F(ApplicationPanelTest, HomeAndEndMoveTheTextCursor)
     EXPECT_EQ(selectedName(), "Calendar");
 }
 
-TEST_F(ApplicationPanelTest, ChoosesOnReturn)
+TEST_F(ApplicationPanelTest, ChoosesOnReturnAndKeypadEnter)
 {
-    open();
-    type("cal");
-    press(Qt::Key_Down);
-    press(Qt::Key_Return);
-    expectAnswer("/apps/cal.desktop");
-}
-
-TEST_F(ApplicationPanelTest, ChoosesOnKeypadEnter)
-{
-    open();
-    type("mail");
-    press(Qt::Key_Enter, Qt::KeypadModifier);
-    expectAnswer("/apps/mail.desktop");
+    const std::map<Qt::Key, Qt::KeyboardModifier> keys { { Qt::Key_Return, Qt::NoModifier },
+                                                         { Qt::Key_Enter, Qt::KeypadModifier } };
+    for (const auto &[key, modifier] : keys) {
+        answers.clear();
+        open();
+        type("cal");
+        press(Qt::Key_Down);
+        press(key, modifier);
+        expectAnswer("/apps/cal.desktop");
+    }
 }
 
 TEST_F(ApplicationPanelTest, ChoosesOnADoubleClick)

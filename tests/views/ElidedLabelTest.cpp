@@ -28,7 +28,7 @@ protected:
     /// The label with this text, not elided.
     Picture pictureOf(const QString &text) const
     {
-        return { label->size(), label->devicePixelRatio(), Qt::black, [&](QPainter &painter) {
+        return { *label, Qt::black, [&](QPainter &painter) {
                     painter.setFont(font);
                     painter.setPen(Qt::white);
                     painter.drawText(label->rect(), Qt::AlignLeft | Qt::AlignVCenter, text);

@@ -113,9 +113,9 @@ TEST_F(LauncherSettingsCardLookTest, HasCornerRadius20)
 {
     openCard();
     const Picture picture = takePicture();
-    const Picture shape(
-        panel.size(), panel.devicePixelRatio(), Qt::black,
-        [this](QPainter &painter) { drawBox(painter, body(), 20, Fill, SrgbColor::white(0.14)); });
+    const Picture shape(panel, Qt::black, [this](QPainter &painter) {
+        drawBox(painter, body(), 20, Fill, SrgbColor::white(0.14));
+    });
     for (const QPoint corner : { body().topLeft(), QPoint(body().left(), body().bottom() - 13),
                                  QPoint(body().right() - 13, body().bottom() - 13) })
         EXPECT_EQ(picture.differenceFrom(shape, QRectF(corner, QSizeF(14, 14))), QRectF());
@@ -170,10 +170,9 @@ TEST_F(LauncherSettingsCardLookTest, ShowsASymbolATitleAndANote)
     EXPECT_EQ(frame.top(), body().top() + 16);
     EXPECT_EQ(frame.size(), QSize(24, 24));
     EXPECT_NEAR(QRectF(frame).center().x(), QRectF(body()).center().x(), 0.5);
-    const Picture drawn(
-        symbol.size(), symbol.devicePixelRatio(), cardFill(), [](QPainter &painter) {
-            Symbol::paint(painter, QStringLiteral("square.grid.2x2"), { 0, 0, 24, 24 }, Accent);
-        });
+    const Picture drawn(symbol, cardFill(), [](QPainter &painter) {
+        Symbol::paint(painter, QStringLiteral("square.grid.2x2"), { 0, 0, 24, 24 }, Accent);
+    });
     EXPECT_EQ(Picture(const_cast<SymbolView &>(symbol), cardFill()).differenceFrom(drawn),
               QRectF());
 
@@ -237,10 +236,9 @@ TEST_F(LauncherSettingsCardLookTest, FillsAndStrokesItsEditors)
     openCard();
     const Picture picture = takePicture();
     const QRect frame = frameOf(editor(1));
-    const Picture shape(
-        panel.size(), panel.devicePixelRatio(), cardFill(), [&frame](QPainter &painter) {
-            drawBox(painter, frame, 10, SrgbColor::white(0.055), SrgbColor::white(0.09));
-        });
+    const Picture shape(panel, cardFill(), [&frame](QPainter &painter) {
+        drawBox(painter, frame, 10, SrgbColor::white(0.055), SrgbColor::white(0.09));
+    });
     for (const QRectF &corner : cornersOf(frame, 8))
         EXPECT_EQ(picture.differenceFrom(shape, corner, 2), QRectF());
     EXPECT_TRUE(isColor(picture.at(frame.center().x(), frame.top() + 4), editorFill(), 1));
@@ -345,13 +343,12 @@ TEST_F(LauncherSettingsCardLookTest, ElidesNamesAtTheEndAndAddressesInTheMiddle)
         auto &label = parts(0).label(index);
         const auto text = QString::fromStdString(texts[static_cast<std::size_t>(index)]);
         const auto mode = index == 0 ? Qt::ElideRight : Qt::ElideMiddle;
-        const Picture expected(
-            label.size(), label.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
-                painter.setFont(label.font());
-                painter.setPen(Painting::qColor(index == 0 ? SrgbColor::white(0.92) : Secondary));
-                painter.drawText(label.rect(), Qt::AlignLeft | Qt::AlignVCenter,
-                                 label.fontMetrics().elidedText(text, mode, label.width()));
-            });
+        const Picture expected(label, editorFill(), [&](QPainter &painter) {
+            painter.setFont(label.font());
+            painter.setPen(Painting::qColor(index == 0 ? SrgbColor::white(0.92) : Secondary));
+            painter.drawText(label.rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                             label.fontMetrics().elidedText(text, mode, label.width()));
+        });
         EXPECT_EQ(Picture(label, editorFill()).differenceFrom(expected), QRectF()) << index;
     }
 }
@@ -362,15 +359,14 @@ TEST_F(LauncherSettingsCardLookTest, ShowsTheSlotNumberOnACircle)
     for (const int slot : { 0, 4 }) {
         auto &shown = editor(slot);
         const QRect badge = square(shown, 9, 17);
-        const Picture expected(
-            shown.size(), shown.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
-                painter.setPen(Qt::NoPen);
-                painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.07F));
-                painter.drawEllipse(QRectF(badge));
-                painter.setFont(Painting::systemFont(10, QFont::Bold));
-                painter.setPen(Painting::qColor(Secondary));
-                painter.drawText(badge, Qt::AlignCenter, QString::number(slot + 1));
-            });
+        const Picture expected(shown, editorFill(), [&](QPainter &painter) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(QColor::fromRgbF(1, 1, 1, 0.07F));
+            painter.drawEllipse(QRectF(badge));
+            painter.setFont(Painting::systemFont(10, QFont::Bold));
+            painter.setPen(Painting::qColor(Secondary));
+            painter.drawText(badge, Qt::AlignCenter, QString::number(slot + 1));
+        });
         const Picture picture(shown, cardFill());
         EXPECT_EQ(picture.differenceFrom(expected, badge, 4), QRectF()) << slot;
     }
@@ -386,10 +382,9 @@ TEST_F(LauncherSettingsCardLookTest, ShowsASymbolWithoutAnIcon)
     for (int slot = 0; slot < 3; ++slot) {
         auto &shown = editor(slot);
         const QRect frame = square(shown, 9 + 17 + 8, 22);
-        const Picture expected(
-            shown.size(), shown.devicePixelRatio(), editorFill(), [&](QPainter &painter) {
-                Symbol::paint(painter, symbols[static_cast<std::size_t>(slot)], frame, Secondary);
-            });
+        const Picture expected(shown, editorFill(), [&](QPainter &painter) {
+            Symbol::paint(painter, symbols[static_cast<std::size_t>(slot)], frame, Secondary);
+        });
         EXPECT_EQ(Picture(shown, cardFill()).differenceFrom(expected, frame, 4), QRectF()) << slot;
     }
 }

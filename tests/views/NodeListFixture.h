@@ -40,8 +40,6 @@ protected:
         settle();
     }
 
-    const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
-
     std::size_t cardCount() const
     {
         return static_cast<std::size_t>(list->findChildren<PromptCard *>().size());

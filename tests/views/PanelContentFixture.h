@@ -30,8 +30,6 @@ protected:
 
     void openView(const Texts &texts) { openView({ tabOf("Prompts", texts) }); }
 
-    const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
-
     std::vector<PromptCard *> cards() const { return visibleCardsIn(*view); }
 
     PromptCard &card(std::size_t index) const { return *cards().at(index); }

@@ -17,6 +17,13 @@ class PanelDictationTest : public PanelContentFixture
 protected:
     FakeSpeech &speech = machine.speech;
 
+    /// Twice, because the view renders after the model has changed.
+    void settle()
+    {
+        PanelContentFixture::settle();
+        PanelContentFixture::settle();
+    }
+
     /// Presses "Dictate" and allows the microphone.
     void dictate(std::size_t index)
     {
@@ -37,7 +44,6 @@ protected:
     {
         deliver(words, isFinal);
         settle();
-        settle(); // the view renders after the model has changed
     }
 
     void deliver(const std::string &words, bool isFinal = false)
@@ -48,7 +54,6 @@ protected:
     /// Checks the text of the first node in the view and in the model.
     void expectText(const std::string &text)
     {
-        settle();
         settle();
         EXPECT_EQ(shownText(0), text);
         EXPECT_EQ(blocks()[0].text, text);
@@ -117,7 +122,6 @@ TEST_F(PanelDictationTest, OffersStopOnlyWhileListening)
     press(card(1), "Dictate");
     EXPECT_FALSE(Input::button(card(1), "Stop")) << "not listening yet";
     speech.answer(0);
-    settle();
     settle();
     EXPECT_TRUE(Input::button(card(1), "Stop"));
     EXPECT_FALSE(Input::button(card(0), "Stop"));
@@ -245,7 +249,6 @@ TEST_F(PanelDictationTest, TypingBeforeTheMicrophoneOpensCancels)
     Input::type(*view, "b");
     speech.answer(0);
     settle();
-    settle();
     EXPECT_FALSE(speech.isEngineRunning);
     expectText("ab");
 }
@@ -315,7 +318,6 @@ TEST_F(PanelDictationTest, DoesNotStartInAHiddenPanel)
     press(card(0), "Dictate");
     view->hide();
     speech.answer(0);
-    settle();
     settle();
     EXPECT_FALSE(speech.isEngineRunning);
 }

@@ -36,6 +36,13 @@ public:
         paint(painter);
     }
 
+    /// The same, of the widget's size and scale.
+    Picture(const QWidget &widget, const QColor &background,
+            const std::function<void(QPainter &)> &paint)
+        : Picture(widget.size(), widget.devicePixelRatio(), background, paint)
+    {
+    }
+
     qreal scale() const { return m_image.devicePixelRatio(); }
 
     QColor at(qreal x, qreal y) const

@@ -51,7 +51,7 @@ protected:
     /// The expected shape of a card without its content.
     Picture shape(const Tagged &tag) const
     {
-        return { card.size(), card.devicePixelRatio(), Background, [&](QPainter &painter) {
+        return { card, Background, [&](QPainter &painter) {
                     drawBox(painter, card.rect(), 9, fillOf(tag), borderOf(tag));
                 } };
     }
@@ -64,11 +64,10 @@ protected:
         const QColor fill =
             over(isActive ? accent.withOpacity(0.18) : SrgbColor::white(0.045), Background);
         const QRectF frame(8, (action.height() - 12) / 2, 12, 12); // NOLINT(*-integer-division)
-        const Picture expected(action.size(), action.devicePixelRatio(), fill,
-                               [&](QPainter &painter) {
-                                   Symbol::paint(painter, QString::fromStdString(symbol), frame,
-                                                 isActive ? accent : SrgbColor::white(0.56));
-                               });
+        const Picture expected(action, fill, [&](QPainter &painter) {
+            Symbol::paint(painter, QString::fromStdString(symbol), frame,
+                          isActive ? accent : SrgbColor::white(0.56));
+        });
         return Picture(action, Background).differenceFrom(expected, frame, 8) == QRectF();
     }
 
@@ -196,12 +195,10 @@ TEST_F(PromptCardLookTest, HighlightsCopiedAndStop)
 
 TEST_F(PromptCardLookTest, ShowsTheSymbolOfEachAction)
 {
-    block.text = "";
-    render();
+    renderText("");
     EXPECT_TRUE(showsSymbol("Paste", "doc.on.clipboard", false));
     EXPECT_TRUE(showsSymbol("Dictate", "mic", false));
-    block.text = "https://example.com";
-    render();
+    renderText("https://example.com");
     EXPECT_TRUE(showsSymbol("Launch", "arrow.up.right.square", false));
     EXPECT_TRUE(showsSymbol("Copy", "doc.on.doc", false));
     EXPECT_FALSE(showsSymbol("Copy", "checkmark", false));

@@ -46,6 +46,9 @@ protected:
 
     const SatchelStore &store() const { return *m_store; }
 
+    /// The nodes of the active tab.
+    const std::vector<PromptBlock> &blocks() const { return store().activeTab()->blocks; }
+
     QUuid tabID(std::size_t index) const { return store().tabs().get().at(index).id; }
 
     /// Top to bottom.
