@@ -302,12 +302,12 @@ TEST_F(ApplicationPanelTest, ClickingARowKeepsTheFocusInTheField)
 
 TEST_F(ApplicationPanelTest, IsCancelledByEscapeButtonAndClosing)
 {
-    const std::vector<std::function<void()>> ways {
+    const std::vector<std::function<void()>> actions {
         [this] { press(Qt::Key_Escape); },
         [this] { Input::click(button("Cancel")); },
         [this] { panel->close(); },
     };
-    for (const auto &cancel : ways) {
+    for (const auto &cancel : actions) {
         answers.clear();
         open();
         type("cal");

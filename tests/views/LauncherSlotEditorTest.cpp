@@ -54,10 +54,10 @@ protected:
     }
 
     /// Starts from a file, whose texts may be longer than the store accepts.
-    EditorParts openFrom(const LauncherItem &held)
+    EditorParts openFrom(const LauncherItem &launcher)
     {
         LauncherSlots slots;
-        slots[Slot] = held;
+        slots[Slot] = launcher;
         writeFile(ExampleLaunchers::encode(slots));
         return open();
     }
@@ -162,14 +162,14 @@ TEST_F(LauncherSlotEditorTest, ShowsTheStoredAddress)
 TEST_F(LauncherSlotEditorTest, RejectsOtherSchemesWithoutChangingAnything)
 {
     const auto parts = openWebsite();
-    const auto held = item(Slot);
+    const auto before = item(Slot);
     const Publications publications(store());
     parts.submit("ftp://example.com");
     settle();
     EXPECT_EQ(parts.message(), "Enter a valid http or https website.");
     EXPECT_EQ(parts.urlText(), "ftp://example.com");
     EXPECT_EQ(parts.title(), "example.com");
-    EXPECT_EQ(item(Slot), held);
+    EXPECT_EQ(item(Slot), before);
     EXPECT_EQ(publications.announced, 0);
     EXPECT_EQ(machine.httpClient.requests.size(), 1U);
 }
@@ -444,10 +444,10 @@ TEST_F(LauncherSlotEditorTest, StoresValidTextAfterHalfASurrogatePair)
     Input::commit(QString(QChar(0xd83d))); // half a pair
     Input::key(*editor, Qt::Key_Return);
     settle();
-    const auto held = item(Slot);
+    const auto before = item(Slot);
     editor.reset(); // before its store
     restart();
-    EXPECT_EQ(item(Slot), held);
+    EXPECT_EQ(item(Slot), before);
 }
 
 } // namespace

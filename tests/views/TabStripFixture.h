@@ -26,8 +26,8 @@ protected:
         };
         strip->onDelete = [this](const QUuid &id) { store().deleteTab(id); };
         strip->onAdd = [this] { store().addTab(); };
-        elsewhere = new QLineEdit(&window);
-        elsewhere->setGeometry(0, 100, 430, 30);
+        otherField = new QLineEdit(&window);
+        otherField->setGeometry(0, 100, 430, 30);
         Input::show(window);
         settle();
     }
@@ -110,5 +110,5 @@ protected:
 
     QWidget window;
     TabStrip *strip = nullptr;
-    QLineEdit *elsewhere = nullptr;
+    QLineEdit *otherField = nullptr;
 };

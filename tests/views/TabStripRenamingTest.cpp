@@ -120,11 +120,11 @@ TEST_F(TabStripRenamingTest, EndsWhenTheFocusMoves)
 {
     doubleClick(1);
     type("New");
-    Input::click(*elsewhere);
+    Input::click(*otherField);
     settle();
     EXPECT_FALSE(isRenaming());
     EXPECT_EQ(names()[1], "New");
-    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_TRUE(otherField->hasFocus());
 }
 
 TEST_F(TabStripRenamingTest, EndsWhenAnotherChipIsClicked)
@@ -209,9 +209,9 @@ TEST_F(TabStripRenamingTest, ContinuesWhenTheFieldsMenuIsUsed)
 TEST_F(TabStripRenamingTest, EndsWhenTheFocusMovesWhileAnotherWindowIsActive)
 {
     doubleClick(1);
-    Input::whileInactive(window, [this] { elsewhere->setFocus(Qt::PopupFocusReason); });
+    Input::whileInactive(window, [this] { otherField->setFocus(Qt::PopupFocusReason); });
     settle();
-    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_TRUE(otherField->hasFocus());
     EXPECT_FALSE(isRenaming());
 }
 

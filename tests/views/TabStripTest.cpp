@@ -78,9 +78,9 @@ TEST_F(TabStripTest, SelectsATabByKeyboard)
 TEST_F(TabStripTest, ClickingATabKeepsTheFocusElsewhere)
 {
     openStrip({ tabOf("One"), tabOf("Two") });
-    elsewhere->setFocus();
+    otherField->setFocus();
     click(1);
-    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_TRUE(otherField->hasFocus());
 }
 
 TEST_F(TabStripTest, MovesTheFocusWithTheActiveTab)
