@@ -89,11 +89,11 @@ void DragHandle::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !m_press)
         return;
     m_press->pointer = event->scenePosition();
-    const qreal height = translation();
+    const qreal distance = translation();
     const bool wasDragging = m_isDragging;
     endDrag();
     if (wasDragging)
-        onDrop(height);
+        onDrop(distance);
 }
 
 void DragHandle::followCard()

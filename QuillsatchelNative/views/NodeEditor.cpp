@@ -105,17 +105,17 @@ void NodeEditor::replaceText(const std::string &text)
     const QScopedValueRollback replacing(m_isReplacing, true);
     m_text = text;
     // Replaces only what differs, so that the cursor and the selection keep their places.
-    const QString earlier = document()->toRawText();
-    const QString later = withParagraphs(stringFromUtf8(text));
-    wrapOverlongWords(later);
-    const auto prefix = commonPrefix(earlier, later);
+    const QString oldText = document()->toRawText();
+    const QString newText = withParagraphs(stringFromUtf8(text));
+    wrapOverlongWords(newText);
+    const auto prefix = commonPrefix(oldText, newText);
     const auto suffix =
-        commonSuffix(earlier, later, std::min(earlier.size(), later.size()) - prefix);
+        commonSuffix(oldText, newText, std::min(oldText.size(), newText.size()) - prefix);
     QTextCursor cursor(document());
     cursor.beginEditBlock();
     cursor.setPosition(static_cast<int>(prefix));
-    cursor.setPosition(static_cast<int>(earlier.size() - suffix), QTextCursor::KeepAnchor);
-    cursor.insertText(later.mid(prefix, later.size() - prefix - suffix));
+    cursor.setPosition(static_cast<int>(oldText.size() - suffix), QTextCursor::KeepAnchor);
+    cursor.insertText(newText.mid(prefix, newText.size() - prefix - suffix));
     cursor.endEditBlock();
     document()->setModified(false); // otherwise typing that follows would join this undo step
 }

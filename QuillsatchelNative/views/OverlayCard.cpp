@@ -184,8 +184,8 @@ const QPixmap &OverlayCard::shadow()
 {
     const int margin = m_look.shadow.margin();
     const QSize size = m_card->size() + QSize(2 * margin, 2 * margin);
-    const bool isForThisScreen = m_shadow.devicePixelRatio() == devicePixelRatio();
-    if (!isForThisScreen || m_shadow.deviceIndependentSize().toSize() != size)
+    const bool hasCurrentScale = m_shadow.devicePixelRatio() == devicePixelRatio();
+    if (!hasCurrentScale || m_shadow.deviceIndependentSize().toSize() != size)
         m_shadow = m_look.shadow.render(m_card->size(), Radius, devicePixelRatio());
     return m_shadow;
 }
@@ -210,13 +210,13 @@ void OverlayCard::paintEvent(QPaintEvent * /*event*/)
 
 void OverlayCard::placeCard()
 {
-    const QRect room = contentsRect();
-    const int width = std::min(m_look.maximumWidth, room.width());
+    const QRect available = contentsRect();
+    const int width = std::min(m_look.maximumWidth, available.width());
     const auto *const layout = m_card->layout();
-    const int wanted = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
-                                                   : layout->totalSizeHint().height();
-    QRect place(0, 0, width, std::min({ wanted, m_look.maximumHeight, room.height() }));
-    place.moveCenter(room.center());
+    const int contentHeight = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                                          : layout->totalSizeHint().height();
+    QRect place(0, 0, width, std::min({ contentHeight, m_look.maximumHeight, available.height() }));
+    place.moveCenter(available.center());
     m_card->setGeometry(place);
     m_closeButton->move(width - CloseButtonSize.width() - ClosePadding, ClosePadding);
 }

@@ -37,12 +37,12 @@ constexpr int ActionsTop = EditorTop + EditorHeight + Spacing;
 
 bool isWebAddress(const std::string &text)
 {
-    const auto core = trimmed(text);
+    const auto address = trimmed(text);
     // Examines a long text only if it starts like an address.
-    if (core.empty() || (core.front() | 0x20) != 'h' || containsWhitespace(core))
+    if (address.empty() || (address.front() | 0x20) != 'h' || containsWhitespace(address))
         return false;
-    const auto address = WebAddress::parse(core);
-    return address && address->isHttp();
+    const auto parsed = WebAddress::parse(address);
+    return parsed && parsed->isHttp();
 }
 
 } // namespace

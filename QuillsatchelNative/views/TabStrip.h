@@ -26,6 +26,7 @@ class TabStrip final : public QWidget
     Q_OBJECT
 
 public:
+    /// The store must outlive the strip.
     TabStrip(const SatchelStore &store, MainQueue &mainQueue, QWidget *parent);
 
     /// The user selected the tab, perhaps the active one.
