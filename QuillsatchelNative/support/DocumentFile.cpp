@@ -7,7 +7,8 @@
 
 std::optional<QByteArray> DocumentFile::readBytes() const
 {
-    constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024; // parsing takes up to twelve times it
+    // Parsing needs up to twelve times as much memory.
+    constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024;
     return readFile(m_path, MaximumSize);
 }
 

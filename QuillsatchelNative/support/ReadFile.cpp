@@ -5,7 +5,7 @@
 
 std::optional<QByteArray> readFile(const QString &path, qint64 maximumSize)
 {
-    // The JSON parser reads this far past the end; without the room it would copy the whole text.
+    // The padding that the JSON parser requires; without it, the parser would copy the text.
     constexpr qsizetype SpareCapacity = 64;
     QFile file(path);
     // Opening a pipe would wait until another program writes into it.

@@ -5,7 +5,6 @@
 
 #include <optional>
 
-/// The bytes of the regular file at `path`, with spare capacity behind them that a parser may read
-/// past the end into. None if there is no such file, it cannot be read, or it is larger than
-/// `maximumSize` bytes. Never waits for a pipe.
+/// The bytes of the regular file at `path`, with enough spare capacity for the JSON parser. None if
+/// it is not a regular file, cannot be read, or is larger than `maximumSize` bytes.
 std::optional<QByteArray> readFile(const QString &path, qint64 maximumSize);

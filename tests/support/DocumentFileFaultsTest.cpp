@@ -5,6 +5,7 @@
 #include "fakes/TestFiles.h"
 #include "fakes/UnprivilegedScope.h"
 #include "support/DocumentFileFixture.h"
+#include "support/FileDescriptor.h"
 
 #include <gtest/gtest.h>
 
@@ -34,9 +35,9 @@ void makeSocket(const fs::path &file)
 {
     sockaddr_un address { .sun_family = AF_UNIX, .sun_path = {} };
     file.string().copy(address.sun_path, sizeof address.sun_path - 1);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    EXPECT_EQ(bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
-    close(socket);
+    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
+    EXPECT_EQ(bind(socket.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address),
+              0);
 }
 
 class DocumentFileFaultsTest : public DocumentFileFixture
@@ -69,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(Both, DocumentFileFaultsTest, bothFiles(), &nameOfFile)
 /// File sizes at which the disk may be full: before, within and after each write.
 std::vector<std::size_t> sizesAroundWrites(std::size_t size)
 {
-    constexpr std::size_t Step = 512 * 1024; // a save writes about a megabyte at once
+    constexpr std::size_t Step = 256 * 1024; // a quarter of a write
     std::vector<std::size_t> sizes;
     for (std::size_t middle = 0; middle < size; middle += Step) {
         for (const std::size_t each : { middle - 1, middle, middle + 1 }) {
@@ -83,7 +84,7 @@ std::vector<std::size_t> sizesAroundWrites(std::size_t size)
 
 TEST_P(DocumentFileFaultsTest, KeepsTheOldFileWhenTheDiskIsFullAtAnyWrite)
 {
-    const auto old = GetParam().with(std::string(5'000'000, 'x'));
+    const auto old = GetParam().with(std::string(2'500'000, 'x'));
     writeFile(old);
     auto &store = start();
     for (const auto size : sizesAroundWrites(old.size())) {
@@ -97,7 +98,7 @@ TEST_P(DocumentFileFaultsTest, KeepsTheOldFileWhenTheDiskIsFullAtAnyWrite)
 
 TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileWhenTheDiskIsFull)
 {
-    const auto unreadable = GetParam().with(std::string(5'000'000, 'x')) + "]";
+    const auto unreadable = GetParam().with(std::string(2'500'000, 'x')) + "]";
     writeFile(unreadable);
     auto &store = start();
     for (const auto size : { 0U, 1U, 50U }) {
@@ -113,13 +114,13 @@ TEST_P(DocumentFileFaultsTest, KeepsAnUnreadableFileWhenTheDiskIsFull)
 
 TEST_P(DocumentFileFaultsTest, CreatesMissingFoldersForTheOwnerOnly)
 {
-    const auto former = umask(0);
+    const auto previous = umask(0);
     useFolderIn(scratch / "some" / "where");
     auto &store = start();
     EXPECT_TRUE(store.hasDefaults());
     EXPECT_TRUE(fs::is_directory(folder)) << "created at the start";
     expectSaves(store);
-    umask(former);
+    umask(previous);
     EXPECT_EQ(TestFiles::mode(folder), 0700U);
     EXPECT_EQ(TestFiles::mode(file), 0600U);
     EXPECT_FALSE(fs::exists(kept));

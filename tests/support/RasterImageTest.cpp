@@ -198,7 +198,7 @@ TEST(RasterImageTest, SurvivesChangedBytes)
 TEST(RasterImageTest, LogsNothingAboutBrokenImages)
 {
     static int messages = 0;
-    const auto former = qInstallMessageHandler(
+    const auto previous = qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext &, const QString &) { ++messages; });
     const QImage image = PictureBytes::filled(16, 16);
     auto png = PictureBytes::encoded(image, "png");
@@ -212,7 +212,7 @@ TEST(RasterImageTest, LogsNothingAboutBrokenImages)
     auto bitmap = PictureBytes::encoded(image, "bmp");
     bitmap[12] = 1; // the pixels are past the end
     read(bitmap);
-    qInstallMessageHandler(former);
+    qInstallMessageHandler(previous);
     EXPECT_EQ(messages, 0);
 }
 
