@@ -1,10 +1,10 @@
 #!/usr/bin/python3 -B
 """Installs a build and checks the installed files:
 
-    install_test.py BUILD-FOLDER MODULES-FOLDER VERSION MODULE-TEST...
+    install_test.py BUILD-FOLDER MODULES-FOLDER VERSION (PROGRAM TEST)...
 
-MODULES-FOLDER is the folder of the modules, relative to the prefix. The module tests are programs
-that open modules; they run from the folder of the installed program.
+MODULES-FOLDER is the folder of the modules, relative to the prefix. Each PROGRAM has the tests of a
+module in its file TEST; it runs from the folder of the installed program.
 """
 
 import os
@@ -95,13 +95,14 @@ class InstallTest(unittest.TestCase):
 
     def test_installed_modules_and_the_listener_are_found(self):
         self.assertTrue(self.module_tests)
-        for test in self.module_tests:
-            run(shutil.copy(test, self.prefix / "bin"), env=self.environment())
+        for program, test in self.module_tests:
+            run(shutil.copy(program, self.prefix / "bin"), test, env=self.environment())
 
     def test_modules_writable_by_others_are_not_loaded(self):
-        test = shutil.copy(self.module_tests[0], self.prefix / "bin")
+        program, test = self.module_tests[0]
+        program = shutil.copy(program, self.prefix / "bin")
         (self.prefix / self.modules).chmod(0o777)
-        done = subprocess.run([test], env=self.environment(), stdout=subprocess.DEVNULL)
+        done = subprocess.run([program, test], env=self.environment(), stdout=subprocess.DEVNULL)
         self.assertEqual(done.returncode, 1)
 
     def test_uninstalling_leaves_only_user_data(self):
@@ -131,5 +132,6 @@ class InstallTest(unittest.TestCase):
 
 if __name__ == "__main__":
     InstallTest.build, InstallTest.modules = map(pathlib.Path, sys.argv[1:3])
-    InstallTest.version, *InstallTest.module_tests = sys.argv[3:]
+    InstallTest.version, *words = sys.argv[3:]
+    InstallTest.module_tests = list(zip(words[::2], words[1::2]))
     unittest.main(argv=sys.argv[:1], verbosity=2)

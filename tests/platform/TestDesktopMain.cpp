@@ -1,3 +1,4 @@
+#include "TestSelection.h"
 #include "platform/TestDesktop.h"
 
 #include <QGuiApplication>
@@ -11,6 +12,7 @@ int main(int argc, char *argv[])
     // The program must cause no GLib warnings.
     g_log_set_always_fatal(GLogLevelFlags(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING));
     testing::InitGoogleTest(&argc, argv);
+    selectTests(argc, argv);
     const QGuiApplication application(argc, argv);
     const int result = RUN_ALL_TESTS();
     TestDesktop::end();

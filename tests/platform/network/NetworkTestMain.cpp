@@ -1,3 +1,4 @@
+#include "TestSelection.h"
 #include "platform/network/WebPort.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,7 @@ int main(int argc, char *argv[])
         qunsetenv(variable);
     WebPort::prepare();
     testing::InitGoogleTest(&argc, argv);
+    selectTests(argc, argv);
     const QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
