@@ -25,8 +25,8 @@ public:
     /// Deletes the launcher's icon, if it has one.
     void removeCachedIcon(const QUuid &id);
 
-    /// The launcher's icon in the size closest to `side` pixels; null if it has none. Reads the
-    /// file on each call.
+    /// The launcher's icon in the best size for `side` pixels; null if it has none. Reads the file
+    /// on each call.
     QImage cachedIcon(const QUuid &id, int side) const;
 
 private:

@@ -73,8 +73,8 @@ class EnvironmentTest(unittest.TestCase):
         self.assertEqual(done.stdout.split(), sorted(environment.DATA))
 
     def test_the_umask_is_fixed(self):
-        former = os.umask(0o077)
-        self.addCleanup(os.umask, former)
+        previous = os.umask(0o077)
+        self.addCleanup(os.umask, previous)
         self.assertEqual(self.run_in_environment("sh", "-c", "umask").stdout.strip(), "0022")
 
     def test_only_noto_fonts_are_available(self):

@@ -10,8 +10,8 @@ class FileSizeLimit
 public:
     explicit FileSizeLimit(rlim_t bytes)
     {
-        getrlimit(RLIMIT_FSIZE, &m_former);
-        const rlimit limit { .rlim_cur = bytes, .rlim_max = m_former.rlim_max };
+        getrlimit(RLIMIT_FSIZE, &m_previous);
+        const rlimit limit { .rlim_cur = bytes, .rlim_max = m_previous.rlim_max };
         setrlimit(RLIMIT_FSIZE, &limit);
     }
 
@@ -20,11 +20,11 @@ public:
 
     ~FileSizeLimit()
     {
-        setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_formerHandler);
+        setrlimit(RLIMIT_FSIZE, &m_previous);
+        std::signal(SIGXFSZ, m_previousHandler);
     }
 
 private:
-    void (*m_formerHandler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit m_former {};
+    void (*m_previousHandler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit m_previous {};
 };

@@ -13,17 +13,17 @@ public:
     explicit ThreadlessScope(const std::filesystem::path &folder)
         : m_user(folder)
     {
-        getrlimit(RLIMIT_NPROC, &m_former);
-        const rlimit limit { 0, m_former.rlim_max };
+        getrlimit(RLIMIT_NPROC, &m_previous);
+        const rlimit limit { 0, m_previous.rlim_max };
         setrlimit(RLIMIT_NPROC, &limit);
     }
 
     ThreadlessScope(const ThreadlessScope &) = delete;
     ThreadlessScope &operator=(const ThreadlessScope &) = delete;
 
-    ~ThreadlessScope() { setrlimit(RLIMIT_NPROC, &m_former); }
+    ~ThreadlessScope() { setrlimit(RLIMIT_NPROC, &m_previous); }
 
 private:
     UnprivilegedScope m_user;
-    rlimit m_former {};
+    rlimit m_previous {};
 };

@@ -59,7 +59,7 @@ protected:
         machine.httpClient.answer(request, body);
     }
 
-    void expectKept(const QByteArray &body)
+    void expectStored(const QByteArray &body)
     {
         machine.httpClient.requests.clear();
         calls = 0;
@@ -144,13 +144,13 @@ TEST_F(FaviconCacheTest, StoresImagesOfEveryFormatUnchanged)
 {
     const QImage image = PictureBytes::filled(16, 16);
     const auto bitmap = PictureBytes::iconBitmap(16, Qt::red);
-    expectKept(PictureBytes::encoded(image, "png"));
-    expectKept(PictureBytes::encoded(image, "jpeg"));
-    expectKept(PictureBytes::encoded(image, "bmp"));
-    expectKept(PictureBytes::gif(16, 16));
-    expectKept(PictureBytes::icon({ { 16, bitmap } }));
-    expectKept(PictureBytes::icon({ { 32, PictureBytes::png(32, 32) }, { 16, bitmap } }));
-    expectKept(PictureBytes::png(16, 16) + QByteArray("and\0more", 8));
+    expectStored(PictureBytes::encoded(image, "png"));
+    expectStored(PictureBytes::encoded(image, "jpeg"));
+    expectStored(PictureBytes::encoded(image, "bmp"));
+    expectStored(PictureBytes::gif(16, 16));
+    expectStored(PictureBytes::icon({ { 16, bitmap } }));
+    expectStored(PictureBytes::icon({ { 32, PictureBytes::png(32, 32) }, { 16, bitmap } }));
+    expectStored(PictureBytes::png(16, 16) + QByteArray("and\0more", 8));
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 }
 

@@ -13,11 +13,11 @@
 namespace
 {
 
-/// A simple model of the library, which searches for every node from the start.
-class PlainLibrary
+/// A simple implementation for comparison, which searches for every node from the start.
+class ReferenceLibrary
 {
 public:
-    explicit PlainLibrary(SatchelDocument document)
+    explicit ReferenceLibrary(SatchelDocument document)
         : m_document(std::move(document))
     {
     }
@@ -234,7 +234,7 @@ TEST_F(SatchelStoreLookupTest, LetsASinkEditWhileAChangeIsDelivered)
     EXPECT_EQ(texts(store, 0), "x-");
 }
 
-TEST_F(SatchelStoreLookupTest, GivesANodeOfAnyTabById)
+TEST_F(SatchelStoreLookupTest, ReturnsANodeOfAnyTab)
 {
     const auto first = tabOf({ a });
     const auto second = tabOf({ b, c });
@@ -246,7 +246,7 @@ TEST_F(SatchelStoreLookupTest, GivesANodeOfAnyTabById)
     EXPECT_EQ(store.block(QUuid::createUuid()), nullptr);
 }
 
-TEST_F(SatchelStoreLookupTest, GivesTheNodeOfTheActiveTabFirstIfTwoTabsHaveTheId)
+TEST_F(SatchelStoreLookupTest, PrefersTheNodeOfTheActiveTab)
 {
     const auto first = tabOf({ c, a, a });
     const auto second = tabOf({ a });
@@ -260,7 +260,7 @@ TEST_F(SatchelStoreLookupTest, GivesTheNodeOfTheActiveTabFirstIfTwoTabsHaveTheId
     EXPECT_EQ(store.block(a), &tabs[0].blocks[1]);
 }
 
-TEST_F(SatchelStoreLookupTest, ActsOnNoNodeOfAnotherTab)
+TEST_F(SatchelStoreLookupTest, IgnoresOperationsOnNodesOfOtherTabs)
 {
     writeFile({ tabOf({ a }), tabOf({ b }) });
     SatchelStore store(machine.platform);
@@ -298,7 +298,7 @@ TEST_F(SatchelStoreLookupTest, VisitsTheNodesOfAllTabsInOrder)
     EXPECT_EQ(visited, expected);
 }
 
-TEST_F(SatchelStoreLookupTest, AgreesWithThePlainestRulesInAnyOrderOfOperations)
+TEST_F(SatchelStoreLookupTest, AgreesWithAReferenceLibraryAfterRandomOperations)
 {
     std::mt19937 engine(7);
     const auto below = [&engine](std::size_t end) {
@@ -314,7 +314,7 @@ TEST_F(SatchelStoreLookupTest, AgreesWithThePlainestRulesInAnyOrderOfOperations)
         tabs[3].id = tabs[1].id;
         writeFile(tabs, tabs[below(4)].id);
         SatchelStore store(machine.platform);
-        PlainLibrary plain(documentOf(store));
+        ReferenceLibrary reference(documentOf(store));
         for (int step = 0; step < 40; ++step) {
             const auto id = ids.at(below(4));
             const auto tab = tabs[below(4)].id;
@@ -323,21 +323,22 @@ TEST_F(SatchelStoreLookupTest, AgreesWithThePlainestRulesInAnyOrderOfOperations)
             const auto operation = below(20);
             if (operation == 0) {
                 store.deleteTab(tab);
-                plain.deleteTab(tab);
+                reference.deleteTab(tab);
             } else if (operation == 1) {
                 store.deleteBlock(id);
-                plain.deleteBlock(id);
+                reference.deleteBlock(id);
             } else if (operation < 5) {
                 store.selectTab(tab);
-                plain.selectTab(tab);
+                reference.selectTab(tab);
             } else if (operation < 10) {
                 store.moveBlock(id, offset);
-                plain.moveBlock(id, offset);
+                reference.moveBlock(id, offset);
             } else {
                 store.updateBlock(id, text);
-                plain.updateBlock(id, text);
+                reference.updateBlock(id, text);
             }
-            ASSERT_EQ(documentOf(store), plain.document()) << "round " << round << " step " << step;
+            ASSERT_EQ(documentOf(store), reference.document())
+                << "round " << round << " step " << step;
         }
     }
 }
