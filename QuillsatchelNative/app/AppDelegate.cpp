@@ -28,7 +28,7 @@ AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
     , m_textGestures(platform.pasteboard)
     , m_applicationChooser(
-          platform.workspace,
+          platform.workspace, platform.mainQueue,
           [this](QDialog &dialog) { DialogChrome::addTo(dialog, m_platform.windowSystem); })
     , m_store(platform)
     , m_launcherStore(m_applicationChooser, platform)

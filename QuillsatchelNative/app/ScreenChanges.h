@@ -23,5 +23,5 @@ public:
 private:
     void watch(const QScreen &screen);
 
-    QTimer m_settling;
+    QTimer m_settling; // each change restarts it, which MainQueue cannot do
 };

@@ -1,8 +1,9 @@
 #include "views/ApplicationIcons.h"
 
+#include "platform/MainQueue.h"
 #include "platform/Workspace.h"
 
-#include <QTimer>
+#include <QPointer>
 
 #include <utility>
 
@@ -13,10 +14,12 @@ constexpr qint64 LoadingTime = 8; // milliseconds per iteration of the event loo
 
 } // namespace
 
-ApplicationIcons::ApplicationIcons(int size, Workspace &workspace, QObject *parent)
+ApplicationIcons::ApplicationIcons(int size, Workspace &workspace, MainQueue &mainQueue,
+                                   QObject *parent)
     : QObject(parent)
     , m_size(size)
     , m_workspace(workspace)
+    , m_mainQueue(mainQueue)
 {
 }
 
@@ -40,7 +43,10 @@ bool ApplicationIcons::hasTime()
     if (m_loading.isValid())
         return m_loading.elapsed() < LoadingTime;
     m_loading.start();
-    QTimer::singleShot(0, this, [this] { renewTime(); });
+    m_mainQueue.async([icons = QPointer(this)] {
+        if (icons)
+            icons->renewTime();
+    });
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <unordered_map>
 
+class MainQueue;
 class Workspace;
 
 /// A cache of application icons for a view. Each icon is loaded when it is first painted. Loading
@@ -18,7 +19,7 @@ class ApplicationIcons final : public QObject
 
 public:
     /// `size` in points.
-    ApplicationIcons(int size, Workspace &workspace, QObject *parent);
+    ApplicationIcons(int size, Workspace &workspace, MainQueue &mainQueue, QObject *parent);
 
     /// Icons that were not loaded for lack of time can be loaded now: repaint.
     std::function<void()> onRepaint = [] {};
@@ -33,6 +34,7 @@ private:
 
     int m_size;
     Workspace &m_workspace;
+    MainQueue &m_mainQueue;
     double m_scale = 0; // of the cached icons
     std::unordered_map<std::string, QImage> m_icons;
     QElapsedTimer m_loading; // valid once this iteration of the event loop has loaded an icon

@@ -1,5 +1,6 @@
 #include "views/ApplicationPanel.h"
 
+#include "platform/MainQueue.h"
 #include "platform/Workspace.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationIcons.h"
@@ -16,7 +17,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPointer>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -46,8 +46,8 @@ bool isReturn(int key)
 } // namespace
 
 ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
-                                   Workspace &workspace, std::function<void(QDialog &)> decorate,
-                                   QWidget *parent)
+                                   Workspace &workspace, MainQueue &mainQueue,
+                                   std::function<void(QDialog &)> decorate, QWidget *parent)
     : QDialog(parent)
     , m_decorate(std::move(decorate))
     , m_model(new ApplicationListModel(this))
@@ -59,13 +59,13 @@ ApplicationPanel::ApplicationPanel(const QString &title, const QString &prompt,
     layout->setContentsMargins(Padding, Padding, Padding, Padding);
     layout->setSpacing(Spacing);
     addField(*layout);
-    addList(*layout, workspace);
+    addList(*layout, workspace, mainQueue);
     addButtons(*layout, prompt);
     m_field->setFocus();
     if (parent)
         addActions(parent->actions()); // shortcuts of a hidden parent never fire
     renderSelection();
-    listApplications(workspace);
+    listApplications(workspace, mainQueue);
     m_decorate(*this);
     m_pointSize.setSizes(size(), minimumSize()); // including the decoration
 }
@@ -96,9 +96,10 @@ void ApplicationPanel::addField(QBoxLayout &layout)
     layout.addLayout(row);
 }
 
-void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace)
+void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace, MainQueue &mainQueue)
 {
-    auto *const icons = new ApplicationIcons(ApplicationRowDelegate::IconSize, workspace, this);
+    auto *const icons =
+        new ApplicationIcons(ApplicationRowDelegate::IconSize, workspace, mainQueue, this);
     icons->onRepaint = [this] { m_list->viewport()->update(); };
     m_list = new ApplicationList(this);
     m_list->setModel(m_model);
@@ -129,16 +130,18 @@ void ApplicationPanel::addButtons(QBoxLayout &layout, const QString &prompt)
     layout.addLayout(row);
 }
 
-void ApplicationPanel::listApplications(Workspace &workspace)
+void ApplicationPanel::listApplications(Workspace &workspace, MainQueue &mainQueue)
 {
     workspace.listApplications(
         [panel = QPointer(this)](const std::vector<Application> &applications) {
             if (panel)
                 panel->showApplications(applications);
         });
-    QTimer::singleShot(LoadingNoteDelay, this, [this] {
-        m_isLoadingNoteDue = true;
-        renderNote();
+    mainQueue.asyncAfter(LoadingNoteDelay, [panel = QPointer(this)] {
+        if (!panel)
+            return;
+        panel->m_isLoadingNoteDue = true;
+        panel->renderNote();
     });
 }
 

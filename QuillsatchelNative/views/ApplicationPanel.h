@@ -12,6 +12,7 @@
 class ApplicationFileDialog;
 class ApplicationList;
 class ApplicationListModel;
+class MainQueue;
 class PushButton;
 class QBoxLayout;
 class QKeyEvent;
@@ -31,7 +32,8 @@ public:
     /// the title of the accept button. The dialog stays above the window of `parent`. `decorate` is
     /// called for this dialog and for the one that "Other…" opens, each before it is shown.
     ApplicationPanel(const QString &title, const QString &prompt, Workspace &workspace,
-                     std::function<void(QDialog &)> decorate, QWidget *parent);
+                     MainQueue &mainQueue, std::function<void(QDialog &)> decorate,
+                     QWidget *parent);
     ~ApplicationPanel() override;
 
     ApplicationPanel(const ApplicationPanel &) = delete;
@@ -49,9 +51,9 @@ protected:
 
 private:
     void addField(QBoxLayout &layout);
-    void addList(QBoxLayout &layout, Workspace &workspace);
+    void addList(QBoxLayout &layout, Workspace &workspace, MainQueue &mainQueue);
     void addButtons(QBoxLayout &layout, const QString &prompt);
-    void listApplications(Workspace &workspace);
+    void listApplications(Workspace &workspace, MainQueue &mainQueue);
     void showApplications(const std::vector<Application> &applications);
     void search();
     void renderSelection();

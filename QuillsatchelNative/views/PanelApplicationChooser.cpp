@@ -20,9 +20,10 @@ QWidget *activeMainWindow()
 
 } // namespace
 
-PanelApplicationChooser::PanelApplicationChooser(Workspace &workspace,
+PanelApplicationChooser::PanelApplicationChooser(Workspace &workspace, MainQueue &mainQueue,
                                                  std::function<void(QDialog &)> decorate)
     : m_workspace(workspace)
+    , m_mainQueue(mainQueue)
     , m_decorate(std::move(decorate))
 {
 }
@@ -35,8 +36,8 @@ PanelApplicationChooser::~PanelApplicationChooser()
 void PanelApplicationChooser::begin(const QString &title, const QString &prompt,
                                     std::function<void(const std::optional<std::string> &)> receive)
 {
-    auto *const panel =
-        new ApplicationPanel(title, prompt, m_workspace, m_decorate, activeMainWindow());
+    auto *const panel = new ApplicationPanel(title, prompt, m_workspace, m_mainQueue, m_decorate,
+                                             activeMainWindow());
     panel->onFinish = [this, panel, receive = std::move(receive)](const auto &path) {
         if (m_panel == panel)
             m_panel.clear();

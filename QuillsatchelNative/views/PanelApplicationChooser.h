@@ -5,6 +5,7 @@
 #include <QPointer>
 
 class ApplicationPanel;
+class MainQueue;
 class QDialog;
 class Workspace;
 
@@ -14,7 +15,8 @@ class PanelApplicationChooser final : public ApplicationChooser
 {
 public:
     /// `decorate` is called for each dialog before it is shown.
-    PanelApplicationChooser(Workspace &workspace, std::function<void(QDialog &)> decorate);
+    PanelApplicationChooser(Workspace &workspace, MainQueue &mainQueue,
+                            std::function<void(QDialog &)> decorate);
     ~PanelApplicationChooser() override;
 
     PanelApplicationChooser(const PanelApplicationChooser &) = delete;
@@ -28,6 +30,7 @@ public:
 
 private:
     Workspace &m_workspace;
+    MainQueue &m_mainQueue;
     std::function<void(QDialog &)> m_decorate;
     QPointer<ApplicationPanel> m_panel; // while it is open; owned by its parent, if it has one
 };

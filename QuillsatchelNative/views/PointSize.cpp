@@ -120,6 +120,7 @@ void PointSize::followScale()
 void PointSize::restoreSizeLater()
 {
     m_isRestoring = true;
+    // Not MainQueue: Qt drops the call when the window is destroyed.
     QMetaObject::invokeMethod(this, &PointSize::restoreSize, Qt::QueuedConnection);
 }
 

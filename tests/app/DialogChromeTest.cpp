@@ -4,6 +4,7 @@
 #include "app/PanelFrame.h"
 #include "fakes/FakeWindowSystem.h"
 #include "fakes/FakeWorkspace.h"
+#include "fakes/ManualMainQueue.h"
 #include "views/ApplicationPanel.h"
 #include "views/Input.h"
 #include "views/Picture.h"
@@ -56,8 +57,9 @@ TEST_F(DialogChromeTest, LeavesTheContentsTheirRoom)
 TEST_F(DialogChromeTest, LeavesTheContentsOfAnApplicationPanelTheirRoom)
 {
     FakeWorkspace workspace;
+    ManualMainQueue mainQueue;
     ApplicationPanel panel(
-        QStringLiteral("Choose"), QStringLiteral("Add"), workspace,
+        QStringLiteral("Choose"), QStringLiteral("Add"), workspace, mainQueue,
         [this](QDialog &decorated) { DialogChrome::addTo(decorated, windowSystem); }, nullptr);
     const auto expectRoom = [&panel](const char *when) {
         Input::show(panel);

@@ -5,7 +5,7 @@
 // Offers each FORMAT with the bytes of FILE, prints a line when it owns the selection, and runs
 // until it is killed or another program takes the selection. BEHAVIOUR is one of
 //
-//     answers     sends the text at once
+//     answers     sends the text in one property
 //     incremental sends the text in chunks (INCR)
 //     slow        sends one byte per 0.3 seconds (INCR)
 //     lists       lists the formats, but sends none

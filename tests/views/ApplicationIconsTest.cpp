@@ -35,9 +35,12 @@ protected:
         return std::set<std::string>(paths.begin(), paths.end()).size() == paths.size();
     }
 
-    bool waitForIcons(int count) const
+    bool waitForIcons(int count)
     {
-        return QTest::qWaitFor([this, count] { return requestCount() >= count; });
+        return QTest::qWaitFor([this, count] {
+            mainQueue.runPending();
+            return requestCount() >= count;
+        });
     }
 };
 
@@ -80,6 +83,7 @@ TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
     auto &bar = *list().verticalScrollBar();
     bar.setValue(bar.maximum());
     EXPECT_TRUE(QTest::qWaitFor([this] {
+        mainQueue.runPending();
         return std::ranges::count(workspace.requestedIcons, "/apps/Application 499") == 1;
     }));
     bar.setValue(0);
@@ -91,7 +95,7 @@ TEST_F(ApplicationIconsTest, AreRequestedWhenRowsScrollIntoView)
 TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
 {
     workspace.iconDelay = SlowDisk;
-    ApplicationIcons icons(24, workspace, nullptr);
+    ApplicationIcons icons(24, workspace, mainQueue, nullptr);
     int moreCount = 0;
     icons.onRepaint = [&moreCount] { ++moreCount; };
     EXPECT_TRUE(icons.icon("/a", 1));
@@ -113,7 +117,7 @@ TEST_F(ApplicationIconsTest, AreDeferredWhenSlow)
 
 TEST_F(ApplicationIconsTest, LoadSeveralPerFrameWhenQuick)
 {
-    ApplicationIcons icons(24, workspace, nullptr);
+    ApplicationIcons icons(24, workspace, mainQueue, nullptr);
     EXPECT_TRUE(icons.icon("/a", 1));
     EXPECT_TRUE(icons.icon("/b", 1));
 }
@@ -127,7 +131,7 @@ TEST_F(ApplicationIconsTest, AllLoadEventuallyWhenSlow)
 
 TEST_F(ApplicationIconsTest, MatchTheScreenScale)
 {
-    ApplicationIcons icons(24, workspace, nullptr);
+    ApplicationIcons icons(24, workspace, mainQueue, nullptr);
     EXPECT_EQ(icons.icon("/a", 1)->width(), 24);
     settle();
     EXPECT_EQ(icons.icon("/a", 2)->width(), 48);
@@ -137,7 +141,7 @@ TEST_F(ApplicationIconsTest, MatchTheScreenScale)
 TEST_F(ApplicationIconsTest, AreNullWhenTheDesktopHasNone)
 {
     workspace.icon = {};
-    ApplicationIcons icons(24, workspace, nullptr);
+    ApplicationIcons icons(24, workspace, mainQueue, nullptr);
     ASSERT_TRUE(icons.icon("/a", 1));
     EXPECT_TRUE(icons.icon("/a", 1)->isNull());
     EXPECT_EQ(requestCount(), 1);

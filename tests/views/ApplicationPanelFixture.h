@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/FakeWorkspace.h"
+#include "fakes/ManualMainQueue.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationList.h"
 #include "views/ApplicationPanel.h"
@@ -47,7 +48,7 @@ protected:
     {
         panel = new ApplicationPanel(
             QStringLiteral("Choose an Application"), QStringLiteral("Add Launcher"), workspace,
-            [this](QDialog &dialog) { decorated.push_back(&dialog); }, nullptr);
+            mainQueue, [this](QDialog &dialog) { decorated.push_back(&dialog); }, nullptr);
         panel->onFinish = [this](const auto &path) { answers.push_back(path); };
         panel->show();
         panel->activateWindow();
@@ -70,10 +71,11 @@ protected:
         }
     }
 
-    /// Runs pending events, with deferred deletions.
-    static void settle()
+    /// Runs pending events and work, with deferred deletions.
+    void settle()
     {
         QCoreApplication::processEvents();
+        mainQueue.runPending();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
@@ -130,6 +132,7 @@ protected:
         Input::key(*panel, key, modifiers);
     }
 
+    ManualMainQueue mainQueue;
     FakeWorkspace workspace;
     std::vector<QDialog *> decorated;
     QPointer<ApplicationPanel> panel;

@@ -10,6 +10,8 @@
 namespace
 {
 
+using namespace std::chrono_literals;
+
 class ApplicationPanelTest : public ApplicationPanelFixture
 {
 protected:
@@ -96,7 +98,10 @@ TEST_F(ApplicationPanelTest, ShowsLoadingOnlyAfterADelay)
 {
     openEmpty();
     EXPECT_EQ(note(), "");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return note() == "Loading\u2026"; }));
+    mainQueue.advance(499ms);
+    EXPECT_EQ(note(), "");
+    mainQueue.advance(1ms);
+    EXPECT_EQ(note(), "Loading\u2026");
     workspace.finishListing();
     EXPECT_EQ(note(), "");
 }
@@ -106,7 +111,7 @@ TEST_F(ApplicationPanelTest, SaysWhenThereAreNoApplications)
     workspace.applications.clear();
     open();
     EXPECT_EQ(note(), "No applications found");
-    QTest::qWait(600);
+    mainQueue.advance(500ms);
     EXPECT_EQ(note(), "No applications found");
 }
 

@@ -1,6 +1,7 @@
 #include "views/PanelApplicationChooser.h"
 
 #include "fakes/FakeWorkspace.h"
+#include "fakes/ManualMainQueue.h"
 #include "views/ApplicationPanel.h"
 #include "views/Input.h"
 
@@ -83,8 +84,9 @@ protected:
     const Answers none { std::nullopt };
     std::vector<std::unique_ptr<Answers>> answersOfAll; // the destructor of the chooser answers
     FakeWorkspace workspace;
+    ManualMainQueue mainQueue;
     std::unique_ptr<PanelApplicationChooser> chooser =
-        std::make_unique<PanelApplicationChooser>(workspace, [](QDialog &) {});
+        std::make_unique<PanelApplicationChooser>(workspace, mainQueue, [](QDialog &) {});
 };
 
 TEST_F(PanelApplicationChooserTest, ShowsAPanelAndReturns)

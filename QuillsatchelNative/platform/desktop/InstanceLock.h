@@ -31,7 +31,7 @@ public:
     /// lock.
     void write(const std::string &note);
     /// The note of the lock holder, or of an earlier one if the holder has not written its own yet.
-    /// Empty if there is none.
+    /// Empty without a note.
     std::string read() const;
 
     static constexpr std::size_t MaximumNoteSize = 127;

@@ -33,15 +33,15 @@ public:
     /// Readable when a message is waiting; -1 if creating the socket failed.
     int descriptor() const { return m_socket.number(); }
 
-    /// From now on sends to and receives from the socket `name` only. False if there is none.
+    /// From now on sends to and receives from the socket `name` only. False if it does not exist.
     bool connectTo(const std::string &name);
 
     /// Sends to the connected socket. False on failure.
     bool send(const std::string &text) const;
     bool answer(const Sender &sender, const std::string &text) const;
 
-    /// The next message; none if there is none, or if it is longer than `MaximumMessageSize` or
-    /// from another user.
+    /// The next message; none if no message is waiting, or if it is longer than
+    /// `MaximumMessageSize` or from another user.
     std::optional<Message> receive() const;
 
     static constexpr std::size_t MaximumMessageSize = 2048; ///< bytes

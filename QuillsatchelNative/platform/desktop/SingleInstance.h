@@ -26,7 +26,7 @@ public:
     explicit SingleInstance(const std::string &folder,
                             std::chrono::milliseconds timeout = std::chrono::seconds(5));
 
-    /// Becomes the first instance, or hands `token` to it. Also starts if the folder cannot be
+    /// Becomes the first instance, or passes `token` to it. Also starts if the folder cannot be
     /// locked. Reports that, and a missing answer, on standard error.
     Outcome start(const StartupToken &token);
 

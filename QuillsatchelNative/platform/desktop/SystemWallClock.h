@@ -2,6 +2,7 @@
 
 #include "platform/WallClock.h"
 
+/// The clock of the system.
 class SystemWallClock final : public WallClock
 {
 public:
