@@ -116,7 +116,7 @@ TEST_F(BusActivationTest, LimitsTheWaitOnDestruction)
         timer.start();
     }
     EXPECT_EQ(silent.calls().size(), 1U);
-    EXPECT_LT(timer.elapsed(), 15'000) << "of the 25 seconds that the bus itself would wait";
+    EXPECT_LT(timer.elapsed(), 15'000) << "the bus would time out after 25 seconds";
 }
 
 TEST_F(BusActivationTest, SurvivesTheEndOfTheBus)

@@ -94,7 +94,7 @@ TEST_F(LaunchApplicationTest, StartsTerminalProgramsInATerminal)
     workspace.openApplication(addEntry("a.desktop", entryText("program one", "Terminal=true\n")));
     TestDesktop::waitUntil([] { return !TestDesktop::startedPrograms().empty(); });
     const auto programs = startedPrograms();
-    EXPECT_EQ(programs.size(), 2U) << "a terminal, and the last";
+    EXPECT_EQ(programs.size(), 2U) << "a terminal and the last program";
     EXPECT_FALSE(has(programs, "program"));
     for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
         std::filesystem::remove(TestDesktop::path("bin") / terminal);

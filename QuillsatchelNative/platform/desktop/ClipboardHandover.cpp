@@ -61,7 +61,7 @@ private:
 // request restarts the timeout.
 bool isSavedByManager()
 {
-    X11SelectionReader manager("CLIPBOARD_MANAGER", ResponseTimeout); // the loop below waits
+    X11SelectionReader manager("CLIPBOARD_MANAGER", ResponseTimeout); // for blocking calls
     manager.request("SAVE_TARGETS");
     bool isAnswered = false;
     QEventLoop loop;

@@ -52,7 +52,7 @@ FontPreload::FontPreload()
     };
     try {
         m_thread = std::thread(read);
-    } catch (const std::system_error &) { // the system allows no more threads
+    } catch (const std::system_error &) { // the system refuses the thread
         read();
     }
 }

@@ -10,9 +10,10 @@
 class MainQueue;
 
 /// HTTP and HTTPS through libcurl and the system's proxies. No cookies, stored passwords or cache.
-/// Each request uses a thread until it ends. A body can be shorter than its Content-Length. No body
-/// is delivered from a server whose certificate is not trusted, or after a redirect from https to
-/// http or to another protocol.
+/// Each request uses a thread until it ends.
+///
+/// A body can be shorter than its Content-Length. No body is delivered from a server whose
+/// certificate is not trusted, or after a redirect from https to http or to another protocol.
 class CurlHttpClient final : public HttpClient
 {
 public:
