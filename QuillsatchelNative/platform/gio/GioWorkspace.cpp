@@ -9,6 +9,7 @@
 
 #include <QIcon>
 
+#include <system_error>
 #include <utility>
 
 namespace
@@ -34,19 +35,19 @@ GioWorkspace::GioWorkspace(MainQueue &mainQueue)
 GioWorkspace::~GioWorkspace()
 {
     constexpr std::chrono::seconds LaunchTimeout(1);
-    m_tasks.waitFor(LaunchTimeout);
+    waitForTasks(LaunchTimeout);
     m_stop.request_stop();
 }
 
 void GioWorkspace::open(const WebAddress &address)
 {
-    m_tasks.start([text = address.absoluteString(), scheme = std::string(address.scheme()),
-                   stop = m_stop.get_token()] { Launch::address(text, scheme, stop); });
+    runInBackground([text = address.absoluteString(), scheme = std::string(address.scheme()),
+                     stop = m_stop.get_token()] { Launch::address(text, scheme, stop); });
 }
 
 void GioWorkspace::openApplication(const std::string &path)
 {
-    m_tasks.start([path, stop = m_stop.get_token()] { Launch::application(path, stop); });
+    runInBackground([path, stop = m_stop.get_token()] { Launch::application(path, stop); });
 }
 
 std::optional<ApplicationNames> GioWorkspace::applicationNames(const std::string &path)
@@ -63,7 +64,7 @@ QImage GioWorkspace::applicationIcon(const std::string &path, double size, doubl
 
 void GioWorkspace::listApplications(std::function<void(const std::vector<Application> &)> receive)
 {
-    m_tasks.start(
+    runInBackground(
         [&mainQueue = m_mainQueue, receive = std::move(receive), stop = m_stop.get_token()] {
             auto applications = InstalledApplications::list(InstalledApplications::folders(), stop);
             mainQueue.async([receive, stop, applications = std::move(applications)] {
@@ -71,4 +72,25 @@ void GioWorkspace::listApplications(std::function<void(const std::vector<Applica
                     receive(applications);
             });
         });
+}
+
+// Not on a thread of Qt: GLib would leave later events to its event loop, which never runs. Does
+// nothing if the system refuses a thread.
+void GioWorkspace::runInBackground(std::function<void()> task)
+{
+    std::erase_if(m_tasks, [](const std::future<void> &earlier) {
+        return earlier.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    });
+    try {
+        m_tasks.push_back(std::async(std::launch::async, std::move(task)));
+    } catch (const std::system_error &) {
+        return;
+    }
+}
+
+void GioWorkspace::waitForTasks(std::chrono::milliseconds timeout) const
+{
+    const auto end = std::chrono::steady_clock::now() + timeout;
+    for (const auto &task : m_tasks)
+        task.wait_until(end);
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "platform/gio/BackgroundTasks.h"
 
+#include <chrono>
+#include <future>
 #include <stop_token>
+#include <vector>
 
 class MainQueue;
 
@@ -27,7 +29,10 @@ public:
     void listApplications(std::function<void(const std::vector<Application> &)> receive) override;
 
 private:
+    void runInBackground(std::function<void()> task);
+    void waitForTasks(std::chrono::milliseconds timeout) const;
+
     MainQueue &m_mainQueue;
     std::stop_source m_stop;
-    BackgroundTasks m_tasks;
+    std::vector<std::future<void>> m_tasks; // each one's destructor waits for its task
 };
