@@ -10,7 +10,7 @@
 namespace
 {
 
-using Words = std::vector<std::string>;
+using Arguments = std::vector<std::string>;
 
 class LaunchArgumentsTest : public testing::Test
 {
@@ -20,14 +20,14 @@ protected:
     void TearDown() override { qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen")); }
 
     /// The arguments that the application gets for these.
-    static Words argumentsFor(Words words)
+    static Arguments argumentsFor(Arguments texts)
     {
         std::vector<char *> values;
-        for (auto &word : words)
-            values.push_back(word.data());
+        for (auto &text : texts)
+            values.push_back(text.data());
         LaunchArguments arguments(static_cast<int>(values.size()), values.data());
         EXPECT_EQ(arguments.values()[arguments.count()], nullptr);
-        Words result;
+        Arguments result;
         for (int index = 0; index < arguments.count(); ++index)
             result.emplace_back(arguments.values()[index]);
         return result;
@@ -36,19 +36,19 @@ protected:
 
 TEST_F(LaunchArgumentsTest, PrefersX11ToWayland)
 {
-    EXPECT_EQ(argumentsFor({ "program" }), Words({ "program", "-platform", "xcb;wayland" }));
+    EXPECT_EQ(argumentsFor({ "program" }), Arguments({ "program", "-platform", "xcb;wayland" }));
 }
 
 TEST_F(LaunchArgumentsTest, PutsTheUsersArgumentLast)
 {
     EXPECT_EQ(argumentsFor({ "program", "-platform", "wayland" }),
-              Words({ "program", "-platform", "xcb;wayland", "-platform", "wayland" }));
+              Arguments({ "program", "-platform", "xcb;wayland", "-platform", "wayland" }));
 }
 
 TEST_F(LaunchArgumentsTest, AddsNothingIfTheEnvironmentChooses)
 {
     qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("wayland"));
-    EXPECT_EQ(argumentsFor({ "program", "word" }), Words({ "program", "word" }));
+    EXPECT_EQ(argumentsFor({ "program", "word" }), Arguments({ "program", "word" }));
 }
 
 TEST_F(LaunchArgumentsTest, LeavesTheEnvironmentUnchanged)
@@ -59,7 +59,7 @@ TEST_F(LaunchArgumentsTest, LeavesTheEnvironmentUnchanged)
 
 TEST_F(LaunchArgumentsTest, AcceptsAnEmptyArgumentList)
 {
-    EXPECT_EQ(argumentsFor({}), Words());
+    EXPECT_EQ(argumentsFor({}), Arguments());
 }
 
 } // namespace

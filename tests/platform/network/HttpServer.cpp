@@ -63,7 +63,7 @@ bool HttpServer::Exchange::send(std::string_view bytes)
 
 void HttpServer::Exchange::answer(int status, std::string_view body, const std::string &fields)
 {
-    send("HTTP/1.1 " + std::to_string(status) + " As Wished\r\nConnection: close\r\n" + fields +
+    send("HTTP/1.1 " + std::to_string(status) + " Status\r\nConnection: close\r\n" + fields +
          "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n");
     send(body);
 }
