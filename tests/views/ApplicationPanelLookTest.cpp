@@ -19,7 +19,7 @@ protected:
     QColor listFill() const { return over(SrgbColor::black(0.3), background()); }
 
     /// The panel with all icons loaded.
-    Picture takePicture() const
+    Picture takePicture()
     {
         settle();
         settle();

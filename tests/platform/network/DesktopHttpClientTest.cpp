@@ -24,7 +24,7 @@ TEST(DesktopHttpClientTest, FetchesThroughTheModule)
     DesktopHttpClient client(mainQueue);
     client.get(*WebAddress::parse(server.address()),
                [&promise](const QByteArray &received) { promise.set_value(received); });
-    EXPECT_TRUE(QTest::qWaitFor([&body] { return body.wait_for(0s) == std::future_status::ready; },
+    ASSERT_TRUE(QTest::qWaitFor([&body] { return body.wait_for(0s) == std::future_status::ready; },
                                 20'000));
     EXPECT_EQ(body.get(), "body");
 }
