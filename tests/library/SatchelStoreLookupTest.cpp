@@ -321,22 +321,20 @@ TEST_F(SatchelStoreLookupTest, AgreesWithAReferenceLibraryAfterRandomOperations)
             const auto offset = static_cast<std::ptrdiff_t>(below(7)) - 3;
             const auto text = std::to_string(step);
             const auto operation = below(20);
-            if (operation == 0) {
-                store.deleteTab(tab);
-                reference.deleteTab(tab);
-            } else if (operation == 1) {
-                store.deleteBlock(id);
-                reference.deleteBlock(id);
-            } else if (operation < 5) {
-                store.selectTab(tab);
-                reference.selectTab(tab);
-            } else if (operation < 10) {
-                store.moveBlock(id, offset);
-                reference.moveBlock(id, offset);
-            } else {
-                store.updateBlock(id, text);
-                reference.updateBlock(id, text);
-            }
+            const auto apply = [&](auto &library) {
+                if (operation == 0)
+                    library.deleteTab(tab);
+                else if (operation == 1)
+                    library.deleteBlock(id);
+                else if (operation < 5)
+                    library.selectTab(tab);
+                else if (operation < 10)
+                    library.moveBlock(id, offset);
+                else
+                    library.updateBlock(id, text);
+            };
+            apply(store);
+            apply(reference);
             ASSERT_EQ(documentOf(store), reference.document())
                 << "round " << round << " step " << step;
         }
