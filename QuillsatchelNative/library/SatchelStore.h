@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-/// Owns the prompt library while the program runs. The constructor reads `prompts.json`; every
-/// change is written 0.25 seconds after the last one. Main thread only.
+/// Owns the prompt library while the program runs. The constructor reads `prompts.json`; the store
+/// writes it 0.25 seconds after the last change. Main thread only.
 ///
 /// No operation reports failure. Node operations act on the active tab only. They ignore unknown
 /// ids and nodes of other tabs. Changes stay in memory while the file cannot be written. Ids are
