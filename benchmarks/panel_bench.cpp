@@ -3,9 +3,9 @@
 
 #include "Figure.h"
 #include "Median.h"
+#include "Panels.h"
 #include "SampleLibrary.h"
 #include "app/AppDelegate.h"
-#include "app/FloatingPanel.h"
 #include "platform/desktop/DesktopPlatform.h"
 #include "support/ReplaceFile.h"
 #include "views/NodeEditor.h"
@@ -42,10 +42,14 @@ struct Program {
         QDir(folder.path()).mkdir(QStringLiteral("Quillsatchel"));
         replaceFile(folder.filePath(QStringLiteral("Quillsatchel/prompts.json")),
                     [nodes](const ByteSink &sink) { sink(sampleLibrary(nodes).encode()); });
+        const auto earlier = panels();
         delegate = std::make_unique<AppDelegate>(desktopPlatform());
         delegate->applicationDidFinishLaunching();
         QTest::qWait(500);
-        list = delegate->panel().findChild<NodeList *>();
+        auto opened = panels();
+        opened.removeIf([&earlier](FloatingPanel *each) { return earlier.contains(each); });
+        panel = opened.constFirst();
+        list = panel->findChild<NodeList *>();
         editor = list->findChild<NodeEditor *>();
         scrollBar = list->findChild<OverlayScrollBar *>();
     }
@@ -53,6 +57,7 @@ struct Program {
     std::string size;
     QTemporaryDir folder;
     std::unique_ptr<AppDelegate> delegate;
+    FloatingPanel *panel = nullptr;
     NodeList *list = nullptr;
     NodeEditor *editor = nullptr;
     OverlayScrollBar *scrollBar = nullptr;
@@ -86,7 +91,7 @@ void scrollStep(const Program &program, int run)
 template <typename Step>
 double block(const Program &program, Step &&step)
 {
-    program.delegate->panel().activateWindow();
+    program.panel->activateWindow();
     program.editor->setFocus();
     QTest::qWait(50);
     std::vector<double> times;

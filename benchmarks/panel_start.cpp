@@ -1,9 +1,9 @@
 // The complete program, which prints the time of its first frame.
 
 #include "FirstFrame.h"
+#include "Panels.h"
 #include "app/AppDelegate.h"
 #include "app/EmojiFont.h"
-#include "app/FloatingPanel.h"
 #include "app/PanelApplication.h"
 #include "platform/ApplicationFolder.h"
 #include "platform/desktop/DesktopPlatform.h"
@@ -34,7 +34,7 @@ int main(int argc, char *argv[])
     EmojiFont::apply(fontPreload.colorEmojiFamily());
     AppDelegate delegate(desktopPlatform());
     delegate.applicationDidFinishLaunching();
-    announceFirstFrame(*delegate.panel().windowHandle());
+    announceFirstFrame(*panels().constFirst()->windowHandle());
     const InstanceListener listener(
         instance, [&delegate](const StartupToken &token) { delegate.showPanel(token); });
     return PanelApplication::exec();

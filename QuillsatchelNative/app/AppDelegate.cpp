@@ -10,17 +10,14 @@
 #include "views/QuillsatchelView.h"
 #include "views/Symbol.h"
 
-#include <QAction>
 #include <QApplication>
 
 #include <chrono>
-#include <optional>
-#include <utility>
 
 namespace
 {
 
-constexpr std::chrono::milliseconds DesktopDelay(100); // the first frame stands by then
+constexpr std::chrono::milliseconds DesktopDelay(100); // long enough for the first frame
 
 } // namespace
 
@@ -45,26 +42,25 @@ void AppDelegate::applicationDidFinishLaunching()
     DarkAppearance::apply();
     makePanel();
     makeMenus();
-    observeWindowPreferences();
     showPanel();
     m_showingOnDesktop = m_platform.mainQueue.asyncAfter(DesktopDelay, [this] { showOnDesktop(); });
 }
 
 void AppDelegate::makePanel()
 {
-    m_panel = std::make_unique<FloatingPanel>(m_platform.windowSystem);
-    auto *const view = new QuillsatchelView(m_store, m_launcherStore, m_windowPreferences,
-                                            m_platform, TitleBar::Height, m_panel.get());
+    m_panel = std::make_unique<FloatingPanel>(m_platform.windowSystem, m_windowPreferences);
+    m_view = new QuillsatchelView(m_store, m_launcherStore, m_windowPreferences, m_platform,
+                                  TitleBar::Height, m_panel.get());
     auto *const titleBar = new TitleBar(m_windowPreferences, m_panel.get());
     titleBar->onShowAbout = [this] { showAbout(); };
-    m_panel->setContent(view, titleBar);
+    m_panel->setContent(m_view, titleBar);
     m_panel->center();
-    m_panel->setFocus(); // else the first button would look chosen
+    m_panel->setFocus(); // otherwise the first button would look focused
 }
 
 void AppDelegate::makeMenus()
 {
-    m_menus = new PanelMenus(*m_panel, m_platform.pasteboard,
+    m_menus = new PanelMenus(*m_panel, *m_view, m_platform.pasteboard,
                              [this](const MenuItem &item) { perform(item); });
     m_menus->launcherItems = [this] { return launcherItemsOfPanel(); };
     m_panel->onShowMenu = [this](const QPoint &place, QContextMenuEvent::Reason reason) {
@@ -72,7 +68,7 @@ void AppDelegate::makeMenus()
     };
 }
 
-// The panel's menu stands in for the status menu while no tray shows that one.
+// Without a tray, the panel's menu lists the launchers of the status menu.
 std::vector<MenuItem> AppDelegate::launcherItemsOfPanel() const
 {
     if (!m_statusItem || m_statusItem->isShown())
@@ -80,8 +76,8 @@ std::vector<MenuItem> AppDelegate::launcherItemsOfPanel() const
     return StatusMenu::makeLauncherItems(m_launcherStore, m_panel->devicePixelRatio());
 }
 
-// Drawing the icon takes longer than anything in the panel, and the desktop is asked over D-Bus;
-// nobody waits for either.
+// Not part of the start-up: drawing the icon takes longer than anything in the panel, and the rest
+// makes D-Bus calls.
 void AppDelegate::showOnDesktop()
 {
     QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
@@ -91,56 +87,33 @@ void AppDelegate::showOnDesktop()
 
 void AppDelegate::configureStatusItem()
 {
-    m_statusItem = std::make_unique<StatusItem>(
-        m_platform.statusBar, [this](const MenuItem &item) { perform(item); },
-        [this] {
-            m_launcherCancellable = m_launcherStore.slots().sink(
-                [this](const LauncherSlots & /*slots*/) { rebuildStatusMenu(); });
-        });
+    m_statusItem =
+        std::make_unique<StatusItem>(m_platform.statusBar, m_windowPreferences, m_launcherStore,
+                                     [this](const MenuItem &item) { perform(item); });
     m_panel->canBeBroughtBack = [this] { return m_statusItem->isShown(); };
     m_statusItem->begin();
-}
-
-void AppDelegate::rebuildStatusMenu()
-{
-    m_statusItem->setMenu(StatusMenu::make(m_windowPreferences.alwaysOnTop.get(), m_launcherStore,
-                                           qApp->devicePixelRatio()));
-    m_alwaysOnTopMenuItem =
-        MenuMirror::entryFor(m_statusItem->menu(), MenuItem::Action::ToggleFloating);
-}
-
-void AppDelegate::observeWindowPreferences()
-{
-    m_preferencesCancellable = m_windowPreferences.alwaysOnTop.sink(
-        [this, earlier = std::optional<bool>()](bool isOnTop) mutable {
-            if (std::exchange(earlier, isOnTop) == isOnTop)
-                return;
-            m_panel->setFloating(isOnTop);
-            if (m_alwaysOnTopMenuItem)
-                m_alwaysOnTopMenuItem->setChecked(isOnTop);
-        });
 }
 
 void AppDelegate::perform(const MenuItem &item)
 {
     using Action = MenuItem::Action;
     switch (item.action) {
-    case Action::ShowPanel:
-        return showPanel();
-    case Action::ToggleFloating:
-        return toggleFloating();
-    case Action::ShowAbout:
-        return showAbout();
-    case Action::ShowSettings:
-        return showSettings();
-    case Action::Hide:
-        return hide();
-    case Action::LaunchConfiguredItem:
-        return launchConfiguredItem(item);
-    case Action::Quit:
-        return quitApp();
-    default:
+    case Action::none:
         return;
+    case Action::showPanel:
+        return showPanel();
+    case Action::toggleFloating:
+        return toggleFloating();
+    case Action::showAbout:
+        return showAbout();
+    case Action::showSettings:
+        return showSettings();
+    case Action::hide:
+        return hide();
+    case Action::launchConfiguredItem:
+        return launchConfiguredItem(item);
+    case Action::quitApp:
+        return quitApp();
     }
 }
 
@@ -164,7 +137,7 @@ void AppDelegate::showSettings()
     showCard(m_windowPreferences.showsInfoCard, m_windowPreferences.showsSettingsCard);
 }
 
-// The other goes first: the two are never asked for at once.
+// Clears the other flag first, so that never both cards are requested.
 void AppDelegate::showCard(Published<bool> &other, Published<bool> &card)
 {
     other.set(false);

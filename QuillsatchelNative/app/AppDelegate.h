@@ -6,56 +6,44 @@
 #include "library/SatchelStore.h"
 #include "platform/Platform.h"
 #include "preferences/WindowPreferences.h"
-#include "support/Cancellable.h"
 #include "views/PanelApplicationChooser.h"
-
-#include <QPointer>
 
 #include <memory>
 #include <vector>
 
 class FloatingPanel;
 class PanelMenus;
-class QAction;
+class QuillsatchelView;
 class StatusItem;
 
-/// The root of the program: it owns the models for the life of the process, builds the panel, the
-/// menus and the icon in the status bar, and keeps them in step.
+/// The root of the program: owns the models, builds the panel, the menus and the tray icon, and
+/// performs the commands of the menus.
 class AppDelegate final
 {
 public:
-    /// Makes the models, which load their data at once.
+    /// Creates the models, which load their data immediately. `platform` must outlive the delegate.
     explicit AppDelegate(Platform &platform);
     ~AppDelegate();
 
     AppDelegate(const AppDelegate &) = delete;
     AppDelegate &operator=(const AppDelegate &) = delete;
 
-    /// Builds the panel and shows it; the icon in the status bar and the desktop's menu bar follow
-    /// once the panel stands.
+    /// Builds and shows the panel. The tray icon and the global menu bar follow after the first
+    /// frame.
     void applicationDidFinishLaunching();
 
-    /// Brings the panel forward, with the token of the start that asks for it, if one does.
+    /// Brings the panel to the front, with the activation token of the launch that asks for it.
     void showPanel(const StartupToken &token = {});
     void toggleFloating();
-    /// Brings the panel forward with the about card over it.
+    /// Brings the panel to the front with the about card.
     void showAbout();
-    /// Brings the panel forward with the launcher settings over it.
+    /// Brings the panel to the front with the launcher settings.
     void showSettings();
-    /// Takes the panel and the application chooser off the screen.
+    /// Hides the panel and closes the application chooser.
     void hide();
-    /// Opens the launcher that the entry stands for. Nothing happens if it stands for none.
+    /// Opens the launcher in the slot of `sender`. Does nothing if it has no slot.
     void launchConfiguredItem(const MenuItem &sender);
-    /// Ends the program.
     void quitApp();
-
-    FloatingPanel &panel() { return *m_panel; }
-
-    StatusItem &statusItem() { return *m_statusItem; }
-
-    LauncherStore &launcherStore() { return m_launcherStore; }
-
-    WindowPreferences &windowPreferences() { return m_windowPreferences; }
 
 private:
     void makePanel();
@@ -64,9 +52,7 @@ private:
     void perform(const MenuItem &item);
     void showOnDesktop();
     void configureStatusItem();
-    void rebuildStatusMenu();
     void showCard(Published<bool> &other, Published<bool> &card);
-    void observeWindowPreferences();
 
     Platform &m_platform;
     TextGestures m_textGestures;
@@ -75,10 +61,8 @@ private:
     LauncherStore m_launcherStore;
     WindowPreferences m_windowPreferences;
     std::unique_ptr<FloatingPanel> m_panel;
-    PanelMenus *m_menus = nullptr; // the panel's
+    QuillsatchelView *m_view = nullptr; // the panel's
+    PanelMenus *m_menus = nullptr;      // the panel's
     std::unique_ptr<StatusItem> m_statusItem;
-    QPointer<QAction> m_alwaysOnTopMenuItem; // of the status menu as it is now
-    Cancellable m_preferencesCancellable;
-    Cancellable m_launcherCancellable;
     WorkItem m_showingOnDesktop;
 };

@@ -15,6 +15,7 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <optional>
 #include <utility>
 
 namespace
@@ -23,14 +24,14 @@ namespace
 GlassBackground::Backdrop backdropOn(const WindowSystem &windowSystem)
 {
     if (!windowSystem.isCompositing.get())
-        return GlassBackground::Backdrop::None;
-    return windowSystem.isBlurring.get() ? GlassBackground::Backdrop::Blurred
-                                         : GlassBackground::Backdrop::Sharp;
+        return GlassBackground::Backdrop::none;
+    return windowSystem.isBlurring.get() ? GlassBackground::Backdrop::blurred
+                                         : GlassBackground::Backdrop::sharp;
 }
 
 } // namespace
 
-FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
+FloatingPanel::FloatingPanel(WindowSystem &windowSystem, const WindowPreferences &windowPreferences)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , m_windowSystem(windowSystem)
     , m_frame(new PanelFrame(this))
@@ -41,7 +42,17 @@ FloatingPanel::FloatingPanel(WindowSystem &windowSystem)
     m_compositingCancellable = m_windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
     m_blurCancellable = m_windowSystem.isBlurring.sink([this](bool) { renderBlur(); });
     m_windowManagerCancellable =
-        m_windowSystem.hasWindowManager.sink([this](bool) { askForStatesAgain(); });
+        m_windowSystem.hasWindowManager.sink([this](bool) { repeatStateRequests(); });
+    observeWindowPreferences(windowPreferences);
+}
+
+void FloatingPanel::observeWindowPreferences(const WindowPreferences &windowPreferences)
+{
+    m_preferencesCancellable = windowPreferences.alwaysOnTop.sink(
+        [this, earlier = std::optional<bool>()](bool isOnTop) mutable {
+            if (std::exchange(earlier, isOnTop) != isOnTop)
+                setFloating(isOnTop);
+        });
 }
 
 void FloatingPanel::setContent(QuillsatchelView *content, TitleBar *titleBar)
@@ -52,8 +63,8 @@ void FloatingPanel::setContent(QuillsatchelView *content, TitleBar *titleBar)
     m_frame->raise();
 }
 
-// Qt's own way to change the flag hides the window and makes another; this one leaves both the
-// widget's and the window's account of it in step.
+// QWidget::setWindowFlag would hide the window and create another one. This keeps the flags of the
+// widget and of the window the same.
 void FloatingPanel::setFloating(bool isFloating)
 {
     overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, isFloating));
@@ -61,9 +72,8 @@ void FloatingPanel::setFloating(bool isFloating)
         window->setFlag(Qt::WindowStaysOnTopHint, isFloating);
 }
 
-// What a window asks for while no window manager runs reaches none. Qt asks only for what differs
-// from what it asked for last.
-void FloatingPanel::askForStatesAgain()
+// Requests made while no window manager runs are lost, and Qt repeats none that it has made before.
+void FloatingPanel::repeatStateRequests()
 {
     if (!isVisible())
         return;
@@ -84,11 +94,11 @@ void FloatingPanel::center()
     setGeometry(frame);
 }
 
-// The window manager places a maximized window. Made normal again, it is where it was before, which
-// may be out of view by now.
-void FloatingPanel::comeIntoView()
+// A maximized window is left to the window manager. Once restored, it returns to its earlier place,
+// which may be out of view by then.
+void FloatingPanel::moveIntoView()
 {
-    m_comesIntoViewLater = isMaximized();
+    m_movesIntoViewLater = isMaximized();
     if (!windowHandle() || isMaximized())
         return;
     QList<QRect> areas;
@@ -100,8 +110,7 @@ void FloatingPanel::comeIntoView()
     place(frame);
 }
 
-// While the panel is hidden, the widget does not pass its place on to the window, nor does the
-// window tell the widget in time for the next showing.
+// Sets both: while the panel is hidden, neither widget nor window tells the other of a new place.
 void FloatingPanel::place(const QRect &frame)
 {
     if (windowHandle()->geometry() == frame)
@@ -113,7 +122,7 @@ void FloatingPanel::place(const QRect &frame)
 void FloatingPanel::makeKeyAndOrderFront(const StartupToken &token)
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    comeIntoView();
+    moveIntoView();
     show();
     raise();
     m_windowSystem.activate(*windowHandle(), token);
@@ -128,8 +137,8 @@ void FloatingPanel::setVisible(bool visible)
     renderBlur();
 }
 
-// All desktops are asked for once the window is mapped: window managers know no other, and forget
-// the wish whenever it is hidden.
+// Window managers accept the request for all desktops only for a mapped window, and forget it when
+// the window is hidden.
 void FloatingPanel::appear()
 {
     if (std::exchange(m_isZoomedOnShowing, false))
@@ -138,8 +147,8 @@ void FloatingPanel::appear()
     m_windowSystem.showOnAllDesktops(*windowHandle());
 }
 
-// Window managers forget that a hidden window was maximized, and some take the size it had for its
-// normal size. So the panel hides at its normal size, and is maximized again when it is shown.
+// Window managers forget that a hidden window was maximized, and some take its size for the normal
+// one. So the panel hides at its normal size and is maximized again when shown.
 void FloatingPanel::disappear()
 {
     const bool isZoomed = isVisible() && isMaximized();
@@ -152,8 +161,8 @@ void FloatingPanel::disappear()
     place(frame);
 }
 
-// Where the window manager maximizes by itself, Qt may take the new size for the normal one: some
-// tell the size before the state, others right behind it.
+// When the window manager maximizes the window, Qt may take the new size for the normal one: some
+// window managers report the size before the state, others after it.
 QRect FloatingPanel::normalFrame() const
 {
     if (normalGeometry().size() != size())
@@ -161,8 +170,8 @@ QRect FloatingPanel::normalFrame() const
     return m_lastFrame.size() == size() ? m_earlierFrame : m_lastFrame;
 }
 
-// Accepted, the close would take the window from the window system: shown again it would be
-// another one, in another place.
+// Accepting would destroy the native window. Shown again, the panel would have another one, in
+// another place.
 void FloatingPanel::closeEvent(QCloseEvent *event)
 {
     event->ignore();
@@ -177,8 +186,8 @@ void FloatingPanel::orderOut()
         showMinimized();
 }
 
-// The content has menus of its own under the pointer. The Menu key opens the panel's menu unless
-// the focused widget has one.
+// Below the title bar, the pointer opens only the menus of the content. The Menu key opens the
+// panel's menu unless the focused widget has one.
 void FloatingPanel::contextMenuEvent(QContextMenuEvent *event)
 {
     if (event->reason() == QContextMenuEvent::Keyboard)
@@ -226,7 +235,7 @@ void FloatingPanel::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::WindowStateChange) {
         renderEdge();
-        if (m_comesIntoViewLater && !isMaximized())
+        if (m_movesIntoViewLater && !isMaximized())
             m_screenChanges.settle();
     }
     QWidget::changeEvent(event);
@@ -261,7 +270,7 @@ bool FloatingPanel::focusNextPrevChild(bool next)
 {
     if (!m_content)
         return false;
-    m_content->revealFocus(); // a card that was scrolled away has its neighbours again
+    m_content->revealFocus(); // creates the neighbours of a card that was scrolled away
     const bool hasMoved =
         FocusOrder::move(m_content->focusStops() + FocusOrder::stopsIn(*m_titleBar), next);
     m_content->revealFocus();

@@ -2,6 +2,7 @@
 
 #include "app/ScreenChanges.h"
 #include "platform/WindowSystem.h"
+#include "preferences/WindowPreferences.h"
 #include "support/Cancellable.h"
 #include "views/PointSize.h"
 
@@ -14,34 +15,32 @@ class PanelFrame;
 class QuillsatchelView;
 class TitleBar;
 
-/// The program's one window: frameless, translucent with round corners where there is a
-/// compositor, on all desktops, dark whatever the system's setting. It takes the keyboard like
-/// any window. Closing it takes it off the screen; the program goes on. When screens go or shrink,
-/// it moves and shrinks into view.
+/// The program's one window: frameless, on all desktops, above ordinary windows or among them as
+/// the preferences say. Translucent with round corners under a compositor. Always dark. Closing
+/// hides it; the program goes on. When screens disappear or shrink, it moves and shrinks into view.
 class FloatingPanel final : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit FloatingPanel(WindowSystem &windowSystem);
+    /// Both arguments must outlive the panel.
+    FloatingPanel(WindowSystem &windowSystem, const WindowPreferences &windowPreferences);
 
-    /// Fills the panel with `content`, which gives its sizes, and lays `titleBar` over its top.
-    /// The panel owns both.
+    /// Fills the panel with `content`, which determines its size and minimum size, and puts
+    /// `titleBar` over its top. The panel owns both.
     void setContent(QuillsatchelView *content, TitleBar *titleBar);
 
-    /// Above ordinary windows or among them, without hiding the panel.
-    void setFloating(bool isFloating);
-    /// In the middle of the screen's free area, which it does not exceed.
+    /// Centres the panel in the screen's available area and shrinks it to fit.
     void center();
-    /// Shows the panel in view and in front and gives it the keyboard, as the user asked for with a
-    /// start of this token or by other means.
+    /// Shows, raises and activates the panel, within view. `token` is the activation token of the
+    /// launch that asks for it; without one it counts as a direct user action.
     void makeKeyAndOrderFront(const StartupToken &token = {});
-    /// Hides the panel; minimises it where a hidden panel could not be brought back.
+    /// Hides the panel, or minimises it if `canBeBroughtBack` is false.
     void orderOut();
 
-    /// Whether the desktop shows something that brings a hidden panel back.
+    /// Whether the desktop shows something that can bring a hidden panel back.
     std::function<bool()> canBeBroughtBack = [] { return false; };
-    /// The user asks for the menu of the panel, at a place on the screen.
+    /// The user requests the panel's menu, at a position on the screen.
     std::function<void(const QPoint &, QContextMenuEvent::Reason)> onShowMenu =
         [](const QPoint &, QContextMenuEvent::Reason) {};
 
@@ -61,12 +60,14 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void observeWindowPreferences(const WindowPreferences &windowPreferences);
+    void setFloating(bool isFloating);
     int cornerRadius() const;
     QPoint placeBelowTitleBar() const;
     void renderEdge();
     void renderBlur();
-    void askForStatesAgain();
-    void comeIntoView();
+    void repeatStateRequests();
+    void moveIntoView();
     void place(const QRect &frame);
     void appear();
     void disappear();
@@ -76,13 +77,14 @@ private:
     QuillsatchelView *m_content = nullptr;
     TitleBar *m_titleBar = nullptr;
     PanelFrame *m_frame;
-    QRect m_lastFrame;    // while the panel was not maximized
-    QRect m_earlierFrame; // before the last change of the size that was not maximizing
+    QRect m_lastFrame;    // while not maximized
+    QRect m_earlierFrame; // before the last resize while not maximized
     bool m_isZoomedOnShowing = false;
-    bool m_comesIntoViewLater = false; // when it is no longer maximized
+    bool m_movesIntoViewLater = false; // once no longer maximized
+    Cancellable m_preferencesCancellable;
     Cancellable m_compositingCancellable;
     Cancellable m_blurCancellable;
     Cancellable m_windowManagerCancellable;
     PointSize m_pointSize { *this };
-    ScreenChanges m_screenChanges { [this] { comeIntoView(); } };
+    ScreenChanges m_screenChanges { [this] { moveIntoView(); } };
 };

@@ -1,6 +1,5 @@
 #include "app/GlassBackground.h"
 
-#include "app/VisualEffectBackground.h"
 #include "views/Painting.h"
 
 #include <QLinearGradient>
@@ -15,14 +14,14 @@ constexpr SrgbColor TopLeading { 0.18, 0.18, 0.3, 0.22 };
 constexpr SrgbColor Middle { 0, 0, 0, 0 };
 constexpr SrgbColor BottomTrailing { 0.35, 0.08, 0.08, 0.12 };
 
-/// What `top` painted on `ground` looks like, as one colour.
-constexpr SrgbColor over(const SrgbColor &top, const SrgbColor &ground)
+/// One colour that looks like `top` painted on `base`.
+constexpr SrgbColor over(const SrgbColor &top, const SrgbColor &base)
 {
-    const double opacity = top.opacity + ground.opacity * (1 - top.opacity);
-    const auto mix = [&top, &ground, opacity](double above, double below) {
-        return (above * top.opacity + below * ground.opacity * (1 - top.opacity)) / opacity;
+    const double opacity = top.opacity + base.opacity * (1 - top.opacity);
+    const auto mix = [&top, &base, opacity](double above, double below) {
+        return (above * top.opacity + below * base.opacity * (1 - top.opacity)) / opacity;
     };
-    return { mix(top.red, ground.red), mix(top.green, ground.green), mix(top.blue, ground.blue),
+    return { mix(top.red, base.red), mix(top.green, base.green), mix(top.blue, base.blue),
              opacity };
 }
 
@@ -30,17 +29,17 @@ constexpr SrgbColor over(const SrgbColor &top, const SrgbColor &ground)
 
 void GlassBackground::paint(QPainter &painter, const QRect &rect, int radius, Backdrop backdrop)
 {
-    // All layers but the gradient are plain colours, so the whole stack is one gradient: the
-    // panel is repainted at every scroll step, and one fill is a quarter of four.
+    // The other layers are plain colours, so one gradient shows the whole stack. One fill takes a
+    // quarter of the time of four, and every scroll step repaints the panel.
     const auto window =
-        backdrop == Backdrop::None ? over(WindowColor, SrgbColor::black()) : WindowColor;
-    const auto &material = backdrop == Backdrop::Blurred ? VisualEffectBackground::blurringMaterial
+        backdrop == Backdrop::none ? over(WindowColor, SrgbColor::black()) : WindowColor;
+    const auto &material = backdrop == Backdrop::blurred ? VisualEffectBackground::blurringMaterial
                                                          : VisualEffectBackground::material;
-    const auto ground = over(Tint, over(material, window));
+    const auto base = over(Tint, over(material, window));
     QLinearGradient gradient(rect.topLeft(), rect.bottomRight());
-    gradient.setColorAt(0, Painting::qColor(over(TopLeading, ground)));
-    gradient.setColorAt(0.5, Painting::qColor(over(Middle, ground)));
-    gradient.setColorAt(1, Painting::qColor(over(BottomTrailing, ground)));
+    gradient.setColorAt(0, Painting::qColor(over(TopLeading, base)));
+    gradient.setColorAt(0.5, Painting::qColor(over(Middle, base)));
+    gradient.setColorAt(1, Painting::qColor(over(BottomTrailing, base)));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "app/Menu.h"
+#include "app/MenuItem.h"
 
-/// The program's own menus, in the order in which a menu bar shows them.
+#include <vector>
+
 namespace MainMenu
 {
 
-/// About, settings, hide and quit.
-Menu makeApplicationMenu();
-
-/// What can be done with the text that has the focus.
-Menu makeEditMenu();
+/// About, settings, hide and quit, top to bottom.
+std::vector<MenuItem> makeApplicationMenu();
 
 } // namespace MainMenu

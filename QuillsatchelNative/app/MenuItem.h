@@ -7,34 +7,27 @@
 
 #include <optional>
 
-/// An entry of a menu, apart from how a desktop shows it.
+/// A menu entry for a command of the application, independent of how a desktop shows it.
 struct MenuItem {
-    /// What choosing the entry asks the program to do.
     enum class Action {
-        None,
-        ShowPanel,
-        ToggleFloating,
-        ShowAbout,
-        ShowSettings,
-        Hide,
-        LaunchConfiguredItem,
-        Quit,
-        Undo,
-        Redo,
-        Cut,
-        Copy,
-        Paste,
-        SelectAll,
+        none, ///< a separator
+        showPanel,
+        toggleFloating,
+        showAbout,
+        showSettings,
+        hide,
+        launchConfiguredItem,
+        quitApp,
     };
 
-    Action action = Action::None; ///< a separator has none
-    QString title = {};           ///< as people read it, without marks for mnemonics
+    Action action = Action::none;
+    QString title = {}; ///< without mnemonics
     QKeySequence keyEquivalent = {};
-    std::optional<bool> state = {}; ///< of the check mark, where the entry has one
+    std::optional<bool> state = {}; ///< of the check mark; none for an entry without one
     std::optional<LauncherIcon> image = {};
-    std::optional<int> representedSlot = {}; ///< the launcher slot that the entry stands for
+    std::optional<int> representedSlot = {}; ///< the launcher slot to open
 
     static MenuItem separator() { return {}; }
 
-    bool isSeparator() const { return action == Action::None; }
+    bool isSeparator() const { return action == Action::none; }
 };

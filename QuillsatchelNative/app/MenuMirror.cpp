@@ -6,14 +6,12 @@
 #include <QAction>
 #include <QMenu>
 
-#include <algorithm>
-
 namespace
 {
 
 using namespace Qt::StringLiterals;
 
-// To be seen on the light menus of one desktop and the dark ones of another.
+// Visible on light and on dark menus.
 constexpr SrgbColor SymbolColor { 0.53, 0.53, 0.56 };
 constexpr int SymbolSize = 16;
 
@@ -22,8 +20,8 @@ QString labelForQt(QString title)
     return title.replace(u'&', "&&"_L1);
 }
 
-// Qt makes an underscore of the first ampersand, also of a doubled one, and hands on the others as
-// they are: the first has to be one that marks a letter.
+// Qt turns the first ampersand into an underscore, even a doubled one, and passes on the others
+// unchanged. So the first one has to mark a mnemonic.
 QString labelForBus(QString title)
 {
     title.replace(u'_', "__"_L1);
@@ -42,14 +40,13 @@ QIcon iconOf(const LauncherIcon &icon)
 QAction *MenuMirror::makeAction(const MenuItem &item, const Perform &perform, QObject *parent,
                                 Reader reader)
 {
-    const auto label = reader == Reader::Bus ? labelForBus(item.title) : labelForQt(item.title);
+    const auto label = reader == Reader::bus ? labelForBus(item.title) : labelForQt(item.title);
     auto *const action = new QAction(label, parent);
     if (item.isSeparator()) {
         action->setSeparator(true);
         return action;
     }
-    action->setData(QVariant::fromValue(item.action));
-    action->setMenuRole(QAction::NoRole); // else Qt would look for meaning in the words
+    action->setMenuRole(QAction::NoRole); // otherwise Qt derives a role from the title
     action->setShortcut(item.keyEquivalent);
     if (item.image)
         action->setIcon(iconOf(*item.image));
@@ -61,23 +58,9 @@ QAction *MenuMirror::makeAction(const MenuItem &item, const Perform &perform, QO
     return action;
 }
 
-void MenuMirror::fill(QMenu &menu, const std::vector<MenuItem> &items, const Perform &perform,
-                      Reader reader)
+void MenuMirror::fill(QMenu &menu, const std::vector<MenuItem> &items, const Perform &perform)
 {
     menu.clear();
     for (const auto &item : items)
-        menu.addAction(makeAction(item, perform, &menu, reader));
-}
-
-QAction *MenuMirror::entryFor(const QMenu &menu, MenuItem::Action action)
-{
-    const auto entries = menu.actions();
-    const auto found = std::ranges::find_if(
-        entries, [action](const QAction *entry) { return actionOf(*entry) == action; });
-    return found == entries.end() ? nullptr : *found;
-}
-
-MenuItem::Action MenuMirror::actionOf(const QAction &entry)
-{
-    return entry.data().value<MenuItem::Action>();
+        menu.addAction(makeAction(item, perform, &menu));
 }

@@ -1,8 +1,9 @@
 #include "app/PanelMenus.h"
 
-#include "app/EditCommand.h"
+#include "app/EditMenu.h"
 #include "app/MainMenu.h"
 #include "views/PopupMenu.h"
+#include "views/QuillsatchelView.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -23,34 +24,34 @@ void closeOpenMenus()
 
 } // namespace
 
-PanelMenus::PanelMenus(QWidget &panel, const Pasteboard &pasteboard, MenuMirror::Perform perform)
+PanelMenus::PanelMenus(QWidget &panel, const QuillsatchelView &content,
+                       const Pasteboard &pasteboard, MenuMirror::Perform perform)
     : QObject(&panel)
     , m_panel(panel)
-    , m_pasteboard(pasteboard)
+    , m_content(content)
     , m_perform(std::move(perform))
-    , m_applicationMenu(new QMenu(&panel))
-    , m_editMenu(new QMenu(&panel))
+    , m_applicationMenu(new QMenu(QStringLiteral("Quillsatchel"), &panel))
+    , m_editMenu(new QMenu(tr("Edit"), &panel))
     , m_panelMenu(new PopupMenu(&panel))
 {
-    const auto application = MainMenu::makeApplicationMenu();
-    m_applicationMenu->setTitle(application.title);
-    // Shortcuts work while a menu is open, which would stay in front of what they change.
-    MenuMirror::fill(*m_applicationMenu, application.items, [this](const MenuItem &item) {
-        closeOpenMenus();
-        m_perform(item);
-    });
-    const auto edit = MainMenu::makeEditMenu();
-    m_editMenu->setTitle(edit.title);
-    MenuMirror::fill(*m_editMenu, edit.items, [this](const MenuItem &item) {
-        EditCommand::perform(item.action, focus(), m_pasteboard);
-    });
-    connect(m_editMenu, &QMenu::aboutToShow, this, &PanelMenus::renderEditMenu);
+    fillApplicationMenu();
+    EditMenu::fill(
+        *m_editMenu, [this] { return focusedText(); }, pasteboard);
+}
 
+void PanelMenus::fillApplicationMenu()
+{
+    // Shortcuts work while a menu is open. It would cover what they show.
+    MenuMirror::fill(*m_applicationMenu, MainMenu::makeApplicationMenu(),
+                     [this](const MenuItem &item) {
+                         closeOpenMenus();
+                         m_perform(item);
+                     });
     // Shortcuts of a hidden menu never fire, so the panel owns the actions.
     const auto actions = m_applicationMenu->actions();
     for (auto *const action : actions)
         action->setShortcutContext(Qt::ApplicationShortcut);
-    panel.addActions(actions);
+    m_panel.addActions(actions);
 }
 
 void PanelMenus::offerToDesktop()
@@ -59,7 +60,7 @@ void PanelMenus::offerToDesktop()
     bar->addMenu(m_applicationMenu);
     bar->addMenu(m_editMenu);
     if (!bar->isNativeMenuBar())
-        delete bar; // it would be drawn into the panel
+        delete bar; // the panel would show it
 }
 
 void PanelMenus::popUp(const QPoint &place, QContextMenuEvent::Reason reason)
@@ -68,19 +69,19 @@ void PanelMenus::popUp(const QPoint &place, QContextMenuEvent::Reason reason)
     m_panelMenu->open(place, reason);
 }
 
+// The launchers go before the separator that follows "Settings…".
 void PanelMenus::renderPanelMenu()
 {
     m_panelMenu->clear();
     for (auto *const action : m_applicationMenu->actions()) {
-        m_panelMenu->addAction(action);
-        if (MenuMirror::actionOf(*action) == MenuItem::Action::ShowSettings)
+        if (action->isSeparator())
             addLaunchers();
+        m_panelMenu->addAction(action);
     }
     m_panelMenu->addSeparator();
     m_panelMenu->addMenu(m_editMenu);
 }
 
-// The application menu has a separator after these.
 void PanelMenus::addLaunchers()
 {
     const auto items = launcherItems();
@@ -90,19 +91,10 @@ void PanelMenus::addLaunchers()
         m_panelMenu->addAction(MenuMirror::makeAction(item, m_perform, m_panelMenu));
 }
 
-// The keyboard may be with the desktop's menu bar, or with a menu that is used by keys. The panel
-// remembers which of its widgets had it before.
-QWidget *PanelMenus::focus() const
+// The global menu bar, or a menu in use, takes the keyboard from the panel.
+std::optional<TextWidget> PanelMenus::focusedText() const
 {
     auto *const focus = QApplication::focusWidget();
-    return focus && focus->windowType() != Qt::Popup ? focus : m_panel.focusWidget();
-}
-
-void PanelMenus::renderEditMenu()
-{
-    for (auto *const action : m_editMenu->actions()) {
-        if (!action->isSeparator())
-            action->setEnabled(
-                EditCommand::isPossible(MenuMirror::actionOf(*action), focus(), m_pasteboard));
-    }
+    return focus && focus->windowType() != Qt::Popup ? TextWidget::of(focus)
+                                                     : m_content.focusedText();
 }

@@ -1,22 +1,25 @@
 #include "app/StatusItem.h"
 
+#include "app/StatusMenu.h"
 #include "views/Symbol.h"
 
+#include <QApplication>
 #include <QCursor>
 
 #include <utility>
 
-StatusItem::StatusItem(StatusBar &statusBar, MenuMirror::Perform perform,
-                       std::function<void()> prepare)
+StatusItem::StatusItem(StatusBar &statusBar, const WindowPreferences &windowPreferences,
+                       const LauncherStore &launcherStore, MenuMirror::Perform perform)
     : m_statusBar(statusBar)
+    , m_windowPreferences(windowPreferences)
+    , m_launcherStore(launcherStore)
     , m_perform(std::move(perform))
-    , m_prepare(std::move(prepare))
 {
 }
 
 StatusItem::~StatusItem()
 {
-    m_menu.clear(); // Qt forgets what it made of the entries for the bus when they go with the menu
+    m_menu.clear(); // Qt frees its D-Bus entries only when the actions go before the menu
 }
 
 void StatusItem::begin()
@@ -32,11 +35,11 @@ bool StatusItem::isShown() const
 
 void StatusItem::show(StatusBar::Kind kind)
 {
-    // Qt makes icons of one kind in a process, and follows bars of that kind by itself.
+    // Qt makes icons of one kind per process and follows trays of that kind itself.
     if (kind == StatusBar::Kind::none || m_icon)
         return;
     m_kind = kind;
-    m_prepare();
+    observeModels();
     m_icon.emplace(Symbol::applicationIcon(QStringLiteral("CupIcon")));
     m_icon->setToolTip(QStringLiteral("Quillsatchel"));
     m_icon->setContextMenu(&m_menu);
@@ -44,14 +47,30 @@ void StatusItem::show(StatusBar::Kind kind)
     m_icon->show();
 }
 
-void StatusItem::setMenu(const Menu &menu)
+void StatusItem::observeModels()
 {
-    const bool isOverBus = m_kind == StatusBar::Kind::notifier;
-    MenuMirror::fill(m_menu, menu.items, m_perform,
-                     isOverBus ? MenuMirror::Reader::Bus : MenuMirror::Reader::Qt);
+    m_launcherCancellable = m_launcherStore.slots().sink(
+        [this](const LauncherSlots & /*slots*/) { rebuildStatusMenu(); });
+    m_preferencesCancellable = m_windowPreferences.alwaysOnTop.sink(
+        [this](bool isOnTop) { m_alwaysOnTopMenuItem->setChecked(isOnTop); });
 }
 
-// A bar that sends a plain click has a menu of its own for the other button.
+void StatusItem::rebuildStatusMenu()
+{
+    const auto reader =
+        m_kind == StatusBar::Kind::notifier ? MenuMirror::Reader::bus : MenuMirror::Reader::qt;
+    const auto items = StatusMenu::make(m_windowPreferences.alwaysOnTop.get(), m_launcherStore,
+                                        qApp->devicePixelRatio());
+    m_menu.clear();
+    for (const auto &item : items) {
+        auto *const entry = MenuMirror::makeAction(item, m_perform, &m_menu, reader);
+        m_menu.addAction(entry);
+        if (item.action == MenuItem::Action::toggleFloating)
+            m_alwaysOnTopMenuItem = entry;
+    }
+}
+
+// A tray that reports a plain click opens the menu itself with the other button.
 void StatusItem::activate(QSystemTrayIcon::ActivationReason reason)
 {
     if (reason != QSystemTrayIcon::Trigger)
@@ -59,5 +78,5 @@ void StatusItem::activate(QSystemTrayIcon::ActivationReason reason)
     if (m_kind == StatusBar::Kind::embedded)
         m_menu.popup(QCursor::pos());
     else
-        m_perform({ .action = MenuItem::Action::ShowPanel });
+        m_perform({ .action = MenuItem::Action::showPanel });
 }

@@ -8,6 +8,8 @@
 namespace
 {
 
+constexpr int LauncherIconSize = 18; // points, square
+
 QString tr(const char *text)
 {
     return QCoreApplication::translate("StatusMenu", text);
@@ -16,36 +18,35 @@ QString tr(const char *text)
 MenuItem makeLauncherItem(const LauncherStore::ConfiguredItem &configured,
                           const LauncherStore &launchers, double scale)
 {
-    return { .action = MenuItem::Action::LaunchConfiguredItem,
+    return { .action = MenuItem::Action::launchConfiguredItem,
              .title = SingleLine::abridged(configured.item.name),
-             .image = launchers.icon(configured.item, StatusMenu::LauncherIconSize, scale),
+             .image = launchers.icon(configured.item, LauncherIconSize, scale),
              .representedSlot = configured.slot };
 }
 
 } // namespace
 
-Menu StatusMenu::make(bool isAlwaysOnTop, const LauncherStore &launchers, double scale)
+std::vector<MenuItem> StatusMenu::make(bool isAlwaysOnTop, const LauncherStore &launchers,
+                                       double scale)
 {
     using Action = MenuItem::Action;
-    Menu menu { .items = {
-                    { .action = Action::ShowPanel, .title = tr("Show Quillsatchel") },
-                    { .action = Action::ToggleFloating,
-                      .title = tr("Always on Top"),
-                      .state = isAlwaysOnTop },
-                    { .action = Action::ShowSettings,
-                      .title = tr("Settings…"),
-                      .keyEquivalent = Qt::CTRL | Qt::Key_Comma,
-                      .image = LauncherIcon { {}, "gearshape", "Settings" } },
-                } };
+    std::vector<MenuItem> items {
+        { .action = Action::showPanel, .title = tr("Show Quillsatchel") },
+        { .action = Action::toggleFloating, .title = tr("Always on Top"), .state = isAlwaysOnTop },
+        { .action = Action::showSettings,
+          .title = tr("Settings…"),
+          .keyEquivalent = Qt::CTRL | Qt::Key_Comma,
+          .image = LauncherIcon { {}, "gearshape", "Settings" } },
+    };
     const auto launcherItems = makeLauncherItems(launchers, scale);
     if (!launcherItems.empty())
-        menu.items.push_back(MenuItem::separator());
-    menu.items.insert(menu.items.end(), launcherItems.begin(), launcherItems.end());
-    menu.items.push_back(MenuItem::separator());
-    menu.items.push_back({ .action = Action::Quit,
-                           .title = tr("Quit Quillsatchel"),
-                           .keyEquivalent = Qt::CTRL | Qt::Key_Q });
-    return menu;
+        items.push_back(MenuItem::separator());
+    items.insert(items.end(), launcherItems.begin(), launcherItems.end());
+    items.push_back(MenuItem::separator());
+    items.push_back({ .action = Action::quitApp,
+                      .title = tr("Quit Quillsatchel"),
+                      .keyEquivalent = Qt::CTRL | Qt::Key_Q });
+    return items;
 }
 
 std::vector<MenuItem> StatusMenu::makeLauncherItems(const LauncherStore &launchers, double scale)

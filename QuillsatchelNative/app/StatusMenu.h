@@ -1,22 +1,19 @@
 #pragma once
 
-#include "app/Menu.h"
+#include "app/MenuItem.h"
 
 #include <vector>
 
 class LauncherStore;
 
-/// The menu of the icon in the desktop's status bar.
+/// The menu of the tray icon.
 namespace StatusMenu
 {
 
-/// In points, square.
-constexpr int LauncherIconSize = 18;
+/// All entries, top to bottom. Renders launcher icons for `scale` pixels per point.
+std::vector<MenuItem> make(bool isAlwaysOnTop, const LauncherStore &launchers, double scale);
 
-/// The menu for the launchers there are, with their icons for `scale` device pixels a point.
-Menu make(bool isAlwaysOnTop, const LauncherStore &launchers, double scale);
-
-/// Its entries for launchers, in slot order.
+/// The launcher entries only, in slot order.
 std::vector<MenuItem> makeLauncherItems(const LauncherStore &launchers, double scale);
 
 } // namespace StatusMenu

@@ -10,6 +10,7 @@
 namespace
 {
 
+constexpr int Diameter = 12;
 constexpr int SymbolSize = 8;
 
 } // namespace

@@ -3,17 +3,14 @@
 #include "support/SrgbColor.h"
 #include "views/PlainButton.h"
 
-/// One of the round buttons that close, minimise and zoom the window. Its symbol shows while the
-/// pointer or the keyboard is on it.
+/// A round button to close, minimise or zoom the window. It shows its symbol while hovered or
+/// focused.
 class TrafficLight final : public PlainButton
 {
     Q_OBJECT
 
 public:
     TrafficLight(QString symbol, const SrgbColor &color, const QString &label, QWidget *parent);
-
-    /// The diameter in points.
-    static constexpr int Diameter = 12;
 
 protected:
     void paintContent(QPainter &painter) override;

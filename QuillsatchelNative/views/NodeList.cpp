@@ -285,6 +285,13 @@ QList<QWidget *> NodeList::focusStops() const
     return stops;
 }
 
+std::optional<QUuid> NodeList::focusedNode() const
+{
+    const auto found = std::ranges::find_if(
+        m_slots, [this](const Slot &slot) { return slot.row && hasFocusIn(slot); });
+    return found == m_slots.end() ? std::nullopt : std::optional(found->card->blockID());
+}
+
 void NodeList::editLastNode()
 {
     const auto last = static_cast<Row>(m_content().count) - 1;

@@ -46,6 +46,8 @@ public:
     void editLastNode();
     /// Scrolls to the card with the keyboard focus, if there is one.
     void revealFocus();
+    /// The node whose card has the focus of the window.
+    std::optional<QUuid> focusedNode() const;
     /// The widgets that Tab visits, in order.
     QList<QWidget *> focusStops() const;
 

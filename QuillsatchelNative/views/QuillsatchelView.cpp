@@ -104,7 +104,7 @@ void QuillsatchelView::wire(PromptCard &card)
     card.onDelete = [this, &card] { m_store.deleteBlock(card.blockID()); };
     card.onReorder = [this, &card](const QUuid &id, int steps) {
         m_store.moveBlock(id, steps);
-        if (card.isAncestorOf(window()->focusWidget()))
+        if (focusedNode() == card.blockID())
             followFocus();
     };
 }
@@ -263,4 +263,14 @@ void QuillsatchelView::revealFocus()
 {
     m_tabStrip->revealFocus();
     m_nodeList->revealFocus();
+}
+
+std::optional<QUuid> QuillsatchelView::focusedNode() const
+{
+    return m_nodeList->focusedNode();
+}
+
+std::optional<TextWidget> QuillsatchelView::focusedText() const
+{
+    return TextWidget::of(window()->focusWidget());
 }

@@ -8,6 +8,7 @@
 #include "views/LastInput.h"
 #include "views/NodeList.h"
 #include "views/RenderScheduler.h"
+#include "views/TextWidget.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -46,6 +47,12 @@ public:
     QList<QWidget *> focusStops() const;
     /// Scrolls to the tab or card with the keyboard focus.
     void revealFocus();
+
+    /// The node whose card has the focus of the window, even while a menu or another window has the
+    /// keyboard.
+    std::optional<QUuid> focusedNode() const;
+    /// The text that has it, in a node or elsewhere in the view.
+    std::optional<TextWidget> focusedText() const;
 
 protected:
     void hideEvent(QHideEvent *event) override;

@@ -1,9 +1,7 @@
 #include "app/PanelFixture.h"
-#include "app/StatusItem.h"
+#include "app/TrayMenu.h"
 #include "fakes/PictureBytes.h"
 #include "views/ApplicationPanel.h"
-#include "views/LauncherSettingsCard.h"
-#include "views/LauncherSlotEditor.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -11,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
 #include <stdexcept>
 
 namespace
@@ -20,7 +17,7 @@ namespace
 class AppDelegateTest : public PanelFixture
 {
 protected:
-    WindowPreferences &preferences() { return delegate->windowPreferences(); }
+    bool isSwitchedOnTop() { return button("Always on Top").isChecked(); }
 
     void startWithStatusBar()
     {
@@ -28,55 +25,15 @@ protected:
         machine.statusBar.kind.set(StatusBar::Kind::notifier);
     }
 
-    Texts statusMenu()
-    {
-        Texts titles;
-        for (const auto *const action : delegate->statusItem().menu().actions())
-            titles.push_back(action->isSeparator() ? "-" : action->text().toStdString());
-        return titles;
-    }
-
-    QAction *statusMenuEntry(const std::string &title)
-    {
-        const auto actions = delegate->statusItem().menu().actions();
-        const auto found =
-            std::ranges::find(actions, QString::fromStdString(title), &QAction::text);
-        if (found == actions.end())
-            throw std::runtime_error("no entry " + title);
-        return *found;
-    }
-
     ApplicationPanel &openApplicationChooser()
     {
-        delegate->showSettings();
-        draw();
-        auto *const slot = panel().findChild<LauncherSlotEditor *>();
-        EXPECT_TRUE(QTest::qWaitFor([slot] { return slot->isVisible(); })); // the card fades in
-        Input::click(*Input::button(*slot, "Choose App\u2026"));
+        Input::click(*Input::button(slotEditor(0), "Choose App\u2026"));
         settle();
         auto *const chooser = panel().findChild<ApplicationPanel *>();
         if (!chooser)
             throw std::runtime_error("no application chooser");
         EXPECT_TRUE(QTest::qWaitForWindowActive(chooser));
         return *chooser;
-    }
-
-    /// What is asked of the two cards while `action` runs, in order.
-    Texts cardsAskedFor(const std::function<void()> &action)
-    {
-        Texts asked;
-        const auto settings = preferences().showsSettingsCard.sink(
-            [&asked](bool shows) { asked.emplace_back(shows ? "settings on" : "settings off"); });
-        const auto info = preferences().showsInfoCard.sink(
-            [&asked](bool shows) { asked.emplace_back(shows ? "info on" : "info off"); });
-        asked.clear(); // of what they are now
-        action();
-        return asked;
-    }
-
-    void fillSlotWithWebsite(const std::string &address)
-    {
-        EXPECT_TRUE(delegate->launcherStore().setWebsite(address, 0));
     }
 };
 
@@ -90,7 +47,7 @@ TEST_F(AppDelegateTest, ShowsThePanelWithTheLibrary)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
 }
 
-TEST_F(AppDelegateTest, LetsTheSessionEndTheApplication)
+TEST_F(AppDelegateTest, QuitsWhenTheSessionEnds)
 {
     start();
     bool isOverdue = false;
@@ -100,10 +57,10 @@ TEST_F(AppDelegateTest, LetsTheSessionEndTheApplication)
         QCoreApplication::exit();
     });
     QApplication::exec();
-    EXPECT_FALSE(isOverdue) << "the panel does not close, but must not be in the way";
+    EXPECT_FALSE(isOverdue) << "a panel that refuses to close must not prevent quitting";
 }
 
-TEST_F(AppDelegateTest, StartsWithAnEmptyTabWhereThereIsNoLibrary)
+TEST_F(AppDelegateTest, StartsWithAnEmptyTabWithoutALibrary)
 {
     start();
     ASSERT_EQ(chips().size(), 1U);
@@ -111,22 +68,21 @@ TEST_F(AppDelegateTest, StartsWithAnEmptyTabWhereThereIsNoLibrary)
     EXPECT_EQ(cards().size(), 0U);
 }
 
-TEST_F(AppDelegateTest, StartsOnTopWithoutCardsWhateverTheLastRunEndedWith)
+TEST_F(AppDelegateTest, StartsOnTopWithoutCardsAfterAnyLastRun)
 {
     start();
-    preferences().alwaysOnTop.set(false);
-    preferences().showsInfoCard.set(true);
-    preferences().showsSettingsCard.set(true);
+    delegate->toggleFloating();
+    delegate->showSettings();
     draw();
     EXPECT_FALSE(isFloating());
+    EXPECT_TRUE(settingsCard());
     delegate.reset();
 
     start();
     EXPECT_TRUE(isFloating());
+    EXPECT_TRUE(isSwitchedOnTop());
     EXPECT_FALSE(aboutCard());
-    EXPECT_TRUE(preferences().alwaysOnTop.get());
-    EXPECT_FALSE(preferences().showsInfoCard.get());
-    EXPECT_FALSE(preferences().showsSettingsCard.get());
+    EXPECT_FALSE(settingsCard());
 }
 
 TEST_F(AppDelegateTest, KeepsThePanelOnTopAsThePreferenceSays)
@@ -134,49 +90,43 @@ TEST_F(AppDelegateTest, KeepsThePanelOnTopAsThePreferenceSays)
     start();
     EXPECT_TRUE(isFloating());
     press("Always on Top");
-    EXPECT_FALSE(preferences().alwaysOnTop.get());
+    EXPECT_FALSE(isSwitchedOnTop());
     EXPECT_FALSE(isFloating());
     press("Always on Top");
-    EXPECT_TRUE(preferences().alwaysOnTop.get());
+    EXPECT_TRUE(isSwitchedOnTop());
     EXPECT_TRUE(isFloating());
-    preferences().alwaysOnTop.set(false);
+    delegate->toggleFloating();
+    EXPECT_FALSE(isSwitchedOnTop());
     EXPECT_FALSE(isFloating());
-}
-
-TEST_F(AppDelegateTest, LeavesThePanelAloneWhenThePreferenceIsWrittenButNotChanged)
-{
-    start();
-    // If the panel were told again, it would be on top again.
-    panel().setFloating(false);
-    preferences().alwaysOnTop.set(true);
-    EXPECT_FALSE(isFloating());
-    preferences().alwaysOnTop.set(false);
-    preferences().alwaysOnTop.set(true);
-    EXPECT_TRUE(isFloating());
 }
 
 TEST_F(AppDelegateTest, ShowsTheAboutCardByTheIconInTheTitleBar)
 {
     start();
     press("About Quillsatchel");
-    EXPECT_TRUE(preferences().showsInfoCard.get());
     EXPECT_TRUE(aboutCard());
 }
 
-TEST_F(AppDelegateTest, AsksForOneCardAtATime)
+TEST_F(AppDelegateTest, ShowsTheAboutCardInPlaceOfTheSettings)
 {
     start();
-    preferences().showsSettingsCard.set(true);
-    EXPECT_EQ(cardsAskedFor([this] { delegate->showAbout(); }),
-              Texts({ "settings off", "info on" }));
+    delegate->showSettings();
+    draw();
+    EXPECT_TRUE(settingsCard());
+    delegate->showAbout();
+    EXPECT_TRUE(disappears<LauncherSettingsCard>());
+    EXPECT_TRUE(aboutCard());
 }
 
-TEST_F(AppDelegateTest, AsksForTheSettingsCardAloneToo)
+TEST_F(AppDelegateTest, ShowsTheSettingsInPlaceOfTheAboutCard)
 {
     start();
-    preferences().showsInfoCard.set(true);
-    EXPECT_EQ(cardsAskedFor([this] { delegate->showSettings(); }),
-              Texts({ "info off", "settings on" }));
+    delegate->showAbout();
+    draw();
+    EXPECT_TRUE(aboutCard());
+    delegate->showSettings();
+    EXPECT_TRUE(disappears<AboutCard>());
+    EXPECT_TRUE(settingsCard());
 }
 
 TEST_F(AppDelegateTest, BringsThePanelBackForTheSettingsCard)
@@ -186,38 +136,30 @@ TEST_F(AppDelegateTest, BringsThePanelBackForTheSettingsCard)
     delegate->showSettings();
     EXPECT_TRUE(panel().isVisible());
     draw();
-    EXPECT_TRUE(panel().findChild<LauncherSettingsCard *>());
+    EXPECT_TRUE(settingsCard());
 }
 
-TEST_F(AppDelegateTest, ShowsTheSettingsByTheirKeyWhereverTheFocusIs)
+TEST_F(AppDelegateTest, ShowsTheSettingsByShortcutFromAnEditor)
 {
     start({ tabOf("Prompts", { "a" }) });
     Input::click(editor(0));
     Input::key(editor(0), Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_TRUE(preferences().showsSettingsCard.get());
-    EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
     draw();
-    EXPECT_TRUE(panel().findChild<LauncherSettingsCard *>());
+    EXPECT_TRUE(settingsCard());
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
     Input::key(panel(), Qt::Key_Escape);
-    EXPECT_FALSE(preferences().showsSettingsCard.get());
+    EXPECT_TRUE(disappears<LauncherSettingsCard>());
 }
 
 TEST_F(AppDelegateTest, KeepsTheLaunchersForTheNextRun)
 {
     start();
-    delegate->showSettings();
-    draw();
-    auto *const editor = panel().findChild<LauncherSlotEditor *>();
-    ASSERT_TRUE(editor);
-    ASSERT_TRUE(QTest::qWaitFor([editor] { return editor->isVisible(); })); // the card fades in
-    editor->findChild<QLineEdit *>()->setText(QStringLiteral("example.com"));
-    Input::click(*Input::button(*editor, "Set URL"));
+    slotEditor(0).findChild<QLineEdit *>()->setText(QStringLiteral("example.com"));
+    Input::click(*Input::button(slotEditor(0), "Set URL"));
     delegate.reset();
 
     start();
-    delegate->showSettings();
-    draw();
-    EXPECT_EQ(panel().findChild<LauncherSlotEditor *>()->findChild<QLineEdit *>()->text(),
+    EXPECT_EQ(slotEditor(0).findChild<QLineEdit *>()->text(),
               QStringLiteral("https://example.com"));
 }
 
@@ -231,7 +173,7 @@ TEST_F(AppDelegateTest, BringsThePanelBackForTheAboutCard)
     EXPECT_TRUE(aboutCard());
 }
 
-TEST_F(AppDelegateTest, BringsThePanelForwardWithTheTokenOfAnotherStart)
+TEST_F(AppDelegateTest, ShowsThePanelWithTheTokenOfAnotherLaunch)
 {
     start();
     const StartupToken token { .activationToken = "a", .startupID = "b_TIME12" };
@@ -239,7 +181,7 @@ TEST_F(AppDelegateTest, BringsThePanelForwardWithTheTokenOfAnotherStart)
     EXPECT_EQ(machine.windowSystem.tokens, std::vector({ StartupToken(), token }));
 }
 
-TEST_F(AppDelegateTest, DoesNotHideThePanelThatIsShownAgain)
+TEST_F(AppDelegateTest, KeepsAVisiblePanelShownWhenAskedAgain)
 {
     start();
     delegate->showPanel();
@@ -247,7 +189,7 @@ TEST_F(AppDelegateTest, DoesNotHideThePanelThatIsShownAgain)
     EXPECT_TRUE(panel().isVisible());
 }
 
-TEST_F(AppDelegateTest, SavesWhatIsTypedIntoThePanel)
+TEST_F(AppDelegateTest, SavesTypedText)
 {
     start({ tabOf("Prompts", { "a" }) });
     Input::click(editor(0));
@@ -258,7 +200,7 @@ TEST_F(AppDelegateTest, SavesWhatIsTypedIntoThePanel)
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "ab");
 }
 
-TEST_F(AppDelegateTest, GivesTheApplicationItsIconALittleLater)
+TEST_F(AppDelegateTest, SetsTheApplicationIconAfterTheStart)
 {
     QApplication::setWindowIcon({});
     start();
@@ -266,20 +208,20 @@ TEST_F(AppDelegateTest, GivesTheApplicationItsIconALittleLater)
     EXPECT_FALSE(QApplication::windowIcon().isNull());
 }
 
-TEST_F(AppDelegateTest, LooksForAStatusBarOnceThePanelStands)
+TEST_F(AppDelegateTest, LooksForATrayOnceThePanelIsShown)
 {
     start();
     EXPECT_EQ(machine.statusBar.beginCalls, 1);
 }
 
-TEST_F(AppDelegateTest, ListsTheLaunchersInTheStatusMenuAsTheyAreNow)
+TEST_F(AppDelegateTest, ListsTheCurrentLaunchersInTheStatusMenu)
 {
     startWithStatusBar();
-    EXPECT_EQ(statusMenu(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
-                                    "Quit Quillsatchel" }));
-    fillSlotWithWebsite("example.com");
-    EXPECT_EQ(statusMenu(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
-                                    "example.com", "-", "Quit Quillsatchel" }));
+    EXPECT_EQ(TrayMenu::titles(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026",
+                                          "-", "Quit Quillsatchel" }));
+    setWebsite(0, "example.com");
+    EXPECT_EQ(TrayMenu::titles(), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026",
+                                          "-", "example.com", "-", "Quit Quillsatchel" }));
 }
 
 TEST_F(AppDelegateTest, RebuildsTheStatusMenuOnceForAWebsiteAndOnceForItsIcon)
@@ -287,77 +229,78 @@ TEST_F(AppDelegateTest, RebuildsTheStatusMenuOnceForAWebsiteAndOnceForItsIcon)
     startWithStatusBar();
     int rebuildings = 0;
     const auto countWhenRemoved = [&] {
-        QObject::connect(statusMenuEntry("Show Quillsatchel"), &QObject::destroyed, qApp,
+        QObject::connect(&TrayMenu::entry("Show Quillsatchel"), &QObject::destroyed, qApp,
                          [&rebuildings] { ++rebuildings; });
     };
     countWhenRemoved();
-    fillSlotWithWebsite("example.com");
+    setWebsite(0, "example.com");
     EXPECT_EQ(rebuildings, 1);
     countWhenRemoved();
     machine.httpClient.answer(0, PictureBytes::png(18, 18));
     settle();
     EXPECT_EQ(rebuildings, 2);
-    const auto icon = statusMenuEntry("example.com")->icon();
+    const auto icon = TrayMenu::entry("example.com").icon();
     EXPECT_EQ(icon.pixmap(18, 18).toImage().pixelColor(9, 9), QColor(Qt::red));
 }
 
 TEST_F(AppDelegateTest, LaunchesFromTheStatusMenu)
 {
     startWithStatusBar();
-    fillSlotWithWebsite("example.com/docs");
-    statusMenuEntry("example.com")->trigger();
+    setWebsite(0, "example.com/docs");
+    TrayMenu::entry("example.com").trigger();
     EXPECT_EQ(machine.workspace.opened, Texts({ "https://example.com/docs" }));
 }
 
-TEST_F(AppDelegateTest, LaunchesNothingForAnEntryWithoutASlot)
+TEST_F(AppDelegateTest, LaunchesNothingForAnItemWithoutASlot)
 {
     startWithStatusBar();
-    fillSlotWithWebsite("example.com");
-    delegate->launchConfiguredItem({ .action = MenuItem::Action::LaunchConfiguredItem });
+    setWebsite(0, "example.com");
+    delegate->launchConfiguredItem({ .action = MenuItem::Action::launchConfiguredItem });
     EXPECT_EQ(machine.workspace.opened, Texts());
 }
 
-TEST_F(AppDelegateTest, MarksInTheStatusMenuWhetherThePanelIsOnTop)
+TEST_F(AppDelegateTest, ChecksAlwaysOnTopInTheStatusMenu)
 {
     startWithStatusBar();
-    EXPECT_TRUE(statusMenuEntry("Always on Top")->isChecked());
-    statusMenuEntry("Always on Top")->trigger();
-    EXPECT_FALSE(preferences().alwaysOnTop.get());
+    EXPECT_TRUE(TrayMenu::entry("Always on Top").isChecked());
+    TrayMenu::entry("Always on Top").trigger();
+    EXPECT_FALSE(isSwitchedOnTop());
     EXPECT_FALSE(isFloating());
-    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
-    fillSlotWithWebsite("example.com"); // makes another menu
-    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
-    statusMenuEntry("Always on Top")->trigger();
-    EXPECT_TRUE(preferences().alwaysOnTop.get());
+    EXPECT_FALSE(TrayMenu::entry("Always on Top").isChecked());
+    setWebsite(0, "example.com"); // rebuilds the menu
+    EXPECT_FALSE(TrayMenu::entry("Always on Top").isChecked());
+    TrayMenu::entry("Always on Top").trigger();
+    EXPECT_TRUE(isSwitchedOnTop());
     EXPECT_TRUE(isFloating());
-    EXPECT_TRUE(statusMenuEntry("Always on Top")->isChecked());
+    EXPECT_TRUE(TrayMenu::entry("Always on Top").isChecked());
     press("Always on Top");
-    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
+    EXPECT_FALSE(TrayMenu::entry("Always on Top").isChecked());
 }
 
-TEST_F(AppDelegateTest, MarksWhatChangedBeforeThereWasAStatusBar)
+TEST_F(AppDelegateTest, ChecksChangesFromBeforeTheTrayAppeared)
 {
     start();
     press("Always on Top");
     machine.statusBar.kind.set(StatusBar::Kind::notifier);
-    EXPECT_FALSE(statusMenuEntry("Always on Top")->isChecked());
+    EXPECT_FALSE(TrayMenu::entry("Always on Top").isChecked());
 }
 
 TEST_F(AppDelegateTest, ShowsThePanelAndTheSettingsFromTheStatusMenu)
 {
     startWithStatusBar();
     panel().close();
-    statusMenuEntry("Show Quillsatchel")->trigger();
+    TrayMenu::entry("Show Quillsatchel").trigger();
     EXPECT_TRUE(panel().isVisible());
-    statusMenuEntry("Show Quillsatchel")->trigger();
+    TrayMenu::entry("Show Quillsatchel").trigger();
     EXPECT_TRUE(panel().isVisible());
     panel().close();
-    statusMenuEntry("Settings\u2026")->trigger();
+    TrayMenu::entry("Settings\u2026").trigger();
     EXPECT_TRUE(panel().isVisible());
-    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    draw();
+    EXPECT_TRUE(settingsCard());
 }
 
-TEST_F(AppDelegateTest, BringsTheSamePanelBackAsItWas)
+TEST_F(AppDelegateTest, BringsBackTheSamePanelUnchanged)
 {
     startWithStatusBar();
     press("New Node");
@@ -374,7 +317,7 @@ TEST_F(AppDelegateTest, BringsTheSamePanelBackAsItWas)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "abc");
 }
 
-TEST_F(AppDelegateTest, HidesThePanelOnlyWhereTheStatusBarBringsItBack)
+TEST_F(AppDelegateTest, HidesThePanelOnlyWhileATrayCanBringItBack)
 {
     start();
     panel().close();
@@ -393,7 +336,7 @@ TEST_F(AppDelegateTest, HidesThePanelOnlyWhereTheStatusBarBringsItBack)
     EXPECT_TRUE(panel().isMinimized());
 }
 
-TEST_F(AppDelegateTest, HidesThePanelByItsKey)
+TEST_F(AppDelegateTest, HidesThePanelByShortcut)
 {
     startWithStatusBar();
     Input::key(panel(), Qt::Key_H, Qt::ControlModifier);
@@ -409,7 +352,7 @@ TEST_F(AppDelegateTest, HidesTheApplicationChooserWithThePanel)
     EXPECT_FALSE(panel().findChild<ApplicationPanel *>());
 }
 
-TEST_F(AppDelegateTest, TakesItsOpenMenusOffTheScreenWithThePanel)
+TEST_F(AppDelegateTest, ClosesOpenMenusWhenItHidesThePanel)
 {
     startWithStatusBar();
     Input::key(panel(), Qt::Key_F10);
@@ -420,28 +363,33 @@ TEST_F(AppDelegateTest, TakesItsOpenMenusOffTheScreenWithThePanel)
     EXPECT_FALSE(menu->isVisible());
 }
 
-TEST_F(AppDelegateTest, ShowsTheSettingsByTheirKeyInsteadOfAnOpenMenu)
+TEST_F(AppDelegateTest, ClosesAnOpenMenuWhenAShortcutShowsTheSettings)
 {
     start();
     Input::key(panel(), Qt::Key_F10);
     auto *const menu = QApplication::activePopupWidget();
     ASSERT_TRUE(menu);
     Input::key(*menu, Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_TRUE(preferences().showsSettingsCard.get());
     EXPECT_FALSE(menu->isVisible());
+    draw();
+    EXPECT_TRUE(settingsCard());
 }
 
-TEST_F(AppDelegateTest, HearsItsKeysInTheApplicationChooser)
+TEST_F(AppDelegateTest, HandlesShortcutsInTheApplicationChooser)
 {
     startWithStatusBar();
     auto &chooser = openApplicationChooser();
-    preferences().showsSettingsCard.set(false);
+    delegate->showAbout();
+    EXPECT_TRUE(disappears<LauncherSettingsCard>());
+    chooser.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&chooser));
     Input::key(chooser, Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    draw();
+    EXPECT_TRUE(settingsCard());
     EXPECT_TRUE(chooser.isVisible());
 }
 
-TEST_F(AppDelegateTest, HearsItsKeysInTheApplicationChooserWithoutThePanel)
+TEST_F(AppDelegateTest, HandlesShortcutsInTheChooserWithoutThePanel)
 {
     startWithStatusBar();
     auto &chooser = openApplicationChooser();
@@ -452,21 +400,21 @@ TEST_F(AppDelegateTest, HearsItsKeysInTheApplicationChooserWithoutThePanel)
     EXPECT_TRUE(panel().isVisible());
 }
 
-TEST_F(AppDelegateTest, HearsItsKeysOnceWhileACardIsOpen)
+TEST_F(AppDelegateTest, HandlesShortcutsWhileACardIsOpen)
 {
     startWithStatusBar();
     delegate->showAbout();
     draw();
     Input::key(panel(), Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_FALSE(preferences().showsInfoCard.get());
-    EXPECT_TRUE(preferences().showsSettingsCard.get());
-    draw();
+    EXPECT_TRUE(disappears<AboutCard>());
+    EXPECT_TRUE(settingsCard());
     Input::key(panel(), Qt::Key_H, Qt::ControlModifier);
     EXPECT_FALSE(panel().isVisible());
-    EXPECT_TRUE(preferences().showsSettingsCard.get());
+    draw();
+    EXPECT_TRUE(settingsCard());
 }
 
-TEST_F(AppDelegateTest, HearsItsKeysWhileATabIsRenamed)
+TEST_F(AppDelegateTest, HandlesShortcutsWhileATabIsRenamed)
 {
     startWithStatusBar();
     Input::doubleClick(*chips()[0]);
@@ -478,19 +426,18 @@ TEST_F(AppDelegateTest, HearsItsKeysWhileATabIsRenamed)
     EXPECT_EQ(field->text().toStdString(), "Prompts");
 }
 
-TEST_F(AppDelegateTest, RebuildsTheStatusMenuWhileOneOfItsEntriesIsChosen)
+TEST_F(AppDelegateTest, RebuildsTheStatusMenuWhileAnEntryIsChosen)
 {
     startWithStatusBar();
-    fillSlotWithWebsite("example.com");
-    auto *const entry = statusMenuEntry("example.com");
-    QObject::connect(entry, &QAction::triggered, qApp,
-                     [this] { fillSlotWithWebsite("other.example"); });
-    entry->trigger();
+    setWebsite(0, "example.com");
+    auto &entry = TrayMenu::entry("example.com");
+    QObject::connect(&entry, &QAction::triggered, qApp, [this] { setWebsite(0, "other.example"); });
+    entry.trigger();
     EXPECT_EQ(machine.workspace.opened, Texts({ "https://example.com" }));
-    EXPECT_EQ(statusMenu()[4], "other.example");
+    EXPECT_EQ(TrayMenu::titles()[4], "other.example");
 }
 
-TEST_F(AppDelegateTest, EndsByItsKey)
+TEST_F(AppDelegateTest, QuitsByShortcut)
 {
     start({ tabOf("Prompts", { "a" }) });
     Input::click(editor(0));

@@ -1,5 +1,4 @@
 #include "app/PanelFixture.h"
-#include "app/VisualEffectBackground.h"
 #include "views/Picture.h"
 
 #include <QScreen>
@@ -13,10 +12,10 @@ class FloatingPanelTest : public PanelFixture
 protected:
     FloatingPanelTest() { start({ tabOf("Prompts", { "a", "b" }) }); }
 
-    /// How opaque the panel's very corner is, from 0 to 255.
+    /// Alpha of the outermost pixel of a corner, 0 to 255.
     int cornerOpacity() { return Picture(panel(), Qt::white).at(0.3, 0.3).alpha(); }
 
-    /// Puts the panel where no screen is, as if its screen had gone from there.
+    /// Moves the panel out of view, as if its screen had been removed.
     void loseScreen()
     {
         const QRect gone = screen().geometry().translated(screen().size().width(), 0);
@@ -25,7 +24,7 @@ protected:
 
     static QScreen &screen() { return *QGuiApplication::primaryScreen(); }
 
-    bool comesBack()
+    bool movesIntoView()
     {
         return QTest::qWaitFor([this] {
             return screen().availableGeometry().contains(panel().windowHandle()->geometry());
@@ -33,7 +32,7 @@ protected:
     }
 };
 
-/// Counts the events of one kind that a widget gets.
+/// Counts the events of one type that a widget receives.
 class EventCount final : public QObject
 {
 public:
@@ -56,7 +55,7 @@ private:
     QEvent::Type m_type;
 };
 
-TEST_F(FloatingPanelTest, HasItsSizesAndItsTitle)
+TEST_F(FloatingPanelTest, HasItsSizeMinimumSizeAndTitle)
 {
     EXPECT_EQ(panel().size(), QSize(430, 650));
     EXPECT_EQ(panel().minimumSize(), QSize(390, 420));
@@ -66,45 +65,45 @@ TEST_F(FloatingPanelTest, HasItsSizesAndItsTitle)
     EXPECT_TRUE(panel().windowFlags().testFlag(Qt::FramelessWindowHint));
 }
 
-TEST_F(FloatingPanelTest, AppearsInTheMiddleOfTheScreen)
+TEST_F(FloatingPanelTest, AppearsAtTheCentreOfTheScreen)
 {
     const QPoint distance =
         panel().geometry().center() - panel().screen()->availableGeometry().center();
     EXPECT_LE(distance.manhattanLength(), 2);
 }
 
-TEST_F(FloatingPanelTest, ComesBackWhenTheScreensHaveChanged)
+TEST_F(FloatingPanelTest, MovesIntoViewWhenScreensChange)
 {
     loseScreen();
     Q_EMIT screen().geometryChanged(screen().geometry());
-    EXPECT_TRUE(comesBack());
+    EXPECT_TRUE(movesIntoView());
     loseScreen();
     Q_EMIT screen().availableGeometryChanged(screen().availableGeometry());
-    EXPECT_TRUE(comesBack());
+    EXPECT_TRUE(movesIntoView());
     loseScreen();
     Q_EMIT qGuiApp->screenRemoved(&screen());
-    EXPECT_TRUE(comesBack());
+    EXPECT_TRUE(movesIntoView());
 }
 
-TEST_F(FloatingPanelTest, ComesBackWhileItIsHidden)
+TEST_F(FloatingPanelTest, MovesIntoViewWhileItIsHidden)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
     loseScreen();
     Q_EMIT screen().geometryChanged(screen().geometry());
-    EXPECT_TRUE(comesBack());
+    EXPECT_TRUE(movesIntoView());
     EXPECT_FALSE(panel().isVisible());
 }
 
-TEST_F(FloatingPanelTest, StaysWhereItIsWhenAnotherScreenChanges)
+TEST_F(FloatingPanelTest, StaysInPlaceWhenAnotherScreenChanges)
 {
     panel().move(11, 12);
     Q_EMIT screen().geometryChanged(screen().geometry());
-    QTest::qWait(300); // by now it would have moved
+    QTest::qWait(300); // longer than the debouncing
     EXPECT_EQ(panel().windowHandle()->position(), QPoint(11, 12));
 }
 
-TEST_F(FloatingPanelTest, FollowsItsSizeWithAllThatIsInIt)
+TEST_F(FloatingPanelTest, LaysOutItsContentWhenResized)
 {
     panel().resize(600, 500);
     settle();
@@ -113,7 +112,7 @@ TEST_F(FloatingPanelTest, FollowsItsSizeWithAllThatIsInIt)
     EXPECT_EQ(cards()[0]->width(), 580);
 }
 
-TEST_F(FloatingPanelTest, GivesTheKeyboardToTheEditorThatIsClicked)
+TEST_F(FloatingPanelTest, FocusesTheClickedEditor)
 {
     Input::click(editor(1));
     EXPECT_TRUE(panel().isActiveWindow());
@@ -122,12 +121,12 @@ TEST_F(FloatingPanelTest, GivesTheKeyboardToTheEditorThatIsClicked)
     EXPECT_EQ(editor(1).toPlainText().size(), 2);
 }
 
-TEST_F(FloatingPanelTest, ChoosesNoControlByItself)
+TEST_F(FloatingPanelTest, FocusesNoControlAtFirst)
 {
     EXPECT_EQ(QApplication::focusWidget(), &panel());
 }
 
-TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
+TEST_F(FloatingPanelTest, HidesWhenClosedAndComesBackUnchanged)
 {
     Input::click(editor(1));
     Input::key(panel(), Qt::Key_End);
@@ -136,7 +135,7 @@ TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
     settle();
     const auto *const before = &panel();
     const auto *const editorBefore = &editor(1);
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
     EXPECT_FALSE(panel().isVisible());
     advance(Long);
@@ -152,13 +151,13 @@ TEST_F(FloatingPanelTest, IsHiddenWhenItIsClosedAndComesBackAsItWas)
     EXPECT_EQ(panel().focusWidget(), &editor(1));
 }
 
-TEST_F(FloatingPanelTest, IsStillZoomedWhenItComesBackAndReturnsToItsEarlierSize)
+TEST_F(FloatingPanelTest, StaysZoomedWhileHiddenAndRestoresItsEarlierFrame)
 {
     const QRect before(20, 30, 450, 600);
     panel().setGeometry(before);
     panel().showMaximized();
     settle();
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
     EXPECT_FALSE(panel().isVisible());
 
@@ -170,19 +169,19 @@ TEST_F(FloatingPanelTest, IsStillZoomedWhenItComesBackAndReturnsToItsEarlierSize
     EXPECT_EQ(panel().geometry(), before);
 }
 
-TEST_F(FloatingPanelTest, DoesNotEndTheProgramWhenItIsClosed)
+TEST_F(FloatingPanelTest, KeepsTheProgramRunningWhenClosed)
 {
     EXPECT_FALSE(QApplication::quitOnLastWindowClosed());
 }
 
-TEST_F(FloatingPanelTest, ChangesItsLevelWithoutBeingHidden)
+TEST_F(FloatingPanelTest, ChangesItsLevelWithoutHiding)
 {
     const EventCount hides(panel(), QEvent::Hide);
     const auto *const window = panel().windowHandle();
     ASSERT_TRUE(isFloating());
-    panel().setFloating(false);
+    delegate->toggleFloating();
     EXPECT_FALSE(isFloating());
-    panel().setFloating(true);
+    delegate->toggleFloating();
     EXPECT_TRUE(isFloating());
     settle();
     EXPECT_TRUE(panel().isVisible());
@@ -190,27 +189,43 @@ TEST_F(FloatingPanelTest, ChangesItsLevelWithoutBeingHidden)
     EXPECT_EQ(panel().windowHandle(), window);
 }
 
+TEST_F(FloatingPanelTest, IgnoresWritesThatDoNotChangeThePreference)
+{
+    WindowPreferences preferences;
+    FloatingPanel other(machine.windowSystem, preferences);
+    other.show();
+    const auto isFloating = [&other] {
+        return other.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
+    };
+    other.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, false);
+    preferences.alwaysOnTop.set(true);
+    EXPECT_FALSE(isFloating());
+    preferences.alwaysOnTop.set(false);
+    preferences.alwaysOnTop.set(true);
+    EXPECT_TRUE(isFloating());
+}
+
 TEST_F(FloatingPanelTest, KeepsItsLevelWhileItIsHidden)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
-    panel().setFloating(false);
+    delegate->toggleFloating();
     delegate->showPanel();
     EXPECT_FALSE(isFloating());
 }
 
-TEST_F(FloatingPanelTest, AsksForAllDesktopsWheneverItIsShown)
+TEST_F(FloatingPanelTest, RequestsAllDesktopsWheneverItIsShown)
 {
     const int atFirst = machine.windowSystem.showOnAllDesktopsCalls;
     EXPECT_GE(atFirst, 1);
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
     EXPECT_EQ(machine.windowSystem.showOnAllDesktopsCalls, atFirst);
     delegate->showPanel();
     EXPECT_GT(machine.windowSystem.showOnAllDesktopsCalls, atFirst);
 }
 
-TEST_F(FloatingPanelTest, AsksANewWindowManagerForAllDesktops)
+TEST_F(FloatingPanelTest, RequestsAllDesktopsFromANewWindowManager)
 {
     const int before = machine.windowSystem.showOnAllDesktopsCalls;
     machine.windowSystem.hasWindowManager.set(true);
@@ -218,9 +233,9 @@ TEST_F(FloatingPanelTest, AsksANewWindowManagerForAllDesktops)
     EXPECT_TRUE(isFloating());
 }
 
-TEST_F(FloatingPanelTest, AsksANewWindowManagerForNothingWhileItIsHidden)
+TEST_F(FloatingPanelTest, RequestsNothingFromANewWindowManagerWhileHidden)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
     const int before = machine.windowSystem.showOnAllDesktopsCalls;
     machine.windowSystem.hasWindowManager.set(true);
@@ -228,7 +243,7 @@ TEST_F(FloatingPanelTest, AsksANewWindowManagerForNothingWhileItIsHidden)
     EXPECT_FALSE(panel().isVisible());
 }
 
-TEST_F(FloatingPanelTest, ComesBackFromBeingMinimised)
+TEST_F(FloatingPanelTest, RestoresFromMinimised)
 {
     panel().showMinimized();
     delegate->showPanel();
@@ -236,7 +251,7 @@ TEST_F(FloatingPanelTest, ComesBackFromBeingMinimised)
     EXPECT_TRUE(panel().isVisible());
 }
 
-TEST_F(FloatingPanelTest, HasRoundCornersWhereThereIsACompositor)
+TEST_F(FloatingPanelTest, HasRoundCornersUnderACompositor)
 {
     EXPECT_EQ(cornerOpacity(), 0);
     machine.windowSystem.isCompositing.set(false);
@@ -245,7 +260,7 @@ TEST_F(FloatingPanelTest, HasRoundCornersWhereThereIsACompositor)
     EXPECT_EQ(cornerOpacity(), 0);
 }
 
-TEST_F(FloatingPanelTest, IsOpaqueWhereThereIsNoCompositor)
+TEST_F(FloatingPanelTest, IsOpaqueWithoutACompositor)
 {
     machine.windowSystem.isCompositing.set(false);
     EXPECT_EQ(Picture(panel(), Qt::white).differenceFrom(Picture(panel(), Qt::black), 0), QRectF());
@@ -253,13 +268,13 @@ TEST_F(FloatingPanelTest, IsOpaqueWhereThereIsNoCompositor)
     EXPECT_NE(Picture(panel(), Qt::white).differenceFrom(Picture(panel(), Qt::black), 0), QRectF());
 }
 
-TEST_F(FloatingPanelTest, AsksForNoBlurWhereThereIsNone)
+TEST_F(FloatingPanelTest, RequestsNoBlurWhereItIsUnsupported)
 {
     panel().resize(500, 600);
     EXPECT_TRUE(machine.windowSystem.blurs.empty());
 }
 
-TEST_F(FloatingPanelTest, HasWhatIsBehindItBlurredAsFarAsItReaches)
+TEST_F(FloatingPanelTest, RequestsBlurForItsWholeArea)
 {
     using Blur = FakeWindowSystem::Blur;
     const auto &blurs = machine.windowSystem.blurs;
@@ -275,27 +290,27 @@ TEST_F(FloatingPanelTest, HasWhatIsBehindItBlurredAsFarAsItReaches)
     EXPECT_EQ(blurs.back(), (Blur { panel().size(), 0 }));
 }
 
-TEST_F(FloatingPanelTest, AsksForItsBlurWheneverItIsShown)
+TEST_F(FloatingPanelTest, RequestsBlurWheneverItIsShown)
 {
     machine.windowSystem.isBlurring.set(true);
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     panel().close();
     const auto before = machine.windowSystem.blurs.size();
     delegate->showPanel();
     EXPECT_GT(machine.windowSystem.blurs.size(), before);
 }
 
-TEST_F(FloatingPanelTest, IsMoreTranslucentWhereWhatIsBehindItIsBlurred)
+TEST_F(FloatingPanelTest, IsMoreTranslucentOverABlurredBackdrop)
 {
-    const auto ground = [this] { return Picture(panel(), Qt::white).at(4, 300); };
-    const QColor sharp = ground();
+    const auto background = [this] { return Picture(panel(), Qt::white).at(4, 300); };
+    const QColor sharp = background();
     machine.windowSystem.isBlurring.set(true);
-    EXPECT_GT(ground().lightness(), sharp.lightness() + 5);
+    EXPECT_GT(background().lightness(), sharp.lightness() + 5);
     machine.windowSystem.isBlurring.set(false);
-    EXPECT_EQ(ground(), sharp);
+    EXPECT_EQ(background(), sharp);
 }
 
-TEST_F(FloatingPanelTest, HasSquareCornersWhileItFillsTheScreen)
+TEST_F(FloatingPanelTest, HasSquareCornersWhileMaximized)
 {
     panel().showMaximized();
     settle();
@@ -314,7 +329,7 @@ TEST_F(FloatingPanelTest, LooksTheSameWhileAnotherWindowIsActive)
     EXPECT_EQ(Picture(panel(), Qt::blue).differenceFrom(before), QRectF());
 }
 
-TEST_F(FloatingPanelTest, StaysWhereItIsWhenItsGroundIsDragged)
+TEST_F(FloatingPanelTest, StaysInPlaceWhenItsBackgroundIsDragged)
 {
     const QPoint before = panel().pos();
     Input::press(panel(), { 4, 300 });

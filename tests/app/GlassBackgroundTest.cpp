@@ -1,6 +1,5 @@
 #include "app/GlassBackground.h"
 
-#include "app/VisualEffectBackground.h"
 #include "views/Picture.h"
 #include "views/SatchelTheme.h"
 
@@ -26,7 +25,7 @@ struct Layers {
     double green;
     double blue;
 
-    /// With one layer more on top, unrounded.
+    /// With `top` painted over them, not rounded to 8 bits.
     Layers under(const SrgbColor &top) const
     {
         const auto mix = [&top](double above, double below) {
@@ -64,7 +63,7 @@ double luminance(const QColor &color)
            0.0722 * linear(color.blueF());
 }
 
-/// Of text, as the WCAG count it.
+/// Contrast ratio as WCAG defines it.
 double contrast(const QColor &a, const QColor &b)
 {
     const auto [darker, lighter] = std::minmax({ luminance(a), luminance(b) });
@@ -74,7 +73,7 @@ double contrast(const QColor &a, const QColor &b)
 TEST(GlassBackgroundTest, LaysTintAndGradientOverTheMaterial)
 {
     for (const QColor ground : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
-        const Picture picture = paintedOn(ground, Backdrop::Sharp);
+        const Picture picture = paintedOn(ground, Backdrop::sharp);
         const Layers layers = layersOn(ground);
         EXPECT_TRUE(isColor(picture.at(0, 0), layers.under(TopLeft).color(), 1));
         EXPECT_TRUE(isColor(picture.at(215, 325), layers.color(), 1));
@@ -84,35 +83,35 @@ TEST(GlassBackgroundTest, LaysTintAndGradientOverTheMaterial)
 
 TEST(GlassBackgroundTest, RunsItsGradientFromCornerToCorner)
 {
-    const Picture picture = paintedOn(Qt::black, Backdrop::Sharp);
+    const Picture picture = paintedOn(Qt::black, Backdrop::sharp);
     const Layers layers = layersOn(Qt::black);
     EXPECT_TRUE(isColor(picture.at(107, 162), layers.under(TopLeft.withOpacity(0.11)).color(), 1));
     EXPECT_TRUE(
         isColor(picture.at(322, 487), layers.under(BottomRight.withOpacity(0.06)).color(), 1));
 }
 
-TEST(GlassBackgroundTest, LetsHardlyAnythingThroughFromBehind)
+TEST(GlassBackgroundTest, IsNearlyOpaqueOverASharpBackdrop)
 {
-    const QColor onWhite = paintedOn(Qt::white, Backdrop::Sharp).at(215, 325);
-    const QColor onBlack = paintedOn(Qt::black, Backdrop::Sharp).at(215, 325);
+    const QColor onWhite = paintedOn(Qt::white, Backdrop::sharp).at(215, 325);
+    const QColor onBlack = paintedOn(Qt::black, Backdrop::sharp).at(215, 325);
     EXPECT_LE(Picture::distance(onWhite, onBlack), 3);
 }
 
-TEST(GlassBackgroundTest, LetsMoreThroughWhereItIsBlurred)
+TEST(GlassBackgroundTest, IsMoreTranslucentOverABlurredBackdrop)
 {
     const auto &material = VisualEffectBackground::blurringMaterial;
     for (const QColor ground : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
-        EXPECT_TRUE(isColor(paintedOn(ground, Backdrop::Blurred).at(215, 325),
+        EXPECT_TRUE(isColor(paintedOn(ground, Backdrop::blurred).at(215, 325),
                             layersOn(ground, material).color(), 1));
     }
-    const QColor onWhite = paintedOn(Qt::white, Backdrop::Blurred).at(215, 325);
-    const QColor onBlack = paintedOn(Qt::black, Backdrop::Blurred).at(215, 325);
+    const QColor onWhite = paintedOn(Qt::white, Backdrop::blurred).at(215, 325);
+    const QColor onBlack = paintedOn(Qt::black, Backdrop::blurred).at(215, 325);
     EXPECT_GE(Picture::distance(onWhite, onBlack), 12);
 }
 
-TEST(GlassBackgroundTest, KeepsTextReadableWhateverShinesThrough)
+TEST(GlassBackgroundTest, KeepsTextReadableOnWhite)
 {
-    for (const auto backdrop : { Backdrop::None, Backdrop::Sharp, Backdrop::Blurred }) {
+    for (const auto backdrop : { Backdrop::none, Backdrop::sharp, Backdrop::blurred }) {
         const Picture picture = paintedOn(Qt::white, backdrop);
         for (const QPoint place : { QPoint(0, 0), QPoint(215, 325), QPoint(429, 649) }) {
             const QColor ground = picture.at(place.x(), place.y());
@@ -121,16 +120,16 @@ TEST(GlassBackgroundTest, KeepsTextReadableWhateverShinesThrough)
     }
 }
 
-TEST(GlassBackgroundTest, LetsNothingThroughWhereItIsOpaque)
+TEST(GlassBackgroundTest, IsOpaqueWithoutABackdrop)
 {
-    const Picture onWhite = paintedOn(Qt::white, Backdrop::None);
-    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, Backdrop::None), 0), QRectF());
-    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, Backdrop::Sharp), 1), QRectF());
+    const Picture onWhite = paintedOn(Qt::white, Backdrop::none);
+    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, Backdrop::none), 0), QRectF());
+    EXPECT_EQ(onWhite.differenceFrom(paintedOn(Qt::black, Backdrop::sharp), 1), QRectF());
 }
 
-TEST(GlassBackgroundTest, LeavesRoundCornersOut)
+TEST(GlassBackgroundTest, LeavesCornersOutsideTheRadiusUnpainted)
 {
-    const Picture picture = paintedOn(Qt::green, Backdrop::Sharp, 10);
+    const Picture picture = paintedOn(Qt::green, Backdrop::sharp, 10);
     EXPECT_TRUE(isColor(picture.at(0, 0), Qt::green));
     EXPECT_TRUE(isColor(picture.at(429, 649), Qt::green));
     EXPECT_FALSE(isColor(picture.at(5, 5), Qt::green, 100));

@@ -29,30 +29,28 @@ bool hasInk(const QImage &image)
 class MenuMirrorTest : public testing::Test
 {
 protected:
-    void fill(const std::vector<MenuItem> &items,
-              MenuMirror::Reader reader = MenuMirror::Reader::Qt)
+    void fill(const std::vector<MenuItem> &items)
     {
-        MenuMirror::fill(
-            menu, items, [this](const MenuItem &item) { chosen.push_back(item); }, reader);
+        MenuMirror::fill(menu, items, [this](const MenuItem &item) { chosen.push_back(item); });
     }
 
     QAction &entry(qsizetype index) const { return *menu.actions().at(index); }
 
     std::string labelOf(const std::string &title, MenuMirror::Reader reader)
     {
-        fill({ { .action = Action::ShowPanel, .title = QString::fromStdString(title) } }, reader);
-        return entry(0).text().toStdString();
+        const MenuItem item { .action = Action::showPanel, .title = QString::fromStdString(title) };
+        return MenuMirror::makeAction(item, {}, &menu, reader)->text().toStdString();
     }
 
     QMenu menu;
     std::vector<MenuItem> chosen;
 };
 
-TEST_F(MenuMirrorTest, ShowsTitlesKeysAndMarks)
+TEST_F(MenuMirrorTest, ShowsTitlesShortcutsAndCheckMarks)
 {
-    fill({ { .action = Action::ToggleFloating, .title = QStringLiteral("Mark"), .state = true },
+    fill({ { .action = Action::toggleFloating, .title = QStringLiteral("Mark"), .state = true },
            MenuItem::separator(),
-           { .action = Action::Quit,
+           { .action = Action::quitApp,
              .title = QStringLiteral("Quit"),
              .keyEquivalent = Qt::CTRL | Qt::Key_Q } });
     ASSERT_EQ(menu.actions().size(), 3);
@@ -65,65 +63,55 @@ TEST_F(MenuMirrorTest, ShowsTitlesKeysAndMarks)
     EXPECT_EQ(entry(2).shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
 }
 
-TEST_F(MenuMirrorTest, HandsOnWhatIsChosen)
+TEST_F(MenuMirrorTest, PassesOnTheChosenItem)
 {
-    fill({ { .action = Action::LaunchConfiguredItem,
+    fill({ { .action = Action::launchConfiguredItem,
              .title = QStringLiteral("One"),
              .representedSlot = 1 },
-           { .action = Action::LaunchConfiguredItem,
+           { .action = Action::launchConfiguredItem,
              .title = QStringLiteral("Four"),
              .representedSlot = 4 } });
     entry(1).trigger();
     ASSERT_EQ(chosen.size(), 1U);
-    EXPECT_EQ(chosen[0].action, Action::LaunchConfiguredItem);
+    EXPECT_EQ(chosen[0].action, Action::launchConfiguredItem);
     EXPECT_EQ(chosen[0].representedSlot, 4);
 }
 
-TEST_F(MenuMirrorTest, ShowsNamesAsTheyAre)
+TEST_F(MenuMirrorTest, EscapesMnemonicsInTitles)
 {
     using MenuMirror::Reader;
-    EXPECT_EQ(labelOf("Fish & Chips", Reader::Qt), "Fish && Chips");
-    EXPECT_EQ(labelOf("under_score", Reader::Qt), "under_score");
-    EXPECT_EQ(labelOf("&&", Reader::Qt), "&&&&");
-    EXPECT_EQ(labelOf("under_score", Reader::Bus), "under__score");
-    // Of the first ampersand Qt makes an underscore, which marks the letter behind it.
-    EXPECT_EQ(labelOf("a_b & c & d", Reader::Bus), "&a__b & c & d");
+    EXPECT_EQ(labelOf("Fish & Chips", Reader::qt), "Fish && Chips");
+    EXPECT_EQ(labelOf("under_score", Reader::qt), "under_score");
+    EXPECT_EQ(labelOf("&&", Reader::qt), "&&&&");
+    EXPECT_EQ(labelOf("under_score", Reader::bus), "under__score");
+    // Qt turns the first ampersand into an underscore, which marks the next letter.
+    EXPECT_EQ(labelOf("a_b & c & d", Reader::bus), "&a__b & c & d");
 }
 
-TEST_F(MenuMirrorTest, KeepsNothingOfWhatItHeldBefore)
+TEST_F(MenuMirrorTest, ReplacesEarlierEntries)
 {
-    fill({ { .action = Action::ShowPanel, .title = QStringLiteral("Old") },
-           { .action = Action::Quit, .title = QStringLiteral("Older") } });
-    fill({ { .action = Action::ShowAbout, .title = QStringLiteral("New") } });
+    fill({ { .action = Action::showPanel, .title = QStringLiteral("Old") },
+           { .action = Action::quitApp, .title = QStringLiteral("Older") } });
+    fill({ { .action = Action::showAbout, .title = QStringLiteral("New") } });
     ASSERT_EQ(menu.actions().size(), 1);
     EXPECT_EQ(entry(0).text().toStdString(), "New");
-    EXPECT_EQ(menu.findChildren<QAction *>(Qt::FindDirectChildrenOnly).size(), 2); // and its own
+    EXPECT_EQ(menu.findChildren<QAction *>(Qt::FindDirectChildrenOnly).size(), 2)
+        << "with the menu's own";
 }
 
-TEST_F(MenuMirrorTest, ShowsPicturesAndSymbols)
+TEST_F(MenuMirrorTest, ShowsImagesAndSymbols)
 {
     const auto picture = PictureBytes::filled(18, 18, Qt::green);
-    fill({ { .action = Action::LaunchConfiguredItem,
+    fill({ { .action = Action::launchConfiguredItem,
              .title = QStringLiteral("Picture"),
              .image = LauncherIcon { picture, {}, {} } },
-           { .action = Action::ShowSettings,
+           { .action = Action::showSettings,
              .title = QStringLiteral("Symbol"),
              .image = LauncherIcon { {}, "gearshape", "Settings" } },
-           { .action = Action::Quit, .title = QStringLiteral("Plain") } });
+           { .action = Action::quitApp, .title = QStringLiteral("Plain") } });
     EXPECT_EQ(entry(0).icon().pixmap(18, 18).toImage().pixelColor(9, 9), QColor(Qt::green));
     EXPECT_TRUE(hasInk(entry(1).icon().pixmap(16, 16).toImage()));
     EXPECT_TRUE(entry(2).icon().isNull());
-}
-
-TEST_F(MenuMirrorTest, FindsTheEntryForAnAction)
-{
-    fill({ { .action = Action::ShowPanel, .title = QStringLiteral("Show") },
-           MenuItem::separator(),
-           { .action = Action::Quit, .title = QStringLiteral("Quit") } });
-    EXPECT_EQ(MenuMirror::entryFor(menu, Action::Quit), &entry(2));
-    EXPECT_EQ(MenuMirror::entryFor(menu, Action::Hide), nullptr);
-    EXPECT_EQ(MenuMirror::actionOf(entry(0)), Action::ShowPanel);
-    EXPECT_EQ(MenuMirror::actionOf(entry(1)), Action::None);
 }
 
 } // namespace

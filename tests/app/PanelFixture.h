@@ -4,16 +4,20 @@
 #include "app/FloatingPanel.h"
 #include "app/TitleBar.h"
 #include "views/AboutCard.h"
+#include "views/LauncherSettingsCard.h"
+#include "views/LauncherSlotEditor.h"
 #include "views/NodeEditor.h"
 #include "views/TabChip.h"
 #include "views/ViewFixture.h"
+
+#include <QLineEdit>
 
 #include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
 
-/// The whole program on a machine of its own.
+/// The whole program on a fake platform.
 class PanelFixture : public ViewFixture
 {
 protected:
@@ -32,14 +36,21 @@ protected:
         draw();
     }
 
-    /// Lets the views follow, with all that they prepare for later.
+    /// Lets the views render, including the cards they create later.
     void draw()
     {
         advance(Milliseconds(200));
         settle();
     }
 
-    FloatingPanel &panel() { return delegate->panel(); }
+    static FloatingPanel &panel()
+    {
+        for (auto *const widget : QApplication::topLevelWidgets()) {
+            if (auto *const panel = qobject_cast<FloatingPanel *>(widget))
+                return *panel;
+        }
+        throw std::runtime_error("no panel");
+    }
 
     bool isFloating()
     {
@@ -57,7 +68,7 @@ protected:
         return *found;
     }
 
-    /// Presses "Dictate" and lets the microphone be used.
+    /// Presses "Dictate" and grants access to the microphone.
     void dictate()
     {
         press("Dictate");
@@ -85,6 +96,37 @@ protected:
     }
 
     AboutCard *aboutCard() { return panel().findChild<AboutCard *>(); }
+
+    LauncherSettingsCard *settingsCard() { return panel().findChild<LauncherSettingsCard *>(); }
+
+    /// Waits until the card has faded out.
+    template <typename Card>
+    bool disappears()
+    {
+        draw();
+        return QTest::qWaitFor([this] { return !panel().findChild<Card *>(); });
+    }
+
+    /// Opens the launcher settings unless they are open. Returns the editor of a slot.
+    LauncherSlotEditor &slotEditor(int slot)
+    {
+        if (!settingsCard()) {
+            delegate->showSettings();
+            draw();
+        }
+        auto *const editor = settingsCard()->findChildren<LauncherSlotEditor *>().at(slot);
+        EXPECT_TRUE(QTest::qWaitFor([editor] { return editor->isVisible(); })); // the card fades in
+        return *editor;
+    }
+
+    /// Fills a launcher slot through the settings, which stay open.
+    void setWebsite(int slot, const std::string &address)
+    {
+        auto &editor = slotEditor(slot);
+        editor.findChild<QLineEdit *>()->setText(QString::fromStdString(address));
+        Input::button(editor, "Set URL")->click();
+        settle();
+    }
 
     QRect placeOf(const QWidget &widget)
     {

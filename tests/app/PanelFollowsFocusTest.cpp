@@ -8,7 +8,7 @@
 namespace
 {
 
-/// What the keyboard acts on is in sight.
+/// The list scrolls to the focus.
 class PanelFollowsFocusTest : public PanelFixture
 {
 protected:
@@ -23,7 +23,7 @@ protected:
         return nullptr;
     }
 
-    bool isWhollyInSight(const PromptCard &card)
+    bool isFullyVisible(const PromptCard &card)
     {
         const auto *const list = panel().findChild<NodeList *>();
         return list->rect().contains(card.geometry());
@@ -42,28 +42,28 @@ protected:
     }
 };
 
-TEST_F(PanelFollowsFocusTest, ANodeMovedByKeysStaysInSight)
+TEST_F(PanelFollowsFocusTest, KeepsANodeInSightThatIsMovedByKeys)
 {
     firstInList<DragHandle>().setFocus(Qt::TabFocusReason);
     for (int step = 0; step < 8; ++step) {
         Input::key(panel(), Qt::Key_Down);
         ASSERT_TRUE(cardWithFocus());
-        EXPECT_TRUE(isWhollyInSight(*cardWithFocus()));
+        EXPECT_TRUE(isFullyVisible(*cardWithFocus()));
     }
-    EXPECT_EQ(delegate->panel().findChild<NodeList *>(), cardWithFocus()->parentWidget());
+    EXPECT_EQ(panel().findChild<NodeList *>(), cardWithFocus()->parentWidget());
 }
 
-TEST_F(PanelFollowsFocusTest, TypingBringsANodeThatWasScrolledAwayBack)
+TEST_F(PanelFollowsFocusTest, ScrollsBackToTheNodeThatIsTypedInto)
 {
     auto &editor = firstInList<NodeEditor>();
     editor.setFocus();
     scrollBar().setValue(4000);
     settle();
     Input::type(panel(), "x");
-    EXPECT_TRUE(isWhollyInSight(*cardWithFocus()));
+    EXPECT_TRUE(isFullyVisible(*cardWithFocus()));
 }
 
-TEST_F(PanelFollowsFocusTest, ShiftTabFromACardScrolledAwayGoesToTheOneBeforeIt)
+TEST_F(PanelFollowsFocusTest, MovesByShiftTabFromACardThatWasScrolledAway)
 {
     scrollBar().setValue(10 * (PromptCard::cardHeight() + 10));
     draw();
@@ -75,10 +75,10 @@ TEST_F(PanelFollowsFocusTest, ShiftTabFromACardScrolledAwayGoesToTheOneBeforeIt)
     Input::key(panel(), Qt::Key_Backtab, Qt::ShiftModifier);
     ASSERT_TRUE(cardWithFocus());
     EXPECT_EQ(cardWithFocus()->findChild<NodeEditor *>()->toPlainText(), QStringLiteral("text 9"));
-    EXPECT_TRUE(isWhollyInSight(*cardWithFocus()));
+    EXPECT_TRUE(isFullyVisible(*cardWithFocus()));
 }
 
-TEST_F(PanelFollowsFocusTest, EscapeEndsADragOfTheMouse)
+TEST_F(PanelFollowsFocusTest, CancelsADragByEscape)
 {
     auto &handle = firstInList<DragHandle>();
     Input::press(handle, { 10, 10 });
@@ -93,7 +93,7 @@ TEST_F(PanelFollowsFocusTest, EscapeEndsADragOfTheMouse)
     EXPECT_EQ(card->y(), 10);
 }
 
-TEST_F(PanelFollowsFocusTest, TheWholeScrollBarIsTheListsAndNotTheRims)
+TEST_F(PanelFollowsFocusTest, KeepsTheScrollBarClearOfTheFrame)
 {
     auto &bar = scrollBar();
     for (int x = 0; x < bar.width(); ++x) {

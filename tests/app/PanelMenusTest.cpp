@@ -29,7 +29,7 @@ protected:
         return titles;
     }
 
-    /// The entry of the open menu or of the Edit menu in it.
+    /// An entry of the open menu or of its Edit submenu.
     static QAction &entry(const QString &title)
     {
         for (auto *const action : menu()->actions()) {
@@ -46,7 +46,7 @@ protected:
         throw std::runtime_error("no entry " + title.toStdString());
     }
 
-    static QColor groundOfMenu()
+    static QColor backgroundOfMenu()
     {
         const auto picture = menu()->grab().toImage();
         return picture.pixelColor(4, picture.height() - 4);
@@ -54,8 +54,8 @@ protected:
 
     void openByKey() { Input::key(panel(), Qt::Key_F10); }
 
-    /// As the window system tells of a menu key or a right click.
-    void askForMenu(QWidget &widget, QContextMenuEvent::Reason reason)
+    /// Sends the event of a Menu key or a right click.
+    void requestMenu(QWidget &widget, QContextMenuEvent::Reason reason)
     {
         QContextMenuEvent event(reason, widget.rect().center(),
                                 widget.mapToGlobal(widget.rect().center()));
@@ -63,7 +63,7 @@ protected:
     }
 };
 
-TEST_F(PanelMenusTest, ShowsAllEntriesByF10)
+TEST_F(PanelMenusTest, OpensByF10WithAllEntries)
 {
     start({ tabOf("Prompts", { "a" }) });
     Input::click(editor(0));
@@ -71,6 +71,7 @@ TEST_F(PanelMenusTest, ShowsAllEntriesByF10)
     ASSERT_TRUE(menu());
     EXPECT_EQ(titlesOf(*menu()), Texts({ "About Quillsatchel", "Settings\u2026", "-",
                                          "Hide Quillsatchel", "Quit Quillsatchel", "-", "Edit" }));
+    EXPECT_EQ(menu()->actions().front()->parent()->property("title"), u"Quillsatchel"_s);
     EXPECT_EQ(titlesOf(*menu()->actions().back()->menu()),
               Texts({ "Undo", "Redo", "-", "Cut", "Copy", "Paste", "Select All" }));
     EXPECT_EQ(menu()->pos(), panel().mapToGlobal(QPoint(0, TitleBar::Height)));
@@ -80,56 +81,56 @@ TEST_F(PanelMenusTest, OpensByARightClickOnTheTitleBar)
 {
     start();
     auto *const titleBar = panel().findChild<TitleBar *>();
-    askForMenu(*titleBar, QContextMenuEvent::Mouse);
+    requestMenu(*titleBar, QContextMenuEvent::Mouse);
     ASSERT_TRUE(menu());
     EXPECT_EQ(menu()->pos(), titleBar->mapToGlobal(titleBar->rect().center()));
 }
 
-TEST_F(PanelMenusTest, OpensByARightClickOnANameInTheTitleBar)
+TEST_F(PanelMenusTest, OpensByARightClickOnAButtonInTheTitleBar)
 {
     start();
-    askForMenu(button("About Quillsatchel"), QContextMenuEvent::Mouse);
+    requestMenu(button("About Quillsatchel"), QContextMenuEvent::Mouse);
     EXPECT_TRUE(menu());
 }
 
-TEST_F(PanelMenusTest, StaysClosedByARightClickBelowTheTitleBar)
+TEST_F(PanelMenusTest, StaysClosedAfterARightClickBelowTheTitleBar)
 {
     start();
-    askForMenu(button("New Node"), QContextMenuEvent::Mouse);
+    requestMenu(button("New Node"), QContextMenuEvent::Mouse);
     EXPECT_FALSE(menu());
 }
 
-TEST_F(PanelMenusTest, OpensByTheMenuKeyWhereTheFocusHasNoMenuOfItsOwn)
+TEST_F(PanelMenusTest, OpensByTheMenuKeyForAWidgetWithoutAMenu)
 {
     start();
-    askForMenu(button("New Node"), QContextMenuEvent::Keyboard);
+    requestMenu(button("New Node"), QContextMenuEvent::Keyboard);
     ASSERT_TRUE(menu());
     EXPECT_EQ(menu()->pos(), panel().mapToGlobal(QPoint(0, TitleBar::Height)));
 }
 
-TEST_F(PanelMenusTest, LeavesTheMenuKeyToATextWithAMenuOfItsOwn)
+TEST_F(PanelMenusTest, LeavesTheMenuKeyToATextWithAMenu)
 {
     start({ tabOf("Prompts", { "abc" }) });
     Input::click(editor(0));
-    askForMenu(*editor(0).viewport(), QContextMenuEvent::Keyboard);
+    requestMenu(*editor(0).viewport(), QContextMenuEvent::Keyboard);
     ASSERT_TRUE(menu());
     EXPECT_EQ(menu()->actions().front()->text().toStdString(), "Undo");
 }
 
-TEST_F(PanelMenusTest, IsDarkAsAreTheMenusOfTexts)
+TEST_F(PanelMenusTest, IsAsDarkAsTheMenusOfTexts)
 {
     start({ tabOf("Prompts", { "abc" }) });
     Input::click(editor(0));
     openByKey();
-    EXPECT_LT(groundOfMenu().lightnessF(), 0.3);
-    EXPECT_EQ(groundOfMenu().alpha(), 255);
+    EXPECT_LT(backgroundOfMenu().lightnessF(), 0.3);
+    EXPECT_EQ(backgroundOfMenu().alpha(), 255);
     menu()->close();
-    askForMenu(*editor(0).viewport(), QContextMenuEvent::Keyboard);
-    EXPECT_LT(groundOfMenu().lightnessF(), 0.3);
-    EXPECT_EQ(groundOfMenu().alpha(), 255);
+    requestMenu(*editor(0).viewport(), QContextMenuEvent::Keyboard);
+    EXPECT_LT(backgroundOfMenu().lightnessF(), 0.3);
+    EXPECT_EQ(backgroundOfMenu().alpha(), 255);
 }
 
-TEST_F(PanelMenusTest, DoesNotEndTheRenamingOfATab)
+TEST_F(PanelMenusTest, KeepsTheRenamingOfATabOpen)
 {
     machine.pasteboard.contents = "pasted";
     start();
@@ -147,7 +148,7 @@ TEST_F(PanelMenusTest, DoesNotEndTheRenamingOfATab)
     EXPECT_TRUE(chips()[0]->isAncestorOf(field));
 }
 
-TEST_F(PanelMenusTest, OffersWhatCanBeDoneWithTheFocusedText)
+TEST_F(PanelMenusTest, EnablesTheCommandsForTheFocusedText)
 {
     QGuiApplication::clipboard()->clear();
     start({ tabOf("Prompts", { "abc" }) });
@@ -168,7 +169,7 @@ TEST_F(PanelMenusTest, OffersWhatCanBeDoneWithTheFocusedText)
     EXPECT_TRUE(entry(u"Redo"_s).isEnabled());
 }
 
-TEST_F(PanelMenusTest, OffersNothingWithoutAFocusedText)
+TEST_F(PanelMenusTest, DisablesEditingWithoutAFocusedText)
 {
     start({ tabOf("Prompts", { "abc" }) });
     button("New Node").setFocus();
@@ -177,7 +178,7 @@ TEST_F(PanelMenusTest, OffersNothingWithoutAFocusedText)
         EXPECT_FALSE(entry(QString::fromLatin1(title)).isEnabled()) << title;
 }
 
-TEST_F(PanelMenusTest, ActsOnTheFocusedTextWhenItIsUsedByKeys)
+TEST_F(PanelMenusTest, ActsOnTheFocusedTextWhenUsedByKeyboard)
 {
     start({ tabOf("Prompts", { "abc" }) });
     Input::click(editor(0));
@@ -193,7 +194,7 @@ TEST_F(PanelMenusTest, ActsOnTheFocusedTextWhenItIsUsedByKeys)
     EXPECT_EQ(editor(0).textCursor().selectedText().toStdString(), "abc");
 }
 
-TEST_F(PanelMenusTest, ActsOnTheNameOfARenamedTabWhenItIsUsedByKeys)
+TEST_F(PanelMenusTest, ActsOnTheNameOfARenamedTabWhenUsedByKeyboard)
 {
     start();
     Input::doubleClick(*chips()[0]);
@@ -212,18 +213,18 @@ TEST_F(PanelMenusTest, ActsOnTheNameOfARenamedTabWhenItIsUsedByKeys)
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "Prompts");
 }
 
-TEST_F(PanelMenusTest, StartsAtTheFirstEntryWhenItIsOpenedByKeyboard)
+TEST_F(PanelMenusTest, SelectsTheFirstEntryWhenOpenedByKeyboard)
 {
     start();
     openByKey();
     ASSERT_TRUE(menu()->activeAction());
     EXPECT_EQ(menu()->activeAction()->text().toStdString(), "About Quillsatchel");
     menu()->close();
-    askForMenu(*panel().findChild<TitleBar *>(), QContextMenuEvent::Mouse);
+    requestMenu(*panel().findChild<TitleBar *>(), QContextMenuEvent::Mouse);
     EXPECT_FALSE(menu()->activeAction());
 }
 
-TEST_F(PanelMenusTest, OpensByShiftF10AsByTheMenuKey)
+TEST_F(PanelMenusTest, OpensByShiftF10LikeTheMenuKey)
 {
     start({ tabOf("Prompts", { "abc" }) });
     const auto titlesAfterShiftF10 = [this](QWidget &focused) {
@@ -242,11 +243,13 @@ TEST_F(PanelMenusTest, OpensByShiftF10AsByTheMenuKey)
     EXPECT_TRUE(titlesAfterShiftF10(editor(0)).front().starts_with("Undo"));
 }
 
-TEST_F(PanelMenusTest, ListsTheLaunchersWhereNoTrayDoes)
+TEST_F(PanelMenusTest, ListsTheLaunchersWithoutATray)
 {
     start();
-    ASSERT_TRUE(delegate->launcherStore().setWebsite("four.example", 4));
-    ASSERT_TRUE(delegate->launcherStore().setWebsite("a&b.example/docs", 1));
+    setWebsite(4, "four.example");
+    setWebsite(1, "a&b.example/docs");
+    Input::key(panel(), Qt::Key_Escape);
+    ASSERT_TRUE(disappears<LauncherSettingsCard>());
     openByKey();
     EXPECT_EQ(titlesOf(*menu()),
               Texts({ "About Quillsatchel", "Settings\u2026", "-", "a&&b.example", "four.example",
@@ -258,14 +261,14 @@ TEST_F(PanelMenusTest, ListsTheLaunchersWhereNoTrayDoes)
 
     machine.statusBar.kind.set(StatusBar::Kind::notifier);
     openByKey();
-    EXPECT_EQ(menu()->actions().size(), 7) << "the launchers are in the tray's menu";
+    EXPECT_EQ(menu()->actions().size(), 7) << "the menu of the tray lists them";
     menu()->close();
     machine.statusBar.kind.set(StatusBar::Kind::none);
     openByKey();
     EXPECT_EQ(menu()->actions().size(), 10);
 }
 
-TEST_F(PanelMenusTest, LeavesTheEditKeysToTheText)
+TEST_F(PanelMenusTest, LeavesEditShortcutsToTheText)
 {
     start({ tabOf("Prompts", { "abc" }) });
     Input::click(editor(0));

@@ -1,11 +1,11 @@
 #include "app/StatusItem.h"
 
-#include "fakes/FakeStatusBar.h"
+#include "app/TrayMenu.h"
+#include "launchers/LauncherStoreFixture.h"
 
-#include <QAction>
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,73 +15,99 @@ namespace
 using Action = MenuItem::Action;
 using Kind = StatusBar::Kind;
 
-/// An icon whose bar comes and goes as the test says. That a bar really shows it is for the tests
-/// of the whole program.
-class StatusItemTest : public testing::Test
+/// The tray shows no real icon here; the desktop tests cover that.
+class StatusItemTest : public LauncherStoreFixture
 {
 protected:
-    void prepare()
+    StatusItemTest()
     {
-        ++preparations;
-        item.setMenu(
-            { .items = { { .action = Action::ShowPanel, .title = QStringLiteral("a_b & c") } } });
+        auto website = ExampleLaunchers::website();
+        website.name = "a_b & c";
+        writeFile(ExampleLaunchers::encode({ website }));
+        item.emplace(bar, preferences, store(),
+                     [this](const MenuItem &each) { performed.push_back(each.action); });
     }
 
-    std::string label() const { return item.menu().actions().at(0)->text().toStdString(); }
+    static std::string launcherLabel() { return TrayMenu::titles().at(4); }
 
-    FakeStatusBar bar;
+    static const QAction *firstEntry() { return TrayMenu::menu().actions().value(0); }
+
+    FakeStatusBar &bar = machine.statusBar;
+    WindowPreferences preferences;
     std::vector<Action> performed;
-    int preparations = 0;
-    StatusItem item { bar, [this](const MenuItem &each) { performed.push_back(each.action); },
-                      [this] { prepare(); } };
+    std::optional<StatusItem> item;
 };
 
-TEST_F(StatusItemTest, LooksForABarWhenItBegins)
+TEST_F(StatusItemTest, LooksForATrayOnceItBegins)
 {
     EXPECT_EQ(bar.beginCalls, 0);
-    item.begin();
+    item->begin();
     EXPECT_EQ(bar.beginCalls, 1);
 }
 
-TEST_F(StatusItemTest, PreparesNoMenuWithoutABar)
+TEST_F(StatusItemTest, BuildsNoMenuWithoutATray)
 {
-    item.begin();
-    EXPECT_EQ(preparations, 0);
-    EXPECT_FALSE(item.isShown());
+    item->begin();
+    store().clear(0);
+    EXPECT_TRUE(TrayMenu::menu().isEmpty());
+    EXPECT_FALSE(item->isShown());
 }
 
-TEST_F(StatusItemTest, AppearsWhenABarDoesAndFollowsIt)
+TEST_F(StatusItemTest, AppearsAndDisappearsWithTheTrayAndKeepsItsMenu)
 {
-    item.begin();
+    item->begin();
     bar.kind.set(Kind::notifier);
-    EXPECT_TRUE(item.isShown());
+    EXPECT_TRUE(item->isShown());
+    const auto *const entry = firstEntry();
     bar.kind.set(Kind::none);
-    EXPECT_FALSE(item.isShown());
+    EXPECT_FALSE(item->isShown());
     bar.kind.set(Kind::notifier);
-    EXPECT_TRUE(item.isShown());
-    EXPECT_EQ(preparations, 1);
+    EXPECT_TRUE(item->isShown());
+    EXPECT_EQ(firstEntry(), entry);
 }
 
-TEST_F(StatusItemTest, MarksUnderscoresForBarsOverDBusAlone)
+TEST_F(StatusItemTest, FollowsTheAlwaysOnTopPreference)
 {
-    item.begin();
+    preferences.alwaysOnTop.set(false);
+    item->begin();
     bar.kind.set(Kind::notifier);
-    EXPECT_EQ(label(), "&a__b & c");
+    EXPECT_FALSE(TrayMenu::entry("Always on Top").isChecked());
+    const auto *const entry = firstEntry();
+    preferences.alwaysOnTop.set(true);
+    EXPECT_TRUE(TrayMenu::entry("Always on Top").isChecked());
+    EXPECT_EQ(firstEntry(), entry) << "rebuilt the menu";
 }
 
-TEST_F(StatusItemTest, LeavesUnderscoresAloneInItsOwnMenu)
+TEST_F(StatusItemTest, FollowsTheLaunchers)
 {
-    item.begin();
+    item->begin();
+    bar.kind.set(Kind::notifier);
+    store().clear(0);
+    EXPECT_EQ(TrayMenu::titles().size(), 5U);
+    ASSERT_TRUE(store().setWebsite("example.com", 1));
+    EXPECT_EQ(launcherLabel(), "example.com");
+}
+
+TEST_F(StatusItemTest, EscapesUnderscoresInMenusOverDBus)
+{
+    item->begin();
+    bar.kind.set(Kind::notifier);
+    EXPECT_EQ(launcherLabel(), "&a__b & c");
+}
+
+TEST_F(StatusItemTest, KeepsUnderscoresInMenusOfQt)
+{
+    item->begin();
     bar.kind.set(Kind::embedded);
-    EXPECT_EQ(label(), "a_b && c");
+    EXPECT_EQ(launcherLabel(), "a_b && c");
 }
 
-TEST_F(StatusItemTest, PerformsWhatIsChosen)
+TEST_F(StatusItemTest, PerformsTheChosenEntry)
 {
-    item.begin();
+    item->begin();
     bar.kind.set(Kind::notifier);
-    item.menu().actions().at(0)->trigger();
-    EXPECT_EQ(performed, std::vector({ Action::ShowPanel }));
+    TrayMenu::entry("Show Quillsatchel").trigger();
+    EXPECT_EQ(performed, std::vector({ Action::showPanel }));
 }
 
 } // namespace

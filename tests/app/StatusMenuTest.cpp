@@ -18,12 +18,15 @@ using Texts = std::vector<std::string>;
 class StatusMenuTest : public LauncherStoreFixture
 {
 protected:
-    Menu make(bool isAlwaysOnTop = true) { return StatusMenu::make(isAlwaysOnTop, store(), 2); }
+    std::vector<MenuItem> make(bool isAlwaysOnTop = true)
+    {
+        return StatusMenu::make(isAlwaysOnTop, store(), 2);
+    }
 
-    static Texts titlesOf(const Menu &menu)
+    static Texts titlesOf(const std::vector<MenuItem> &items)
     {
         Texts titles;
-        for (const auto &item : menu.items)
+        for (const auto &item : items)
             titles.push_back(item.isSeparator() ? "-" : item.title.toStdString());
         return titles;
     }
@@ -34,7 +37,7 @@ protected:
         item.name = name;
         writeFile(ExampleLaunchers::encode({ item }));
         restart();
-        return make().items[4].title.toStdString();
+        return make()[4].title.toStdString();
     }
 
     void fillSlots(std::initializer_list<int> slots)
@@ -46,20 +49,20 @@ protected:
 
 TEST_F(StatusMenuTest, HasFiveEntriesWithoutLaunchers)
 {
-    const auto menu = make();
-    EXPECT_EQ(titlesOf(menu), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
-                                      "Quit Quillsatchel" }));
-    EXPECT_EQ(menu.items[0].action, Action::ShowPanel);
-    EXPECT_EQ(menu.items[1].action, Action::ToggleFloating);
-    EXPECT_EQ(menu.items[2].action, Action::ShowSettings);
-    EXPECT_EQ(menu.items[4].action, Action::Quit);
+    const auto items = make();
+    EXPECT_EQ(titlesOf(items), Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-",
+                                       "Quit Quillsatchel" }));
+    EXPECT_EQ(items[0].action, Action::showPanel);
+    EXPECT_EQ(items[1].action, Action::toggleFloating);
+    EXPECT_EQ(items[2].action, Action::showSettings);
+    EXPECT_EQ(items[4].action, Action::quitApp);
 }
 
-TEST_F(StatusMenuTest, HasKeysForSettingsAndQuitAlone)
+TEST_F(StatusMenuTest, HasShortcutsForSettingsAndQuitOnly)
 {
     fillSlots({ 0 });
     Texts keys;
-    for (const auto &item : make().items)
+    for (const auto &item : make())
         keys.push_back(item.keyEquivalent.toString(QKeySequence::PortableText).toStdString());
     EXPECT_EQ(keys, Texts({ "", "", "Ctrl+,", "", "", "", "Ctrl+Q" }));
 }
@@ -67,19 +70,19 @@ TEST_F(StatusMenuTest, HasKeysForSettingsAndQuitAlone)
 TEST_F(StatusMenuTest, ListsTheLaunchersBetweenTwoSeparators)
 {
     fillSlots({ 4, 0, 2 });
-    const auto menu = make();
-    EXPECT_EQ(titlesOf(menu),
+    const auto items = make();
+    EXPECT_EQ(titlesOf(items),
               Texts({ "Show Quillsatchel", "Always on Top", "Settings\u2026", "-", "site0.example",
                       "site2.example", "site4.example", "-", "Quit Quillsatchel" }));
     for (const std::size_t index : { 0U, 1U, 2U }) {
-        const auto &item = menu.items[4 + index];
-        EXPECT_EQ(item.action, Action::LaunchConfiguredItem);
+        const auto &item = items[4 + index];
+        EXPECT_EQ(item.action, Action::launchConfiguredItem);
         EXPECT_EQ(item.representedSlot, static_cast<int>(2 * index));
     }
-    EXPECT_FALSE(menu.items[0].representedSlot);
+    EXPECT_FALSE(items[0].representedSlot);
 }
 
-TEST_F(StatusMenuTest, MakesTheLaunchersAlone)
+TEST_F(StatusMenuTest, ListsTheLaunchersSeparately)
 {
     EXPECT_TRUE(StatusMenu::makeLauncherItems(store(), 2).empty());
     fillSlots({ 4, 0 });
@@ -89,7 +92,7 @@ TEST_F(StatusMenuTest, MakesTheLaunchersAlone)
     EXPECT_EQ(items[1].title.toStdString(), "site4.example");
 }
 
-TEST_F(StatusMenuTest, ShowsNamesOnOneLineThatFitsTheScreen)
+TEST_F(StatusMenuTest, ShortensNamesToOneLine)
 {
     EXPECT_EQ(titleFor("a\nb\tc\x01"
                        "d \u202E e"),
@@ -98,29 +101,29 @@ TEST_F(StatusMenuTest, ShowsNamesOnOneLineThatFitsTheScreen)
     EXPECT_EQ(titleFor(""), "");
 }
 
-TEST_F(StatusMenuTest, MarksWhetherThePanelIsOnTop)
+TEST_F(StatusMenuTest, ChecksAlwaysOnTopAsThePreferenceSays)
 {
-    EXPECT_EQ(make(true).items[1].state, true);
-    EXPECT_EQ(make(false).items[1].state, false);
-    EXPECT_FALSE(make().items[0].state);
-    EXPECT_FALSE(make().items[2].state);
+    EXPECT_EQ(make(true)[1].state, true);
+    EXPECT_EQ(make(false)[1].state, false);
+    EXPECT_FALSE(make()[0].state);
+    EXPECT_FALSE(make()[2].state);
 }
 
 TEST_F(StatusMenuTest, ShowsAGearBesideTheSettings)
 {
-    const auto image = make().items[2].image;
+    const auto image = make()[2].image;
     ASSERT_TRUE(image);
     EXPECT_EQ(image->symbol, "gearshape");
     EXPECT_EQ(image->description, "Settings");
-    EXPECT_FALSE(make().items[0].image);
-    EXPECT_FALSE(make().items[1].image);
+    EXPECT_FALSE(make()[0].image);
+    EXPECT_FALSE(make()[1].image);
 }
 
 TEST_F(StatusMenuTest, ShowsTheIconsOfTheLaunchers)
 {
     machine.workspace.icon = PictureBytes::filled(64, 64, Qt::green);
     fillWithApplication(3);
-    const auto image = make().items[4].image;
+    const auto image = make()[4].image;
     ASSERT_TRUE(image);
     EXPECT_EQ(image->image.size(), QSize(36, 36)); // 18 points at two pixels each
     EXPECT_EQ(image->image.devicePixelRatio(), 2);
@@ -130,7 +133,7 @@ TEST_F(StatusMenuTest, ShowsTheIconsOfTheLaunchers)
 TEST_F(StatusMenuTest, ShowsASymbolForAWebsiteWithoutAnIcon)
 {
     fillSlots({ 1 });
-    const auto image = make().items[4].image;
+    const auto image = make()[4].image;
     ASSERT_TRUE(image);
     EXPECT_TRUE(image->image.isNull());
     EXPECT_EQ(image->symbol, "globe");
