@@ -25,7 +25,7 @@
 namespace
 {
 
-/// Shows the panel until the application is told to end. Nothing of it is left afterwards.
+/// Shows the panel and runs the event loop. Frees everything before it returns.
 int run(SingleInstance &instance)
 {
     const TerminationSignals terminationSignals;
@@ -48,8 +48,8 @@ int run(SingleInstance &instance)
 int main(int argc, char *argv[])
 {
     const TerminalDetachment terminalDetachment;
-    // A save beyond the limit of file sizes fails as on a full disk, and does not end the program.
-    // A handler rather than SIG_IGN, which programs we start would inherit.
+    // Exceeding the file size limit then fails the save instead of killing the program. A handler
+    // because programs we start would inherit SIG_IGN.
     const SignalHandler fileSizeExceeded(SIGXFSZ, [](int) {});
     StartupEnvironment::removeRelativeDataHome();
     const QString folder = prepareApplicationFolder(StandardFileLocations());

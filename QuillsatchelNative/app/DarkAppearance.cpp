@@ -17,8 +17,8 @@ QColor white(double opacity)
 
 QPalette darkPalette()
 {
-    const QColor ground = Painting::qColor(SatchelTheme::raised);
-    QPalette palette(ground.lighter(115), ground);
+    const QColor background = Painting::qColor(SatchelTheme::raised);
+    QPalette palette(background.lighter(115), background);
     palette.setColor(QPalette::Base, Qt::transparent);
     palette.setColor(QPalette::Text, white(0.92));
     palette.setColor(QPalette::WindowText, white(0.92));
@@ -26,14 +26,14 @@ QPalette darkPalette()
     palette.setColor(QPalette::PlaceholderText, white(0.5));
     palette.setColor(QPalette::Highlight, Painting::qColor(SatchelTheme::accent.withOpacity(0.75)));
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    // Only the text with the keyboard has the accent.
+    // Only the focused text has the accent colour.
     palette.setColor(QPalette::Inactive, QPalette::Highlight, white(0.2));
-    palette.setColor(QPalette::ToolTipBase, ground);
+    palette.setColor(QPalette::ToolTipBase, background);
     palette.setColor(QPalette::ToolTipText, white(0.92));
     palette.setColor(QPalette::Disabled, QPalette::Text, white(0.35));
     palette.setColor(QPalette::Disabled, QPalette::WindowText, white(0.35));
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, white(0.35));
-    // The style gives what cannot be chosen a shadow, which looks blurred on a dark ground.
+    // Fusion draws disabled entries with a shadow, which looks blurred on a dark background.
     palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
     return palette;
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-/// The one look of the program's menus, tooltips and standard controls, whatever style and
-/// colours the desktop is set to.
+/// The dark style of menus, tooltips and standard controls, independent of the desktop's settings.
 namespace DarkAppearance
 {
 
-/// Needs the QApplication; to be called before any window is shown.
+/// Call after creating the QApplication and before showing a window.
 void apply();
 
 } // namespace DarkAppearance

@@ -27,19 +27,19 @@ DialogChrome::DialogChrome(QDialog &dialog, WindowSystem &windowSystem)
     dialog.setAttribute(Qt::WA_TranslucentBackground);
     dialog.setSizeGripEnabled(false);
     dialog.installEventFilter(this);
-    makeRoom();
+    addTopMargin();
     arrange();
     m_compositingCancellable = windowSystem.isCompositing.sink([this](bool) { renderEdge(); });
 }
 
-void DialogChrome::makeRoom()
+void DialogChrome::addTopMargin()
 {
-    const QSize room(0, TitleBar::Height);
+    const QSize growth(0, TitleBar::Height);
     auto &layout = *m_dialog.layout();
-    layout.setContentsMargins(layout.contentsMargins() + QMargins(0, room.height(), 0, 0));
-    m_dialog.setMinimumSize(m_dialog.minimumSize() + room);
+    layout.setContentsMargins(layout.contentsMargins() + QMargins(0, growth.height(), 0, 0));
+    m_dialog.setMinimumSize(m_dialog.minimumSize() + growth);
     const QSize largest = m_dialog.screen()->availableGeometry().size();
-    m_dialog.resize((m_dialog.size() + room).boundedTo(largest));
+    m_dialog.resize((m_dialog.size() + growth).boundedTo(largest));
 }
 
 bool DialogChrome::eventFilter(QObject * /*dialog*/, QEvent *event)
@@ -49,7 +49,7 @@ bool DialogChrome::eventFilter(QObject * /*dialog*/, QEvent *event)
     else if (event->type() == QEvent::WindowStateChange)
         renderEdge();
     else if (event->type() == QEvent::Paint)
-        paintGround();
+        paintBackground();
     return false;
 }
 
@@ -67,8 +67,8 @@ void DialogChrome::renderEdge()
     m_frame->setAttribute(Qt::WA_TransparentForMouseEvents, m_dialog.isMaximized());
 }
 
-// A translucent window has no ground of its own. The frame cuts its corners round.
-void DialogChrome::paintGround()
+// Qt paints no background for a translucent window. The frame rounds the corners.
+void DialogChrome::paintBackground()
 {
     QPainter(&m_dialog).fillRect(m_dialog.rect(), m_dialog.palette().window());
 }

@@ -9,16 +9,16 @@ class DialogTitleBar;
 class PanelFrame;
 class QDialog;
 
-/// Gives a dialog the panel's title bar and rim in place of the window manager's decoration, which
-/// is light on a light desktop. The dialog is moved by the one and resized by the other; its
-/// corners are round where there is a compositor.
+/// Replaces the window manager's decoration of a dialog, which is light on a light desktop, with a
+/// title bar and a frame like the panel's, to move and to resize it. The corners are round under a
+/// compositor.
 class DialogChrome final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `dialog` has its title, its layout and its size, and is not shown yet. It grows by the title
-    /// bar, but not beyond its screen, and owns what is added.
+    /// Call before showing `dialog`, once it has its title, layout and size. It grows by the height
+    /// of the title bar, but not beyond its screen. It owns the added widgets.
     static void addTo(QDialog &dialog, WindowSystem &windowSystem);
 
     bool eventFilter(QObject *dialog, QEvent *event) override;
@@ -26,10 +26,10 @@ public:
 private:
     DialogChrome(QDialog &dialog, WindowSystem &windowSystem);
 
-    void makeRoom();
+    void addTopMargin();
     void arrange();
     void renderEdge();
-    void paintGround();
+    void paintBackground();
 
     QDialog &m_dialog;
     WindowSystem &m_windowSystem;

@@ -7,8 +7,8 @@
 class QLabel;
 class TrafficLight;
 
-/// The title bar of a dialog, drawn as the panel's: a close button at the left and the window's
-/// title in the middle. The window is moved by all but the button.
+/// The title bar of a dialog: a close button on the left, the window title in the middle. Dragging
+/// it anywhere but at the button moves the window.
 class DialogTitleBar final : public QWidget
 {
     Q_OBJECT

@@ -10,8 +10,8 @@ namespace EmojiFont
 namespace
 {
 
-// The font's own family is named: for an alias such as "Sans Serif", which is no font itself, Qt
-// would draw all text with the first family in the list that is one.
+// Uses the resolved family: for an alias such as "Sans Serif", Qt would draw all text with the
+// first family in the list that is a real font.
 QFont withEmoji(QFont font, const QString &family)
 {
     font.setFamilies(QStringList { QFontInfo(font).family(), family } + font.families().mid(1));
@@ -24,7 +24,7 @@ void apply(const QString &family)
 {
     if (family.isEmpty())
         return;
-    // Setting the general font makes Qt forget those that the desktop has for menus and tooltips.
+    // Setting the general font discards the desktop's fonts for menus and tooltips.
     const QFont menuFont = QApplication::font("QMenu");
     const QFont tooltipFont = QApplication::font("QTipLabel");
     QApplication::setFont(withEmoji(QApplication::font(), family));

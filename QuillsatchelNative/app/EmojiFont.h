@@ -2,14 +2,13 @@
 
 class QString;
 
-/// The font for emoji. Qt looks for a character that the desktop's font lacks in all other fonts,
-/// the nearest in style first, and so draws emoji with monochrome symbols although the machine has
-/// a color font, which is never near in style.
+/// The font for emoji. For characters that the desktop's font lacks, Qt prefers fonts of a similar
+/// style. Colour fonts never are, so Qt would draw emoji as monochrome symbols.
 namespace EmojiFont
 {
 
-/// Has emoji drawn with the font `family` in all texts, menus and tooltips. Needs the QApplication;
-/// to be called before any window is made. Nothing changes if `family` is empty.
+/// Makes `family` the font for emoji in all texts, menus and tooltips. Does nothing if it is empty.
+/// Call after creating the QApplication and before creating a window.
 void apply(const QString &family);
 
 } // namespace EmojiFont

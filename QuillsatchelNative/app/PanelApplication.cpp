@@ -30,7 +30,7 @@ bool PanelApplication::event(QEvent *event)
     return true;
 }
 
-// A window passes the event on to the widget with the keyboard, as it does for the Menu key.
+// The window passes the event on to the focused widget, as it does for the Menu key.
 bool PanelApplication::notify(QObject *receiver, QEvent *event)
 {
     if (!receiver->isWindowType() || !isShiftF10(*event))

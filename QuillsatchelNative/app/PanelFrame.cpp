@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr int GripThickness = 4;
-constexpr int CornerLength = 14; // of an edge, from where it pulls the corner
+constexpr int CornerLength = 14; // the part of an edge that resizes both ways
 
 Qt::CursorShape cursorFor(Qt::Edges edges)
 {
@@ -37,7 +37,7 @@ void PanelFrame::setRadius(int radius)
     update();
 }
 
-// Only the rim is the frame's: what is inside belongs to the panel's content.
+// Pointer events inside the border go to the content.
 void PanelFrame::resizeEvent(QResizeEvent * /*event*/)
 {
     const QMargins grip(GripThickness, GripThickness, GripThickness, GripThickness);

@@ -2,8 +2,8 @@
 
 #include <QWidget>
 
-/// The rim of the panel, on top of everything in it: it draws the edge, cuts the corners round,
-/// and is where the pointer takes hold to resize the window. The rest of the panel is untouched.
+/// The border of a window, on top of its content: draws the edge, rounds the corners, and resizes
+/// the window when dragged.
 class PanelFrame final : public QWidget
 {
     Q_OBJECT

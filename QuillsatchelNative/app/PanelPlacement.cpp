@@ -27,7 +27,7 @@ int distance(const QRect &area, const QPoint &place)
     return (nearestIn(area, place) - place).manhattanLength();
 }
 
-/// The frame moved into the area; at its top left if it does not fit.
+/// The frame moved into the area; at the top left if it does not fit.
 QRect movedInto(const QRect &area, const QRect &frame)
 {
     const auto moved = [](int place, int length, int begin, int end) {
@@ -40,7 +40,7 @@ QRect movedInto(const QRect &area, const QRect &frame)
 
 } // namespace
 
-QRect PanelPlacement::inView(const QRect &frame, const QSize &least, const QList<QRect> &areas)
+QRect PanelPlacement::inView(const QRect &frame, const QSize &minimum, const QList<QRect> &areas)
 {
     if (areas.isEmpty() || isWithin(frame, areas))
         return frame;
@@ -48,6 +48,6 @@ QRect PanelPlacement::inView(const QRect &frame, const QSize &least, const QList
         return distance(area, frame.center());
     };
     const QRect area = *std::ranges::min_element(areas, {}, distanceFromFrame);
-    const QSize size = frame.size().boundedTo(area.size()).expandedTo(least);
+    const QSize size = frame.size().boundedTo(area.size()).expandedTo(minimum);
     return movedInto(area, QRect(frame.topLeft(), size));
 }

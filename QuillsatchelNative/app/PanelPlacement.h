@@ -5,15 +5,14 @@
 
 class QSize;
 
-/// Where a panel lies on the screens, in points.
+/// Positions of a panel on the screens, in points.
 namespace PanelPlacement
 {
 
-/// The frame nearest to `frame` of which the user sees all: `frame` itself if it lies within
-/// `areas`, the free areas of the screens, even across several. Otherwise it moves into the nearest
-/// area, the first of equally near ones, and shrinks to fit, but never below `least`. What still
-/// does not fit is cut off at the right and at the bottom: the title bar stays in view. Without
-/// areas nothing changes.
-QRect inView(const QRect &frame, const QSize &least, const QList<QRect> &areas);
+/// Returns `frame` if `areas`, the available areas of the screens, cover it, even several together.
+/// Otherwise moves it into the nearest area (the first of equally near ones) and shrinks it to fit,
+/// but never below `minimum`. A frame that still does not fit extends beyond the right and bottom
+/// edges, so that the title bar stays in view. Without areas, returns `frame`.
+QRect inView(const QRect &frame, const QSize &minimum, const QList<QRect> &areas);
 
 } // namespace PanelPlacement

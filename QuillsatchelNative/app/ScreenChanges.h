@@ -7,8 +7,8 @@
 
 class QScreen;
 
-/// Tells of screens that come, go, or change their place, size or free area. Such changes come in
-/// volleys, and window managers move windows after them: it tells once, when they have settled.
+/// Reports added, removed and changed screens. Debounced: such changes come in bursts, and window
+/// managers move windows after them.
 class ScreenChanges final : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     /// Needs the QGuiApplication.
     explicit ScreenChanges(std::function<void()> onChange);
 
-    /// Calls `onChange` after the settling time, as after a change of the screens.
+    /// Acts as if a screen had changed.
     void settle() { m_settling.start(); }
 
 private:

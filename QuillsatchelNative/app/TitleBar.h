@@ -11,9 +11,8 @@
 
 class TitlebarControlsView;
 
-/// The panel's own title bar, drawn over its content: the window's buttons at the left, icon and
-/// name in the middle, the title-bar controls at the right. The window is moved by what is left
-/// of it, and zoomed by a double click there.
+/// The panel's title bar, drawn over its content: window buttons on the left, icon and name in the
+/// middle, controls on the right. Dragging elsewhere moves the window, a double click zooms it.
 class TitleBar final : public QWidget
 {
     Q_OBJECT
@@ -24,7 +23,7 @@ public:
     /// In points.
     static constexpr int Height = 28;
 
-    /// The icon was pressed.
+    /// The user clicked the icon.
     std::function<void()> onShowAbout = [] {};
 
 protected:

@@ -44,7 +44,7 @@ void paintBadge(QPainter &painter, const QRect &place)
     Painting::fillCapsule(painter, place, SrgbColor::white(0.07));
     painter.setFont(badgeFont());
     painter.setPen(Painting::qColor(SatchelTheme::secondary));
-    // The last letter's tracking would push the word off the middle.
+    // Compensates the letter spacing after the last letter.
     painter.drawText(place.adjusted(qRound(BadgeTracking), 0, 0, 0), Qt::AlignCenter, badgeText());
 }
 

@@ -7,8 +7,7 @@
 
 class MiniSwitch;
 
-/// The right end of the title bar: a pin and a switch for "Always on Top", and the badge that
-/// says where the prompts are.
+/// The right end of the title bar: a pin and a switch for "Always on Top", and the "LOCAL" badge.
 class TitlebarControlsView final : public QWidget
 {
     Q_OBJECT

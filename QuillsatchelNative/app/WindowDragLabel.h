@@ -4,7 +4,7 @@
 
 #include <QLabel>
 
-/// A label by which the whole window is dragged, from the first movement on.
+/// A label that moves the window when dragged, from the first point on.
 class WindowDragLabel final : public QLabel
 {
     Q_OBJECT
