@@ -20,7 +20,7 @@
 namespace
 {
 
-/// The program as those find it who have it read out, in each of its states.
+/// The accessibility tree of the program in each of its states.
 class AccessibilityWalkTest : public PanelFixture
 {
 protected:
@@ -149,8 +149,8 @@ protected:
         { "with message", &AccessibilityWalkTest::withMessage },
     };
 
-    /// Calls `look` in every state, in a program started anew.
-    void inEveryState(const std::function<void()> &look)
+    /// Starts the program once per state and calls `check` in it.
+    void inEveryState(const std::function<void()> &check)
     {
         for (const auto &[name, state] : States) {
             SCOPED_TRACE(name);
@@ -160,7 +160,7 @@ protected:
             std::invoke(state, this);
             if (HasFatalFailure())
                 return;
-            look();
+            check();
             end();
         }
     }
@@ -173,13 +173,13 @@ protected:
         settle();
     }
 
-    /// All in the active window that is there to be noticed.
+    /// The objects of the active window that assistive technology can find.
     std::vector<AccessibleObject> visibleObjects()
     {
         return AccessibleTree::visibleObjects(*QApplication::activeWindow());
     }
 
-    /// What the keyboard is confined to: the dialog that is open, or else the window.
+    /// The widget that confines the focus: the open card or the window.
     static QWidget &scope()
     {
         for (QWidget *widget = QApplication::focusWidget(); widget; widget = widget->parentWidget())
@@ -188,7 +188,7 @@ protected:
         return *QApplication::activeWindow();
     }
 
-    /// Until it has come to rest and its button has the focus.
+    /// Waits until the card has faded in and its button has the focus.
     template <typename Card>
     void waitForCard()
     {
@@ -211,12 +211,12 @@ protected:
             Input::key(window, Qt::Key_Tab, control);
         else
             Input::key(window, Qt::Key_Backtab, control | Qt::ShiftModifier);
-        advance(Milliseconds(30)); // nobody types faster
+        advance(Milliseconds(30)); // faster than anyone types
         settle();
     }
 
-    /// A control and what it is called when Tab comes by: a card that is scrolled away shows
-    /// another node.
+    /// A control and its name when Tab visits it; the cards are reused for other nodes on
+    /// scrolling.
     struct Stop {
         QWidget *control = QApplication::focusWidget();
         std::string name = Input::accessibleName(*control->parentWidget()) + " / " +
@@ -230,9 +230,9 @@ protected:
         }
     };
 
-    struct Round {
+    struct TabCycle {
         std::vector<Stop> stops;
-        int jumps = 0; ///< from a control to one that is read before it
+        int jumps = 0; ///< moves against the reading order
 
         std::set<QWidget *> controls() const
         {
@@ -242,7 +242,7 @@ protected:
             return all;
         }
 
-        /// Beginning with one that both ways have.
+        /// The names in order, rotated to begin with `first`.
         std::vector<std::string> namesFrom(const std::string &first) const
         {
             std::vector<std::string> names;
@@ -253,26 +253,26 @@ protected:
         }
     };
 
-    /// What Tab visits until it comes round.
-    Round round(bool forwards)
+    /// Presses Tab until it returns to its first control.
+    TabCycle tabCycle(bool forwards)
     {
-        constexpr int Most = 300;
-        tab(forwards); // the focus may begin where Tab does not lead
-        Round round;
+        constexpr std::size_t MaxStops = 300;
+        tab(forwards); // the focus may start at a widget that Tab does not visit
+        TabCycle cycle;
         const Stop first;
         Stop current;
         do {
-            round.stops.push_back(current);
+            cycle.stops.push_back(current);
             tab(forwards);
             const Stop next;
-            round.jumps += precedes(*current.control, *next.control) ? 0 : 1;
+            cycle.jumps += precedes(*current.control, *next.control) ? 0 : 1;
             current = next;
-        } while (current != first && round.stops.size() < Most);
-        EXPECT_EQ(current, first) << "Tab never comes round";
-        return round;
+        } while (current != first && cycle.stops.size() < MaxStops);
+        EXPECT_EQ(current, first) << "Tab never returns to its first control";
+        return cycle;
     }
 
-    /// Reading order: line by line, from where a line starts.
+    /// Whether `first` comes before `second` when reading line by line.
     static bool precedes(const QWidget &first, const QWidget &second)
     {
         const auto placeOf = [](const QWidget &widget) {
@@ -286,7 +286,7 @@ protected:
     }
 };
 
-TEST_F(AccessibilityWalkTest, FindsWhatItLooksFor)
+TEST_F(AccessibilityWalkTest, FindsTheObjectsInSight)
 {
     enter("with tabs and cards");
     std::multiset<std::string> names;
@@ -299,7 +299,7 @@ TEST_F(AccessibilityWalkTest, FindsWhatItLooksFor)
     EXPECT_EQ(names.count("Always on Top"), 1U);
 }
 
-TEST_F(AccessibilityWalkTest, NamesAllThatCanBeUsed)
+TEST_F(AccessibilityWalkTest, NamesInteractiveObjects)
 {
     inEveryState([this] {
         for (const auto &object : visibleObjects()) {
@@ -312,7 +312,7 @@ TEST_F(AccessibilityWalkTest, NamesAllThatCanBeUsed)
     });
 }
 
-TEST_F(AccessibilityWalkTest, DescribesWhatShowsOnlyASymbol)
+TEST_F(AccessibilityWalkTest, DescribesButtonsWithoutText)
 {
     inEveryState([this] {
         for (const auto &object : visibleObjects()) {
@@ -325,20 +325,21 @@ TEST_F(AccessibilityWalkTest, DescribesWhatShowsOnlyASymbol)
     });
 }
 
-TEST_F(AccessibilityWalkTest, TellsSiblingsApart)
+TEST_F(AccessibilityWalkTest, GivesSiblingsDistinctNames)
 {
-    const std::set<QAccessible::Role> mayBeAlike { QAccessible::PageTab, QAccessible::ListItem };
-    inEveryState([this, &mayBeAlike] {
+    const std::set<QAccessible::Role> rolesWithEqualNames { QAccessible::PageTab,
+                                                            QAccessible::ListItem };
+    inEveryState([this, &rolesWithEqualNames] {
         std::set<std::string> seen;
         for (const auto &object : visibleObjects()) {
-            if (object.name().empty() || mayBeAlike.contains(object.role()))
+            if (object.name().empty() || rolesWithEqualNames.contains(object.role()))
                 continue;
             EXPECT_TRUE(seen.insert(object.path).second) << object.path;
         }
     });
 }
 
-TEST_F(AccessibilityWalkTest, PlacesAllInTheWindow)
+TEST_F(AccessibilityWalkTest, ReportsPlacesWithinTheWindow)
 {
     inEveryState([this] {
         const QRect window = QApplication::activeWindow()->geometry();
@@ -350,7 +351,7 @@ TEST_F(AccessibilityWalkTest, PlacesAllInTheWindow)
     });
 }
 
-TEST_F(AccessibilityWalkTest, SaysOfNothingThatItIsInSightWhenItIsNot)
+TEST_F(AccessibilityWalkTest, ReportsCoveredWidgetsAsOutOfSight)
 {
     inEveryState([this] {
         for (const auto &object : visibleObjects()) {
@@ -360,13 +361,13 @@ TEST_F(AccessibilityWalkTest, SaysOfNothingThatItIsInSightWhenItIsNot)
     });
 }
 
-TEST_F(AccessibilityWalkTest, ReachesByTabAllThatCanBeFocused)
+TEST_F(AccessibilityWalkTest, ReachesEveryFocusableControlByTab)
 {
     inEveryState([this] {
-        const auto stops = round(true).stops;
+        const auto stops = tabCycle(true).stops;
         const std::set<Stop> once(stops.begin(), stops.end());
         EXPECT_EQ(once.size(), stops.size());
-        const auto controls = Round { stops }.controls();
+        const auto controls = TabCycle { stops }.controls();
         for (const auto &object : AccessibleTree::visibleObjects(scope())) {
             const auto state = object.accessible->state();
             const bool isStop = state.focusable && !state.disabled && object.widget();
@@ -377,25 +378,24 @@ TEST_F(AccessibilityWalkTest, ReachesByTabAllThatCanBeFocused)
     });
 }
 
-TEST_F(AccessibilityWalkTest, ReachesTheSameByShiftTabBackwards)
+TEST_F(AccessibilityWalkTest, VisitsTheSameControlsBackwardsByShiftTab)
 {
     inEveryState([this] {
-        const auto forwards = round(true);
-        auto backwards = round(false);
+        const auto forwards = tabCycle(true);
+        auto backwards = tabCycle(false);
         std::ranges::reverse(backwards.stops);
         const std::string start = forwards.stops.front().name;
         EXPECT_EQ(forwards.namesFrom(start), backwards.namesFrom(start));
     });
 }
 
-TEST_F(AccessibilityWalkTest, FollowsTheEyeWithTab)
+TEST_F(AccessibilityWalkTest, MovesInReadingOrderByTab)
 {
-    inEveryState([this] {
-        EXPECT_EQ(round(true).jumps, 1) << "from the end to the beginning, and nowhere else";
-    });
+    inEveryState(
+        [this] { EXPECT_EQ(tabCycle(true).jumps, 1) << "only from the end to the beginning"; });
 }
 
-TEST_F(AccessibilityWalkTest, ClosesCardsByEscapeAndGivesTheFocusBack)
+TEST_F(AccessibilityWalkTest, RestoresTheFocusWhenEscapeClosesACard)
 {
     const std::map<std::string, std::string> openers { { "with about card", "About Quillsatchel" },
                                                        { "with launcher settings", "New Node" },
@@ -411,7 +411,7 @@ TEST_F(AccessibilityWalkTest, ClosesCardsByEscapeAndGivesTheFocusBack)
     }
 }
 
-TEST_F(AccessibilityWalkTest, ClosesTheChooserByEscapeAndComesBackToItsButton)
+TEST_F(AccessibilityWalkTest, ReturnsToTheSettingsWhenEscapeClosesTheChooser)
 {
     enter("with chooser");
     Input::key(*QApplication::activeWindow(), Qt::Key_Escape);
@@ -422,7 +422,7 @@ TEST_F(AccessibilityWalkTest, ClosesTheChooserByEscapeAndComesBackToItsButton)
     EXPECT_TRUE(scope().isAncestorOf(QApplication::focusWidget()));
 }
 
-TEST_F(AccessibilityWalkTest, SaysThatACardKeepsTheFocus)
+TEST_F(AccessibilityWalkTest, ReportsAnOpenCardAsModal)
 {
     enter("with about card");
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(aboutCard())->state().modal);

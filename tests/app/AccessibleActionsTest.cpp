@@ -17,7 +17,7 @@
 namespace
 {
 
-/// All kinds of controls, worked without keyboard and mouse, as assistive programs do it.
+/// Operates every kind of control through accessibility actions, as assistive technology does.
 class AccessibleActionsTest : public PanelFixture
 {
 protected:
@@ -35,7 +35,7 @@ protected:
         settle();
     }
 
-    /// Returns when the button has been pressed, which takes it a moment.
+    /// Presses a button and waits for the click, which Qt delays.
     void pressByAction(QAbstractButton &pressed)
     {
         QSignalSpy clicks(&pressed, &QAbstractButton::clicked);
@@ -76,8 +76,7 @@ protected:
         return names;
     }
 
-    /// Replaces the whole text.
-    void write(QWidget &field, const QString &text)
+    void replaceText(QWidget &field, const QString &text)
     {
         auto *const editing = accessible(field).editableTextInterface();
         ASSERT_TRUE(editing);
@@ -100,7 +99,7 @@ protected:
     }
 };
 
-TEST_F(AccessibleActionsTest, PressTheButtonsOfANode)
+TEST_F(AccessibleActionsTest, PressesTheButtonsOfANode)
 {
     start({ tabOf("One", { "", "https://example.com" }) });
     pressByAction(button("Copy"));
@@ -115,7 +114,7 @@ TEST_F(AccessibleActionsTest, PressTheButtonsOfANode)
     EXPECT_EQ(cards().size(), 1U);
 }
 
-TEST_F(AccessibleActionsTest, PressTheButtonsThatAdd)
+TEST_F(AccessibleActionsTest, PressesNewNodeAndNewTab)
 {
     start({ tabOf("One") });
     pressByAction(button("New Node"));
@@ -124,7 +123,7 @@ TEST_F(AccessibleActionsTest, PressTheButtonsThatAdd)
     EXPECT_EQ(chips().size(), 2U);
 }
 
-TEST_F(AccessibleActionsTest, ChooseAColorFromTheMenu)
+TEST_F(AccessibleActionsTest, ChoosesAColorFromTheMenu)
 {
     start({ tabOf("One", { "a" }) });
     auto &palette = button("Node color");
@@ -143,7 +142,7 @@ TEST_F(AccessibleActionsTest, ChooseAColorFromTheMenu)
     Input::visibleMenu()->close();
 }
 
-TEST_F(AccessibleActionsTest, DeleteATabWhileItsMenuIsOpen)
+TEST_F(AccessibleActionsTest, DeletesATabWhileItsMenuIsOpen)
 {
     start({ tabOf("One"), tabOf("Two") });
     openMenuOf(*chips()[1]);
@@ -152,7 +151,7 @@ TEST_F(AccessibleActionsTest, DeleteATabWhileItsMenuIsOpen)
     EXPECT_FALSE(Input::visibleMenu());
 }
 
-TEST_F(AccessibleActionsTest, DeleteATabByItsMenu)
+TEST_F(AccessibleActionsTest, DeletesATabByItsMenu)
 {
     start({ tabOf("One"), tabOf("Two"), tabOf("Three") });
     for (const std::size_t left : { 2U, 1U }) {
@@ -165,7 +164,7 @@ TEST_F(AccessibleActionsTest, DeleteATabByItsMenu)
     }
 }
 
-TEST_F(AccessibleActionsTest, KnowTheEntriesOfAMenuThatOpensAgain)
+TEST_F(AccessibleActionsTest, FindsTheEntriesOfAReopenedMenu)
 {
     start({ tabOf("One"), tabOf("Two") });
     for (int count = 0; count < 2; ++count) {
@@ -178,7 +177,7 @@ TEST_F(AccessibleActionsTest, KnowTheEntriesOfAMenuThatOpensAgain)
     }
 }
 
-TEST_F(AccessibleActionsTest, DeleteANodeWhileItsMenusAreOpen)
+TEST_F(AccessibleActionsTest, DeletesANodeWhileItsMenusAreOpen)
 {
     start({ tabOf("One", { "a", "b", "c" }) });
     pressByAction(*Input::button(*cards()[0], "Node color"));
@@ -193,7 +192,7 @@ TEST_F(AccessibleActionsTest, DeleteANodeWhileItsMenusAreOpen)
     EXPECT_FALSE(Input::visibleMenu());
 }
 
-TEST_F(AccessibleActionsTest, MoveANode)
+TEST_F(AccessibleActionsTest, MovesANode)
 {
     start({ tabOf("One", { "a", "b", "c" }) });
     auto *const handle = cards()[0]->findChild<DragHandle *>();
@@ -202,10 +201,10 @@ TEST_F(AccessibleActionsTest, MoveANode)
     perform(*handle, QStringLiteral("Move Up"));
     EXPECT_EQ(texts(), (Texts { "a", "b", "c" }));
     perform(*handle, QStringLiteral("Move Up"));
-    EXPECT_EQ(texts(), (Texts { "a", "b", "c" })) << "it was the first";
+    EXPECT_EQ(texts(), (Texts { "a", "b", "c" })) << "already the first";
 }
 
-TEST_F(AccessibleActionsTest, ChooseRenameAndDeleteATab)
+TEST_F(AccessibleActionsTest, SelectsRenamesAndDeletesATab)
 {
     start({ tabOf("One"), tabOf("Two") });
     pressByAction(*chips()[1]);
@@ -216,25 +215,25 @@ TEST_F(AccessibleActionsTest, ChooseRenameAndDeleteATab)
     auto *const field = chips()[0]->findChild<QLineEdit *>();
     ASSERT_TRUE(field);
     EXPECT_TRUE(field->hasFocus());
-    write(*field, QStringLiteral("Letters"));
+    replaceText(*field, QStringLiteral("Letters"));
     EXPECT_EQ(accessible(*chips()[0]).text(QAccessible::Name).toStdString(), "Letters");
 
     perform(*chips()[0], QStringLiteral("Delete Tab"));
     ASSERT_EQ(chips().size(), 1U);
-    EXPECT_FALSE(offers(*chips()[0], QStringLiteral("Delete Tab"))) << "it is the last";
+    EXPECT_FALSE(offers(*chips()[0], QStringLiteral("Delete Tab"))) << "the last tab";
 }
 
-TEST_F(AccessibleActionsTest, WriteANode)
+TEST_F(AccessibleActionsTest, EditsANode)
 {
     start({ tabOf("One", { "a" }) });
-    write(editor(0), QStringLiteral("another\ntext"));
+    replaceText(editor(0), QStringLiteral("another\ntext"));
     advance(SaveDelay);
     EXPECT_EQ(savedDocument()->tabs[0].blocks[0].text, "another\ntext");
     auto *const text = accessible(editor(0)).textInterface();
     EXPECT_EQ(text->text(0, text->characterCount()).toStdString(), "another\ntext");
 }
 
-TEST_F(AccessibleActionsTest, ToggleTheSwitch)
+TEST_F(AccessibleActionsTest, TogglesTheSwitch)
 {
     start({ tabOf("One") });
     auto &toggle = *panel().findChild<MiniSwitch *>();
@@ -245,7 +244,7 @@ TEST_F(AccessibleActionsTest, ToggleTheSwitch)
     }
 }
 
-TEST_F(AccessibleActionsTest, ScrollTheList)
+TEST_F(AccessibleActionsTest, ScrollsTheList)
 {
     start({ tabOf("One", numberedTexts(12)) });
     auto &bar = *panel().findChild<NodeList *>()->findChild<OverlayScrollBar *>(
@@ -258,7 +257,7 @@ TEST_F(AccessibleActionsTest, ScrollTheList)
     EXPECT_EQ(value->currentValue(), value->maximumValue());
 }
 
-TEST_F(AccessibleActionsTest, OfferNoScrollBarWhereNothingScrolls)
+TEST_F(AccessibleActionsTest, HidesTheScrollBarWhileAllNodesFit)
 {
     start({ tabOf("One", { "a" }) });
     for (const auto &object : AccessibleTree::visibleObjects(panel()))
@@ -271,7 +270,7 @@ TEST_F(AccessibleActionsTest, OfferNoScrollBarWhereNothingScrolls)
     EXPECT_EQ(bars, 1);
 }
 
-TEST_F(AccessibleActionsTest, OpenAndCloseTheAboutCard)
+TEST_F(AccessibleActionsTest, OpensAndClosesTheAboutCard)
 {
     start({ tabOf("One") });
     pressByAction(button("About Quillsatchel"));
@@ -284,7 +283,7 @@ TEST_F(AccessibleActionsTest, OpenAndCloseTheAboutCard)
     EXPECT_TRUE(QTest::qWaitFor([this] { return !aboutCard(); }));
 }
 
-TEST_F(AccessibleActionsTest, SetUpALauncher)
+TEST_F(AccessibleActionsTest, SetsAndClearsALauncher)
 {
     start({ tabOf("One") });
     delegate->showSettings();
@@ -292,9 +291,8 @@ TEST_F(AccessibleActionsTest, SetUpALauncher)
     auto *const card = panel().findChild<LauncherSettingsCard *>();
     ASSERT_TRUE(QTest::qWaitFor([card] { return Input::button(*card, "Close")->hasFocus(); }));
     auto &submit = *Input::button(*card, "Set URL");
-    EXPECT_FALSE(offers(submit, QAccessibleActionInterface::pressAction()))
-        << "there is nothing to set";
-    write(*card->findChild<TextField *>(), QStringLiteral("example.com"));
+    EXPECT_FALSE(offers(submit, QAccessibleActionInterface::pressAction())) << "the field is empty";
+    replaceText(*card->findChild<TextField *>(), QStringLiteral("example.com"));
     pressByAction(submit);
     auto *const clear = Input::button(*card, "Clear launcher");
     ASSERT_TRUE(clear);
@@ -302,7 +300,7 @@ TEST_F(AccessibleActionsTest, SetUpALauncher)
     EXPECT_FALSE(Input::button(*card, "Clear launcher"));
 }
 
-TEST_F(AccessibleActionsTest, ChooseAnApplication)
+TEST_F(AccessibleActionsTest, ChoosesAnApplication)
 {
     machine.workspace.icon = QImage(48, 48, QImage::Format_ARGB32_Premultiplied);
     machine.workspace.applications = { { "/apps/a.desktop", "Calculator", "", "" },
@@ -325,7 +323,7 @@ TEST_F(AccessibleActionsTest, ChooseAnApplication)
     EXPECT_TRUE(Input::button(*card, "Clear launcher"));
 }
 
-TEST_F(AccessibleActionsTest, PressTheButtonsOfTheWindow)
+TEST_F(AccessibleActionsTest, PressesTheWindowButtons)
 {
     start({ tabOf("One") });
     pressByAction(button("Zoom"));

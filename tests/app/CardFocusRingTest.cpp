@@ -7,13 +7,13 @@
 namespace
 {
 
-/// Whether a card that has just opened shows where its focus is.
+/// Focus rings in cards: shown after keyboard input, hidden after mouse clicks.
 class CardFocusRingTest : public PanelFixture
 {
 protected:
     CardFocusRingTest() { start({ tabOf("Prompts", { "text" }) }); }
 
-    /// The button with the focus, once the card is open.
+    /// Waits until the card has opened. Returns its focused button.
     template <typename Card>
     QAbstractButton &focusedButton()
     {
@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(CardFocusRingTest, ACardOpenedByMouseShowsNoRingUntilAKeyIsUsed)
+TEST_F(CardFocusRingTest, HidesTheRingUntilAKeyIsPressedAfterAMouseClick)
 {
     Input::click(editor(0));
     Input::type(panel(), "typed before");
@@ -49,7 +49,7 @@ TEST_F(CardFocusRingTest, ACardOpenedByMouseShowsNoRingUntilAKeyIsUsed)
     EXPECT_TRUE(hasRing(close));
 }
 
-TEST_F(CardFocusRingTest, TabShowsTheRingWhereItMovesTheFocus)
+TEST_F(CardFocusRingTest, ShowsTheRingWhereTabMovesTheFocus)
 {
     press("About Quillsatchel");
     auto &close = focusedButton<AboutCard>();
@@ -62,7 +62,7 @@ TEST_F(CardFocusRingTest, TabShowsTheRingWhereItMovesTheFocus)
     EXPECT_TRUE(hasRing(close));
 }
 
-TEST_F(CardFocusRingTest, ACardOpenedByAKeyShowsTheRingAtOnce)
+TEST_F(CardFocusRingTest, ShowsTheRingInACardOpenedByKeyboard)
 {
     Input::click(editor(0));
     button("About Quillsatchel").setFocus(Qt::TabFocusReason);
@@ -70,14 +70,14 @@ TEST_F(CardFocusRingTest, ACardOpenedByAKeyShowsTheRingAtOnce)
     EXPECT_TRUE(hasRing(focusedButton<AboutCard>()));
 }
 
-TEST_F(CardFocusRingTest, ACardOpenedByAShortcutShowsTheRingAtOnce)
+TEST_F(CardFocusRingTest, ShowsTheRingInACardOpenedByShortcut)
 {
     Input::click(editor(0));
     key(Qt::Key_Comma, Qt::ControlModifier);
     EXPECT_TRUE(hasRing(focusedButton<LauncherSettingsCard>()));
 }
 
-TEST_F(CardFocusRingTest, AButtonThatGetsItsFocusBackShowsItAsBefore)
+TEST_F(CardFocusRingTest, RestoresTheRingWithTheFocus)
 {
     auto &icon = button("About Quillsatchel");
     icon.setFocus(Qt::TabFocusReason);

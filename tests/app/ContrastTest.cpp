@@ -23,27 +23,30 @@
 namespace
 {
 
-constexpr double EnoughForText = 4.5;
-constexpr double EnoughForShapes = 3; // what shows where the keyboard is and where to type
+constexpr double MinTextContrast = 4.5;
+constexpr double MinShapeContrast = 3; // focus rings, symbols and borders of fields
 
-/// Texts in the house's red on its dark grounds, and the least that they have. They are short,
-/// and what they say is heard and shown by a symbol or a place, too.
-const std::map<std::string, double> HouseColors {
+/// The minimum contrast of short texts in the accent colour, which is below `MinTextContrast`. A
+/// symbol or a position conveys them too, and so does the accessibility tree.
+const std::map<std::string, double> AccentTexts {
     { "Copied", 2.7 },
     { "Stop", 2.7 },
     { "The microphone could not be started.", 3.7 },
     { "Enter a valid http or https website.", 4 },
 };
 
-/// How well the eye can tell what is drawn, measured on what is drawn, whatever is behind it.
+/// Contrast measured on painted pixels, over white and over black backdrops.
 class ContrastTest : public PanelFixture
 {
 protected:
-    /// Of what is drawn in a part of the active window, on white and on black, in each way in
-    /// which the panel lets them through.
-    double least(const QRect &area) { return least(*QApplication::activeWindow(), area); }
+    /// The lowest contrast in a part of the active window over white and black, with and without
+    /// compositing and blur.
+    double lowestContrast(const QRect &area)
+    {
+        return lowestContrast(*QApplication::activeWindow(), area);
+    }
 
-    double least(QWidget &window, const QRect &area)
+    double lowestContrast(QWidget &window, const QRect &area)
     {
         double contrast = 21;
         for (const auto &[isCompositing, isBlurring] :
@@ -58,13 +61,13 @@ protected:
         return contrast;
     }
 
-    /// In the window.
+    /// In window coordinates.
     static QRect place(const QWidget &widget)
     {
         return { widget.mapTo(widget.window(), QPoint()), widget.size() };
     }
 
-    /// The selected part of the editor's first line, in the window.
+    /// The selected part of the editor's first line, in window coordinates.
     static QRect selection(const NodeEditor &editor)
     {
         QTextCursor cursor = editor.textCursor();
@@ -79,7 +82,7 @@ protected:
     /// Without the widget's own border.
     static QRect inside(const QWidget &widget) { return place(widget).adjusted(3, 3, -3, -3); }
 
-    /// A piece of the widget's left edge and of what is beside it.
+    /// A part of the widget's left edge and its surroundings.
     static QRect edge(const QWidget &widget)
     {
         const QRect all = place(widget);
@@ -96,8 +99,8 @@ protected:
                (object.role() == QAccessible::EditableText && !value.isEmpty());
     }
 
-    /// The icons and texts of the open menu, selected and not. What cannot be chosen may be faint.
-    void expectEntriesToStandOut()
+    /// Checks icons and texts of the enabled entries in the open menu, selected and not.
+    void expectReadableEntries()
     {
         auto &menu = *Input::visibleMenu();
         for (auto *const action : menu.actions()) {
@@ -106,36 +109,37 @@ protected:
             for (auto *const selected : { static_cast<QAction *>(nullptr), action }) {
                 SCOPED_TRACE(action->text().toStdString() + (selected ? ", selected" : ""));
                 menu.setActiveAction(selected);
-                expectEntryToStandOut(menu, action);
+                expectReadableEntry(menu, action);
             }
         }
         menu.close();
     }
 
-    void expectEntryToStandOut(QMenu &menu, QAction *action)
+    void expectReadableEntry(QMenu &menu, QAction *action)
     {
         constexpr int IconColumn = 24;
         const QRect row = menu.actionGeometry(action);
         const QRect icon(row.topLeft(), QSize(IconColumn, row.height()));
-        EXPECT_GE(least(menu, row.adjusted(IconColumn, 2, -2, -2)), EnoughForText);
+        EXPECT_GE(lowestContrast(menu, row.adjusted(IconColumn, 2, -2, -2)), MinTextContrast);
         if (!action->icon().isNull()) {
             const QImage picture =
                 Contrast::renderEnlarged(menu, icon.adjusted(2, 2, 0, -2), Qt::black);
-            EXPECT_GE(Contrast::ofScaled(picture), EnoughForShapes);
+            EXPECT_GE(Contrast::ofScaled(picture), MinShapeContrast);
         }
     }
 
-    /// All texts below the widget that is not covered.
-    void expectTextsToStandOut(QWidget &widget)
+    /// Checks all visible texts in `widget`.
+    void expectReadableTexts(QWidget &widget)
     {
         int count = 0;
         for (const auto &object : AccessibleTree::visibleObjects(widget)) {
             if (!object.widget() || !showsText(object) || !object.isFullyVisible())
                 continue;
             ++count;
-            const double contrast = least(inside(*object.widget()));
-            const auto fixed = HouseColors.find(object.name());
-            EXPECT_GE(contrast, fixed == HouseColors.end() ? EnoughForText : fixed->second)
+            const double contrast = lowestContrast(inside(*object.widget()));
+            const auto exception = AccentTexts.find(object.name());
+            EXPECT_GE(contrast,
+                      exception == AccentTexts.end() ? MinTextContrast : exception->second)
                 << object.path;
         }
         EXPECT_GT(count, 0);
@@ -178,7 +182,7 @@ protected:
     }
 };
 
-TEST_F(ContrastTest, ReckonsAsTheGuidelinesDo)
+TEST_F(ContrastTest, ComputesContrastAsWcagDefinesIt)
 {
     EXPECT_NEAR(Contrast::ratio(qRgb(0, 0, 0), qRgb(255, 255, 255)), 21, 1e-9);
     EXPECT_NEAR(Contrast::ratio(qRgb(255, 255, 255), qRgb(255, 255, 255)), 1, 1e-9);
@@ -186,43 +190,43 @@ TEST_F(ContrastTest, ReckonsAsTheGuidelinesDo)
     EXPECT_NEAR(Contrast::ratio(qRgb(255, 0, 0), qRgb(255, 255, 255)), 4.0, 0.01);
 }
 
-TEST_F(ContrastTest, MeasuresTheColorsThatAreDrawn)
+TEST_F(ContrastTest, MeasuresThePaintedColors)
 {
     start({ tabOf("One") });
     machine.windowSystem.isCompositing.set(false);
     const auto &empty = *panel().findChild<EmptyState *>();
     const double contrast =
         Contrast::of(Contrast::renderEnlarged(panel(), place(empty), Qt::black));
-    // White at 0.56 on the ground without a compositor, which is all but black.
+    // White at 0.56 on the nearly black background without a compositor.
     EXPECT_NEAR(contrast, 6.3, 0.3);
 }
 
 TEST_F(ContrastTest, IsEnoughForTheTextsOfThePanel)
 {
     start({ tabOf("One", { "", "https://example.com" }), tabOf("Two") });
-    expectTextsToStandOut(panel());
+    expectReadableTexts(panel());
 }
 
 TEST_F(ContrastTest, IsEnoughForTheTextsOfAnEmptyPanel)
 {
     start({ tabOf("One") });
-    expectTextsToStandOut(panel());
+    expectReadableTexts(panel());
 }
 
 TEST_F(ContrastTest, IsEnoughForTheTextsOnEveryColor)
 {
     startWithEveryColor();
-    expectTextsToStandOut(panel());
+    expectReadableTexts(panel());
     for (auto *const card : cards()) {
         auto &editor = *card->findChild<NodeEditor *>();
         editor.selectAll();
         Input::click(*Input::button(*card, "Copy"));
         settle();
         settle();
-        expectTextsToStandOut(*card);
-        EXPECT_GE(least(selection(editor)), EnoughForText) << "without the keyboard";
+        expectReadableTexts(*card);
+        EXPECT_GE(lowestContrast(selection(editor)), MinTextContrast) << "unfocused";
         editor.setFocus();
-        EXPECT_GE(least(selection(editor)), EnoughForText) << "with the keyboard";
+        EXPECT_GE(lowestContrast(selection(editor)), MinTextContrast) << "focused";
     }
 }
 
@@ -230,7 +234,7 @@ TEST_F(ContrastTest, IsEnoughForTheTextsWhileDictating)
 {
     start({ tabOf("One", { "a" }) });
     dictate();
-    expectTextsToStandOut(panel());
+    expectReadableTexts(panel());
 }
 
 TEST_F(ContrastTest, IsEnoughForMessages)
@@ -238,10 +242,10 @@ TEST_F(ContrastTest, IsEnoughForMessages)
     machine.speech.startsEngine = false;
     start({ tabOf("One", { "a" }) });
     dictate();
-    expectTextsToStandOut(panel());
+    expectReadableTexts(panel());
 }
 
-TEST_F(ContrastTest, IsEnoughForTheNameThatIsTyped)
+TEST_F(ContrastTest, IsEnoughForTheNameOfARenamedTab)
 {
     start({ tabOf("One", { "a" }), tabOf("") });
     for (const std::size_t index : { 0U, 1U }) {
@@ -251,8 +255,8 @@ TEST_F(ContrastTest, IsEnoughForTheNameThatIsTyped)
         auto *const field = chips()[index]->findChild<QLineEdit *>();
         ASSERT_TRUE(field);
         QRect text = inside(*field);
-        text.setRight(text.center().x() - 6); // the cursor stands in the middle of no name
-        EXPECT_GE(least(text), EnoughForText) << index;
+        text.setRight(text.center().x() - 6); // in an empty name, the cursor is in the middle
+        EXPECT_GE(lowestContrast(text), MinTextContrast) << index;
     }
 }
 
@@ -260,7 +264,7 @@ TEST_F(ContrastTest, IsEnoughForTheAboutCard)
 {
     start({ tabOf("One") });
     delegate->showAbout();
-    expectTextsToStandOut(openedCard<AboutCard>());
+    expectReadableTexts(openedCard<AboutCard>());
 }
 
 TEST_F(ContrastTest, IsEnoughForTheLaunchers)
@@ -275,14 +279,14 @@ TEST_F(ContrastTest, IsEnoughForTheLaunchers)
     Input::key(panel(), Qt::Key_Return);
     settle();
     panel().setFocus();
-    expectTextsToStandOut(card);
+    expectReadableTexts(card);
 
     auto &empty = *card.findChildren<TextField *>()[1];
     const QRect badge = { place(*card.findChild<LauncherSlotEditor *>()).topLeft() + QPoint(13, 13),
                           QSize(10, 12) };
-    EXPECT_GE(least(inside(empty)), EnoughForText) << "what a field asks for";
-    EXPECT_GE(least(badge), EnoughForText) << "the slot's number";
-    EXPECT_GE(least(edge(empty)), EnoughForShapes) << "where to type";
+    EXPECT_GE(lowestContrast(inside(empty)), MinTextContrast) << "placeholder";
+    EXPECT_GE(lowestContrast(badge), MinTextContrast) << "slot number";
+    EXPECT_GE(lowestContrast(edge(empty)), MinShapeContrast) << "border of the field";
 }
 
 TEST_F(ContrastTest, IsEnoughForTheChooser)
@@ -290,20 +294,20 @@ TEST_F(ContrastTest, IsEnoughForTheChooser)
     auto &chooser = openChooser();
     auto &field = *chooser.findChild<TextField *>();
     auto &list = *chooser.findChild<ApplicationList *>();
-    list.setFocus(); // the field has neither cursor nor ring then
-    EXPECT_GE(least(inside(field)), EnoughForText) << "what the field asks for";
-    EXPECT_GE(least(edge(field)), EnoughForShapes) << "where to type";
+    list.setFocus(); // removes cursor and ring from the field
+    EXPECT_GE(lowestContrast(inside(field)), MinTextContrast) << "placeholder";
+    EXPECT_GE(lowestContrast(edge(field)), MinShapeContrast) << "border of the field";
 
     list.selectFirst();
     settle();
-    expectTextsToStandOut(chooser);
+    expectReadableTexts(chooser);
     for (int row = 0; row < 2; ++row) {
         const QRect texts = list.visualRect(list.model()->index(row, 0))
                                 .translated(place(*list.viewport()).topLeft())
                                 .adjusted(50, 3, -50, -3);
         const int half = texts.height() / 2;
-        EXPECT_GE(least(texts.adjusted(0, 0, 0, -half)), EnoughForText) << row;
-        EXPECT_GE(least(texts.adjusted(0, half + 1, 0, 0)), EnoughForText) << row;
+        EXPECT_GE(lowestContrast(texts.adjusted(0, 0, 0, -half)), MinTextContrast) << row;
+        EXPECT_GE(lowestContrast(texts.adjusted(0, half + 1, 0, 0)), MinTextContrast) << row;
     }
 }
 
@@ -317,7 +321,7 @@ TEST_F(ContrastTest, IsEnoughForButtonsUnderThePointer)
         Input::moveTo(button, button.rect().center());
         settle();
         ASSERT_TRUE(button.underMouse());
-        EXPECT_GE(least(inside(button)), EnoughForText) << name;
+        EXPECT_GE(lowestContrast(inside(button)), MinTextContrast) << name;
     }
 }
 
@@ -328,7 +332,7 @@ TEST_F(ContrastTest, IsEnoughForTheMenuOfColors)
         Input::click(*Input::button(*card, "Node color"));
         ASSERT_TRUE(Input::visibleMenu());
         SCOPED_TRACE(Input::accessibleName(*card));
-        expectEntriesToStandOut();
+        expectReadableEntries();
     }
 }
 
@@ -345,7 +349,7 @@ TEST_F(ContrastTest, IsEnoughForTheMenusOfThePanelATabAndAText)
         focused->setFocus();
         Input::key(panel(), Qt::Key_F10, Qt::ShiftModifier);
         ASSERT_TRUE(Input::visibleMenu());
-        expectEntriesToStandOut();
+        expectReadableEntries();
     }
 }
 
@@ -357,12 +361,13 @@ TEST_F(ContrastTest, IsEnoughForSymbols)
         if (!button->isVisible() || !button->text().isEmpty())
             continue;
         ++count;
-        EXPECT_GE(least(place(*button)), EnoughForShapes) << button->accessibleName().toStdString();
+        EXPECT_GE(lowestContrast(place(*button)), MinShapeContrast)
+            << button->accessibleName().toStdString();
     }
     EXPECT_GT(count, 5);
 }
 
-TEST_F(ContrastTest, IsEnoughToSeeWhereTheKeyboardIs)
+TEST_F(ContrastTest, IsEnoughForFocusRings)
 {
     startWithEveryColor();
     for (auto *const card : cards()) {
@@ -371,7 +376,7 @@ TEST_F(ContrastTest, IsEnoughToSeeWhereTheKeyboardIs)
                 continue;
             control->setFocus(Qt::TabFocusReason);
             settle();
-            EXPECT_GE(least(edge(*control)), EnoughForShapes)
+            EXPECT_GE(lowestContrast(edge(*control)), MinShapeContrast)
                 << Input::accessibleName(*card) << ", " << Input::accessibleName(*control);
         }
     }

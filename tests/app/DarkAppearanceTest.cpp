@@ -11,7 +11,7 @@
 namespace
 {
 
-/// A desktop with the brightest colours there are.
+/// A desktop with white windows and black text.
 class DarkAppearanceTest : public testing::Test
 {
 protected:
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(DarkAppearanceTest, IsDarkWhateverTheDesktopIs)
+TEST_F(DarkAppearanceTest, IsDarkOnALightDesktop)
 {
     const QPalette palette = QApplication::palette();
     EXPECT_LT(palette.color(QPalette::Window).lightness(), 60);
@@ -39,7 +39,7 @@ TEST_F(DarkAppearanceTest, IsDarkWhateverTheDesktopIs)
     EXPECT_GT(QToolTip::palette().color(QPalette::ToolTipText).lightness(), 200);
 }
 
-TEST_F(DarkAppearanceTest, ReachesMenus)
+TEST_F(DarkAppearanceTest, AppliesToMenus)
 {
     QMenu menu;
     auto *const entry = menu.addAction(QStringLiteral("Entry"));
@@ -50,22 +50,22 @@ TEST_F(DarkAppearanceTest, ReachesMenus)
     EXPECT_GT(picture.strongestInkIn(place, Qt::black).lightness(), 150);
 }
 
-TEST_F(DarkAppearanceTest, LeavesEntriesThatCannotBeChosenWithoutShadow)
+TEST_F(DarkAppearanceTest, DrawsDisabledEntriesWithoutShadow)
 {
     QMenu menu;
     auto *const entry = menu.addAction(QStringLiteral("Entry"));
     menu.adjustSize();
     const QRectF place(menu.actionGeometry(entry));
-    const QColor ground = menu.palette().color(QPalette::Window);
-    const auto endOfInk = [&menu, &place, &ground] {
-        return Picture(menu, ground).inkIn(place, ground).bottom();
+    const QColor background = menu.palette().color(QPalette::Window);
+    const auto bottomOfInk = [&menu, &place, &background] {
+        return Picture(menu, background).inkIn(place, background).bottom();
     };
-    const qreal before = endOfInk();
+    const qreal before = bottomOfInk();
     entry->setEnabled(false);
-    EXPECT_EQ(endOfInk(), before);
+    EXPECT_EQ(bottomOfInk(), before);
 }
 
-TEST_F(DarkAppearanceTest, HasOneStyleOnEveryDesktop)
+TEST_F(DarkAppearanceTest, UsesTheFusionStyle)
 {
     EXPECT_EQ(QApplication::style()->name().toStdString(), "fusion");
 }

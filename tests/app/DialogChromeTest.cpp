@@ -33,7 +33,7 @@ protected:
         Input::show(dialog);
     }
 
-    /// How opaque the dialog's very corner is, from 0 to 255.
+    /// Alpha of the outermost pixel of a corner, 0 to 255.
     int cornerOpacity() { return Picture(dialog, Qt::white).at(0.3, 0.3).alpha(); }
 
     FakeWindowSystem windowSystem;
@@ -41,35 +41,35 @@ protected:
     QWidget *content = new QWidget(&dialog);
 };
 
-TEST_F(DialogChromeTest, TakesThePlaceOfTheWindowManagersDecoration)
+TEST_F(DialogChromeTest, ReplacesTheWindowManagersDecoration)
 {
     EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::FramelessWindowHint));
     EXPECT_EQ(dialog.findChild<QLabel *>()->text().toStdString(), "Choose");
 }
 
-TEST_F(DialogChromeTest, LeavesTheContentsTheirRoom)
+TEST_F(DialogChromeTest, KeepsTheSizeOfTheContent)
 {
     EXPECT_EQ(dialog.size(), QSize(300, 228));
     EXPECT_EQ(dialog.minimumSize(), QSize(100, 128));
     EXPECT_EQ(content->geometry(), QRect(12, 40, 276, 176));
 }
 
-TEST_F(DialogChromeTest, LeavesTheContentsOfAnApplicationPanelTheirRoom)
+TEST_F(DialogChromeTest, KeepsTheSizeOfTheContentOfAnApplicationPanel)
 {
     FakeWorkspace workspace;
     ManualMainQueue mainQueue;
     ApplicationPanel panel(
         QStringLiteral("Choose"), QStringLiteral("Add"), workspace, mainQueue,
         [this](QDialog &decorated) { DialogChrome::addTo(decorated, windowSystem); }, nullptr);
-    const auto expectRoom = [&panel](const char *when) {
+    const auto expectSizes = [&panel](const char *when) {
         Input::show(panel);
         EXPECT_EQ(panel.size(), QSize(420, 508)) << when;
         EXPECT_EQ(panel.minimumSize(), QSize(320, 328)) << when;
         EXPECT_EQ(panel.windowHandle()->minimumSize(), QSize(320, 328)) << when;
     };
-    expectRoom("first shown");
+    expectSizes("first shown");
     panel.hide();
-    expectRoom("shown again");
+    expectSizes("shown again");
 }
 
 TEST_F(DialogChromeTest, FollowsTheSizeOfTheDialog)
@@ -86,7 +86,7 @@ TEST_F(DialogChromeTest, ClosesTheDialogByItsButton)
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
 }
 
-TEST_F(DialogChromeTest, HasRoundCornersWhereThereIsACompositor)
+TEST_F(DialogChromeTest, HasRoundCornersUnderACompositor)
 {
     EXPECT_EQ(cornerOpacity(), 0);
     windowSystem.isCompositing.set(false);

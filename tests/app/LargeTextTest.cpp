@@ -11,8 +11,8 @@
 namespace
 {
 
-/// A desktop whose user needs large text. The panel grows with the desktop's scale, all of it
-/// alike; letters that grew by themselves would outgrow their places.
+/// A desktop with a large font. The panel follows only the desktop's scale: larger text alone would
+/// not fit.
 class LargeTextTest : public PanelFixture
 {
 protected:
@@ -30,7 +30,7 @@ protected:
         QApplication::setFont(font);
     }
 
-    /// The program started anew, with tabs and nodes and each of the cards.
+    /// Pictures of a new program: tabs with nodes, the about card, the launcher settings.
     std::vector<Picture> pictures()
     {
         TestFiles::write(folder / "launchers.json", ExampleLaunchers::json);
@@ -55,7 +55,7 @@ private:
         auto *const card = panel().findChild<Card *>();
         ASSERT_TRUE(card);
         ASSERT_TRUE(QTest::qWaitFor([card] { return Input::button(*card, "Close")->hasFocus(); }));
-        // The other card may still be on its way out.
+        // The other card may still be fading out.
         ASSERT_TRUE(
             QTest::qWaitFor([this] { return panel().findChildren<OverlayCard *>().size() == 1; }));
         taken.emplace_back(panel());
@@ -64,7 +64,7 @@ private:
     QFont m_font = QApplication::font();
 };
 
-TEST_F(LargeTextTest, LeavesAllInItsPlace)
+TEST_F(LargeTextTest, KeepsThePanelUnchanged)
 {
     const auto usual = pictures();
     doubleTheFont();
@@ -75,7 +75,7 @@ TEST_F(LargeTextTest, LeavesAllInItsPlace)
         EXPECT_EQ(large[index].differenceFrom(usual[index]), QRectF()) << index;
 }
 
-TEST_F(LargeTextTest, IsLargerInMenus)
+TEST_F(LargeTextTest, EnlargesMenus)
 {
     const int usual = QFontMetrics(QMenu().font()).height();
     doubleTheFont();

@@ -96,7 +96,7 @@ TEST_F(MenuMirrorTest, ReplacesEarlierEntries)
     ASSERT_EQ(menu.actions().size(), 1);
     EXPECT_EQ(entry(0).text().toStdString(), "New");
     EXPECT_EQ(menu.findChildren<QAction *>(Qt::FindDirectChildrenOnly).size(), 2)
-        << "with the menu's own";
+        << "one entry and the menu's own action";
 }
 
 TEST_F(MenuMirrorTest, ShowsImagesAndSymbols)

@@ -10,7 +10,7 @@
 namespace
 {
 
-const QColor Ground(60, 80, 100);
+const QColor Background(60, 80, 100);
 
 class PanelFrameTest : public testing::Test
 {
@@ -37,7 +37,7 @@ protected:
     PanelFrame frame { &window };
 };
 
-TEST_F(PanelFrameTest, TakesHoldOfTheRimOnly)
+TEST_F(PanelFrameTest, CoversOnlyTheBorder)
 {
     for (const QPoint place : { QPoint(0, 75), QPoint(199, 75), QPoint(100, 0), QPoint(100, 149),
                                 QPoint(1, 1), QPoint(198, 148) })
@@ -46,7 +46,7 @@ TEST_F(PanelFrameTest, TakesHoldOfTheRimOnly)
         EXPECT_EQ(window.childAt(place), &content);
 }
 
-TEST_F(PanelFrameTest, StaysAtTheRimOfALargerWindow)
+TEST_F(PanelFrameTest, FollowsTheBorderOfALargerWindow)
 {
     frame.resize(300, 250);
     window.resize(300, 250);
@@ -55,7 +55,7 @@ TEST_F(PanelFrameTest, StaysAtTheRimOfALargerWindow)
     EXPECT_EQ(window.childAt(199, 75), &content);
 }
 
-TEST_F(PanelFrameTest, ShowsWhichWayItPulls)
+TEST_F(PanelFrameTest, ShowsTheResizeDirectionInTheCursor)
 {
     EXPECT_EQ(cursorAt({ 1, 75 }), Qt::SizeHorCursor);
     EXPECT_EQ(cursorAt({ 198, 75 }), Qt::SizeHorCursor);
@@ -69,20 +69,20 @@ TEST_F(PanelFrameTest, ShowsWhichWayItPulls)
     EXPECT_EQ(cursorAt({ 1, 138 }), Qt::SizeBDiagCursor);
 }
 
-TEST_F(PanelFrameTest, DrawsTheEdgeAndLeavesTheRestToTheContent)
+TEST_F(PanelFrameTest, DrawsOnlyTheEdge)
 {
-    const Picture picture(frame, Ground);
-    EXPECT_TRUE(isColor(picture.at(100, 0.4), over(SrgbColor::white(0.1), Ground)));
-    EXPECT_TRUE(isColor(picture.at(0.4, 75), over(SrgbColor::white(0.1), Ground)));
-    EXPECT_TRUE(isColor(picture.at(100, 2), Ground, 0));
-    EXPECT_TRUE(isColor(picture.at(100, 75), Ground, 0));
+    const Picture picture(frame, Background);
+    EXPECT_TRUE(isColor(picture.at(100, 0.4), over(SrgbColor::white(0.1), Background)));
+    EXPECT_TRUE(isColor(picture.at(0.4, 75), over(SrgbColor::white(0.1), Background)));
+    EXPECT_TRUE(isColor(picture.at(100, 2), Background, 0));
+    EXPECT_TRUE(isColor(picture.at(100, 75), Background, 0));
 }
 
-TEST_F(PanelFrameTest, CutsTheCornersRound)
+TEST_F(PanelFrameTest, RoundsTheCorners)
 {
-    EXPECT_EQ(Picture(frame, Ground).at(0.4, 0.4).alpha(), 255);
+    EXPECT_EQ(Picture(frame, Background).at(0.4, 0.4).alpha(), 255);
     frame.setRadius(10);
-    const Picture round(frame, Ground);
+    const Picture round(frame, Background);
     for (const QPointF corner :
          { QPointF(0.4, 0.4), QPointF(199.4, 0.4), QPointF(0.4, 149.4), QPointF(199.4, 149.4) })
         EXPECT_EQ(round.at(corner.x(), corner.y()).alpha(), 0);

@@ -10,7 +10,7 @@
 namespace
 {
 
-/// All that the mouse can do, the keyboard can do, and the user sees where it acts.
+/// Everything works by keyboard, with a visible focus.
 class PanelKeyboardTest : public PanelFixture
 {
 protected:
@@ -22,12 +22,12 @@ protected:
             Input::key(panel(), Qt::Key_Tab, control);
         else
             Input::key(panel(), Qt::Key_Backtab, control | Qt::ShiftModifier);
-        advance(Milliseconds(30)); // nobody types faster
+        advance(Milliseconds(30)); // faster than anyone types
         settle();
     }
 
-    /// What Tab visits until it comes round.
-    std::vector<QWidget *> round(bool forwards = true)
+    /// The controls that Tab visits, until it returns to the first one.
+    std::vector<QWidget *> tabCycle(bool forwards = true)
     {
         panel().setFocus();
         std::vector<QWidget *> visited;
@@ -38,7 +38,7 @@ protected:
                 return visited;
             visited.push_back(focus);
         }
-        ADD_FAILURE() << "Tab never comes round";
+        ADD_FAILURE() << "Tab never returns to its first control";
         return visited;
     }
 
@@ -53,7 +53,7 @@ protected:
         return controls;
     }
 
-    /// Reading order: line by line, left to right.
+    /// Whether `first` comes before `second` when reading line by line.
     bool precedes(const QWidget &first, const QWidget &second)
     {
         const QRect a = placeOf(first);
@@ -66,7 +66,7 @@ protected:
 TEST_F(PanelKeyboardTest, VisitsEveryControlOnceInReadingOrder)
 {
     start({ tabOf("One", { "", "https://example.com" }), tabOf("Two") });
-    const auto visited = round();
+    const auto visited = tabCycle();
     EXPECT_EQ(std::set<QWidget *>(visited.begin(), visited.end()), controlsInSight());
     EXPECT_EQ(visited.size(), controlsInSight().size());
     int breaks = 0; // from the end of the panel to its top
@@ -82,14 +82,14 @@ TEST_F(PanelKeyboardTest, VisitsEveryControlOnceInReadingOrder)
 TEST_F(PanelKeyboardTest, VisitsTheSameBackwards)
 {
     start({ tabOf("One", { "", "https://example.com" }), tabOf("Two") });
-    auto forwards = round();
-    auto backwards = round(false);
+    auto forwards = tabCycle();
+    auto backwards = tabCycle(false);
     ASSERT_EQ(forwards.size(), backwards.size());
     std::ranges::reverse(backwards);
     EXPECT_EQ(forwards, backwards);
 }
 
-TEST_F(PanelKeyboardTest, VisitsTheNodesThatAreOutOfSight)
+TEST_F(PanelKeyboardTest, VisitsNodesOutOfSight)
 {
     start({ tabOf("One", numberedTexts(12)) });
     std::vector<std::string> names;
@@ -108,7 +108,7 @@ TEST_F(PanelKeyboardTest, VisitsTheNodesThatAreOutOfSight)
     EXPECT_EQ(names, expected);
 }
 
-TEST_F(PanelKeyboardTest, ShowsWhereTheFocusIs)
+TEST_F(PanelKeyboardTest, DrawsAFocusRing)
 {
     start({ tabOf("One", { "", "https://example.com" }), tabOf("Two") });
     for (auto *const control : controlsInSight()) {
@@ -164,7 +164,7 @@ TEST_F(PanelKeyboardTest, PressesEveryButtonByReturnAndSpace)
     }
 }
 
-TEST_F(PanelKeyboardTest, DoesNotPressAgainWhileReturnIsHeld)
+TEST_F(PanelKeyboardTest, PressesOnceWhileReturnIsHeld)
 {
     start({ tabOf("One") });
     auto &newTab = button("New tab");
@@ -208,7 +208,7 @@ TEST_F(PanelKeyboardTest, StaysInTheAboutCardWhileItIsOpen)
     EXPECT_TRUE(button("About Quillsatchel").hasFocus());
 }
 
-TEST_F(PanelKeyboardTest, ShowsTheTabThatIsClickedWhileAnEditorHasTheFocus)
+TEST_F(PanelKeyboardTest, ShowsTheClickedTabWhileAnEditorHasTheFocus)
 {
     std::vector<PromptTab> tabs;
     for (int number = 0; number < 40; ++number)
@@ -229,7 +229,7 @@ TEST_F(PanelKeyboardTest, ShowsTheTabThatIsClickedWhileAnEditorHasTheFocus)
         EXPECT_FALSE(chip->hasFocus()) << chip->text().toStdString();
 }
 
-TEST_F(PanelKeyboardTest, StaysNearTheNodeThatIsDeleted)
+TEST_F(PanelKeyboardTest, MovesTheFocusToTheNodeAfterADeletedOne)
 {
     start({ tabOf("One", { "a", "b", "c" }) });
     cards()[1]->findChild<DragHandle *>()->setFocus(Qt::TabFocusReason);
@@ -244,7 +244,7 @@ TEST_F(PanelKeyboardTest, StaysNearTheNodeThatIsDeleted)
         << Input::accessibleName(*QApplication::focusWidget());
 }
 
-TEST_F(PanelKeyboardTest, StaysInTheNodeThatIsMoved)
+TEST_F(PanelKeyboardTest, KeepsTheFocusInAMovedNode)
 {
     start({ tabOf("One", { "a", "b", "c" }) });
     auto *const handle = cards()[0]->findChild<DragHandle *>();
@@ -258,7 +258,7 @@ TEST_F(PanelKeyboardTest, StaysInTheNodeThatIsMoved)
     EXPECT_TRUE(cards()[2]->isAncestorOf(handle));
 }
 
-TEST_F(PanelKeyboardTest, GoesFromPasteToTheNextActionOnceThereIsText)
+TEST_F(PanelKeyboardTest, MovesTheFocusOnWhenPasteDisappears)
 {
     start({ tabOf("One", { "" }) });
     machine.pasteboard.contents = "pasted";

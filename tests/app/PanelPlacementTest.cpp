@@ -7,23 +7,23 @@ namespace
 {
 
 constexpr QSize Size(430, 650);
-constexpr QSize Least(390, 420);
+constexpr QSize Minimum(390, 420);
 constexpr QRect Left(0, 0, 1280, 1024);
 constexpr QRect Right(1280, 0, 1920, 1080);
 
 QRect inView(const QPoint &place, const QList<QRect> &areas, const QSize &size = Size)
 {
-    return PanelPlacement::inView({ place, size }, Least, areas);
+    return PanelPlacement::inView({ place, size }, Minimum, areas);
 }
 
-TEST(PanelPlacementTest, LeavesThePanelThatIsInViewOnEitherScreen)
+TEST(PanelPlacementTest, KeepsAPanelInViewOnEitherScreen)
 {
     for (const QPoint place :
          { QPoint(0, 0), QPoint(850, 374), QPoint(1280, 0), QPoint(2770, 430) })
         EXPECT_EQ(inView(place, { Left, Right }), QRect(place, Size));
 }
 
-TEST(PanelPlacementTest, LeavesThePanelThatIsInViewAcrossTwoScreens)
+TEST(PanelPlacementTest, KeepsAPanelInViewAcrossTwoScreens)
 {
     EXPECT_EQ(inView({ 1100, 300 }, { Left, Right }), QRect({ 1100, 300 }, Size));
     EXPECT_EQ(inView({ 1100, 400 }, { Left, Right }), QRect({ 1280, 400 }, Size));
@@ -51,11 +51,12 @@ TEST(PanelPlacementTest, MovesAPanelToTheFirstOfEquallyNearScreens)
     const QRect west(-1999, 0, 500, 1000);
     const QRect east(1500, 0, 500, 1000);
     const QRect middle(-250, 100, 501, 600);
-    EXPECT_EQ(PanelPlacement::inView(middle, Least, { east, west }).topLeft(), QPoint(1500, 100));
-    EXPECT_EQ(PanelPlacement::inView(middle, Least, { west, east }).topLeft(), QPoint(-1999, 100));
+    EXPECT_EQ(PanelPlacement::inView(middle, Minimum, { east, west }).topLeft(), QPoint(1500, 100));
+    EXPECT_EQ(PanelPlacement::inView(middle, Minimum, { west, east }).topLeft(),
+              QPoint(-1999, 100));
 }
 
-TEST(PanelPlacementTest, ShrinksAPanelToAScreenThatIsTooSmall)
+TEST(PanelPlacementTest, ShrinksAPanelToASmallScreen)
 {
     EXPECT_EQ(inView({ 425, -19 }, { QRect(0, 0, 1093, 614) }), QRect(425, 0, 430, 614));
     EXPECT_EQ(inView({ 100, 0 }, { QRect(0, 27, 400, 500) }), QRect(0, 27, 400, 500));
@@ -63,12 +64,12 @@ TEST(PanelPlacementTest, ShrinksAPanelToAScreenThatIsTooSmall)
               QRect(0, 0, 1920, 1080));
 }
 
-TEST(PanelPlacementTest, KeepsTheLeastSizeAndTheTitleBarInView)
+TEST(PanelPlacementTest, KeepsTheMinimumSizeAndTheTitleBarInView)
 {
     EXPECT_EQ(inView({ 2000, 2000 }, { QRect(10, 20, 320, 400) }), QRect(10, 20, 390, 420));
 }
 
-TEST(PanelPlacementTest, LeavesThePanelWhileThereIsNoScreen)
+TEST(PanelPlacementTest, KeepsThePanelInPlaceWithoutScreens)
 {
     EXPECT_EQ(inView({ 5000, 5000 }, {}), QRect({ 5000, 5000 }, Size));
 }

@@ -17,7 +17,7 @@ class TextGesturesTest : public PanelFixture
 protected:
     void SetUp() override
     {
-        // What Qt would paste without us.
+        // Qt itself would paste this.
         QGuiApplication::clipboard()->setText(u"of Qt"_s);
         machine.pasteboard.contents = "\uFEFFpasted";
     }
@@ -40,7 +40,7 @@ protected:
         return nullptr;
     }
 
-    /// The first node's text, with every character as it is.
+    /// The first node's text without conversions.
     std::string text() { return editor(0).document()->toRawText().toStdString(); }
 
     QLineEdit *renameFirstTab()
@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_F(TextGesturesTest, PastesByEachKeyForIt)
+TEST_F(TextGesturesTest, PastesByEveryShortcut)
 {
     start({ tabOf("Prompts", { "" }) });
     Input::click(editor(0));
@@ -101,14 +101,14 @@ TEST_F(TextGesturesTest, OffersTheEditMenuAtARightClick)
     EXPECT_EQ(text(), "\uFEFFpasted");
 }
 
-TEST_F(TextGesturesTest, ClosesTheMenuOfATextThatGoes)
+TEST_F(TextGesturesTest, ClosesTheMenuOfADeletedText)
 {
     start({ tabOf("Prompts", { "abc" }) });
     Input::click(editor(0));
     rightClick(*editor(0).viewport());
     const QPointer<QMenu> open = menu();
     ASSERT_TRUE(open);
-    button("Delete node").click(); // as assistive technology does, past the menu
+    button("Delete node").click(); // as assistive technology does while a menu is open
     settle();
     settle();
     EXPECT_FALSE(menu());

@@ -20,14 +20,14 @@ protected:
     QPoint emptyPlace() { return { 110, 14 }; }
 };
 
-TEST_F(TitleBarTest, IsTwentyEightHighOverTheTopOfTheContent)
+TEST_F(TitleBarTest, IsTwentyEightPointsHighOverTheContent)
 {
     EXPECT_EQ(placeOf(titleBar()), QRect(0, 0, 430, 28));
     EXPECT_GE(placeOf(*chips()[0]).top(), 28);
     EXPECT_LT(placeOf(*chips()[0]).bottom(), 28 + 38);
 }
 
-TEST_F(TitleBarTest, HasTheWindowsButtonsAtTheLeft)
+TEST_F(TitleBarTest, HasTheWindowButtonsOnTheLeft)
 {
     const QRect close = placeOf(button("Close"));
     const QRect minimize = placeOf(button("Minimize"));
@@ -45,7 +45,7 @@ TEST_F(TitleBarTest, HasTheWindowsButtonsAtTheLeft)
 
 TEST_F(TitleBarTest, HidesThePanelByItsCloseButton)
 {
-    machine.statusBar.kind.set(StatusBar::Kind::notifier); // which brings it back
+    machine.statusBar.kind.set(StatusBar::Kind::notifier);
     press("Close");
     EXPECT_FALSE(panel().isVisible());
 }
@@ -102,7 +102,7 @@ TEST_F(TitleBarTest, DrawsTheIconInItsOwnColors)
     EXPECT_TRUE(isColorful);
 }
 
-TEST_F(TitleBarTest, HasTheControlsEightFromItsRightEdge)
+TEST_F(TitleBarTest, HasTheControlsEightPointsFromTheRightEdge)
 {
     const auto &controls = *panel().findChild<TitlebarControlsView *>();
     EXPECT_EQ(placeOf(controls).right(), 430 - 8 - 1);
@@ -113,7 +113,7 @@ TEST_F(TitleBarTest, HasTheControlsEightFromItsRightEdge)
     EXPECT_EQ(placeOf(controls).right(), 500 - 8 - 1);
 }
 
-TEST_F(TitleBarTest, KeepsItsPartsApartInTheNarrowestPanel)
+TEST_F(TitleBarTest, KeepsItsPartsApartAtTheMinimumWidth)
 {
     panel().resize(390, 420);
     settle();
@@ -125,7 +125,7 @@ TEST_F(TitleBarTest, KeepsItsPartsApartInTheNarrowestPanel)
     EXPECT_LT(name.right(), controls.left());
 }
 
-TEST_F(TitleBarTest, IsNoPartOfTheTabsBelow)
+TEST_F(TitleBarTest, IgnoresASingleClick)
 {
     QTest::mouseClick(panel().windowHandle(), Qt::LeftButton, {}, emptyPlace());
     settle();

@@ -11,7 +11,7 @@
 namespace
 {
 
-const QColor Ground(20, 30, 60);
+const QColor Background(20, 30, 60);
 const QColor Accent = QColor::fromRgbF(0.91F, 0.16F, 0.17F);
 
 class TitlebarControlsViewTest : public testing::Test
@@ -25,7 +25,7 @@ protected:
 
     MiniSwitch &onSwitch() const { return *controls.findChild<MiniSwitch *>(); }
 
-    /// The switch as it is seen, without the room for its focus ring.
+    /// The visible part of the switch, without the margin for its focus ring.
     QRect track() const
     {
         const int margin = Painting::FocusMargin;
@@ -44,17 +44,17 @@ protected:
         return { left, (28 - height) / 2, controls.width() - left, height };
     }
 
-    Picture picture() { return Picture(controls, Ground); }
+    Picture picture() { return Picture(controls, Background); }
 
     WindowPreferences preferences;
     TitlebarControlsView controls { preferences, nullptr };
 };
 
-TEST_F(TitlebarControlsViewTest, IsOneRowTwentyEightHigh)
+TEST_F(TitlebarControlsViewTest, IsOneRowTwentyEightPointsHigh)
 {
     EXPECT_EQ(controls.sizeHint().height(), 28);
     EXPECT_NEAR(QRectF(track()).center().y(), 14, 0.5);
-    const QRectF ink = picture().inkIn(pin(), Ground);
+    const QRectF ink = picture().inkIn(pin(), Background);
     EXPECT_NEAR(ink.center().y(), 14, 1);
     EXPECT_GE(ink.height(), 7);
     EXPECT_LE(ink.height(), 12);
@@ -64,16 +64,16 @@ TEST_F(TitlebarControlsViewTest, IsOneRowTwentyEightHigh)
 
 TEST_F(TitlebarControlsViewTest, HasARedPinWhileThePanelIsOnTop)
 {
-    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Ground), Accent, 12));
+    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background), Accent, 12));
 }
 
-TEST_F(TitlebarControlsViewTest, HasAGreyPinOtherwise)
+TEST_F(TitlebarControlsViewTest, HasAGreyPinWhileThePanelIsNotOnTop)
 {
     preferences.alwaysOnTop.set(false);
-    EXPECT_TRUE(
-        isColor(picture().strongestInkIn(pin(), Ground), over(SrgbColor::white(0.56), Ground), 12));
+    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background),
+                        over(SrgbColor::white(0.56), Background), 12));
     preferences.alwaysOnTop.set(true);
-    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Ground), Accent, 12));
+    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background), Accent, 12));
 }
 
 TEST_F(TitlebarControlsViewTest, ShowsThePreferenceInItsSwitch)
@@ -85,7 +85,7 @@ TEST_F(TitlebarControlsViewTest, ShowsThePreferenceInItsSwitch)
     EXPECT_TRUE(onSwitch().isChecked());
 }
 
-TEST_F(TitlebarControlsViewTest, FlipsThePreferenceByItsSwitch)
+TEST_F(TitlebarControlsViewTest, TogglesThePreferenceByTheSwitch)
 {
     Input::click(onSwitch());
     EXPECT_FALSE(preferences.alwaysOnTop.get());
@@ -98,7 +98,7 @@ TEST_F(TitlebarControlsViewTest, FlipsThePreferenceByItsSwitch)
     EXPECT_TRUE(preferences.alwaysOnTop.get());
 }
 
-TEST_F(TitlebarControlsViewTest, WritesThePreferenceOnceForEachFlip)
+TEST_F(TitlebarControlsViewTest, WritesThePreferenceOncePerToggle)
 {
     int writes = 0;
     const auto counting = preferences.alwaysOnTop.sink([&writes](bool) { ++writes; });
@@ -124,21 +124,21 @@ TEST_F(TitlebarControlsViewTest, DrawsTheSwitchOnAndOff)
     EXPECT_GT(off.at(place.left() + 6, middle).lightness(), 220);
 }
 
-TEST_F(TitlebarControlsViewTest, BacksTheBadgeWithACapsule)
+TEST_F(TitlebarControlsViewTest, DrawsACapsuleBehindTheBadge)
 {
     const QRect place = badge();
     const Picture seen = picture();
-    const QColor fill = over(SrgbColor::white(0.07), Ground);
+    const QColor fill = over(SrgbColor::white(0.07), Background);
     EXPECT_TRUE(isColor(seen.at(place.left() + 3.5, 14), fill));
     EXPECT_TRUE(isColor(seen.at(place.right() - 3.5, 14), fill));
-    EXPECT_TRUE(isColor(seen.at(place.left() + 0.2, place.top() + 0.2), Ground));
+    EXPECT_TRUE(isColor(seen.at(place.left() + 0.2, place.top() + 0.2), Background));
     EXPECT_TRUE(isColor(seen.at(place.center().x(), place.top() + 0.4), fill));
-    EXPECT_TRUE(isColor(seen.at(place.center().x(), place.top() - 1), Ground));
+    EXPECT_TRUE(isColor(seen.at(place.center().x(), place.top() - 1), Background));
     EXPECT_TRUE(isColor(seen.at(place.center().x(), place.bottom() + 0.5), fill));
-    EXPECT_TRUE(isColor(seen.at(place.center().x(), place.bottom() + 2), Ground));
+    EXPECT_TRUE(isColor(seen.at(place.center().x(), place.bottom() + 2), Background));
 }
 
-TEST_F(TitlebarControlsViewTest, WritesTheBadgeInTheSecondaryColor)
+TEST_F(TitlebarControlsViewTest, DrawsTheBadgeInTheSecondaryColor)
 {
     const QRect place = badge();
     QFont font = QApplication::font();
@@ -147,7 +147,7 @@ TEST_F(TitlebarControlsViewTest, WritesTheBadgeInTheSecondaryColor)
     font.setLetterSpacing(QFont::AbsoluteSpacing, 1);
     EXPECT_EQ(place.width(), QFontMetrics(font).horizontalAdvance(QStringLiteral("LOCAL")) + 12);
     const Picture seen = picture();
-    const QColor fill = over(SrgbColor::white(0.07), Ground);
+    const QColor fill = over(SrgbColor::white(0.07), Background);
     const QRectF ink = seen.inkIn(QRectF(place).adjusted(2, 2, -2, -2), fill);
     EXPECT_NEAR(ink.left() - place.left(), 6, 1.6);
     EXPECT_NEAR(place.right() + 1 - ink.right(), 6, 1.6);
