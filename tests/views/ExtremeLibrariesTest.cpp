@@ -171,7 +171,7 @@ TEST_P(ExtremeTextsTest, ShowsEditsAndSavesTheNode)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , ExtremeTextsTest,
+    Nodes, ExtremeTextsTest,
     testing::Values(ExtremeText { "FiftyMegabytesOfLines", "",
                                   "A line of a long prompt, as people paste them.\n", 50'000'000 },
                     ExtremeText { "AMegabyteOnOneLine", "", "words ", 1'000'000 },
