@@ -63,7 +63,7 @@ QString singleLine(std::string_view text)
 bool isFiller(char32_t character)
 {
     constexpr std::u32string_view Fillers = U"\u034F\u115F\u1160\u2800\u3164\uFFA0";
-    return Fillers.find(character) != Fillers.npos ||
+    return Fillers.find(character) != std::u32string_view::npos ||
            (character >= 0xFE00 && character <= 0xFE0F) ||
            (character >= 0xE0100 && character <= 0xE01EF);
 }
