@@ -29,7 +29,7 @@ RATE = 16_000
 BUFFER = 1024  # samples
 HEADER = struct.Struct("=IIBBH")  # payload size, task, version, kind, zero
 VERSION = 1
-BEGIN, AUDIO, END, CANCEL, HEARD, PARTIAL, FINAL = range(7)
+BEGIN, AUDIO, END, CANCEL, UNCHANGED, PARTIAL, FINAL = range(7)
 
 RECORDINGS = pathlib.Path("/usr/share/pocketsphinx/test/data")
 VOICES = ("slt", "rms", "awb", "kal16")

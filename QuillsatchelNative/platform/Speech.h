@@ -20,10 +20,12 @@ public:
 
     virtual ~Speech() = default;
 
-    /// Asks the user where the desktop requires it. `receive` is called on any thread.
+    /// Asks the user where the desktop requires it, and finds out whether there is a recogniser.
+    /// `receive` is called on any thread, within this call or later.
     virtual void requestAuthorization(std::function<void(AuthorizationStatus)> receive) = 0;
 
-    /// A recogniser for the language of the user's locale; null if none is installed.
+    /// A recogniser for the language of the user's locale; null if the latest authorization found
+    /// none.
     virtual std::unique_ptr<SpeechRecognizer> makeRecognizer() = 0;
 
     /// Never null; without a microphone `AudioEngine::start` fails.

@@ -4,6 +4,7 @@
 #include "platform/desktop/QtMainQueue.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -28,21 +29,29 @@ protected:
         return TestFiles::read("/proc/self/maps").find("/speech.so") != std::string::npos;
     }
 
+    std::optional<Speech::AuthorizationStatus> authorization()
+    {
+        std::optional<Speech::AuthorizationStatus> answer;
+        speech.requestAuthorization(
+            [&answer](Speech::AuthorizationStatus status) { answer = status; });
+        EXPECT_TRUE(QTest::qWaitFor([&answer] { return answer.has_value(); }, 30'000));
+        return answer;
+    }
+
     QTemporaryDir folder;
     std::string server = folder.filePath(QStringLiteral("nothing")).toStdString();
     QtMainQueue mainQueue;
     DesktopSpeech speech { mainQueue };
 };
 
-TEST_F(DesktopSpeechTest, IsAuthorizedWithoutTheModule)
+TEST_F(DesktopSpeechTest, OpensTheModuleForTheFirstDictation)
 {
-    std::optional<Speech::AuthorizationStatus> answer;
-    speech.requestAuthorization([&answer](Speech::AuthorizationStatus status) { answer = status; });
-    EXPECT_EQ(answer, Speech::AuthorizationStatus::authorized);
     EXPECT_FALSE(isModuleOpen());
+    EXPECT_EQ(authorization(), Speech::AuthorizationStatus::authorized);
+    EXPECT_TRUE(isModuleOpen());
 }
 
-TEST_F(DesktopSpeechTest, HasAMicrophoneThatDoesNotStartWhereThereIsNone)
+TEST_F(DesktopSpeechTest, HasAnAudioEngineThatDoesNotStartWithoutAMicrophone)
 {
     const auto engine = speech.makeAudioEngine();
     EXPECT_TRUE(isModuleOpen());
@@ -50,15 +59,28 @@ TEST_F(DesktopSpeechTest, HasAMicrophoneThatDoesNotStartWhereThereIsNone)
     EXPECT_FALSE(engine->start());
 }
 
-TEST_F(DesktopSpeechTest, HasARecognizerWhereThereIsAModelForTheLanguage)
+TEST_F(DesktopSpeechTest, HasARecognizerIfThereIsAModelForTheLanguage)
 {
-    const auto recognizer = speech.makeRecognizer();
+    EXPECT_EQ(speech.makeRecognizer(), nullptr) << "nothing has looked for a model yet";
+    setenv("LC_ALL", "xx_XX.UTF-8", 1);
+    EXPECT_EQ(authorization(), Speech::AuthorizationStatus::authorized);
+    EXPECT_EQ(speech.makeRecognizer(), nullptr);
+    setenv("LC_ALL", "en_US.UTF-8", 1);
+    EXPECT_EQ(authorization(), Speech::AuthorizationStatus::authorized);
     if (!TestFiles::read("/usr/share/pocketsphinx/model/en-us/en-us/mdef").empty()) {
+        const auto recognizer = speech.makeRecognizer();
         ASSERT_NE(recognizer, nullptr);
         EXPECT_TRUE(recognizer->isAvailable());
     }
-    setenv("LC_ALL", "xx_XX.UTF-8", 1);
-    EXPECT_EQ(speech.makeRecognizer(), nullptr);
+}
+
+TEST_F(DesktopSpeechTest, DropsTheAnswerOfAnInquiryWhenItIsDestroyed)
+{
+    {
+        DesktopSpeech other(mainQueue);
+        other.requestAuthorization([](Speech::AuthorizationStatus) { ADD_FAILURE(); });
+    }
+    QTest::qWait(100);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "platform/desktop/Module.h"
 
+#include <utility>
+
 Speech *DesktopSpeech::module()
 {
     if (!m_module)
@@ -11,7 +13,10 @@ Speech *DesktopSpeech::module()
 
 void DesktopSpeech::requestAuthorization(std::function<void(AuthorizationStatus)> receive)
 {
-    receive(AuthorizationStatus::authorized);
+    if (auto *const speech = module())
+        speech->requestAuthorization(std::move(receive));
+    else
+        receive(AuthorizationStatus::authorized);
 }
 
 std::unique_ptr<SpeechRecognizer> DesktopSpeech::makeRecognizer()

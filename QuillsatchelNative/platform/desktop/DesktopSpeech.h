@@ -4,8 +4,8 @@
 
 class MainQueue;
 
-/// Speech, through a module that is opened by the first dictation. A desktop program asks nobody
-/// for leave to listen.
+/// Speech, through a module that the first dictation opens. Desktop programs need no permission to
+/// use the microphone.
 class DesktopSpeech final : public Speech
 {
 public:

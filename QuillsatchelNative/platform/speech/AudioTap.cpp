@@ -14,7 +14,7 @@ void AudioTap::install(std::size_t bufferSize, AudioEngine::Tap tap)
 
 void AudioTap::remove()
 {
-    AudioEngine::Tap removed; // lets go of what it holds outside the lock
+    AudioEngine::Tap removed; // destroyed outside the lock
     const std::lock_guard lock(m_mutex);
     std::swap(removed, m_tap);
 }
@@ -41,6 +41,6 @@ void AudioTap::appendSilence(std::size_t count)
 void AudioTap::fail()
 {
     const std::lock_guard lock(m_mutex);
-    if (const auto tell = std::exchange(m_tap.fail, nullptr))
-        tell();
+    if (const auto report = std::exchange(m_tap.fail, nullptr))
+        report();
 }

@@ -1,61 +1,62 @@
 #pragma once
 
-#include "platform/speech/ListenerMailbox.h"
+#include "platform/speech/ListenerLimits.h"
 #include "platform/speech/ListenerMessageReader.h"
-#include "platform/speech/ListenerPatience.h"
-#include "platform/speech/Subprocess.h"
+#include "platform/speech/ListenerRequest.h"
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
-/// What the I/O thread does: passes the audio of one job after the other to a listener, and its
-/// results back. Little audio is on its way at a time, so that a cancelled job is soon forgotten.
+/// The protocol of one listener: sends the audio of one recognition after the other, reports the
+/// answers and says how long to wait for them. Little audio is on its way at a time, so that a
+/// cancelled recognition is soon forgotten. Does no I/O and reads no clock. Main thread only.
 class ListenerConversation
 {
 public:
-    ListenerConversation(Subprocess listener, ListenerMailbox &mailbox,
-                         const ListenerLimits &limits);
-    /// Ends the listener.
+    /// How to reach the listener.
+    struct Listener {
+        std::function<void(const std::string &bytes)> send;
+        /// Restarts the timer that stops the listener. With none, the listener may run on.
+        std::function<void(std::optional<std::chrono::milliseconds>)> restartTimer;
+    };
+
+    ListenerConversation(Listener listener, const ListenerLimits &limits);
     ~ListenerConversation();
     ListenerConversation(const ListenerConversation &) = delete;
     ListenerConversation &operator=(const ListenerConversation &) = delete;
 
-    /// Until the mailbox is closed, or the listener is idle for long, ends, hangs or talks
-    /// nonsense. A job that is then under way fails.
-    void run();
+    /// Begins a recognition. An unfinished one fails.
+    void begin(std::shared_ptr<ListenerRequest> request);
+    /// Sends what a change of the request allows. False if the listener has fallen too far behind.
+    bool update();
+    /// Takes what the listener has sent. False if that breaks the protocol.
+    bool receive(std::string_view bytes);
+    /// The listener is stopped: the unfinished recognition fails.
+    void fail();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
-    /// A message that is answered in its turn.
-    struct Question {
+    /// An answer that the listener owes.
+    struct Answer {
         std::uint32_t task = 0;
-        ListenerMessage::Kind kind = ListenerMessage::Kind::audio;
+        bool isFinal = false;
     };
 
-    // Each of these is false where the conversation is over.
-    bool takeJobs();
-    bool send();
-    bool wait();
-    bool receive();
-    bool accept(const ListenerMessage &answer);
+    bool accept(const ListenerMessage &message);
+    void report(const ListenerMessage &answer);
+    void send(const ListenerMessage &message);
+    void restartTimer();
 
-    void begin(std::shared_ptr<ListenerJob> job);
-    bool passAudio();
-    void say(const ListenerMessage &message);
-    void tell(const ListenerMessage &answer);
-    void dropJob();
-
-    Subprocess m_listener;
-    ListenerMailbox &m_mailbox;
-    ListenerPatience m_patience;
+    const Listener m_listener;
+    const ListenerLimits m_limits;
     ListenerMessageReader m_reader;
-    std::string m_outgoing;
-    std::shared_ptr<ListenerJob> m_job;
-    std::uint32_t m_task = 0;         // the number of the latest job
-    std::deque<Question> m_questions; // that are not answered yet
-    bool m_hasSaidEnd = false;
+    std::shared_ptr<ListenerRequest> m_request;
+    std::uint32_t m_task = 0; // number of the latest recognition
+    std::deque<Answer> m_owedAnswers;
+    bool m_hasSentEnd = false;
 };

@@ -1,36 +1,29 @@
 #include "platform/speech/ListenerInquiry.h"
 
-#include "platform/speech/Subprocess.h"
+#include <utility>
 
-#include <algorithm>
-#include <cerrno>
-#include <poll.h>
-#include <sys/socket.h>
-
-namespace
+ListenerInquiry::ListenerInquiry(const std::string &program,
+                                 std::function<void(bool hasModel)> receive, QObject *parent,
+                                 std::chrono::milliseconds limit)
+    : QObject(parent)
+    , m_receive(std::move(receive))
+    , m_listener({ program, "--has-model" }, nullptr)
 {
-
-using Clock = std::chrono::steady_clock;
-
-bool isReadable(int file, Clock::time_point end)
-{
-    pollfd answer { .fd = file, .events = POLLIN, .revents = 0 };
-    int count = 0;
-    do {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-        count =
-            poll(&answer, 1, static_cast<int>(std::max(left.count(), decltype(left.count()) {})));
-    } while (count < 0 && errno == EINTR);
-    return count == 1;
+    connect(&m_listener, &QProcess::readyReadStandardOutput, this,
+            [this] { answer(m_listener.readAllStandardOutput().startsWith('y')); });
+    connect(&m_listener, &QProcess::finished, this, [this] { answer(false); });
+    connect(
+        &m_listener, &QProcess::errorOccurred, this, [this] { answer(false); },
+        Qt::QueuedConnection);
+    connect(&m_timer, &QTimer::timeout, this, [this] { answer(false); });
+    m_timer.setSingleShot(true);
+    m_timer.start(limit);
+    m_listener.start();
 }
 
-} // namespace
-
-bool listenerHasModel(const std::string &program, std::chrono::milliseconds limit)
+void ListenerInquiry::answer(bool hasModel)
 {
-    const auto end = Clock::now() + limit;
-    const auto listener = Subprocess::start({ program, "--has-model" });
-    char letter = 0;
-    return listener && isReadable(listener->stream(), end) &&
-           recv(listener->stream(), &letter, 1, MSG_DONTWAIT) == 1 && letter == 'y';
+    deleteLater();
+    if (const auto receive = std::exchange(m_receive, nullptr))
+        receive(hasModel);
 }

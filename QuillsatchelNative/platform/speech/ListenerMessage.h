@@ -6,30 +6,30 @@
 #include <string>
 #include <vector>
 
-/// What this program and its listener say to each other, over a stream. Every `audio` is answered
-/// by `heard` or `partial` and every `end` by `final`, in their order; nothing else is answered.
+/// A message between this program and its listener. The listener answers each `audio` with
+/// `unchanged` or `partial` and each `end` with `final`, in their order, and nothing else.
 struct ListenerMessage {
     enum class Kind : std::uint8_t {
-        begin,   ///< a task begins, and ends whatever other there is
-        audio,   ///< the next samples
-        end,     ///< there is no more audio
-        cancel,  ///< nobody waits for the result any more
-        heard,   ///< these samples changed nothing
-        partial, ///< all that was said so far, UTF-8
-        final,   ///< all that was said, UTF-8
+        begin,     ///< a task begins and replaces the current one
+        audio,     ///< the next samples
+        end,       ///< no more audio follows
+        cancel,    ///< the result is not needed any more
+        unchanged, ///< the samples did not change the text
+        partial,   ///< the text so far, UTF-8
+        final,     ///< the whole text, UTF-8
     };
 
     Kind kind = Kind::begin;
     std::uint32_t task = 0;
-    std::string payload; ///< of audio, partial and final
+    std::string payload; ///< of `audio`, `partial` and `final`
 
     static ListenerMessage audio(std::uint32_t task, std::span<const std::int16_t> samples);
 
     bool operator==(const ListenerMessage &) const = default;
     std::vector<std::int16_t> samples() const;
-    /// Puts the message behind what `stream` holds.
+    /// Appends the encoded message to `stream`.
     void appendTo(std::string &stream) const;
 
-    /// What a payload has at most, in bytes: the words of many hours.
+    /// In bytes: enough for the words of many hours.
     static constexpr std::size_t MaxPayload = 1 << 20;
 };

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-/// How a message begins on the stream. Both ends run on one machine: numbers are as that has them.
+/// The start of an encoded message. Both ends run on one machine, so numbers have its byte order.
 struct ListenerMessageHeader {
-    /// Changes with the protocol: an update may replace the listener under a running program.
+    /// Changes with the protocol: an update may replace the listener of a running program.
     static constexpr std::uint8_t Version = 1;
 
     std::uint32_t payloadSize = 0;

@@ -23,7 +23,7 @@ bool fits(Kind kind, std::size_t payloadSize)
     case Kind::begin:
     case Kind::end:
     case Kind::cancel:
-    case Kind::heard:
+    case Kind::unchanged:
         return payloadSize == 0;
     }
     return false;

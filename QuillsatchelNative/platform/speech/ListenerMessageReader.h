@@ -7,13 +7,13 @@
 #include <string>
 #include <string_view>
 
-/// Finds the messages in a stream that arrives in pieces of any size. A stream that holds anything
-/// else is broken from there on: where the next message begins, nobody can know.
+/// Decodes messages from a stream that arrives in pieces of any size. After an invalid message the
+/// stream is broken, because the start of the next message is unknown.
 class ListenerMessageReader
 {
 public:
     void feed(std::string_view bytes);
-    /// None if the next message has not arrived whole, or if the stream is broken.
+    /// None if the next message is incomplete or the stream is broken.
     std::optional<ListenerMessage> next();
 
     bool isBroken() const { return m_isBroken; }

@@ -1,22 +1,22 @@
 #pragma once
 
 #include "platform/SpeechRecognizer.h"
-#include "platform/speech/ListenerLimits.h"
-#include "platform/speech/ListenerThread.h"
+#include "platform/speech/ListenerConversation.h"
+#include "platform/speech/ListenerProcess.h"
 
-#include <memory>
-#include <string>
-#include <vector>
+#include <QTimer>
 
-/// Lets a process of its own, the listener, understand speech: a damaged model can end whatever
-/// process it is loaded into. The listener starts with the first task, while its audio queues, and
-/// is kept for those that follow. One task at a time: a new one ends an older one with an error.
-class ListenerRecognizer final : public SpeechRecognizer
+/// Recognises speech in a process of its own, the listener, because a damaged model can end any
+/// process that loads it. The listener starts with the first task, while the audio queues, serves
+/// later tasks as well, and is stopped when it has been idle for long. One task at a time: a new
+/// one ends an older one with an error. Handlers are called on the main thread and must not delete
+/// the recogniser.
+class ListenerRecognizer final : public QObject, public SpeechRecognizer
 {
 public:
     /// `command` is the path of the listener and its arguments.
-    explicit ListenerRecognizer(std::vector<std::string> command,
-                                const ListenerLimits &limits = {});
+    ListenerRecognizer(std::vector<std::string> command, MainQueue &mainQueue,
+                       const ListenerLimits &limits = {});
 
     /// Whether there is a listener to start.
     bool isAvailable() const override;
@@ -26,7 +26,15 @@ public:
                     ResultHandler handler) override;
 
 private:
-    const std::string m_program;
+    void startListener();
+    void stopListener();
+    void stopUnless(bool isGood);
+
+    const std::vector<std::string> m_command;
+    MainQueue &m_mainQueue;
     const ListenerLimits m_limits;
-    ListenerThread m_thread;
+    const std::function<void()> m_update; // does nothing after the end of the recogniser
+    QTimer m_timer;
+    ListenerProcess *m_listener = nullptr; // a child; stopped ones are too, until they have ended
+    std::unique_ptr<ListenerConversation> m_conversation; // lasts as long as m_listener
 };

@@ -4,76 +4,82 @@
 #include <iterator>
 #include <utility>
 
-ListenerRequest::ListenerRequest(std::shared_ptr<const Wakeup> wakeup, std::size_t capacity)
-    : m_wakeup(std::move(wakeup))
+ListenerRequest::ListenerRequest(MainQueue &mainQueue, std::size_t capacity,
+                                 std::function<void()> onChange)
+    : m_mainQueue(mainQueue)
     , m_capacity(capacity)
+    , m_onChange(std::move(onChange))
 {
 }
 
 void ListenerRequest::append(std::span<const std::int16_t> samples)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_state != State::open)
-            return;
-        m_samples.insert(m_samples.end(), samples.begin(), samples.end());
-        if (m_samples.size() > m_capacity) {
-            m_state = State::overflowed;
-            m_samples = {};
-        }
-    }
-    m_wakeup->signal();
+    post([copy = std::vector(samples.begin(), samples.end())](ListenerRequest &request) {
+        request.store(copy);
+    });
 }
 
 void ListenerRequest::endAudio()
 {
-    leaveOpenFor(State::ended);
+    post([](ListenerRequest &request) { request.leaveOpen(State::ended); });
 }
 
 void ListenerRequest::fail()
 {
-    leaveOpenFor(State::failed);
+    post([](ListenerRequest &request) { request.leaveOpen(State::failed); });
 }
 
-void ListenerRequest::leaveOpenFor(State state)
+void ListenerRequest::setHandler(SpeechRecognizer::ResultHandler handler)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_state != State::open)
-            return;
-        m_state = state;
-    }
-    m_wakeup->signal();
+    m_handler = std::make_shared<const SpeechRecognizer::ResultHandler>(std::move(handler));
 }
 
-void ListenerRequest::close()
+void ListenerRequest::report(const std::optional<SpeechRecognitionResult> &result, bool isError)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_state = State::closed;
-        m_samples = {};
-    }
-    m_wakeup->signal();
+    const auto handler = m_handler;
+    if (isError || (result && result->isFinal))
+        cancel();
+    if (handler)
+        (*handler)(result, isError);
+}
+
+void ListenerRequest::cancel()
+{
+    m_handler.reset();
+    m_samples.clear();
+    endAudio();
 }
 
 std::vector<std::int16_t> ListenerRequest::take(std::size_t count)
 {
-    const std::lock_guard lock(m_mutex);
-    std::vector<std::int16_t> taken(std::min(count, m_samples.size()));
-    const auto end = std::next(m_samples.begin(), static_cast<std::ptrdiff_t>(taken.size()));
-    std::copy(m_samples.begin(), end, taken.begin());
+    const auto size = static_cast<std::ptrdiff_t>(std::min(count, m_samples.size()));
+    const auto end = std::next(m_samples.begin(), size);
+    std::vector<std::int16_t> samples(m_samples.begin(), end);
     m_samples.erase(m_samples.begin(), end);
-    return taken;
+    return samples;
 }
 
-ListenerRequest::State ListenerRequest::state() const
+void ListenerRequest::post(std::function<void(ListenerRequest &)> change)
 {
-    const std::lock_guard lock(m_mutex);
-    return m_state;
+    m_mainQueue.async([request = shared_from_this(), change = std::move(change)] {
+        change(*request);
+        request->m_onChange();
+    });
 }
 
-bool ListenerRequest::isEmpty() const
+void ListenerRequest::store(const std::vector<std::int16_t> &samples)
 {
-    const std::lock_guard lock(m_mutex);
-    return m_samples.empty();
+    if (m_state != State::open)
+        return;
+    m_samples.insert(m_samples.end(), samples.begin(), samples.end());
+    if (m_samples.size() <= m_capacity)
+        return;
+    m_state = State::overflowed;
+    m_samples.clear();
+}
+
+void ListenerRequest::leaveOpen(State state)
+{
+    if (m_state == State::open)
+        m_state = state;
 }

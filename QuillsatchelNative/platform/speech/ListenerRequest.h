@@ -1,48 +1,65 @@
 #pragma once
 
+#include "platform/MainQueue.h"
 #include "platform/SpeechRecognizer.h"
-#include "platform/speech/Wakeup.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
-#include <mutex>
+#include <optional>
 #include <span>
 #include <vector>
 
-/// The audio on its way to the listener: a bounded queue between the audio thread, which never
-/// waits, and the I/O thread.
-class ListenerRequest final : public SpeechRecognitionRequest
+/// One recognition: the audio that waits for the listener, and the handler of the results.
+/// `append`, `endAudio` and `fail` never wait; they take effect on the main queue, in their order.
+/// All other functions are for the main thread only.
+class ListenerRequest final :
+    public SpeechRecognitionRequest,
+    public std::enable_shared_from_this<ListenerRequest>
 {
 public:
     enum class State {
         open,       ///< more audio may come
-        ended,      ///< what is queued is all
-        failed,     ///< likewise, and there should have been more
-        overflowed, ///< the listener has fallen too far behind; nothing is kept
-        closed,     ///< nobody wants it any more; nothing is kept
+        ended,      ///< no more audio comes
+        failed,     ///< likewise, because the audio broke off
+        overflowed, ///< too much audio waited; it was dropped
     };
 
-    /// Keeps `capacity` samples at most; `wakeup` is signalled whenever there is news.
-    ListenerRequest(std::shared_ptr<const Wakeup> wakeup, std::size_t capacity);
+    /// At most `capacity` samples wait. `onChange` is called on the main thread, on a later turn,
+    /// after audio, its end and a cancellation.
+    ListenerRequest(MainQueue &mainQueue, std::size_t capacity, std::function<void()> onChange);
 
     void append(std::span<const std::int16_t> samples) override;
     void endAudio() override;
     void fail() override;
 
-    void close();
-    /// The next samples, `count` at most.
+    void setHandler(SpeechRecognizer::ResultHandler handler);
+    /// Calls the handler, unless the recognition is over: a final result or an error ends it.
+    void report(const std::optional<SpeechRecognitionResult> &result, bool isError);
+    /// Ends the recognition without calling the handler.
+    void cancel();
+
+    bool isOver() const { return !m_handler; }
+
+    State state() const { return m_state; }
+
+    bool isEmpty() const { return m_samples.empty(); }
+
+    /// The next samples, at most `count`.
     std::vector<std::int16_t> take(std::size_t count);
-    State state() const;
-    bool isEmpty() const;
 
 private:
-    void leaveOpenFor(State state);
+    void post(std::function<void(ListenerRequest &)> change);
+    void store(const std::vector<std::int16_t> &samples);
+    void leaveOpen(State state);
 
-    const std::shared_ptr<const Wakeup> m_wakeup;
+    MainQueue &m_mainQueue;
     const std::size_t m_capacity;
-    mutable std::mutex m_mutex; // held for a copy of a few samples, no longer
+    const std::function<void()> m_onChange;
     std::deque<std::int16_t> m_samples;
     State m_state = State::open;
+    // Null once the recognition is over: it may own what owns this.
+    std::shared_ptr<const SpeechRecognizer::ResultHandler> m_handler;
 };

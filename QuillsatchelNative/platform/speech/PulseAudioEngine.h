@@ -7,12 +7,12 @@
 #include <chrono>
 #include <memory>
 
-/// Captures through the PulseAudio server, or PipeWire in its place. Holds a connection and a
-/// thread only between start and stop.
+/// Captures audio from a PulseAudio or PipeWire server. Has a connection and a thread only between
+/// `start` and `stop`.
 class PulseAudioEngine final : public AudioEngine
 {
 public:
-    /// A server that does not answer within `limit` is given up.
+    /// `start` fails if the server does not answer within `limit`.
     explicit PulseAudioEngine(std::chrono::milliseconds limit = std::chrono::seconds(2));
 
     void installTap(int bufferSize, Tap tap) override;

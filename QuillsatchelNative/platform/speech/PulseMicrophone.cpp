@@ -17,7 +17,7 @@ constexpr auto Unset = static_cast<std::uint32_t>(-1);
 
 using Operation = CPointer<pa_operation, &pa_operation_unref>;
 
-/// Holds the lock that the audio thread's callbacks hold too.
+/// Holds the lock of the main loop, as callbacks on the audio thread do.
 class LoopLock
 {
 public:
@@ -80,16 +80,16 @@ bool PulseMicrophone::connect(std::chrono::milliseconds limit)
     if (!m_context || pa_threaded_mainloop_start(m_loop.get()) < 0)
         return false;
     const LoopLock lock(m_loop.get());
-    const auto becomeTooLate = [](pa_mainloop_api *, pa_time_event *, const timeval *, void *self) {
-        static_cast<PulseMicrophone *>(self)->m_isTooLate = true;
+    const auto timeOut = [](pa_mainloop_api *, pa_time_event *, const timeval *, void *self) {
+        static_cast<PulseMicrophone *>(self)->m_hasTimedOut = true;
         static_cast<PulseMicrophone *>(self)->signal();
     };
     const pa_usec_t end =
         pa_rtclock_now() + static_cast<pa_usec_t>(limit.count()) * PA_USEC_PER_MSEC;
-    auto *const alarm = pa_context_rttime_new(m_context.get(), end, becomeTooLate, this);
+    auto *const alarm = pa_context_rttime_new(m_context.get(), end, timeOut, this);
     if (!alarm)
         return false;
-    m_isOpen = connectToServer() && findsMicrophone() && watchSources() && record();
+    m_isOpen = connectToServer() && isDefaultSourceMicrophone() && watchSources() && record();
     pa_threaded_mainloop_get_api(m_loop.get())->time_free(alarm);
     return m_isOpen;
 }
@@ -100,14 +100,14 @@ bool PulseMicrophone::connectToServer()
         static_cast<PulseMicrophone *>(self)->signal();
     };
     pa_context_set_state_callback(m_context.get(), changed, this);
-    // A server that does not run is not started: it may be off because the user wants it so.
+    // Do not start a server: the user may have stopped it.
     if (pa_context_connect(m_context.get(), nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
         return false;
     return waitFor([this] { return pa_context_get_state(m_context.get()) == PA_CONTEXT_READY; });
 }
 
-/// Without a microphone the default source is what the loudspeaker plays, or nothing.
-bool PulseMicrophone::findsMicrophone()
+/// Without a microphone the default source is the monitor of the loudspeaker, or missing.
+bool PulseMicrophone::isDefaultSourceMicrophone()
 {
     const auto receive = [](pa_context *, const pa_source_info *source, int, void *self) {
         auto *const microphone = static_cast<PulseMicrophone *>(self);
@@ -125,7 +125,7 @@ bool PulseMicrophone::findsMicrophone()
     return isAnswered && m_hasMicrophone;
 }
 
-// Not every server ends the stream of a source that was unplugged: some keep it, and it is silent.
+// Some servers keep the stream of an unplugged source, which is silent then.
 bool PulseMicrophone::watchSources()
 {
     const auto changed = [](pa_context *, pa_subscription_event_type_t event, std::uint32_t source,
@@ -140,7 +140,7 @@ bool PulseMicrophone::watchSources()
 
 bool PulseMicrophone::record()
 {
-    // The name that mixers show.
+    // Mixers show this name.
     const auto name = QCoreApplication::translate("PulseMicrophone", "Dictation").toUtf8();
     m_stream.reset(pa_stream_new(m_context.get(), name.constData(), &SampleSpec, nullptr));
     if (!m_stream)
@@ -158,7 +158,8 @@ bool PulseMicrophone::record()
                                    .prebuf = Unset,
                                    .minreq = Unset,
                                    .fragsize = FragmentBytes };
-    // Unplugged, the stream shall end: moved, it would record what the loudspeaker plays.
+    // Ends the stream if the source is unplugged. Otherwise it would move to the loudspeaker's
+    // monitor.
     constexpr auto Flags =
         static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_DONT_MOVE);
     if (pa_stream_connect_record(m_stream.get(), nullptr, &buffers, Flags) < 0)
@@ -169,14 +170,14 @@ bool PulseMicrophone::record()
     return true;
 }
 
-/// False if what `isMet` asks for cannot be any more.
+/// False after the timeout, and once the stream or the connection is lost.
 template <typename Condition>
 bool PulseMicrophone::waitFor(Condition isMet)
 {
     while (!isMet()) {
         const bool isStreamLost =
             m_stream && !PA_STREAM_IS_GOOD(pa_stream_get_state(m_stream.get()));
-        if (m_isTooLate || isStreamLost ||
+        if (m_hasTimedOut || isStreamLost ||
             !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
             return false;
         pa_threaded_mainloop_wait(m_loop.get());
@@ -197,7 +198,7 @@ void PulseMicrophone::sourceRemoved(std::uint32_t source)
         fail();
 }
 
-/// Once: of a source that is gone, the stream may hear a moment later.
+/// Reports once, although the stream may end a moment after its source.
 void PulseMicrophone::fail()
 {
     m_isOpen = false;

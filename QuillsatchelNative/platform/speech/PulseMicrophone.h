@@ -10,12 +10,12 @@
 
 class AudioTap;
 
-/// The user's microphone, open as long as this object: a recording of the PulseAudio server's
-/// default source, which PipeWire offers too.
+/// A recording of the default source of the PulseAudio or PipeWire server, which lasts as long as
+/// this object.
 class PulseMicrophone
 {
 public:
-    /// Null if there is no server or no microphone, or if that takes longer than `limit`. `tap`
+    /// Null without a server or a microphone, or if opening takes longer than `limit`. `tap`
     /// outlives the microphone and is called on the audio thread.
     static std::unique_ptr<PulseMicrophone> open(AudioTap &tap, std::chrono::milliseconds limit);
 
@@ -28,13 +28,13 @@ private:
 
     bool connect(std::chrono::milliseconds limit);
     bool connectToServer();
-    bool findsMicrophone();
+    bool isDefaultSourceMicrophone();
     bool watchSources();
     bool record();
     template <typename Condition>
     bool waitFor(Condition isMet);
 
-    // These are called on the audio thread, which then holds the main loop's lock.
+    // Called on the audio thread, which holds the lock of the main loop.
     void streamChanged();
     void sourceRemoved(std::uint32_t source);
     void fail();
@@ -47,6 +47,6 @@ private:
     CPointer<pa_stream, &pa_stream_unref> m_stream;
     std::uint32_t m_source = PA_INVALID_INDEX;
     bool m_isOpen = false;
-    bool m_isTooLate = false;
+    bool m_hasTimedOut = false;
     bool m_hasMicrophone = false;
 };

@@ -1,19 +1,23 @@
-#include "platform/speech/ListenerSpeech.h"
+#include "platform/Speech.h"
+#include "platform/speech/ListenerInquiry.h"
+#include "platform/speech/ListenerRecognizer.h"
+#include "platform/speech/PulseAudioEngine.h"
 
-#include <QtGlobal>
+#include <QObject>
 
 #include <dlfcn.h>
 #include <filesystem>
 #include <memory>
-
-class MainQueue;
+#include <string>
+#include <utility>
+#include <vector>
 
 extern "C" Q_DECL_EXPORT Speech *make(MainQueue &mainQueue);
 
 namespace
 {
 
-/// The listener lies beside the module.
+/// The listener is installed beside the module.
 std::string listenerPath()
 {
     Dl_info module {};
@@ -22,9 +26,50 @@ std::string listenerPath()
     return std::filesystem::path(module.dli_fname).replace_filename("listener").string();
 }
 
+/// Speech recognition on this machine alone: no audio leaves it.
+class ListenerSpeech final : public Speech
+{
+public:
+    explicit ListenerSpeech(MainQueue &mainQueue)
+        : m_mainQueue(mainQueue)
+    {
+    }
+
+    void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override
+    {
+        if (m_hasModel) {
+            receive(AuthorizationStatus::authorized);
+            return;
+        }
+        const auto answer = [this, receive = std::move(receive)](bool hasModel) {
+            m_hasModel = hasModel;
+            receive(AuthorizationStatus::authorized);
+        };
+        new ListenerInquiry(m_listener, answer, &m_inquiries);
+    }
+
+    std::unique_ptr<SpeechRecognizer> makeRecognizer() override
+    {
+        if (!m_hasModel)
+            return nullptr;
+        return std::make_unique<ListenerRecognizer>(std::vector { m_listener }, m_mainQueue);
+    }
+
+    std::unique_ptr<AudioEngine> makeAudioEngine() override
+    {
+        return std::make_unique<PulseAudioEngine>();
+    }
+
+private:
+    MainQueue &m_mainQueue;
+    const std::string m_listener = listenerPath();
+    bool m_hasModel = false; // by the latest answer
+    QObject m_inquiries;     // their owner
+};
+
 } // namespace
 
-Speech *make(MainQueue & /*mainQueue*/)
+Speech *make(MainQueue &mainQueue)
 {
-    return std::make_unique<ListenerSpeech>(listenerPath()).release();
+    return std::make_unique<ListenerSpeech>(mainQueue).release();
 }

@@ -38,7 +38,7 @@ protected:
     int failures = 0;
 };
 
-TEST_F(AudioTapTest, CutsWhateverComesIntoBuffersOfOneSize)
+TEST_F(AudioTapTest, CutsAudioIntoBuffersOfOneSize)
 {
     install(4);
     tap.append(range(0, 3));
@@ -50,7 +50,7 @@ TEST_F(AudioTapTest, CutsWhateverComesIntoBuffersOfOneSize)
     EXPECT_EQ(buffers, (std::vector { range(0, 4), range(4, 4), range(8, 4), range(12, 4) }));
 }
 
-TEST_F(AudioTapTest, FillsAHoleWithSilence)
+TEST_F(AudioTapTest, FillsGapsWithSilence)
 {
     install(4);
     tap.append(range(7, 1));
@@ -59,7 +59,7 @@ TEST_F(AudioTapTest, FillsAHoleWithSilence)
     EXPECT_EQ(buffers, (std::vector<Samples> { { 7, 0, 0, 9 } }));
 }
 
-TEST_F(AudioTapTest, BeginsAnewWithAnotherTap)
+TEST_F(AudioTapTest, StartsAnEmptyBufferForAnotherTap)
 {
     install(4);
     tap.append(range(0, 3));
@@ -70,7 +70,7 @@ TEST_F(AudioTapTest, BeginsAnewWithAnotherTap)
     EXPECT_EQ(buffers, std::vector<Samples> { range(3, 2) });
 }
 
-TEST_F(AudioTapTest, SaysOnlyOnceThatTheMicrophoneHasGone)
+TEST_F(AudioTapTest, ReportsAFailureOnce)
 {
     install(4);
     tap.fail();
@@ -78,7 +78,7 @@ TEST_F(AudioTapTest, SaysOnlyOnceThatTheMicrophoneHasGone)
     EXPECT_EQ(failures, 1);
 }
 
-TEST_F(AudioTapTest, SaysNothingWithoutATap)
+TEST_F(AudioTapTest, DoesNothingWithoutATap)
 {
     tap.fail();
     tap.append(range(0, 9));
@@ -89,7 +89,7 @@ TEST_F(AudioTapTest, SaysNothingWithoutATap)
     EXPECT_TRUE(buffers.empty());
 }
 
-TEST_F(AudioTapTest, LetsGoOfARemovedTap)
+TEST_F(AudioTapTest, DestroysARemovedTap)
 {
     const auto held = std::make_shared<int>();
     tap.install(4, { .append = [held](std::span<const std::int16_t>) {}, .fail = {} });
@@ -98,7 +98,7 @@ TEST_F(AudioTapTest, LetsGoOfARemovedTap)
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST_F(AudioTapTest, IsQuietOnceTheTapIsRemovedWhateverTheAudioThreadDoes)
+TEST_F(AudioTapTest, NeverCallsATapAfterItsRemoval)
 {
     std::atomic ends = false;
     std::thread audio([this, &ends] {

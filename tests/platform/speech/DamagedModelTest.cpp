@@ -1,7 +1,7 @@
-// A user may install any model, and copying one may go wrong: the program survives all of it.
+// Users may install damaged models. The program survives them all.
 
 #include "fakes/TestFiles.h"
-#include "platform/speech/ListenerInquiry.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/speech/ListenerRecognizer.h"
 #include "platform/speech/Recognition.h"
 #include "platform/speech/Voice.h"
@@ -29,7 +29,7 @@ protected:
     {
         if (!std::filesystem::exists(InstalledModel / "en-us.lm.bin"))
             GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
-        // Links suffice for the parts that stay as they are.
+        // Symbolic links to the files that stay intact.
         std::filesystem::create_directories(model / "en-us");
         for (const auto *const part :
              { "en-us.lm.bin", "cmudict-en-us.dict", "en-us/mdef", "en-us/means", "en-us/variances",
@@ -44,10 +44,10 @@ protected:
         TestFiles::write(model / part, bytes);
     }
 
-    /// How a dictation ends; the test fails if it does not.
-    bool endsWithError() const
+    /// Whether a task ends with an error. The test fails if it does not end.
+    bool endsWithError()
     {
-        ListenerRecognizer recognizer(command, { .answer = std::chrono::seconds(60) });
+        ListenerRecognizer recognizer(command, mainQueue, { .answer = std::chrono::seconds(60) });
         Recognition recognition(recognizer);
         recognition.request->append(speech);
         recognition.request->endAudio();
@@ -58,6 +58,7 @@ protected:
 
     const std::vector<std::int16_t> speech =
         Voice::say("summarize the following text").value_or(Voice::silence(32'000));
+    QtMainQueue mainQueue;
     QTemporaryDir folder;
     Path data = folder.path().toStdString();
     Path model = data / "pocketsphinx/model/en-us";
@@ -66,12 +67,12 @@ protected:
                                        "XDG_DATA_HOME=" + data.string(), LISTENER };
 };
 
-TEST_F(DamagedModelTest, IsHeardWithWhileItIsWhole)
+TEST_F(DamagedModelTest, RecognizesSpeechWithAnIntactModel)
 {
     EXPECT_FALSE(endsWithError());
 }
 
-TEST_P(DamagedModelTest, EndsTheTaskWithAnErrorWhenLittleIsLeftOfAFile)
+TEST_P(DamagedModelTest, ReportsAnErrorForAFileThatIsAlmostEmpty)
 {
     const auto bytes = TestFiles::read(InstalledModel / GetParam());
     for (const std::size_t size : { 100U, 1U }) {
@@ -80,21 +81,21 @@ TEST_P(DamagedModelTest, EndsTheTaskWithAnErrorWhenLittleIsLeftOfAFile)
     }
 }
 
-/// Of some files the engine takes what is there, and then understands nonsense.
-TEST_P(DamagedModelTest, EndsTheTaskWhenHalfAFileIsLeft)
+/// The engine accepts half of some files, with or without an error.
+TEST_P(DamagedModelTest, EndsTheTaskWithHalfAFile)
 {
     const auto bytes = TestFiles::read(InstalledModel / GetParam());
     replace(GetParam(), bytes.substr(0, bytes.size() / 2));
     endsWithError();
 }
 
-TEST_P(DamagedModelTest, EndsTheTaskWithAnErrorWhenAFileIsSomethingElse)
+TEST_P(DamagedModelTest, ReportsAnErrorForAFileOfAnotherKind)
 {
     replace(GetParam(), std::string(10'000, '\xFF'));
     EXPECT_TRUE(endsWithError());
     replace(GetParam(), TestFiles::read(InstalledModel / "cmudict-en-us.dict"));
     EXPECT_TRUE(endsWithError());
-    replace(GetParam(), "This is no part of a model.\n");
+    replace(GetParam(), "This is not a part of a model.\n");
     EXPECT_TRUE(endsWithError());
 }
 

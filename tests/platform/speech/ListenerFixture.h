@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/speech/ListenerRecognizer.h"
 #include "platform/speech/Recognition.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -18,18 +20,18 @@
 #include <thread>
 #include <vector>
 
-/// Recognisers whose listener is the one made for tests.
+/// For recognisers that start TestListener.
 class ListenerFixture : public testing::Test
 {
 protected:
     using Clock = std::chrono::steady_clock;
 
-    /// Soon enough for a test, late enough for a busy machine.
+    /// Short for a test, long enough on a busy machine.
     static constexpr std::chrono::milliseconds AnswerLimit { 1'000 };
 
     void TearDown() override
     {
-        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a listener is left behind";
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a listener is still running";
         EXPECT_EQ(errno, ECHILD);
     }
 
@@ -38,7 +40,7 @@ protected:
         return { TEST_LISTENER, behaviour };
     }
 
-    /// Only the first process misbehaves.
+    /// A listener that misbehaves only when first started.
     std::vector<std::string> commandOnce(const std::string &behaviour) const
     {
         return { TEST_LISTENER, behaviour, file.string() };
@@ -50,7 +52,7 @@ protected:
         return limits;
     }
 
-    /// The numbers of all processes that we have started and that are still there.
+    /// The process IDs of all children, zombies included.
     static std::vector<pid_t> children()
     {
         std::vector<pid_t> children;
@@ -70,12 +72,10 @@ protected:
     template <typename Condition>
     static bool waitUntil(Condition isMet)
     {
-        const auto end = Clock::now() + std::chrono::seconds(30);
-        while (!isMet() && Clock::now() < end)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        return isMet();
+        return QTest::qWaitFor(isMet, 30'000);
     }
 
+    QtMainQueue mainQueue;
     QTemporaryDir folder;
     std::filesystem::path file = folder.filePath(QStringLiteral("first")).toStdString();
 };

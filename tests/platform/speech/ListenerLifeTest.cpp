@@ -1,26 +1,20 @@
-// The listener does not outlive its program, however that ends.
+// The listener does not outlive its program.
 
-#include "platform/speech/ListenerInquiry.h"
-#include "platform/speech/Subprocess.h"
+#include "platform/speech/ModelInquiry.h"
 
+#include <QProcess>
+#include <QTest>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <string>
-#include <sys/socket.h>
-#include <thread>
+#include <sys/types.h>
 
 namespace
 {
 
-using namespace std::chrono_literals;
-
-/// The process that the other has started; 0 if there is none.
+/// The child process of `process`; 0 if there is none.
 pid_t childOf(pid_t process)
 {
     const auto threads = "/proc/" + std::to_string(process) + "/task";
@@ -32,8 +26,8 @@ pid_t childOf(pid_t process)
     return 0;
 }
 
-/// What is left of a process that has ended, until init has noticed, counts as gone.
-bool isThere(pid_t process)
+/// False for zombies too.
+bool isRunning(pid_t process)
 {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     std::string number;
@@ -45,10 +39,7 @@ bool isThere(pid_t process)
 template <typename Condition>
 bool waitUntil(Condition isMet)
 {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!isMet() && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(5ms);
-    return isMet();
+    return QTest::qWaitFor(isMet, 30'000);
 }
 
 class ListenerLifeTest : public testing::TestWithParam<const char *>
@@ -56,24 +47,26 @@ class ListenerLifeTest : public testing::TestWithParam<const char *>
 protected:
     void SetUp() override
     {
-        if (!listenerHasModel(LISTENER, std::chrono::seconds(30)))
+        if (!listenerHasModel(LISTENER))
             GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
     }
 };
 
-TEST_P(ListenerLifeTest, EndsWithAProgramThatIsKilled)
+TEST_P(ListenerLifeTest, EndsWhenItsProgramIsKilled)
 {
-    auto program = Subprocess::start({ DICTATING_PROGRAM, LISTENER, GetParam() });
-    ASSERT_TRUE(program);
-    std::array<char, 64> word {};
-    ASSERT_GT(recv(program->stream(), word.data(), word.size(), 0), 0);
-    ASSERT_TRUE(waitUntil([&program] { return childOf(program->id()) > 0; }));
-    const auto listener = childOf(program->id());
-    EXPECT_TRUE(isThere(listener));
-    kill(program->id(), SIGKILL);
-    EXPECT_TRUE(waitUntil([listener] { return !isThere(listener); }));
+    QProcess program;
+    program.start(QStringLiteral(DICTATING_PROGRAM),
+                  { QStringLiteral(LISTENER), QString::fromLatin1(GetParam()) });
+    ASSERT_TRUE(program.waitForReadyRead(-1));
+    const auto process = static_cast<pid_t>(program.processId());
+    ASSERT_TRUE(waitUntil([process] { return childOf(process) > 0; }));
+    const auto listener = childOf(process);
+    EXPECT_TRUE(isRunning(listener));
+    program.kill();
+    EXPECT_TRUE(waitUntil([listener] { return !isRunning(listener); }));
+    EXPECT_TRUE(waitUntil([&program] { return program.state() == QProcess::NotRunning; }));
 }
 
-INSTANTIATE_TEST_SUITE_P(Occupations, ListenerLifeTest, testing::Values("busy", "idle"));
+INSTANTIATE_TEST_SUITE_P(Activities, ListenerLifeTest, testing::Values("busy", "idle"));
 
 } // namespace

@@ -20,7 +20,7 @@ using Messages = std::vector<ListenerMessage>;
 const Messages OneOfEach {
     { .kind = Kind::begin, .task = 1, .payload = {} },
     ListenerMessage::audio(1, std::vector<std::int16_t> { 0, 1, -1, 32'767, -32'768 }),
-    { .kind = Kind::heard, .task = 1, .payload = {} },
+    { .kind = Kind::unchanged, .task = 1, .payload = {} },
     ListenerMessage::audio(1, {}),
     { .kind = Kind::partial, .task = 1, .payload = "buy" },
     { .kind = Kind::end, .task = 1, .payload = {} },
@@ -51,11 +51,11 @@ Messages takeAll(ListenerMessageReader &reader)
     return messages;
 }
 
-class BrokenStreamTest : public testing::TestWithParam<std::string>
+class InvalidStreamTest : public testing::TestWithParam<std::string>
 {
 };
 
-TEST(ListenerMessageTest, ComesOutOfTheStreamAsItWentIn)
+TEST(ListenerMessageTest, SurvivesEncodingAndDecoding)
 {
     ListenerMessageReader reader;
     reader.feed(streamOf(OneOfEach));
@@ -63,7 +63,7 @@ TEST(ListenerMessageTest, ComesOutOfTheStreamAsItWentIn)
     EXPECT_FALSE(reader.isBroken());
 }
 
-TEST(ListenerMessageTest, ComesInPiecesOfAnySize)
+TEST(ListenerMessageTest, IsDecodedFromPiecesOfAnySize)
 {
     const auto stream = streamOf(OneOfEach);
     for (std::size_t size = 1; size <= 40; ++size) {
@@ -78,7 +78,7 @@ TEST(ListenerMessageTest, ComesInPiecesOfAnySize)
     }
 }
 
-TEST(ListenerMessageTest, IsNotThereBeforeItIsWhole)
+TEST(ListenerMessageTest, IsNotDecodedBeforeItIsComplete)
 {
     const auto stream = streamOf({ OneOfEach.back(), OneOfEach[6] });
     for (std::size_t size = 0; size < stream.size(); ++size) {
@@ -95,7 +95,7 @@ TEST(ListenerMessageTest, KeepsItsSamples)
     EXPECT_EQ(ListenerMessage::audio(7, samples).samples(), samples);
 }
 
-TEST(ListenerMessageTest, MayBeAsLongAsAllowed)
+TEST(ListenerMessageTest, MayHaveAPayloadOfTheMaximumSize)
 {
     const ListenerMessage longest { .kind = Kind::final,
                                     .task = 1,
@@ -105,7 +105,7 @@ TEST(ListenerMessageTest, MayBeAsLongAsAllowed)
     EXPECT_EQ(takeAll(reader), Messages { longest });
 }
 
-TEST_P(BrokenStreamTest, GivesWhatCameBeforeAndNothingAfter)
+TEST_P(InvalidStreamTest, YieldsTheMessagesBeforeTheFaultOnly)
 {
     ListenerMessageReader reader;
     reader.feed(streamOf(OneOfEach) + GetParam() + streamOf(OneOfEach));
@@ -122,8 +122,8 @@ constexpr auto kind(Kind kind)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Faults, BrokenStreamTest,
-    testing::Values("a line that some library printed\n", std::string(64, '\xFF'),
+    Faults, InvalidStreamTest,
+    testing::Values("a line that a library printed\n", std::string(64, '\xFF'),
                     streamOfHeader({ .payloadSize = 0xFFFFFFFF, .kind = kind(Kind::final) }),
                     streamOfHeader({ .payloadSize = ListenerMessage::MaxPayload + 1,
                                      .kind = kind(Kind::final) }),
@@ -133,13 +133,13 @@ INSTANTIATE_TEST_SUITE_P(
                     streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::begin) }, "ab"),
                     streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::end) }, "ab"),
                     streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::cancel) }, "ab"),
-                    streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::heard) }, "ab"),
+                    streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::unchanged) }, "ab"),
                     streamOfHeader({ .kind = 7 }), streamOfHeader({ .kind = 255 }),
                     streamOfHeader({ .version = 0 }),
                     streamOfHeader({ .version = ListenerMessageHeader::Version + 1 }),
                     streamOfHeader({ .reserved = 1 })));
 
-TEST(ListenerMessageTest, SurvivesWhateverBytesThereAre)
+TEST(ListenerMessageTest, SurvivesRandomBytes)
 {
     std::mt19937 random(1);
     for (int round = 0; round < 20'000; ++round) {

@@ -1,8 +1,9 @@
-// The listener itself, with the model that Debian has, hears synthetic voices.
+// The real listener with Debian's model and synthetic voices.
 
 #include "fakes/FileSizeLimit.h"
-#include "platform/speech/ListenerInquiry.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/speech/ListenerRecognizer.h"
+#include "platform/speech/ModelInquiry.h"
 #include "platform/speech/Recognition.h"
 #include "platform/speech/Voice.h"
 
@@ -17,7 +18,6 @@
 #include <iterator>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace
@@ -39,12 +39,12 @@ protected:
     void SetUp() override
     {
         if (!Voice::say("test"))
-            GTEST_SKIP() << "flite, the voice, is not installed";
-        if (!listenerHasModel(LISTENER, std::chrono::seconds(30)))
+            GTEST_SKIP() << "flite, the voice synthesizer, is not installed";
+        if (!listenerHasModel(LISTENER))
             GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
     }
 
-    std::string hear(const std::vector<std::int16_t> &samples)
+    std::string transcribe(const std::vector<std::int16_t> &samples)
     {
         const Recognition recognition(recognizer);
         recognition.request->append(samples);
@@ -55,10 +55,14 @@ protected:
         return recognition.finalText().value_or("");
     }
 
-    std::string hear(const std::string &sentence) { return hear(*Voice::say(sentence)); }
+    std::string transcribe(const std::string &sentence)
+    {
+        return transcribe(*Voice::say(sentence));
+    }
 
-    // Loading the model counts, and a busy machine takes long for it.
-    ListenerRecognizer recognizer { { LISTENER }, { .answer = 60s } };
+    QtMainQueue mainQueue;
+    // Includes loading the model on a busy machine.
+    ListenerRecognizer recognizer { { LISTENER }, mainQueue, { .answer = 60s } };
     std::vector<std::string> texts; // of the latest task
 };
 
@@ -74,18 +78,19 @@ bool hasWord(const std::string &text, const std::string &word)
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// Whether at most one word is another: what is understood may change with the voice's version.
-testing::AssertionResult isNearly(const std::string &understood, const std::string &said)
+/// The words may change with the version of the voice.
+testing::AssertionResult differsByAtMostOneWord(const std::string &actual,
+                                                const std::string &sentence)
 {
-    auto words = wordsIn(understood);
+    auto words = wordsIn(actual);
     std::replace(words.begin(), words.end(), std::string("I"), std::string("i"));
-    const auto expected = wordsIn(said);
+    const auto expected = wordsIn(sentence);
     std::size_t wrong = 0;
     for (std::size_t index = 0; index < std::min(words.size(), expected.size()); ++index)
         wrong += words[index] != expected[index];
     if (words.size() == expected.size() && wrong <= 1)
         return testing::AssertionSuccess();
-    return testing::AssertionFailure() << understood;
+    return testing::AssertionFailure() << actual;
 }
 
 TEST_F(ListenerTest, UnderstandsPlainSentences)
@@ -93,43 +98,44 @@ TEST_F(ListenerTest, UnderstandsPlainSentences)
     for (const std::string sentence :
          { "summarize the following text", "suggest a better title for this article",
            "how can i learn to play the piano without a teacher" })
-        EXPECT_TRUE(isNearly(hear(sentence), sentence)) << sentence;
+        EXPECT_TRUE(differsByAtMostOneWord(transcribe(sentence), sentence)) << sentence;
 }
 
-TEST_F(ListenerTest, UnderstandsWhereItMayWriteNoDictionaryOfItsOwn)
+TEST_F(ListenerTest, UnderstandsWithoutItsAdaptedDictionary)
 {
     const std::string sentence = "summarize the following text";
     const auto samples = *Voice::say(sentence);
     const FileSizeLimit limit(1000);
-    EXPECT_TRUE(isNearly(hear(samples), sentence));
+    EXPECT_TRUE(differsByAtMostOneWord(transcribe(samples), sentence));
 }
 
-TEST_F(ListenerTest, TellsTheWordsWhileTheyAreSaid)
+TEST_F(ListenerTest, ReportsWordsWhileTheyAreSpoken)
 {
-    hear("tell me a story about a dog who wanted to fly");
+    transcribe("tell me a story about a dog who wanted to fly");
     ASSERT_GE(texts.size(), 4U);
     EXPECT_LT(texts[1].size(), texts.back().size() / 2);
     for (const auto &text : texts)
         EXPECT_LE(text.size(), texts.back().size() + 10);
 }
 
-TEST_F(ListenerTest, KeepsWhatWasSaidBeforeAPause)
+TEST_F(ListenerTest, KeepsTheWordsBeforeAPause)
 {
     const std::string first = "suggest a better title for this article";
     const std::string second = "summarize the following text";
     auto samples = *Voice::say(first);
     const auto more = *Voice::say(second);
     samples.insert(samples.end(), more.begin(), more.end());
-    EXPECT_TRUE(isNearly(hear(samples), first + ' ' + second));
-    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(),
-                            [&first](const auto &text) { return isNearly(text, first); }));
+    EXPECT_TRUE(differsByAtMostOneWord(transcribe(samples), first + ' ' + second));
+    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(), [&first](const auto &text) {
+        return differsByAtMostOneWord(text, first);
+    }));
 }
 
-TEST_F(ListenerTest, HearsNothingInSilence)
+TEST_F(ListenerTest, ReportsNothingForSilence)
 {
-    EXPECT_EQ(hear(Voice::silence(80'000)), "");
-    EXPECT_EQ(hear(std::vector<std::int16_t>(80'000)), "");
-    EXPECT_EQ(hear(std::vector<std::int16_t> {}), "");
+    EXPECT_EQ(transcribe(Voice::silence(80'000)), "");
+    EXPECT_EQ(transcribe(std::vector<std::int16_t>(80'000)), "");
+    EXPECT_EQ(transcribe(std::vector<std::int16_t> {}), "");
 }
 
 TEST_F(ListenerTest, SurvivesNoise)
@@ -137,23 +143,24 @@ TEST_F(ListenerTest, SurvivesNoise)
     std::vector<std::int16_t> samples(32'000);
     for (std::size_t index = 0; index < samples.size(); ++index)
         samples[index] = static_cast<std::int16_t>((index * index * 7'919) >> 3);
-    hear(samples);
-    EXPECT_TRUE(isNearly(hear("summarize the following text"), "summarize the following text"));
+    transcribe(samples);
+    EXPECT_TRUE(differsByAtMostOneWord(transcribe("summarize the following text"),
+                                       "summarize the following text"));
 }
 
 TEST_F(ListenerTest, UnderstandsAddedWords)
 {
-    hear("summarize the following text"); // so that the voice is known
-    EXPECT_TRUE(hasWord(hear("explain this regecks step by step"), "regex"));
-    EXPECT_TRUE(hasWord(hear("write the c s s for this page"), "css"));
-    EXPECT_TRUE(hasWord(hear("clean up the h t m l of this page"), "html"));
-    EXPECT_TRUE(hasWord(hear("open the u r l in the browser"), "url"));
-    EXPECT_TRUE(hasWord(hear("summarize this p d f"), "pdf"));
-    EXPECT_TRUE(hasWord(hear("build a simple chat bot"), "chatbot"));
-    EXPECT_TRUE(hasWord(hear("use type script"), "typescript"));
+    transcribe("summarize the following text"); // adapts to the voice
+    EXPECT_TRUE(hasWord(transcribe("explain this regecks step by step"), "regex"));
+    EXPECT_TRUE(hasWord(transcribe("write the c s s for this page"), "css"));
+    EXPECT_TRUE(hasWord(transcribe("clean up the h t m l of this page"), "html"));
+    EXPECT_TRUE(hasWord(transcribe("open the u r l in the browser"), "url"));
+    EXPECT_TRUE(hasWord(transcribe("summarize this p d f"), "pdf"));
+    EXPECT_TRUE(hasWord(transcribe("build a simple chat bot"), "chatbot"));
+    EXPECT_TRUE(hasWord(transcribe("use type script"), "typescript"));
 }
 
-TEST_F(ListenerTest, CutsASentenceThatNeverEndsWithoutLosingItsWords)
+TEST_F(ListenerTest, SplitsALongUtteranceWithoutLosingWords)
 {
     constexpr auto Sentence = "tell me a story about a dog who wanted to fly and about a cat who "
                               "was afraid of the water and about a bird who lived in the forest "
@@ -164,23 +171,24 @@ TEST_F(ListenerTest, CutsASentenceThatNeverEndsWithoutLosingItsWords)
     for (int round = 0; round < 3; ++round) // without a pause between them
         samples.insert(samples.end(), spoken.begin() + 8'000, spoken.end() - 16'000);
     ASSERT_GT(samples.size(), 40U * 16'000);
-    EXPECT_NEAR(static_cast<double>(wordsIn(hear(samples)).size()), 3 * 54, 15);
+    EXPECT_NEAR(static_cast<double>(wordsIn(transcribe(samples)).size()), 3 * 54, 15);
 }
 
-TEST_F(ListenerTest, IsReadyForTheNextTaskSoonAfterACancel)
+TEST_F(ListenerTest, UnderstandsTheNextTaskAfterCancels)
 {
     const auto sentence = *Voice::say("suggest a better title for this article");
-    hear(sentence);
+    transcribe(sentence);
     for (int round = 0; round < 3; ++round) {
         const Recognition cancelled(recognizer);
         cancelled.request->append(sentence);
-        std::this_thread::sleep_for(20ms);
+        QTest::qWait(20);
         cancelled.task->cancel();
     }
-    EXPECT_TRUE(isNearly(hear(sentence), "suggest a better title for this article"));
+    EXPECT_TRUE(
+        differsByAtMostOneWord(transcribe(sentence), "suggest a better title for this article"));
 }
 
-TEST(ListenerInquiryTest, IsAnsweredByTheModelsThereAre)
+TEST(ListenerInquiryTest, FindsAModelForTheLanguage)
 {
     const QTemporaryDir folder;
     const auto nothing = folder.filePath(QStringLiteral("nothing")).toStdString();
@@ -193,14 +201,14 @@ TEST(ListenerInquiryTest, IsAnsweredByTheModelsThereAre)
     setenv("LANG", "xx_XX", 1);
     EXPECT_FALSE(listenerHasModel(LISTENER));
     setenv("LANG", "en_GB.UTF-8", 1);
-    EXPECT_EQ(listenerHasModel(LISTENER, std::chrono::seconds(30)),
+    EXPECT_EQ(listenerHasModel(LISTENER),
               std::filesystem::exists("/usr/share/pocketsphinx/model/en-us/en-us.lm.bin"));
 }
 
-TEST(ListenerInquiryTest, WaitsForNoListenerThatDoesNotAnswer)
+TEST(ListenerInquiryTest, GivesUpAfterTheTimeout)
 {
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_FALSE(listenerHasModel("/usr/bin/yes", 200ms)); // a program that says something else
+    EXPECT_FALSE(listenerHasModel("/usr/bin/yes", 200ms)) << "another program";
     EXPECT_FALSE(listenerHasModel(TEST_LISTENER, 200ms));
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
 }

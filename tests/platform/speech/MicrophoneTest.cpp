@@ -1,13 +1,15 @@
-// The engine with the virtual microphone that the script virtual_microphone makes.
+// PulseAudioEngine with the microphone of the script virtual_microphone.
 
 #include "fakes/TestFiles.h"
-#include "platform/speech/ListenerInquiry.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/speech/ListenerRecognizer.h"
+#include "platform/speech/ModelInquiry.h"
 #include "platform/speech/PulseAudioEngine.h"
 #include "platform/speech/Recognition.h"
 #include "platform/speech/Voice.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -23,7 +25,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace
@@ -45,16 +46,13 @@ std::string outputOf(const std::string &command)
 
 bool waitUntil(const std::function<bool()> &isMet, std::chrono::seconds limit = 20s)
 {
-    const auto end = Clock::now() + limit;
-    while (!isMet() && Clock::now() < end)
-        std::this_thread::sleep_for(10ms);
-    return isMet();
+    return QTest::qWaitFor(isMet, static_cast<int>(std::chrono::milliseconds(limit).count()));
 }
 
-constexpr auto Patience = 30s; // for a server on a busy machine
+constexpr auto ServerTimeout = 30s; // on a busy machine
 
-/// How often this program hears the microphone, as the server has it.
-int listenerCount()
+/// The number of recordings that the server knows of this program.
+int recordingCount()
 {
     const auto list = outputOf("pactl list source-outputs");
     int count = 0;
@@ -65,7 +63,7 @@ int listenerCount()
     return count;
 }
 
-/// The microphone `name` is the one to hear on return.
+/// Makes `name` the default source.
 void choose(const std::string &name)
 {
     outputOf("pactl set-default-source " + name);
@@ -89,7 +87,7 @@ protected:
                                   .fail = [this] { ++failures; } });
     }
 
-    /// Plays through the loudspeaker; returns when it is over.
+    /// Plays the samples through the loudspeaker to their end.
     void play(const std::vector<std::int16_t> &samples) const
     {
         const auto path = folder.filePath(QStringLiteral("sound")).toStdString();
@@ -106,10 +104,10 @@ protected:
     std::atomic<int> loudest = 0;
     std::atomic<bool> isOfOneSize = true;
     std::atomic<int> failures = 0;
-    PulseAudioEngine engine { Patience };
+    PulseAudioEngine engine { ServerTimeout };
 };
 
-TEST_F(MicrophoneTest, DeliversBuffersOfTheTapsSizeAsTimePasses)
+TEST_F(MicrophoneTest, DeliversBuffersOfTheTapsSizeInRealTime)
 {
     installTap();
     ASSERT_TRUE(engine.start());
@@ -124,7 +122,7 @@ TEST_F(MicrophoneTest, DeliversBuffersOfTheTapsSizeAsTimePasses)
     EXPECT_EQ(failures, 0);
 }
 
-TEST_F(MicrophoneTest, HearsWhatIsPlayed)
+TEST_F(MicrophoneTest, CapturesWhatIsPlayed)
 {
     installTap();
     ASSERT_TRUE(engine.start());
@@ -137,16 +135,16 @@ TEST_F(MicrophoneTest, HearsWhatIsPlayed)
 
 TEST_F(MicrophoneTest, IsOpenOnlyBetweenStartAndStop)
 {
-    EXPECT_EQ(listenerCount(), 0);
+    EXPECT_EQ(recordingCount(), 0);
     for (int round = 0; round < 5; ++round) {
         installTap();
         ASSERT_TRUE(engine.start());
-        EXPECT_EQ(listenerCount(), 1);
-        EXPECT_TRUE(engine.start()); // runs already
-        EXPECT_EQ(listenerCount(), 1);
+        EXPECT_EQ(recordingCount(), 1);
+        EXPECT_TRUE(engine.start()); // is running already
+        EXPECT_EQ(recordingCount(), 1);
         engine.stop();
         EXPECT_FALSE(engine.isRunning());
-        EXPECT_TRUE(waitUntil([] { return listenerCount() == 0; }));
+        EXPECT_TRUE(waitUntil([] { return recordingCount() == 0; }));
         engine.removeTap();
     }
     EXPECT_EQ(failures, 0);
@@ -155,27 +153,27 @@ TEST_F(MicrophoneTest, IsOpenOnlyBetweenStartAndStop)
 TEST_F(MicrophoneTest, StopsWhenItIsDestroyed)
 {
     {
-        PulseAudioEngine other(Patience);
+        PulseAudioEngine other(ServerTimeout);
         ASSERT_TRUE(other.start());
-        EXPECT_EQ(listenerCount(), 1);
+        EXPECT_EQ(recordingCount(), 1);
     }
-    EXPECT_TRUE(waitUntil([] { return listenerCount() == 0; }));
+    EXPECT_TRUE(waitUntil([] { return recordingCount() == 0; }));
 }
 
-TEST_F(MicrophoneTest, IsQuietOnceTheTapIsRemoved)
+TEST_F(MicrophoneTest, CallsNoTapThatWasRemoved)
 {
     installTap();
     ASSERT_TRUE(engine.start());
     EXPECT_TRUE(waitUntil([this] { return buffers > 2; }));
     engine.removeTap();
     const auto before = buffers.load();
-    std::this_thread::sleep_for(300ms);
+    QTest::qWait(300);
     EXPECT_EQ(buffers, before);
     installTap();
     EXPECT_TRUE(waitUntil([this, before] { return buffers > before; }));
 }
 
-TEST_F(MicrophoneTest, SaysOnceThatTheMicrophoneWasUnplugged)
+TEST_F(MicrophoneTest, ReportsOnceThatTheMicrophoneWasUnplugged)
 {
     installTap();
     ASSERT_TRUE(engine.start());
@@ -188,9 +186,9 @@ TEST_F(MicrophoneTest, SaysOnceThatTheMicrophoneWasUnplugged)
     ASSERT_TRUE(engine.start());
     outputOf("pactl unload-module " + module);
     EXPECT_TRUE(waitUntil([this] { return failures == 1; }));
-    EXPECT_TRUE(engine.isRunning()); // until it is stopped
+    EXPECT_TRUE(engine.isRunning()); // until `stop`
     const auto before = buffers.load();
-    std::this_thread::sleep_for(200ms);
+    QTest::qWait(200);
     EXPECT_EQ(buffers, before);
     EXPECT_EQ(failures, 1);
     engine.stop();
@@ -198,25 +196,26 @@ TEST_F(MicrophoneTest, SaysOnceThatTheMicrophoneWasUnplugged)
     choose("microphone");
 }
 
-TEST_F(MicrophoneTest, DoesNotTakeTheLoudspeakerForAMicrophone)
+TEST_F(MicrophoneTest, DoesNotUseTheLoudspeakersMonitorAsMicrophone)
 {
     choose("speaker.monitor");
     installTap();
     EXPECT_FALSE(engine.start());
-    EXPECT_EQ(listenerCount(), 0);
+    EXPECT_EQ(recordingCount(), 0);
     choose("microphone");
     EXPECT_TRUE(engine.start());
 }
 
-TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
+TEST_F(MicrophoneTest, RecognizesASyntheticVoice)
 {
     const auto sentence = Voice::say("summarize the following text");
     if (!sentence)
-        GTEST_SKIP() << "flite, the voice, is not installed";
-    if (!listenerHasModel(LISTENER, std::chrono::seconds(30)))
+        GTEST_SKIP() << "flite, the voice synthesizer, is not installed";
+    if (!listenerHasModel(LISTENER))
         GTEST_SKIP() << "pocketsphinx-en-us, the model, is not installed";
-    constexpr auto Limit = 150s; // a busy machine takes long to load the model
-    ListenerRecognizer recognizer({ LISTENER }, { .answer = Limit });
+    constexpr auto Limit = 150s; // includes loading the model on a busy machine
+    QtMainQueue mainQueue;
+    ListenerRecognizer recognizer({ LISTENER }, mainQueue, { .answer = Limit });
     const Recognition recognition(recognizer);
     engine.installTap(
         1024, { .append = [request = recognition.request](
@@ -228,7 +227,7 @@ TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
         const auto texts = recognition.texts();
         return !texts.empty() && texts.back().ends_with(End);
     };
-    // A busy machine loses a sound now and then; people say again what was not understood.
+    // A busy machine may lose sounds, so the sentence is repeated.
     for (int attempt = 0; attempt < 3 && !isUnderstood(); ++attempt) {
         play(*sentence);
         waitUntil(isUnderstood, Limit);
@@ -238,19 +237,19 @@ TEST_F(MicrophoneTest, DictatesWhatASyntheticVoiceSays)
     engine.removeTap();
     recognition.request->endAudio();
     EXPECT_TRUE(recognition.waitForEnd());
-    // What is played again and heard late comes on top.
+    // Repeated sentences may have added words.
     EXPECT_NE(recognition.finalText().value_or("").find(End), std::string::npos);
     EXPECT_EQ(recognition.errors(), 0);
 }
 
-/// The last one: it takes the server away.
-TEST_F(MicrophoneTest, SaysOnceThatTheServerHasGone)
+/// Must be the last test, because it kills the server.
+TEST_F(MicrophoneTest, ReportsOnceThatTheServerHasGone)
 {
     installTap();
     ASSERT_TRUE(engine.start());
     EXPECT_TRUE(waitUntil([this] { return buffers > 0; }));
     const auto *const server = std::getenv("VIRTUAL_PULSE_PID");
-    ASSERT_NE(server, nullptr) << "not run by the script virtual_microphone";
+    ASSERT_NE(server, nullptr) << "run this by the script virtual_microphone";
     kill(std::stoi(server), SIGKILL);
     EXPECT_TRUE(waitUntil([this] { return failures == 1; }));
     engine.stop();

@@ -1,4 +1,4 @@
-// The engine where there is no microphone to be had; MicrophoneTest has one.
+// PulseAudioEngine without a microphone. MicrophoneTest has one.
 
 #include "platform/speech/PulseAudioEngine.h"
 
@@ -56,7 +56,7 @@ protected:
     int failures = 0;
 };
 
-/// Accepts whoever comes and says nothing.
+/// Accepts connections and never answers.
 class SilentServer
 {
 public:
@@ -85,7 +85,7 @@ TEST_F(PulseAudioEngineTest, DoesNotStartWithoutAServer)
     engine.removeTap();
 }
 
-TEST_F(PulseAudioEngineTest, GivesUpAServerThatNeverAnswers)
+TEST_F(PulseAudioEngineTest, DoesNotStartIfTheServerNeverAnswers)
 {
     const SilentServer server(path);
     installTap();
@@ -97,7 +97,7 @@ TEST_F(PulseAudioEngineTest, GivesUpAServerThatNeverAnswers)
     EXPECT_FALSE(engine.isRunning());
 }
 
-TEST_F(PulseAudioEngineTest, DoesNotStartWhereTheServerIsNoServer)
+TEST_F(PulseAudioEngineTest, DoesNotStartWithAnInvalidServer)
 {
     std::ofstream(path) << "a file";
     EXPECT_FALSE(engine.start());
@@ -107,7 +107,7 @@ TEST_F(PulseAudioEngineTest, DoesNotStartWhereTheServerIsNoServer)
     EXPECT_FALSE(engine.start());
 }
 
-TEST_F(PulseAudioEngineTest, LeavesNothingOpenWhenItCouldNotStart)
+TEST_F(PulseAudioEngineTest, ClosesEverythingWhenItCannotStart)
 {
     const SilentServer server(path);
     EXPECT_FALSE(engine.start());
@@ -117,7 +117,7 @@ TEST_F(PulseAudioEngineTest, LeavesNothingOpenWhenItCouldNotStart)
     EXPECT_EQ(descriptorCount(), before);
 }
 
-TEST_F(PulseAudioEngineTest, MayBeStoppedAndLoseItsTapAtAnyTime)
+TEST_F(PulseAudioEngineTest, AllowsStopAndRemoveTapAtAnyTime)
 {
     engine.stop();
     engine.removeTap();

@@ -2,16 +2,16 @@
 
 #include "platform/SpeechRecognizer.h"
 
+#include <QTest>
+
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
-/// One task under way, and what it has told so far.
+/// One task and the results it has reported.
 class Recognition
 {
 public:
@@ -26,41 +26,39 @@ public:
                 const std::shared_ptr<SpeechRecognitionRequest> &audio)
         : request(audio)
         , task(recognizer.recognitionTask(
-              request, [news = m_news](const std::optional<SpeechRecognitionResult> &result,
-                                       bool isError) { news->add(result, isError); }))
+              request, [results = m_results](const std::optional<SpeechRecognitionResult> &result,
+                                             bool isError) { results->add(result, isError); }))
     {
     }
 
     void append(std::size_t count) { request->append(Samples(count)); }
 
-    /// False if the task has not ended after a long time.
+    /// False if the task has not ended after ten minutes.
     bool waitForEnd() const
     {
-        return m_news->waitFor([](const News &news) { return news.ends > 0; });
+        return waitFor([this] { return ends() > 0; });
     }
 
     bool waitForText(const std::string &text) const
     {
-        return m_news->waitFor(
-            [&text](const News &news) { return !news.texts.empty() && news.texts.back() == text; });
+        return waitFor([this, &text] { return !texts().empty() && texts().back() == text; });
     }
 
-    std::vector<std::string> texts() const { return m_news->get(&News::texts); }
+    const std::vector<std::string> &texts() const { return m_results->texts; }
 
-    int ends() const { return m_news->get(&News::ends); }
+    int ends() const { return m_results->ends; }
 
-    int errors() const { return m_news->get(&News::errors); }
+    int errors() const { return m_results->errors; }
 
-    int calls() const { return m_news->get(&News::calls); }
+    int calls() const { return m_results->calls; }
 
-    /// The last result's; empty if there is none.
-    std::optional<std::string> finalText() const { return m_news->get(&News::finalText); }
+    /// The text of the final result.
+    const std::optional<std::string> &finalText() const { return m_results->finalText; }
 
 private:
-    struct News {
+    struct Results {
         void add(const std::optional<SpeechRecognitionResult> &result, bool isError)
         {
-            const std::lock_guard lock(mutex);
             ++calls;
             errors += isError;
             if (result)
@@ -68,26 +66,8 @@ private:
             if (result && result->isFinal)
                 finalText = result->formattedString;
             ends += isError || (result && result->isFinal);
-            changed.notify_all();
         }
 
-        template <typename Condition>
-        bool waitFor(Condition condition)
-        {
-            std::unique_lock lock(mutex);
-            return changed.wait_for(lock, std::chrono::minutes(10),
-                                    [this, &condition] { return condition(*this); });
-        }
-
-        template <typename Value>
-        Value get(Value News::*member)
-        {
-            const std::lock_guard lock(mutex);
-            return this->*member;
-        }
-
-        std::mutex mutex;
-        std::condition_variable changed;
         std::vector<std::string> texts;
         std::optional<std::string> finalText;
         int calls = 0;
@@ -95,7 +75,14 @@ private:
         int errors = 0;
     };
 
-    const std::shared_ptr<News> m_news = std::make_shared<News>();
+    template <typename Condition>
+    static bool waitFor(Condition isMet)
+    {
+        return QTest::qWaitFor(
+            isMet, static_cast<int>(std::chrono::milliseconds(std::chrono::minutes(10)).count()));
+    }
+
+    const std::shared_ptr<Results> m_results = std::make_shared<Results>();
 
 public:
     std::shared_ptr<SpeechRecognitionRequest> request;

@@ -1,4 +1,4 @@
-// A listener that understands how many samples there were, and misbehaves as it is told to:
+// A listener whose text is the number of samples, and which misbehaves as requested:
 //     test_listener [BEHAVIOUR [FILE]]
 
 #include "platform/speech/ListenerMessage.h"
@@ -44,7 +44,7 @@ void put(const ListenerMessage &message)
         std::this_thread::sleep_for(1h);
 }
 
-/// What this process is and has, for the test to look at.
+/// The process ID and the open file descriptors.
 std::string description()
 {
     std::string text = "process " + std::to_string(getpid()) + " files";
@@ -86,12 +86,12 @@ private:
         if (message.kind == Kind::begin)
             m_samples = 0;
         if (message.kind == Kind::audio)
-            hear(message);
+            processAudio(message);
         if (message.kind == Kind::end)
             finish(message.task);
     }
 
-    void hear(const ListenerMessage &message)
+    void processAudio(const ListenerMessage &message)
     {
         if (is("die at audio"))
             std::abort();
@@ -131,7 +131,7 @@ private:
     std::size_t m_samples = 0;
 };
 
-/// What goes wrong before anything is asked. False if nothing does.
+/// True if the process has to end.
 bool misbehaveAtStart(std::string_view behaviour)
 {
     if (behaviour == "die at start")
@@ -147,11 +147,11 @@ bool misbehaveAtStart(std::string_view behaviour)
     if (behaviour == "promise too much")
         put(std::string(sizeof(ListenerMessageHeader), '\xFF'));
     while (behaviour == "flood")
-        put({ .kind = Kind::heard, .task = 1, .payload = {} });
+        put({ .kind = Kind::unchanged, .task = 1, .payload = {} });
     return false;
 }
 
-/// True for the first process that is given this file.
+/// True for the first process that is started with this file.
 bool isFirst(const std::filesystem::path &file)
 {
     const bool isThere = std::filesystem::exists(file);

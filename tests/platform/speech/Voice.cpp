@@ -11,10 +11,10 @@
 namespace
 {
 
-constexpr std::size_t HeaderBytes = 44;    // of the sound file
+constexpr std::size_t HeaderBytes = 44;    // of a WAV file
 constexpr std::size_t BeforeVoice = 8'000; // samples
 constexpr std::size_t AfterVoice = 16'000; // samples
-constexpr int Loudness = 2;                // what is divided by
+constexpr int Attenuation = 2;             // divides the amplitude
 
 } // namespace
 
@@ -34,7 +34,7 @@ std::optional<std::vector<std::int16_t>> Voice::say(const std::string &sentence,
     auto samples = silence(BeforeVoice + spoken.size() + AfterVoice);
     for (std::size_t index = 0; index < spoken.size(); ++index) {
         auto &sample = samples[BeforeVoice + index];
-        sample = static_cast<std::int16_t>(sample + spoken[index] / Loudness);
+        sample = static_cast<std::int16_t>(sample + spoken[index] / Attenuation);
     }
     return samples;
 }

@@ -2,5 +2,5 @@
 
 #include <string>
 
-/// Models have small letters only: "i" and "i'm" become "I" and "I'm". Other words stay.
+/// Capitalises "i" and words such as "i'm", because models write lower case only.
 std::string englishSpelling(std::string word);

@@ -42,8 +42,8 @@ constexpr std::array AddedWords {
     EnglishVocabulary::Word { "yaml", "Y AE M AH L", "software" },
 };
 
-// With all that begins so.
-constexpr std::array<std::string_view, 20> LeftOut {
+// Words that begin with these are excluded as well.
+constexpr std::array<std::string_view, 20> ExcludedPrefixes {
     "asshole", "bitch",   "blowjob",        "bullshit", "cocksuck",  "cunt",       "dickhead",
     "dildo",   "dipshit", "faggot",         "fuck",     "horseshit", "motherfuck", "nigger",
     "shit",    "slut",    "son-of-a-bitch", "twat",     "wank",      "whore",
@@ -56,8 +56,8 @@ std::span<const EnglishVocabulary::Word> EnglishVocabulary::addedWords()
     return AddedWords;
 }
 
-bool EnglishVocabulary::isLeftOut(std::string_view word)
+bool EnglishVocabulary::isExcluded(std::string_view word)
 {
-    return std::any_of(LeftOut.begin(), LeftOut.end(),
-                       [word](std::string_view beginning) { return word.starts_with(beginning); });
+    return std::any_of(ExcludedPrefixes.begin(), ExcludedPrefixes.end(),
+                       [word](std::string_view prefix) { return word.starts_with(prefix); });
 }

@@ -3,21 +3,20 @@
 #include <span>
 #include <string_view>
 
-/// What the general English model gets from us.
+/// Our changes to the vocabulary of the general English model.
 namespace EnglishVocabulary
 {
 
 struct Word {
     const char *spelling;
-    const char *phones; ///< in the model's own notation
-    const char *like;   ///< a word of the model that stands in sentences as this one does
+    const char *phones; ///< in the model's notation
+    const char *like;   ///< a word of the model that occurs in the same places of a sentence
 };
 
-/// Words that people say to chat assistants and to programmers, and that the model does not have.
+/// Words that people dictate to chat assistants and programmers, and that the model lacks.
 std::span<const Word> addedWords();
 
-/// Whether we would rather misunderstand than write this: coarse words, which a model that has to
-/// guess also guesses.
-bool isLeftOut(std::string_view word);
+/// Whether this is a vulgar word. The model guesses those too, and another wrong word is better.
+bool isExcluded(std::string_view word);
 
 } // namespace EnglishVocabulary

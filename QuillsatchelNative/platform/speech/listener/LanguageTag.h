@@ -3,11 +3,11 @@
 #include <string>
 #include <string_view>
 
-/// The tag, such as "de-at", of the language in a locale's name, such as "de_AT.UTF-8"; empty if
-/// there is none. Where nothing was chosen ("C", "POSIX", ""), people speak as in "en-us".
+/// The language tag, such as "de-at", of a locale name, such as "de_AT.UTF-8"; empty if the name is
+/// invalid. "en-us" for the locales "C", "POSIX" and "".
 std::string languageTag(std::string_view localeName);
 
-/// That of the user's locale, which the environment names.
+/// The language tag of the user's locale, from LC_ALL, LC_MESSAGES or LANG.
 std::string userLanguageTag();
 
 bool isEnglish(std::string_view tag);

@@ -17,7 +17,7 @@ namespace
 
 using Kind = ListenerMessage::Kind;
 
-// What is steady is counted in pieces of this size.
+// SteadyPrefix counts hypotheses, one for each piece.
 constexpr std::size_t PieceSize = 1024; // samples: 64 ms
 
 } // namespace
@@ -57,18 +57,19 @@ std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &me
         begin(message.task);
         break;
     case Kind::audio:
-        return message.task == m_task
-                   ? hear(message)
-                   : ListenerMessage { .kind = Kind::heard, .task = message.task, .payload = {} };
+        return message.task == m_task ? process(message)
+                                      : ListenerMessage { .kind = Kind::unchanged,
+                                                          .task = message.task,
+                                                          .payload = {} };
     case Kind::end:
         return message.task == m_task
                    ? finish()
                    : ListenerMessage { .kind = Kind::final, .task = message.task, .payload = {} };
     case Kind::cancel:
         if (message.task == m_task)
-            leaveTask();
+            abandonTask();
         break;
-    case Kind::heard:
+    case Kind::unchanged:
     case Kind::partial:
     case Kind::final:
         break;
@@ -78,30 +79,30 @@ std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &me
 
 void ListenerService::begin(std::uint32_t task)
 {
-    leaveTask();
+    abandonTask();
     m_task = task;
     m_transcript = Transcript(m_tag);
     m_lastText.clear();
     m_engine.begin();
 }
 
-void ListenerService::leaveTask()
+void ListenerService::abandonTask()
 {
     if (std::exchange(m_task, std::nullopt))
         m_engine.finish();
 }
 
-ListenerMessage ListenerService::hear(const ListenerMessage &audio)
+ListenerMessage ListenerService::process(const ListenerMessage &audio)
 {
     const auto samples = audio.samples();
     for (auto rest = std::span(samples); !rest.empty();) {
         const auto piece = rest.first(std::min(rest.size(), PieceSize));
-        m_transcript.update(m_engine.hear(piece));
+        m_transcript.update(m_engine.process(piece));
         rest = rest.subspan(piece.size());
     }
     auto text = m_transcript.text();
     if (text == m_lastText)
-        return { .kind = Kind::heard, .task = audio.task, .payload = {} };
+        return { .kind = Kind::unchanged, .task = audio.task, .payload = {} };
     m_lastText = text;
     return { .kind = Kind::partial, .task = audio.task, .payload = std::move(text) };
 }

@@ -8,23 +8,23 @@
 #include <optional>
 #include <string>
 
-/// The listener's side of the conversation: lets an engine hear one task after the other.
+/// The listener's side of the protocol: passes the audio of one task after the other to an engine.
 class ListenerService
 {
 public:
-    /// `tag` is that of the engine's language.
+    /// `tag` is the tag of the engine's language.
     ListenerService(RecognitionEngine &engine, std::string tag);
 
-    /// Serves what comes from the file `input` until it ends or holds something else than
-    /// messages; the answers go to the file `output`.
+    /// Reads messages from the file descriptor `input` until it ends or breaks the protocol, and
+    /// writes the answers to the file descriptor `output`.
     void serve(int input, int output);
-    /// The answer to a message, if that has one.
+    /// The answer to a message; none for `begin` and `cancel`.
     std::optional<ListenerMessage> answer(const ListenerMessage &message);
 
 private:
     void begin(std::uint32_t task);
-    void leaveTask();
-    ListenerMessage hear(const ListenerMessage &audio);
+    void abandonTask();
+    ListenerMessage process(const ListenerMessage &audio);
     ListenerMessage finish();
 
     RecognitionEngine &m_engine;

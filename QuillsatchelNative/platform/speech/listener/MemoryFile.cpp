@@ -6,7 +6,7 @@
 
 MemoryFile::MemoryFile(std::string_view bytes)
     : m_file(memfd_create("dictionary", MFD_CLOEXEC))
-    , m_isWhole(m_file.isOpen() && writeAll(m_file.number(), bytes))
+    , m_isComplete(m_file.isOpen() && writeAll(m_file.number(), bytes))
 {
 }
 

@@ -5,18 +5,18 @@
 #include <string>
 #include <string_view>
 
-/// A file that exists in memory only, as long as this object, and has a path like any other.
+/// A file in memory, which lasts as long as this object and can be opened by its path.
 class MemoryFile
 {
 public:
     explicit MemoryFile(std::string_view bytes);
 
-    /// False where memory or the system did not allow it.
-    bool isWhole() const { return m_isWhole; }
+    /// False if the file could not be created or written.
+    bool isComplete() const { return m_isComplete; }
 
     std::string path() const;
 
 private:
     FileDescriptor m_file;
-    bool m_isWhole;
+    bool m_isComplete;
 };

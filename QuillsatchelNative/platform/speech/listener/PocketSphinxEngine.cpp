@@ -1,9 +1,9 @@
 #include "platform/speech/listener/PocketSphinxEngine.h"
 
+#include "platform/speech/listener/AdaptedDictionary.h"
 #include "platform/speech/listener/EnglishVocabulary.h"
 #include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/MemoryFile.h"
-#include "platform/speech/listener/OwnDictionary.h"
 #include "platform/speech/listener/UtteranceCut.h"
 
 #include <algorithm>
@@ -24,16 +24,16 @@ using Path = std::filesystem::path;
 constexpr int SampleRate = 16'000;
 constexpr int FrameSize = SampleRate / 100; // samples; PocketSphinx counts in frames
 
-constexpr std::size_t BeforeSpeech = SampleRate / 2; // more than it takes to notice speech
-constexpr std::size_t EnoughToKnowMicrophone = BeforeSpeech + 2 * SampleRate; // less does harm
-// The last step of an utterance takes a time that grows with it, and cannot be interrupted.
-constexpr std::size_t LongestUtterance = BeforeSpeech + 15 * SampleRate;
-constexpr int MostHeardAgain = 500; // frames
+constexpr std::size_t PreRoll = SampleRate / 2; // longer than it takes to detect speech
+constexpr std::size_t AdaptationAudio = PreRoll + 2 * SampleRate; // less makes recognition worse
+// Ending an utterance takes longer the longer it is, and cannot be interrupted.
+constexpr std::size_t MaxUtterance = PreRoll + 15 * SampleRate;
+constexpr int MaxDecodedAgain = 500; // frames
 
-/// For what cannot go on: the program begins anew with another process.
-void require(bool isDone)
+/// Ends the process if a call failed. The program then starts a new listener.
+void require(bool hasSucceeded)
 {
-    if (!isDone)
+    if (!hasSucceeded)
         std::_Exit(EXIT_FAILURE);
 }
 
@@ -56,8 +56,8 @@ std::optional<Path> dictionaryIn(const Path &folder)
     return std::nullopt;
 }
 
-/// Each added word gets a class of its own, which stands where the word it is like stands. To add
-/// it as a word is no way: the library then reads past the end of the model.
+/// Puts each added word into a class that may replace the similar word. Adding plain words instead
+/// makes the library read past the end of the model.
 void addWords(ngram_model_t *model)
 {
     for (const auto &word : EnglishVocabulary::addedWords()) {
@@ -65,7 +65,7 @@ void addWords(ngram_model_t *model)
             continue;
         std::string spelling = word.spelling;
         auto *spellings = spelling.data();
-        constexpr float Weight = 0.99F; // of one, the library thinks that it is none
+        constexpr float Weight = 0.99F; // the library takes 1 for "no weight"
         ngram_model_add_class(model, word.like, Weight, &spellings, &Weight, 1);
     }
 }
@@ -100,13 +100,12 @@ std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &m
     err_set_logfp(nullptr);
     const auto acoustic = model.folder / model.tag;
     auto dictionary = dictionaryIn(model.folder).value_or(Path());
-    std::optional<MemoryFile> own;
+    std::optional<MemoryFile> adapted;
     if (isEnglish(model.tag))
-        own.emplace(ownDictionary(dictionary));
-    if (own && own->isWhole())
-        dictionary = own->path();
-    // The beams are wider than usual and the pause that ends an utterance is shorter: with both,
-    // fewer words are misunderstood.
+        adapted.emplace(adaptedDictionary(dictionary));
+    if (adapted && adapted->isComplete())
+        dictionary = adapted->path();
+    // Wider beams and a shorter final pause than the defaults reduce the word error rate.
     const Config config(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", acoustic.c_str(), "-dict",
                                     dictionary.c_str(), "-beam", "1e-60", "-wbeam", "1e-40",
                                     "-pbeam", "1e-60", "-vad_postspeech", "30", nullptr));
@@ -127,24 +126,24 @@ void PocketSphinxEngine::begin()
     startUtterance();
 }
 
-Hypothesis PocketSphinxEngine::hear(std::span<const std::int16_t> samples)
+Hypothesis PocketSphinxEngine::process(std::span<const std::int16_t> samples)
 {
     m_audio.insert(m_audio.end(), samples.begin(), samples.end());
     decode(samples);
     if (!ps_get_in_speech(m_decoder.get()))
         return m_hasSpeech ? afterSpeech() : beforeSpeech();
     m_hasSpeech = true;
-    if (m_audio.size() >= LongestUtterance)
+    if (m_audio.size() >= MaxUtterance)
         return cutUtterance();
-    if (m_audio.size() >= EnoughToKnowMicrophone)
-        getToKnowMicrophone();
+    if (m_audio.size() >= AdaptationAudio)
+        adaptToMicrophone();
     return { .words = words() };
 }
 
 Hypothesis PocketSphinxEngine::beforeSpeech()
 {
-    if (m_audio.size() > BeforeSpeech)
-        m_audio.erase(m_audio.begin(), m_audio.end() - BeforeSpeech);
+    if (m_audio.size() > PreRoll)
+        m_audio.erase(m_audio.begin(), m_audio.end() - PreRoll);
     return {};
 }
 
@@ -158,18 +157,18 @@ Hypothesis PocketSphinxEngine::afterSpeech()
 std::string PocketSphinxEngine::finish()
 {
     if (m_hasSpeech)
-        getToKnowMicrophone();
+        adaptToMicrophone();
     endUtterance();
-    auto understood = m_hasSpeech ? words() : std::string();
-    m_knowsMicrophone = m_knowsMicrophone || !understood.empty(); // noise teaches nothing
-    return understood;
+    auto hypothesis = m_hasSpeech ? words() : std::string();
+    m_isAdapted = m_isAdapted || !hypothesis.empty(); // noise does not count
+    return hypothesis;
 }
 
-/// How a microphone sounds is learnt at the end of an utterance, so the very first one is heard
-/// twice: one word in three that would be misunderstood in it is not.
-void PocketSphinxEngine::getToKnowMicrophone()
+/// PocketSphinx adapts to the microphone at the end of an utterance. Decoding the first one twice
+/// avoids about a third of its word errors.
+void PocketSphinxEngine::adaptToMicrophone()
 {
-    if (m_knowsMicrophone || std::exchange(m_isHeardAgain, true))
+    if (m_isAdapted || std::exchange(m_isDecodedTwice, true))
         return;
     endUtterance();
     require(ps_start_utt(m_decoder.get()) == 0);
@@ -181,7 +180,7 @@ Hypothesis PocketSphinxEngine::cutUtterance()
     endUtterance();
     const int frameCount = ps_get_n_frames(m_decoder.get());
     const auto cut = UtteranceCut::find(m_decoder.get(), frameCount);
-    const int rest = std::min(frameCount - cut.frame, MostHeardAgain) * FrameSize;
+    const int rest = std::min(frameCount - cut.frame, MaxDecodedAgain) * FrameSize;
     m_audio.erase(m_audio.begin(), std::prev(m_audio.end(), rest));
     auto audio = std::exchange(m_audio, {});
     startUtterance();
@@ -196,7 +195,7 @@ void PocketSphinxEngine::startUtterance()
     require(ps_start_utt(m_decoder.get()) == 0);
     m_audio.clear();
     m_hasSpeech = false;
-    m_isHeardAgain = false;
+    m_isDecodedTwice = false;
 }
 
 void PocketSphinxEngine::decode(std::span<const std::int16_t> samples)

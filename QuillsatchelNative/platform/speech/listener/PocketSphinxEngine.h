@@ -11,19 +11,19 @@
 #include <string>
 #include <vector>
 
-/// PocketSphinx with a model as its own packages have it: below the folder of the language TAG
-/// the acoustic model TAG/, the language model TAG.lm.bin and one dictionary, *.dict or *.dic.
+/// PocketSphinx with a model as in its packages: the folder of the language TAG contains the
+/// acoustic model TAG/, the language model TAG.lm.bin and one dictionary, *.dict or *.dic.
 class PocketSphinxEngine final : public RecognitionEngine
 {
 public:
     static constexpr auto ModelFolder = "pocketsphinx/model";
 
     static bool isComplete(const SpeechModel &model);
-    /// Null for a model that is damaged in a way that PocketSphinx notices; others end the process.
+    /// Null if PocketSphinx rejects the model. A damaged model may end the process instead.
     static std::unique_ptr<RecognitionEngine> load(const SpeechModel &model);
 
     void begin() override;
-    Hypothesis hear(std::span<const std::int16_t> samples) override;
+    Hypothesis process(std::span<const std::int16_t> samples) override;
     std::string finish() override;
 
 private:
@@ -35,7 +35,7 @@ private:
     Hypothesis beforeSpeech();
     Hypothesis afterSpeech();
     Hypothesis cutUtterance();
-    void getToKnowMicrophone();
+    void adaptToMicrophone();
 
     void startUtterance();
     void decode(std::span<const std::int16_t> samples);
@@ -43,8 +43,8 @@ private:
     std::string words() const;
 
     const Decoder m_decoder;
-    std::vector<std::int16_t> m_audio; // of the utterance, from a little before it began
-    bool m_hasSpeech = false;          // the utterance, by now
-    bool m_isHeardAgain = false;
-    bool m_knowsMicrophone = false;
+    std::vector<std::int16_t> m_audio; // of the utterance, from half a second before speech
+    bool m_hasSpeech = false;          // in the current utterance
+    bool m_isDecodedTwice = false;
+    bool m_isAdapted = false;
 };

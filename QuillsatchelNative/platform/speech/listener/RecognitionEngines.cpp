@@ -8,7 +8,7 @@
 namespace
 {
 
-// The better one comes first.
+// The best one first.
 constexpr std::array Kinds {
     RecognitionEngineKind { PocketSphinxEngine::ModelFolder, PocketSphinxEngine::isComplete,
                             PocketSphinxEngine::load },

@@ -7,15 +7,15 @@
 #include <optional>
 #include <string_view>
 
-/// One kind of engine, as the listener's table has it.
+/// One kind of engine.
 struct RecognitionEngineKind {
-    std::string_view modelFolder; ///< below the data folders; has a folder for every language
+    std::string_view modelFolder; ///< below the data folders, with a folder for each language
     SpeechModels::IsComplete isComplete;
-    /// Takes as long as the model needs; null for one that cannot be used.
+    /// Loads the model, which takes time. Null if the model cannot be used.
     std::unique_ptr<RecognitionEngine> (*load)(const SpeechModel &model);
 };
 
-/// An engine that is not loaded yet, and its model.
+/// An engine and its model, not loaded yet.
 struct RecognitionEngineChoice {
     const RecognitionEngineKind &kind;
     SpeechModel model;
@@ -23,6 +23,6 @@ struct RecognitionEngineChoice {
     std::unique_ptr<RecognitionEngine> load() const { return kind.load(model); }
 };
 
-/// The first engine of the table that has a model for the language `tag`.
+/// The best engine that has a model for the language `tag`.
 std::optional<RecognitionEngineChoice> chooseRecognitionEngine(const SpeechModels &models,
                                                                std::string_view tag);

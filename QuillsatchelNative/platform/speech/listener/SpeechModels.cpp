@@ -28,7 +28,7 @@ std::string_view languageOf(std::string_view tag)
     return tag.substr(0, tag.find('-'));
 }
 
-/// The tags of the models in a folder, in the order of the alphabet.
+/// Sorted, so that the choice does not depend on the file system.
 std::vector<std::string> tagsIn(const Path &folder)
 {
     std::vector<std::string> tags;

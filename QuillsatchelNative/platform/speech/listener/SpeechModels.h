@@ -9,22 +9,22 @@
 #include <string_view>
 #include <vector>
 
-/// The models that are installed, for all users or for this one, below the data folders: in each, a
-/// folder that an engine names has a folder for every language.
+/// The models that are installed for all users or for this one: the folder ENGINE/TAG of each data
+/// folder, where ENGINE is a path that the engine defines.
 class SpeechModels
 {
 public:
     using Folders = std::vector<std::filesystem::path>;
 
-    /// Whether what lies in a model's folder is a whole model.
+    /// Whether the folder of a model has all its files.
     using IsComplete = bool (*)(const SpeechModel &);
 
-    /// The data folders by the desktop's convention, the user's own first.
+    /// The data folders of the XDG Base Directory Specification, the user's first.
     static SpeechModels ofEnvironment();
 
     explicit SpeechModels(Folders dataFolders);
 
-    /// The model of that very language, or else one of the same language spoken elsewhere.
+    /// The model of exactly this language, otherwise one of another region.
     std::optional<SpeechModel> find(std::string_view engineFolder, std::string_view tag,
                                     IsComplete isComplete) const;
 

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-/// Keeps first guesses from flickering by: of hypotheses that follow each other, it lets through
-/// the words at the beginning that the latest few agree on.
+/// Hides words that an engine may still change: passes on the words at the beginning that the
+/// latest hypotheses agree on.
 class SteadyPrefix
 {
 public:
     using Words = std::vector<std::string>;
 
-    /// How many hypotheses in a row must have a word: 256 ms worth, with one for each 64 ms.
+    /// Hypotheses in a row that must agree: 256 ms, with one hypothesis every 64 ms.
     static constexpr std::size_t Agreement = 4;
 
     Words update(Words hypothesis);

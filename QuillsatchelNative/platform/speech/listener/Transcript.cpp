@@ -24,21 +24,21 @@ void Transcript::update(const Hypothesis &hypothesis)
     if (hypothesis.isUtteranceOver)
         finish(hypothesis.words);
     else
-        m_underWay = m_steady.update(wordsIn(hypothesis.words));
+        m_current = m_steady.update(wordsIn(hypothesis.words));
 }
 
 void Transcript::finish(const std::string &words)
 {
     const auto all = wordsIn(words);
-    m_said.insert(m_said.end(), all.begin(), all.end());
-    m_underWay.clear();
+    m_finished.insert(m_finished.end(), all.begin(), all.end());
+    m_current.clear();
     m_steady.clear();
 }
 
 std::string Transcript::text() const
 {
     std::string text;
-    for (const auto *const part : { &m_said, &m_underWay }) {
+    for (const auto *const part : { &m_finished, &m_current }) {
         for (const auto &word : *part)
             (text += text.empty() ? "" : " ") += word;
     }

@@ -6,16 +6,15 @@
 #include <string>
 #include <string_view>
 
-/// All that was said in one dictation: the utterances that are over, and what is steady of the one
-/// under way.
+/// The text of one dictation: the finished utterances and the steady words of the current one.
 class Transcript
 {
 public:
-    /// `tag` is that of the language.
+    /// `tag` is the tag of the language.
     explicit Transcript(std::string_view tag);
 
     void update(const Hypothesis &hypothesis);
-    /// The dictation is over; these are the last utterance's words.
+    /// Ends the current utterance with its final `words`.
     void finish(const std::string &words);
 
     std::string text() const;
@@ -24,7 +23,7 @@ private:
     SteadyPrefix::Words wordsIn(const std::string &text) const;
 
     bool m_isEnglish;
-    SteadyPrefix::Words m_said;
-    SteadyPrefix::Words m_underWay;
+    SteadyPrefix::Words m_finished;
+    SteadyPrefix::Words m_current;
     SteadyPrefix m_steady;
 };

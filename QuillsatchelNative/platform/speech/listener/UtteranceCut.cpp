@@ -10,17 +10,17 @@ namespace
 
 using Segment = CPointer<ps_seg_t, &ps_seg_free>;
 
-constexpr int MostAfterPause = 500; // frames
-constexpr int LeastAfterCut = 100;  // frames: the latest words may yet change
-constexpr int ShortestPause = 5;    // frames
+constexpr int MaxAfterPause = 500; // frames
+constexpr int MinAfterCut = 100;   // frames; the latest words may still change
+constexpr int MinPause = 5;        // frames
 
-/// Not silence or a noise.
+/// False for silence and noises.
 bool isWord(std::string_view segment)
 {
     return segment.find_first_of("<[+") != 0;
 }
 
-/// Without the number that a further pronunciation has, as in "read(2)".
+/// Removes the number of another pronunciation, as in "read(2)".
 std::string_view spelling(std::string_view segment)
 {
     return segment.substr(0, segment.find('('));
@@ -32,7 +32,7 @@ UtteranceCut UtteranceCut::find(ps_decoder_t *decoder, int frameCount)
 {
     UtteranceCut best;
     std::string words;
-    std::optional<int> first; // frames are counted from the beginning of the dictation
+    std::optional<int> first; // frame numbers start with the dictation
     for (Segment segment(ps_seg_iter(decoder)); segment;
          segment.reset(ps_seg_next(segment.release()))) {
         int begin = 0;
@@ -40,13 +40,13 @@ UtteranceCut UtteranceCut::find(ps_decoder_t *decoder, int frameCount)
         ps_seg_frames(segment.get(), &begin, &end);
         first = first.value_or(begin);
         const std::string_view text = ps_seg_word(segment.get());
-        const bool isPause = !isWord(text) && end - begin >= ShortestPause;
+        const bool isPause = !isWord(text) && end - begin >= MinPause;
         if (isWord(text))
             (words += words.empty() ? "" : " ") += spelling(text);
         const int frame = (isPause ? (begin + end) / 2 : end + 1) - *first;
-        if (frame > frameCount - LeastAfterCut)
+        if (frame > frameCount - MinAfterCut)
             break;
-        if (isPause ? frame >= frameCount - MostAfterPause : !best.isPause)
+        if (isPause ? frame >= frameCount - MaxAfterPause : !best.isPause)
             best = { .words = words, .frame = frame, .isPause = isPause };
     }
     return best;

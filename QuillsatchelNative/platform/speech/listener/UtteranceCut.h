@@ -3,12 +3,12 @@
 #include <pocketsphinx.h>
 #include <string>
 
-/// A place where an utterance that has ended, but was not over, can be cut in two.
+/// Where to split an utterance that is too long. Its decoder has ended it already.
 struct UtteranceCut {
-    std::string words; ///< what was said before it
-    int frame = 0;     ///< where what follows begins, in hundredths of a second
+    std::string words; ///< the words before the cut
+    int frame = 0;     ///< where the rest begins, in hundredths of a second
     bool isPause = false;
 
-    /// In the latest pause, if there is one not long ago, or else between two words.
+    /// In the latest pause of the last five seconds, otherwise between two words.
     static UtteranceCut find(ps_decoder_t *decoder, int frameCount);
 };

@@ -15,8 +15,8 @@
 namespace
 {
 
-/// The answers' way out, kept from libraries that print.
-FileDescriptor takeStandardOutput()
+/// A copy of stdout for the answers. What libraries print is discarded.
+FileDescriptor reserveStandardOutput()
 {
     FileDescriptor output(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     const FileDescriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
@@ -26,20 +26,20 @@ FileDescriptor takeStandardOutput()
 
 } // namespace
 
-/// Understands what is said in the user's language: see ListenerMessage. "--has-model" only asks
-/// whether it could, and is told "y" or nothing.
+/// Recognises speech in the user's language; ListenerMessage is the protocol. "--has-model" only
+/// prints "y" if there is a model, and nothing otherwise.
 int main(int argc, char *argv[])
 {
-    // Whoever listens to us may die while we are deep in thought.
+    // Exit with the parent, even while decoding.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // Without room for a dictionary of its own the engine takes that of the model.
+    // Under a file size limit the engine falls back to the dictionary of the model.
     std::signal(SIGXFSZ, SIG_IGN);
     const auto choice = chooseRecognitionEngine(SpeechModels::ofEnvironment(), userLanguageTag());
     if (!choice)
         return EXIT_FAILURE;
     if (argc > 1 && std::string_view(argv[1]) == "--has-model")
         return writeAll(STDOUT_FILENO, "y") ? EXIT_SUCCESS : EXIT_FAILURE;
-    const auto output = takeStandardOutput();
+    const auto output = reserveStandardOutput();
     const auto engine = choice->load();
     if (!engine)
         return EXIT_FAILURE;

@@ -9,7 +9,7 @@
 namespace
 {
 
-TEST(EnglishVocabularyTest, PronouncesWithTheSoundsOfTheModel)
+TEST(EnglishVocabularyTest, UsesOnlyPhonesOfTheModel)
 {
     const std::set<std::string> phones { "AA", "AE", "AH", "AO", "AW", "AY", "B",  "CH", "D",  "DH",
                                          "EH", "ER", "EY", "F",  "G",  "HH", "IH", "IY", "JH", "K",
@@ -24,22 +24,22 @@ TEST(EnglishVocabularyTest, PronouncesWithTheSoundsOfTheModel)
     }
 }
 
-TEST(EnglishVocabularyTest, AddsEachWordOnceAndNoneThatIsLeftOut)
+TEST(EnglishVocabularyTest, AddsEachWordOnceAndNoExcludedOne)
 {
     std::set<std::string> words;
     for (const auto &word : EnglishVocabulary::addedWords()) {
         EXPECT_TRUE(words.insert(word.spelling).second) << word.spelling;
-        EXPECT_FALSE(EnglishVocabulary::isLeftOut(word.spelling)) << word.spelling;
+        EXPECT_FALSE(EnglishVocabulary::isExcluded(word.spelling)) << word.spelling;
     }
 }
 
-TEST(EnglishVocabularyTest, LeavesOutCoarseWordsButNoneThatOnlyLooksLikeOne)
+TEST(EnglishVocabularyTest, ExcludesVulgarWordsButNotSimilarOnes)
 {
-    EXPECT_TRUE(EnglishVocabulary::isLeftOut("shit"));
-    EXPECT_TRUE(EnglishVocabulary::isLeftOut("shitty"));
+    EXPECT_TRUE(EnglishVocabulary::isExcluded("shit"));
+    EXPECT_TRUE(EnglishVocabulary::isExcluded("shitty"));
     for (const auto *const word : { "shift", "cocktail", "title", "dickens", "scunthorpe", "as",
                                     "classic", "matsushita", "swank", "bit", "" })
-        EXPECT_FALSE(EnglishVocabulary::isLeftOut(word)) << word;
+        EXPECT_FALSE(EnglishVocabulary::isExcluded(word)) << word;
 }
 
 } // namespace

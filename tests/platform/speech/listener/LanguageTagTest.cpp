@@ -7,7 +7,7 @@
 namespace
 {
 
-TEST(LanguageTagTest, IsThatOfTheLocale)
+TEST(LanguageTagTest, IsTheLocalesLanguageAndRegion)
 {
     EXPECT_EQ(languageTag("en_US.UTF-8"), "en-us");
     EXPECT_EQ(languageTag("en_GB"), "en-gb");
@@ -17,19 +17,19 @@ TEST(LanguageTagTest, IsThatOfTheLocale)
     EXPECT_EQ(languageTag("zh_Hant_TW"), "zh-hant-tw");
 }
 
-TEST(LanguageTagTest, IsAmericanEnglishWhereNothingWasChosen)
+TEST(LanguageTagTest, IsAmericanEnglishForTheDefaultLocale)
 {
     for (const auto *const name : { "", "C", "POSIX", "C.UTF-8", "C.utf8" })
         EXPECT_EQ(languageTag(name), "en-us") << name;
 }
 
-TEST(LanguageTagTest, IsEmptyForWhatIsNoLanguage)
+TEST(LanguageTagTest, IsEmptyForInvalidNames)
 {
     for (const auto *const name : { "/", "a/../b", "en/us", "_US", "d e", "\xC3\xA9", "en:de" })
         EXPECT_EQ(languageTag(name), "") << name;
 }
 
-TEST(LanguageTagTest, KnowsEnglish)
+TEST(LanguageTagTest, RecognizesEnglish)
 {
     EXPECT_TRUE(isEnglish("en"));
     EXPECT_TRUE(isEnglish("en-us"));
@@ -48,7 +48,7 @@ protected:
     }
 };
 
-TEST_F(UserLanguageTagTest, ComesFromTheVariableThatCountsMost)
+TEST_F(UserLanguageTagTest, TakesTheVariableOfHighestPriority)
 {
     EXPECT_EQ(userLanguageTag(), "en-us");
     setenv("LANG", "de_DE.UTF-8", 1);
@@ -59,7 +59,7 @@ TEST_F(UserLanguageTagTest, ComesFromTheVariableThatCountsMost)
     EXPECT_EQ(userLanguageTag(), "es-es");
 }
 
-TEST_F(UserLanguageTagTest, PassesOverEmptyVariables)
+TEST_F(UserLanguageTagTest, SkipsEmptyVariables)
 {
     setenv("LC_ALL", "", 1);
     setenv("LANG", "de_DE.UTF-8", 1);

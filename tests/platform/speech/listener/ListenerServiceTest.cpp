@@ -14,13 +14,13 @@ namespace
 
 using Kind = ListenerMessage::Kind;
 
-/// Says the words it is given, and writes down what it is asked for.
+/// Returns the words that the test sets, and logs the calls.
 class ScriptedEngine final : public RecognitionEngine
 {
 public:
     void begin() override { log += "begin "; }
 
-    Hypothesis hear(std::span<const std::int16_t> samples) override
+    Hypothesis process(std::span<const std::int16_t> samples) override
     {
         log += std::to_string(samples.size()) + ' ';
         return next;
@@ -40,12 +40,12 @@ public:
 class ListenerServiceTest : public testing::Test
 {
 protected:
-    std::optional<ListenerMessage> say(Kind kind, std::uint32_t task)
+    std::optional<ListenerMessage> send(Kind kind, std::uint32_t task)
     {
         return service.answer({ .kind = kind, .task = task, .payload = {} });
     }
 
-    std::optional<ListenerMessage> sayAudio(std::uint32_t task, std::size_t count = 1024)
+    std::optional<ListenerMessage> sendAudio(std::uint32_t task, std::size_t count = 1024)
     {
         return service.answer(ListenerMessage::audio(task, std::vector<std::int16_t>(count)));
     }
@@ -59,72 +59,72 @@ protected:
     ListenerService service { engine, "en-us" };
 };
 
-TEST_F(ListenerServiceTest, AnswersAudioWithTheTextWhenThatHasChanged)
+TEST_F(ListenerServiceTest, AnswersAudioWithTheTextIfItChanged)
 {
-    EXPECT_EQ(say(Kind::begin, 1), std::nullopt);
-    EXPECT_EQ(sayAudio(1), message(Kind::heard, 1));
+    EXPECT_EQ(send(Kind::begin, 1), std::nullopt);
+    EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
     engine.next = { .words = "buy milk", .isUtteranceOver = true };
-    EXPECT_EQ(sayAudio(1), message(Kind::partial, 1, "buy milk"));
+    EXPECT_EQ(sendAudio(1), message(Kind::partial, 1, "buy milk"));
     engine.next = {};
-    EXPECT_EQ(sayAudio(1), message(Kind::heard, 1));
+    EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
     engine.next = { .words = "i think", .isUtteranceOver = true };
-    EXPECT_EQ(sayAudio(1), message(Kind::partial, 1, "buy milk I think"));
+    EXPECT_EQ(sendAudio(1), message(Kind::partial, 1, "buy milk I think"));
 }
 
-TEST_F(ListenerServiceTest, AnswersTheEndWithAllThatWasSaid)
+TEST_F(ListenerServiceTest, AnswersTheEndWithTheWholeText)
 {
-    say(Kind::begin, 1);
+    send(Kind::begin, 1);
     engine.next = { .words = "buy milk", .isUtteranceOver = true };
-    sayAudio(1);
+    sendAudio(1);
     engine.last = "and bread";
-    EXPECT_EQ(say(Kind::end, 1), message(Kind::final, 1, "buy milk and bread"));
+    EXPECT_EQ(send(Kind::end, 1), message(Kind::final, 1, "buy milk and bread"));
     EXPECT_EQ(engine.log, "begin 1024 finish ");
 }
 
-TEST_F(ListenerServiceTest, HearsInPiecesOfOneSize)
+TEST_F(ListenerServiceTest, PassesAudioInPiecesOfOneSize)
 {
-    say(Kind::begin, 1);
-    sayAudio(1, 2500);
-    sayAudio(1, 0);
+    send(Kind::begin, 1);
+    sendAudio(1, 2500);
+    sendAudio(1, 0);
     EXPECT_EQ(engine.log, "begin 1024 1024 452 ");
 }
 
-TEST_F(ListenerServiceTest, ForgetsATaskWithTheNext)
+TEST_F(ListenerServiceTest, AbandonsATaskWhenAnotherBegins)
 {
-    say(Kind::begin, 1);
+    send(Kind::begin, 1);
     engine.next = { .words = "buy milk", .isUtteranceOver = true };
-    sayAudio(1);
-    EXPECT_EQ(say(Kind::begin, 2), std::nullopt);
+    sendAudio(1);
+    EXPECT_EQ(send(Kind::begin, 2), std::nullopt);
     engine.next = {};
-    EXPECT_EQ(sayAudio(2), message(Kind::heard, 2));
-    EXPECT_EQ(say(Kind::end, 2), message(Kind::final, 2));
+    EXPECT_EQ(sendAudio(2), message(Kind::unchanged, 2));
+    EXPECT_EQ(send(Kind::end, 2), message(Kind::final, 2));
     EXPECT_EQ(engine.log, "begin 1024 finish begin 1024 finish ");
 }
 
-TEST_F(ListenerServiceTest, StopsHearingACancelledTask)
+TEST_F(ListenerServiceTest, IgnoresAudioOfACancelledTask)
 {
-    say(Kind::begin, 1);
-    EXPECT_EQ(say(Kind::cancel, 1), std::nullopt);
+    send(Kind::begin, 1);
+    EXPECT_EQ(send(Kind::cancel, 1), std::nullopt);
     engine.next = { .words = "late", .isUtteranceOver = true };
-    EXPECT_EQ(sayAudio(1), message(Kind::heard, 1));
-    EXPECT_EQ(say(Kind::end, 1), message(Kind::final, 1));
-    EXPECT_EQ(say(Kind::cancel, 1), std::nullopt);
+    EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
+    EXPECT_EQ(send(Kind::end, 1), message(Kind::final, 1));
+    EXPECT_EQ(send(Kind::cancel, 1), std::nullopt);
     EXPECT_EQ(engine.log, "begin finish ");
 }
 
-TEST_F(ListenerServiceTest, LeavesTheTaskAloneWhenAnotherIsCancelled)
+TEST_F(ListenerServiceTest, IgnoresACancelOfAnotherTask)
 {
-    say(Kind::begin, 2);
-    say(Kind::cancel, 1);
-    sayAudio(2);
+    send(Kind::begin, 2);
+    send(Kind::cancel, 1);
+    sendAudio(2);
     EXPECT_EQ(engine.log, "begin 1024 ");
 }
 
-TEST_F(ListenerServiceTest, AnswersWhateverTaskItIsAskedFor)
+TEST_F(ListenerServiceTest, AnswersForUnknownTasks)
 {
-    EXPECT_EQ(sayAudio(7), message(Kind::heard, 7));
-    EXPECT_EQ(say(Kind::end, 7), message(Kind::final, 7));
-    EXPECT_EQ(say(Kind::heard, 7), std::nullopt);
+    EXPECT_EQ(sendAudio(7), message(Kind::unchanged, 7));
+    EXPECT_EQ(send(Kind::end, 7), message(Kind::final, 7));
+    EXPECT_EQ(send(Kind::unchanged, 7), std::nullopt);
     EXPECT_EQ(engine.log, "");
 }
 
@@ -137,7 +137,7 @@ TEST_F(ListenerServiceTest, ServesAStreamUntilItEnds)
     message(Kind::begin, 1).appendTo(stream);
     ListenerMessage::audio(1, std::vector<std::int16_t>(8)).appendTo(stream);
     message(Kind::end, 1).appendTo(stream);
-    stream += "what is no message and ends the service, whatever follows";
+    stream += "an invalid message, which ends the service";
     ASSERT_EQ(write(in[1], stream.data(), stream.size()), static_cast<ssize_t>(stream.size()));
     engine.last = "buy milk";
     service.serve(in[0], out[1]);
@@ -145,11 +145,11 @@ TEST_F(ListenerServiceTest, ServesAStreamUntilItEnds)
     const auto count = read(out[0], bytes.data(), bytes.size());
     ListenerMessageReader reader;
     reader.feed(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
-    EXPECT_EQ(reader.next(), message(Kind::heard, 1));
+    EXPECT_EQ(reader.next(), message(Kind::unchanged, 1));
     EXPECT_EQ(reader.next(), message(Kind::final, 1, "buy milk"));
     EXPECT_EQ(reader.next(), std::nullopt);
     close(in[1]);
-    service.serve(in[0], out[1]); // the end of the stream ends it too
+    service.serve(in[0], out[1]); // returns at the end of the stream too
     for (const int file : { in[0], out[0], out[1] })
         close(file);
 }

@@ -28,7 +28,7 @@ protected:
         TestFiles::write(model / "words.dict", "word W ER D\n");
     }
 
-    /// The folder of the model for a language; empty if there is none.
+    /// The folder of the model for a language; empty if none is found.
     Path find(const std::string &tag) const
     {
         const auto choice = chooseRecognitionEngine(SpeechModels({ user, system }), tag);
@@ -46,14 +46,14 @@ protected:
     Path system = root / "system";
 };
 
-TEST_F(SpeechModelsTest, HasNoneWhereNoneIsInstalled)
+TEST_F(SpeechModelsTest, FindsNothingIfNoneIsInstalled)
 {
     EXPECT_EQ(find("en-us"), Path());
     std::filesystem::create_directories(user / PocketSphinxEngine::ModelFolder);
     EXPECT_EQ(find("en-us"), Path());
 }
 
-TEST_F(SpeechModelsTest, FindsThatOfTheLanguage)
+TEST_F(SpeechModelsTest, FindsTheModelOfTheLanguage)
 {
     install(system, "en-us");
     install(system, "de-de");
@@ -62,7 +62,7 @@ TEST_F(SpeechModelsTest, FindsThatOfTheLanguage)
     EXPECT_EQ(find("fr-fr"), Path());
 }
 
-TEST_F(SpeechModelsTest, MakesDoWithTheSameLanguageSpokenElsewhere)
+TEST_F(SpeechModelsTest, FallsBackToAnotherRegionOfTheLanguage)
 {
     install(system, "de-de");
     EXPECT_EQ(find("de-at"), modelIn(system, "de-de"));
@@ -72,7 +72,7 @@ TEST_F(SpeechModelsTest, MakesDoWithTheSameLanguageSpokenElsewhere)
     EXPECT_EQ(find(""), Path());
 }
 
-TEST_F(SpeechModelsTest, PrefersTheExactLanguageAndThenTheUsersOwn)
+TEST_F(SpeechModelsTest, PrefersTheExactLanguageThenTheUsersModels)
 {
     install(user, "en-in");
     install(system, "en-us");
@@ -83,14 +83,14 @@ TEST_F(SpeechModelsTest, PrefersTheExactLanguageAndThenTheUsersOwn)
     EXPECT_EQ(find("en-us"), modelIn(user, "en-us"));
 }
 
-TEST_F(SpeechModelsTest, AlwaysFindsTheSameOfSeveral)
+TEST_F(SpeechModelsTest, ChoosesAmongRegionsAlphabetically)
 {
     for (const auto *const tag : { "en-za", "en-gb", "en-us", "en-nz" })
         install(system, tag);
     EXPECT_EQ(find("en-au"), modelIn(system, "en-gb"));
 }
 
-TEST_F(SpeechModelsTest, PassesOverAModelThatLacksAFileOrHasAnEmptyOne)
+TEST_F(SpeechModelsTest, SkipsModelsWithMissingOrEmptyFiles)
 {
     install(system, "en-us");
     const auto model = modelIn(system, "en-us");
@@ -111,7 +111,7 @@ TEST_F(SpeechModelsTest, PassesOverAModelThatLacksAFileOrHasAnEmptyOne)
     }
 }
 
-TEST_F(SpeechModelsTest, GoesOnLookingAfterABrokenOne)
+TEST_F(SpeechModelsTest, ContinuesAfterAnIncompleteModel)
 {
     install(user, "en-us");
     install(system, "en-us");
@@ -119,7 +119,7 @@ TEST_F(SpeechModelsTest, GoesOnLookingAfterABrokenOne)
     EXPECT_EQ(find("en-us"), modelIn(system, "en-us"));
 }
 
-TEST_F(SpeechModelsTest, TakesTheOtherNamesThatPartsMayHave)
+TEST_F(SpeechModelsTest, AcceptsAlternativeFileNames)
 {
     install(system, "en-us");
     const auto model = modelIn(system, "en-us");
@@ -128,7 +128,7 @@ TEST_F(SpeechModelsTest, TakesTheOtherNamesThatPartsMayHave)
     EXPECT_EQ(find("en-us"), model);
 }
 
-TEST_F(SpeechModelsTest, LooksWhereTheEnvironmentSays)
+TEST_F(SpeechModelsTest, SearchesTheDataFoldersOfTheEnvironment)
 {
     install(root / "home/.local/share", "en-in");
     install(root / "a", "en-us");

@@ -10,7 +10,7 @@ using Words = SteadyPrefix::Words;
 class SteadyPrefixTest : public testing::Test
 {
 protected:
-    /// What is let through after the last of these.
+    /// The words that are shown after the last of these hypotheses.
     Words after(const std::vector<Words> &hypotheses)
     {
         Words words;
@@ -22,7 +22,7 @@ protected:
     SteadyPrefix steady;
 };
 
-TEST_F(SteadyPrefixTest, LetsAWordThroughOnceFourInARowHaveIt)
+TEST_F(SteadyPrefixTest, PassesAWordAfterFourHypothesesAgree)
 {
     EXPECT_EQ(steady.update({ "buy" }), Words());
     EXPECT_EQ(steady.update({ "buy" }), Words());
@@ -31,7 +31,7 @@ TEST_F(SteadyPrefixTest, LetsAWordThroughOnceFourInARowHaveIt)
     EXPECT_EQ(steady.update({ "buy", "milk" }), Words { "buy" });
 }
 
-TEST_F(SteadyPrefixTest, CountsEachWordByItself)
+TEST_F(SteadyPrefixTest, CountsEachWordSeparately)
 {
     EXPECT_EQ(after({ { "buy" },
                       { "buy", "mill" },
@@ -42,20 +42,20 @@ TEST_F(SteadyPrefixTest, CountsEachWordByItself)
     EXPECT_EQ(after({ { "buy", "milk", "and", "bread" } }), (Words { "buy", "milk" }));
 }
 
-TEST_F(SteadyPrefixTest, BeginsToCountAgainWhenAWordChanges)
+TEST_F(SteadyPrefixTest, RestartsCountingWhenAWordChanges)
 {
     EXPECT_EQ(after({ { "by" }, { "by" }, { "by" }, { "buy" } }), Words());
     EXPECT_EQ(after({ { "buy" }, { "buy" } }), Words());
     EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
 }
 
-TEST_F(SteadyPrefixTest, HidesWhatComesAfterAWordThatChanged)
+TEST_F(SteadyPrefixTest, HidesWordsAfterAChangedWord)
 {
     EXPECT_EQ(after({ { "by", "milk" }, { "buy", "milk" }, { "buy", "milk" }, { "buy", "milk" } }),
               Words());
 }
 
-TEST_F(SteadyPrefixTest, TakesWordsBackThatTheEngineTakesBack)
+TEST_F(SteadyPrefixTest, RemovesWordsThatTheEngineRemoves)
 {
     const Words both { "buy", "milk" };
     EXPECT_EQ(after({ both, both, both, both }), both);
@@ -63,7 +63,7 @@ TEST_F(SteadyPrefixTest, TakesWordsBackThatTheEngineTakesBack)
     EXPECT_EQ(after({ {} }), Words());
 }
 
-TEST_F(SteadyPrefixTest, ForgetsWhatWasWhenItIsCleared)
+TEST_F(SteadyPrefixTest, ForgetsEarlierHypothesesWhenCleared)
 {
     after({ { "buy" }, { "buy" }, { "buy" }, { "buy" } });
     steady.clear();

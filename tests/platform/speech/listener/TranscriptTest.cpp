@@ -8,7 +8,7 @@ namespace
 class TranscriptTest : public testing::Test
 {
 protected:
-    void hear(const std::string &words, int times = 1)
+    void recognize(const std::string &words, int times = 1)
     {
         for (; times > 0; --times)
             transcript.update({ .words = words });
@@ -25,55 +25,55 @@ protected:
 TEST_F(TranscriptTest, IsEmptyAtFirst)
 {
     EXPECT_EQ(transcript.text(), "");
-    hear("", 10);
+    recognize("", 10);
     EXPECT_EQ(transcript.text(), "");
 }
 
-TEST_F(TranscriptTest, ShowsOfTheUtteranceUnderWayOnlyWhatIsSteady)
+TEST_F(TranscriptTest, ShowsOnlySteadyWordsOfTheCurrentUtterance)
 {
-    hear("buy milk", 3);
+    recognize("buy milk", 3);
     EXPECT_EQ(transcript.text(), "");
-    hear("buy mill");
+    recognize("buy mill");
     EXPECT_EQ(transcript.text(), "buy");
 }
 
-TEST_F(TranscriptTest, ShowsAnUtteranceThatIsOverWhole)
+TEST_F(TranscriptTest, ShowsAllWordsOfAFinishedUtterance)
 {
-    hear("buy mill");
+    recognize("buy mill");
     pauseAfter("buy milk");
     EXPECT_EQ(transcript.text(), "buy milk");
 }
 
-TEST_F(TranscriptTest, GoesOnAfterAPause)
+TEST_F(TranscriptTest, ContinuesAfterAPause)
 {
     pauseAfter("buy milk");
-    hear("");
+    recognize("");
     EXPECT_EQ(transcript.text(), "buy milk");
-    hear("and bread", 4);
+    recognize("and bread", 4);
     EXPECT_EQ(transcript.text(), "buy milk and bread");
     pauseAfter("and bread");
     EXPECT_EQ(transcript.text(), "buy milk and bread");
 }
 
-TEST_F(TranscriptTest, DoesNotTakeWordsBeforeAPauseForSteadyAfterIt)
+TEST_F(TranscriptTest, RestartsSteadinessAfterAPause)
 {
-    hear("buy", 4);
+    recognize("buy", 4);
     pauseAfter("buy");
-    hear("buy", 3);
+    recognize("buy", 3);
     EXPECT_EQ(transcript.text(), "buy");
-    hear("buy");
+    recognize("buy");
     EXPECT_EQ(transcript.text(), "buy buy");
 }
 
-TEST_F(TranscriptTest, EndsWithTheLastWordsWhole)
+TEST_F(TranscriptTest, EndsWithAllWordsOfTheLastUtterance)
 {
     pauseAfter("buy milk");
-    hear("and");
+    recognize("and");
     transcript.finish("and bread");
     EXPECT_EQ(transcript.text(), "buy milk and bread");
 }
 
-TEST_F(TranscriptTest, EndsWithoutFurtherWords)
+TEST_F(TranscriptTest, EndsWithoutMoreWords)
 {
     pauseAfter("buy milk");
     transcript.finish("");
@@ -88,15 +88,15 @@ TEST_F(TranscriptTest, HasOneSpaceBetweenWords)
     EXPECT_EQ(transcript.text(), "buy milk and bread");
 }
 
-TEST_F(TranscriptTest, WritesTheEnglishIWithACapitalLetter)
+TEST_F(TranscriptTest, CapitalizesTheEnglishI)
 {
     pauseAfter("i think i'm what i've said i'd be");
     EXPECT_EQ(transcript.text(), "I think I'm what I've said I'd be");
-    hear("it is in", 4);
+    recognize("it is in", 4);
     EXPECT_EQ(transcript.text(), "I think I'm what I've said I'd be it is in");
 }
 
-TEST_F(TranscriptTest, LeavesTheWordsOfOtherLanguagesAlone)
+TEST_F(TranscriptTest, KeepsTheWordsOfOtherLanguages)
 {
     for (const auto *const tag : { "it-it", "pl", "enm", "" }) {
         transcript = Transcript(tag);
