@@ -4,14 +4,22 @@
 
 #include "Figure.h"
 #include "Median.h"
-#include "Panels.h"
-#include "app/AppDelegate.h"
+#include "app/DarkAppearance.h"
+#include "app/FloatingPanel.h"
+#include "app/StatusItem.h"
+#include "app/TitleBar.h"
 #include "launchers/LauncherDocument.h"
+#include "launchers/LauncherStore.h"
+#include "library/SatchelStore.h"
 #include "platform/desktop/DesktopPlatform.h"
+#include "preferences/WindowPreferences.h"
 #include "support/ReplaceFile.h"
 #include "support/Uuid.h"
+#include "views/PanelApplicationChooser.h"
+#include "views/QuillsatchelView.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
@@ -78,6 +86,32 @@ void fillSlots(const QTemporaryDir &home)
                 [&slots](const ByteSink &sink) { LauncherDocument::encode(slots, sink); });
 }
 
+/// The parts of the program that show the launchers, set up as in the program.
+struct Program {
+    explicit Program(Platform &platform)
+        : chooser(platform.workspace, platform.mainQueue, [](QDialog &) {})
+        , store(platform)
+        , launchers(chooser, platform)
+        , panel(platform.windowSystem, preferences)
+        , statusItem(platform.statusBar, preferences, launchers, [](const MenuItem &) {})
+    {
+        auto *const view =
+            new QuillsatchelView(store, launchers, preferences, platform, TitleBar::Height, &panel);
+        panel.setContent(view, new TitleBar(preferences, &panel));
+        panel.center();
+        panel.setFocus();
+        panel.makeKeyAndOrderFront();
+        statusItem.begin();
+    }
+
+    PanelApplicationChooser chooser;
+    SatchelStore store;
+    LauncherStore launchers;
+    WindowPreferences preferences;
+    FloatingPanel panel;
+    StatusItem statusItem;
+};
+
 /// The time from `change` to the end of the turn that paints it.
 template <typename Change>
 double milliseconds(Change &&change)
@@ -97,21 +131,18 @@ int main(int argc, char *argv[])
     qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
     fillSlots(home);
     const QApplication application(argc, argv);
-    AppDelegate delegate(desktopPlatform());
-    delegate.applicationDidFinishLaunching();
+    DarkAppearance::apply();
+    Program program(desktopPlatform());
     QTest::qWait(2 * LongerThanAnAnimation);
 
-    auto *const panel = panels().constFirst();
+    auto &isWanted = program.preferences.showsSettingsCard;
     std::vector<double> openings;
     std::vector<double> repaints;
     for (int round = 0; round < Rounds; ++round) {
-        repaints.push_back(milliseconds([&delegate, panel] {
-            delegate.showPanel(); // as showing the settings does
-            panel->update();
-        }));
-        openings.push_back(milliseconds([&delegate] { delegate.showSettings(); }));
+        repaints.push_back(milliseconds([&program] { program.panel.update(); }));
+        openings.push_back(milliseconds([&isWanted] { isWanted.set(true); }));
         QTest::qWait(LongerThanAnAnimation);
-        QTest::keyClick(panel->windowHandle(), Qt::Key_Escape);
+        isWanted.set(false);
         QTest::qWait(LongerThanAnAnimation);
     }
     const double repaint = median(repaints);
