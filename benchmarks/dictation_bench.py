@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""How well and how fast the listener understands: synthetic voices, and recordings of people.
+"""Word error rate and speed of the listener, with synthetic voices and recordings of people.
 
 usage: dictation_bench.py LISTENER [--all]
 
-LISTENER is the program, such as build/bench/modules/listener; --all takes every voice and
-sentence. The voices are flite's, the recordings those of Debian's package pocketsphinx-testdata;
-what is not installed is left out.
-Buffers are answered one by one as fast as they can be; delays are those of a microphone that
-delivers them as it hears them: of the first words after the first sound, and of all after the last.
+LISTENER is the program, such as build/bench/modules/listener; --all measures every voice and
+sentence. The voices are flite's, the recordings come from Debian's package pocketsphinx-testdata;
+missing ones are skipped.
+Buffers are sent without waiting for real time. Delays are computed for a microphone that delivers
+buffers in real time: from the first sound to the first words, and from the last sound to all words.
 """
 
 import array
@@ -33,7 +33,7 @@ BEGIN, AUDIO, END, CANCEL, UNCHANGED, PARTIAL, FINAL = range(7)
 
 RECORDINGS = pathlib.Path("/usr/share/pocketsphinx/test/data")
 VOICES = ("slt", "rms", "awb", "kal16")
-NOISE = 18  # at most, of 32,768: about 40 dB below the voice
+NOISE = 18  # amplitude, of 32,768: about 40 dB below the voice
 
 SENTENCES = """
 summarize the following text in three bullet points
@@ -64,7 +64,7 @@ thank you for your message i will call you back tomorrow morning
 
 
 class Listener:
-    """One listener process, which hears one dictation after the other."""
+    """A listener process, which recognises one dictation after the other."""
 
     def __init__(self, program):
         self.process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
@@ -78,23 +78,23 @@ class Listener:
         self.process.stdout.close()
         self.process.wait()
 
-    def say(self, kind, payload=b""):
+    def send(self, kind, payload=b""):
         self.process.stdin.write(HEADER.pack(len(payload), self.task, VERSION, kind, 0) + payload)
         self.process.stdin.flush()
 
-    def answer(self):
+    def receive(self):
         size, _, _, kind, _ = HEADER.unpack(self.process.stdout.read(HEADER.size))
         return kind, self.process.stdout.read(size).decode()
 
-    def hear(self, samples):
-        """The text, and how long after each other what happened."""
+    def recognize(self, samples):
+        """The text, the times of the first and last partial result, and the computing time."""
         self.task += 1
-        self.say(BEGIN)
+        self.send(BEGIN)
         free = first_partial = last_partial = cost = 0.0
         for begin in range(0, len(samples), BUFFER):
             started = time.monotonic()
-            self.say(AUDIO, samples[begin:begin + BUFFER].tobytes())
-            kind, text = self.answer()
+            self.send(AUDIO, samples[begin:begin + BUFFER].tobytes())
+            kind, text = self.receive()
             took = time.monotonic() - started
             captured = (begin + BUFFER) / RATE
             free = max(free, captured) + took
@@ -103,8 +103,8 @@ class Listener:
                 first_partial = first_partial or free
                 last_partial = free
         started = time.monotonic()
-        self.say(END)
-        _, text = self.answer()
+        self.send(END)
+        _, text = self.receive()
         cost += time.monotonic() - started
         return {"text": text, "first_partial": first_partial, "last_partial": last_partial,
                 "cost": cost}
@@ -115,7 +115,7 @@ class Listener:
 
 
 def samples_of(path):
-    """Of a sound file with 16 bits, one channel and RATE samples a second."""
+    """The samples of a file with 16 bits, one channel and RATE samples a second."""
     if path.suffix == ".raw":
         return array.array("h", path.read_bytes())
     with wave.open(str(path)) as sound:
@@ -124,7 +124,7 @@ def samples_of(path):
 
 
 def in_quiet_room(samples, loudness):
-    """The samples, with a pause before and after them and a soft noise all the time."""
+    """The samples with soft noise and a pause before and after them."""
     pause = [0] * (RATE // 2)
     noise = random.Random(1)
     return array.array("h", (int(sample * loudness) + noise.randint(-NOISE, NOISE)
@@ -132,7 +132,7 @@ def in_quiet_room(samples, loudness):
 
 
 def speak(sentence, voice, folder):
-    """The sentence in a quiet room, and when its first and its last sound are heard."""
+    """The sentence in a quiet room, and the times of its first and last sound."""
     path = folder / "voice.wav"
     subprocess.run(["flite", "-voice", voice, "-t", sentence, "-o", path], check=True)
     voice_samples = samples_of(path)
@@ -141,12 +141,12 @@ def speak(sentence, voice, folder):
     return in_quiet_room(voice_samples, 0.5), (sounds[0], sounds[-1])
 
 
-def word_errors(expected, understood):
-    """The least number of words to change, add or drop."""
-    before = list(range(len(understood) + 1))
+def word_errors(expected, recognized):
+    """The edit distance in words."""
+    before = list(range(len(recognized) + 1))
     for row, word in enumerate(expected, 1):
         after = [row]
-        for column, other in enumerate(understood, 1):
+        for column, other in enumerate(recognized, 1):
             after.append(min(before[column] + 1, after[-1] + 1,
                              before[column - 1] + (word != other)))
         before = after
@@ -161,9 +161,9 @@ class Score:
         self.first_partials = []
         self.last_partials = []
 
-    def add(self, sentence, samples, sounds, result, is_talkative):
-        expected, understood = sentence.lower().split(), result["text"].lower().split()
-        errors = word_errors(expected, understood)
+    def add(self, sentence, samples, sounds, result, shows_errors):
+        expected, recognized = sentence.lower().split(), result["text"].lower().split()
+        errors = word_errors(expected, recognized)
         self.words += len(expected)
         self.errors += errors
         self.seconds += len(samples) / RATE
@@ -171,7 +171,7 @@ class Score:
         if sounds and result["first_partial"]:
             self.first_partials.append(result["first_partial"] - sounds[0])
             self.last_partials.append(result["last_partial"] - sounds[1])
-        if is_talkative and errors:
+        if shows_errors and errors:
             print(f"    {sentence}\n  > {result['text']}")
 
     def report(self):
@@ -196,13 +196,13 @@ def recordings():
             yield words, RECORDINGS / f"{name}.raw"
 
 
-def hear_all(name, program, takes, total, is_whole):
-    """Lets a listener hear each of the takes: words, samples, when it is heard."""
+def recognize_all(name, program, takes, total, is_complete):
+    """Passes takes (words, samples, times of the sounds) to a new listener."""
     score = Score(name)
-    with Listener(program) as listener:  # a new one: this voice is a stranger to it
+    with Listener(program) as listener:  # not yet adapted to this voice
         for words, samples, sounds in takes:
-            result = listener.hear(samples)
-            score.add(words, samples, sounds, result, is_whole)
+            result = listener.recognize(samples)
+            score.add(words, samples, sounds, result, is_complete)
             total.add(words, samples, sounds, result, False)
         total.memory = max(total.memory, listener.peak_megabytes())
     if score.words:
@@ -210,17 +210,17 @@ def hear_all(name, program, takes, total, is_whole):
 
 
 def main():
-    program, is_whole = sys.argv[1], "--all" in sys.argv
-    voices = VOICES if is_whole else VOICES[:2]
-    sentences = SENTENCES if is_whole else SENTENCES[::3]
+    program, is_complete = sys.argv[1], "--all" in sys.argv
+    voices = VOICES if is_complete else VOICES[:2]
+    sentences = SENTENCES if is_complete else SENTENCES[::3]
     total = Score("all")
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         for voice in voices if shutil.which("flite") else ():
             takes = ((words, *speak(words, voice, folder)) for words in sentences)
-            hear_all(f"voice {voice}", program, takes, total, is_whole)
+            recognize_all(f"voice {voice}", program, takes, total, is_complete)
     takes = ((words, in_quiet_room(samples_of(path), 0.9), None) for words, path in recordings())
-    hear_all("recordings", program, takes, total, is_whole)
+    recognize_all("recordings", program, takes, total, is_complete)
     if not total.words:
         sys.exit("dictation_bench: neither flite nor pocketsphinx-testdata is installed")
     total.report()

@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <csignal>
+#include <cstddef>
 #include <unistd.h>
 
 namespace
@@ -21,9 +22,9 @@ void prepareChild()
         std::signal(number, SIG_DFL);
 }
 
-/// The first write of a QProcess makes this program ignore SIGPIPE, and with it every program
-/// started later. A handler protects this program just as well, so it is put back.
-void keepHandlerOfBrokenPipe(ListenerProcess *process)
+/// Restores the handler of SIGPIPE. The first write of a QProcess replaces it by SIG_IGN, which
+/// programs that are started later would inherit.
+void keepSigpipeHandler(ListenerProcess *process)
 {
     struct sigaction handler {
     };
@@ -31,9 +32,9 @@ void keepHandlerOfBrokenPipe(ListenerProcess *process)
     sigaction(SIGPIPE, nullptr, &handler);
     if (handler.sa_handler == SIG_DFL)
         return;
-    const auto putBack = [handler] { sigaction(SIGPIPE, &handler, nullptr); };
-    QObject::connect(process, &QProcess::bytesWritten, process, putBack);
-    QObject::connect(process, &QProcess::errorOccurred, process, putBack);
+    const auto restore = [handler] { sigaction(SIGPIPE, &handler, nullptr); };
+    QObject::connect(process, &QProcess::bytesWritten, process, restore);
+    QObject::connect(process, &QProcess::errorOccurred, process, restore);
 }
 
 } // namespace
@@ -48,7 +49,7 @@ ListenerProcess::ListenerProcess(const std::vector<std::string> &command, QObjec
     setArguments(arguments);
     setStandardErrorFile(nullDevice());
     setChildProcessModifier(prepareChild);
-    keepHandlerOfBrokenPipe(this);
+    keepSigpipeHandler(this);
 }
 
 ListenerProcess::~ListenerProcess()

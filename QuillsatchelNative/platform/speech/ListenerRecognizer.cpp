@@ -2,6 +2,9 @@
 
 #include <QPointer>
 
+#include <chrono>
+#include <cstddef>
+#include <optional>
 #include <unistd.h>
 #include <utility>
 

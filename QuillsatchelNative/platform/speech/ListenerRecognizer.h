@@ -6,7 +6,12 @@
 
 #include <QTimer>
 
-/// Recognises speech in a process of its own, the listener, because a damaged model can end any
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Recognises speech in a separate process, the listener, because a damaged model can end any
 /// process that loads it. The listener starts with the first task, while the audio queues, serves
 /// later tasks as well, and is stopped when it has been idle for long. One task at a time: a new
 /// one ends an older one with an error. Handlers are called on the main thread and must not delete

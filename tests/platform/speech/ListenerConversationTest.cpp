@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>

@@ -17,7 +17,6 @@
 #include <string>
 #include <sys/types.h>
 #include <sys/wait.h>
-#include <thread>
 #include <vector>
 
 /// For recognisers that start TestListener.

@@ -3,9 +3,13 @@
 
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <optional>
 #include <random>
 #include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace
 {
@@ -20,7 +24,7 @@ class ListenerRecognizerTest : public ListenerFixture
 };
 
 // Must be the first test, because Qt ignores SIGPIPE only at the first write of a process.
-TEST_F(ListenerRecognizerTest, KeepsTheHandlerOfBrokenPipes)
+TEST_F(ListenerRecognizerTest, KeepsTheHandlerOfSigpipe)
 {
     const auto handler = +[](int) {};
     std::signal(SIGPIPE, handler);

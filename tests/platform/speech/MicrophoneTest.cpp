@@ -51,7 +51,7 @@ bool waitUntil(const std::function<bool()> &isMet, std::chrono::seconds limit = 
 
 constexpr auto ServerTimeout = 30s; // on a busy machine
 
-/// The number of recordings that the server knows of this program.
+/// The number of this program's recordings on the server.
 int recordingCount()
 {
     const auto list = outputOf("pactl list source-outputs");
