@@ -84,7 +84,7 @@ void ListenerRecognizer::startListener()
     connect(listener, &QProcess::finished, this, &ListenerRecognizer::stopListener);
     // Queued, because `start` itself may fail.
     const auto handleError = [this, listener] { stopUnless(m_listener != listener); };
-    connect(listener, &QProcess::errorOccurred, this, handleError, Qt::QueuedConnection);
+    connect(listener, &QProcess::errorOccurred, listener, handleError, Qt::QueuedConnection);
     const auto send = [listener](const std::string &bytes) {
         listener->write(bytes.data(), static_cast<qint64>(bytes.size()));
     };
