@@ -41,15 +41,16 @@ struct Layers {
     }
 };
 
-Layers layersOn(const QColor &ground, const SrgbColor &material = VisualEffectBackground::material)
+Layers layersOn(const QColor &background,
+                const SrgbColor &material = VisualEffectBackground::material)
 {
-    const Layers base { ground.redF(), ground.greenF(), ground.blueF() };
+    const Layers base { background.redF(), background.greenF(), background.blueF() };
     return base.under(Window).under(material).under(Tint);
 }
 
-Picture paintedOn(const QColor &ground, Backdrop backdrop, int radius = 0)
+Picture paintedOn(const QColor &background, Backdrop backdrop, int radius = 0)
 {
-    return { Frame.size(), 1, ground, [backdrop, radius](QPainter &painter) {
+    return { Frame.size(), 1, background, [backdrop, radius](QPainter &painter) {
                 GlassBackground::paint(painter, Frame, radius, backdrop);
             } };
 }
@@ -72,9 +73,9 @@ double contrast(const QColor &a, const QColor &b)
 
 TEST(GlassBackgroundTest, LaysTintAndGradientOverTheMaterial)
 {
-    for (const QColor ground : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
-        const Picture picture = paintedOn(ground, Backdrop::sharp);
-        const Layers layers = layersOn(ground);
+    for (const QColor background : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
+        const Picture picture = paintedOn(background, Backdrop::sharp);
+        const Layers layers = layersOn(background);
         EXPECT_TRUE(isColor(picture.at(0, 0), layers.under(TopLeft).color(), 1));
         EXPECT_TRUE(isColor(picture.at(215, 325), layers.color(), 1));
         EXPECT_TRUE(isColor(picture.at(429, 649), layers.under(BottomRight).color(), 1));
@@ -100,9 +101,9 @@ TEST(GlassBackgroundTest, IsNearlyOpaqueOverASharpBackdrop)
 TEST(GlassBackgroundTest, IsMoreTranslucentOverABlurredBackdrop)
 {
     const auto &material = VisualEffectBackground::blurringMaterial;
-    for (const QColor ground : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
-        EXPECT_TRUE(isColor(paintedOn(ground, Backdrop::blurred).at(215, 325),
-                            layersOn(ground, material).color(), 1));
+    for (const QColor background : { QColor(Qt::white), QColor(Qt::black), QColor(200, 40, 90) }) {
+        EXPECT_TRUE(isColor(paintedOn(background, Backdrop::blurred).at(215, 325),
+                            layersOn(background, material).color(), 1));
     }
     const QColor onWhite = paintedOn(Qt::white, Backdrop::blurred).at(215, 325);
     const QColor onBlack = paintedOn(Qt::black, Backdrop::blurred).at(215, 325);
@@ -114,8 +115,8 @@ TEST(GlassBackgroundTest, KeepsTextReadableOnWhite)
     for (const auto backdrop : { Backdrop::none, Backdrop::sharp, Backdrop::blurred }) {
         const Picture picture = paintedOn(Qt::white, backdrop);
         for (const QPoint place : { QPoint(0, 0), QPoint(215, 325), QPoint(429, 649) }) {
-            const QColor ground = picture.at(place.x(), place.y());
-            EXPECT_GE(contrast(over(SatchelTheme::secondary, ground), ground), 4.5);
+            const QColor background = picture.at(place.x(), place.y());
+            EXPECT_GE(contrast(over(SatchelTheme::secondary, background), background), 4.5);
         }
     }
 }
