@@ -6,16 +6,16 @@
 
 /// A measured figure. Ratios are comparable between machines; times are not.
 struct Figure {
-    std::string what;                           ///< "save a library"
-    std::string size;                           ///< the case: "1,000 nodes"
-    double value = 0;                           ///< median
+    std::string what;                           ///< such as "save a library"
+    std::string size;                           ///< the case, such as "1,000 nodes"
+    double value = 0;                           ///< usually a median
     std::string unit;                           ///< of `value`
-    std::string reference;                      ///< compared with this; may be empty
-    std::optional<double> ratio = std::nullopt; ///< to the reference; median
+    std::string reference;                      ///< what `value` is compared with; may be empty
+    std::optional<double> ratio = std::nullopt; ///< of `value` to the reference
 
     /// Prints one line of tab-separated columns, which `figure.py` parses.
     void print() const;
 };
 
-/// "100,000 nodes".
+/// The number of nodes as text, such as "100,000 nodes".
 std::string nodesText(std::size_t nodes);

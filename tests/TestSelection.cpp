@@ -16,7 +16,7 @@ std::string fileName(const testing::TestSuite &suite)
     return std::filesystem::path(suite.GetTestInfo(0)->file()).stem();
 }
 
-/// A filter for the suites in a file; empty if there are none.
+/// A GoogleTest filter for the suites in the source file `name`.cpp; empty if there are none.
 std::string filterForFile(std::string_view name)
 {
     const auto &tests = *testing::UnitTest::GetInstance();
@@ -39,7 +39,7 @@ void selectTests(int argc, const char *const *argv)
     for (int index = 1; index < argc; ++index) {
         const std::string ofFile = filterForFile(argv[index]);
         if (ofFile.empty()) {
-            std::cerr << "No tests in " << argv[index] << ".\n";
+            std::cerr << "No test source file is named " << argv[index] << ".\n";
             std::exit(EXIT_FAILURE);
         }
         filter += ofFile;

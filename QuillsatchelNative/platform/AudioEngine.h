@@ -4,27 +4,28 @@
 #include <functional>
 #include <span>
 
-/// Captures the microphone: 16,000 samples per second, one channel. Main thread only.
+/// Captures the microphone: 16,000 samples per second, one channel. Call its
+/// functions on the main thread only.
 class AudioEngine
 {
 public:
     virtual ~AudioEngine() = default;
 
-    /// Receives captured audio on the audio thread.
+    /// Called on the audio thread.
     struct Tap {
-        /// Gets every buffer of `bufferSize` samples.
+        /// With each buffer, which has exactly `bufferSize` samples.
         std::function<void(std::span<const std::int16_t>)> append;
-        /// The microphone or the sound server is gone; no more audio will come.
+        /// When the microphone or the sound server disappears; no audio follows.
         std::function<void()> fail;
     };
 
-    /// Replaces the tap, if there is one.
+    /// Installs a tap in place of any previous one.
     virtual void installTap(int bufferSize, Tap tap) = 0;
-    /// On return the tap is no longer called.
+    /// Waits for a running call; afterwards the tap is not called again.
     virtual void removeTap() = 0;
 
-    /// Opens the microphone unless it is open. False if it is missing or cannot be opened. Does
-    /// not block for long.
+    /// Opens the microphone if it is not open yet. Returns false if it is missing or cannot be
+    /// opened.
     virtual bool start() = 0;
     /// Closes the microphone if it is open.
     virtual void stop() = 0;

@@ -17,25 +17,26 @@ class PromptCard;
 
 /// A scrolling list of nodes.
 ///
-/// Only the visible cards and one screen around them exist, however long the list is. Visible cards
+/// Cards exist only for the visible nodes and for one screenful above and below them. Visible cards
 /// are created immediately, the others one at a time after a short delay. A card that has the
-/// focus, is dragged or is dictated into keeps its node wherever the list is scrolled; all others
-/// are reused for other nodes.
+/// focus, is being dragged or receives dictation keeps its node however far the list is scrolled;
+/// all others are reused for other nodes.
 class NodeList final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// What the list shows. Valid until the models change.
+    /// What the list shows. Valid until the library changes.
     struct Content {
-        std::optional<QUuid> id; ///< a new id scrolls to the top; without one the list is blank
+        /// Of the tab. A different one scrolls to the top; without one the list shows nothing.
+        std::optional<QUuid> id;
         std::size_t count = 0;
         std::function<const PromptBlock &(std::size_t row)> node {};
         std::optional<QUuid> copiedID {};   ///< the node marked as copied
-        std::optional<QUuid> dictatedID {}; ///< the node that is dictated into
+        std::optional<QUuid> dictatedID {}; ///< the node that receives dictation
     };
 
-    /// `content` is called whenever the list needs its nodes, also between two calls of `render`.
+    /// `content` is called whenever the list needs its nodes, even between calls of `render`.
     /// `wireCard` connects the callbacks of a new card; they read the card's `blockID` when called.
     NodeList(MainQueue &mainQueue, std::function<Content()> content,
              std::function<void(PromptCard &)> wireCard, QWidget *parent);
@@ -46,7 +47,7 @@ public:
     void editLastNode();
     /// Scrolls to the card with the keyboard focus, if there is one.
     void revealFocus();
-    /// The node whose card has the focus of the window.
+    /// The node whose card contains the window's focused widget.
     std::optional<QUuid> focusedNode() const;
     /// The widgets that Tab visits, in order.
     QList<QWidget *> focusStops() const;

@@ -7,7 +7,8 @@
 namespace
 {
 
-/// Focus rings in cards: shown after keyboard input, hidden after mouse clicks.
+/// Focus rings in cards: shown after keyboard input, hidden after mouse clicks. A widget that
+/// regains the focus when a card closes gets its ring back.
 class CardFocusRingTest : public PanelFixture
 {
 protected:

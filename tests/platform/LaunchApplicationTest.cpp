@@ -37,7 +37,8 @@ protected:
         return TestDesktop::waitForStart("program");
     }
 
-    /// The programs that earlier launches started, once all of those are done.
+    /// Launches "last", waits for all launches, and returns the programs that were started,
+    /// including "last".
     Texts startedPrograms()
     {
         workspace.openApplication(addEntry("last.desktop", entryText("last")));
@@ -79,7 +80,7 @@ TEST_F(LaunchApplicationTest, StartsAProgramByItsPath)
     EXPECT_TRUE(open(TestDesktop::path("bin/program").string()));
 }
 
-TEST_F(LaunchApplicationTest, StartsTheProgramInItsFolder)
+TEST_F(LaunchApplicationTest, StartsTheProgramInTheFolderOfTheEntry)
 {
     EXPECT_EQ(open("program")->folder, std::filesystem::current_path());
     const auto folder = std::filesystem::canonical(TestDesktop::path("home"));
@@ -88,13 +89,13 @@ TEST_F(LaunchApplicationTest, StartsTheProgramInItsFolder)
 
 TEST_F(LaunchApplicationTest, StartsTerminalProgramsInATerminal)
 {
-    // GIO uses the first of these that exists.
+    // GIO runs one of these, in an order of preference of its own.
     for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
         TestDesktop::addProgram(terminal);
     workspace.openApplication(addEntry("a.desktop", entryText("program one", "Terminal=true\n")));
     TestDesktop::waitUntil([] { return !TestDesktop::startedPrograms().empty(); });
     const auto programs = startedPrograms();
-    EXPECT_EQ(programs.size(), 2U) << "a terminal and the last program";
+    EXPECT_EQ(programs.size(), 2U) << "a terminal and \"last\"";
     EXPECT_FALSE(has(programs, "program"));
     for (const auto *const terminal : { "gnome-terminal", "kgx", "xdg-terminal-exec" })
         std::filesystem::remove(TestDesktop::path("bin") / terminal);
@@ -110,13 +111,13 @@ TEST_F(LaunchApplicationTest, PassesTheEnvironmentWithoutOurTokens)
     EXPECT_EQ(start->environment.at("USERS_OWN"), "kept");
     EXPECT_EQ(start->environment.count("DESKTOP_STARTUP_ID"), 0U);
     EXPECT_EQ(start->environment.count("XDG_ACTIVATION_TOKEN"), 0U);
-    EXPECT_EQ(start->environment.count("QT_QPA_PLATFORM"), 1U) << "set by the test itself";
+    EXPECT_EQ(start->environment.count("QT_QPA_PLATFORM"), 1U) << "set for the whole test run";
     qunsetenv("USERS_OWN");
     qunsetenv("DESKTOP_STARTUP_ID");
     qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
-TEST_F(LaunchApplicationTest, PassesNoOpenFiles)
+TEST_F(LaunchApplicationTest, DoesNotPassOurOpenFiles)
 {
     const auto ours = TestDesktop::path("ours").string();
     TestFiles::write(ours, "");
@@ -147,8 +148,8 @@ TEST_F(LaunchApplicationTest, LeavesNoZombies)
 
 TEST_F(LaunchApplicationTest, StartsManyProgramsConcurrently)
 {
-    // Written before the first start: a file that is open for writing cannot be executed, and a
-    // concurrent fork briefly inherits it.
+    // Write all programs before the first launch: a file that is open for writing cannot be
+    // executed, and a child that is forked meanwhile briefly inherits the open descriptor.
     Texts programs;
     for (int number = 0; number < 30; ++number) {
         programs.push_back("many" + std::to_string(number));
@@ -169,7 +170,7 @@ TEST_F(LaunchApplicationTest, FinishesLaunchesOnDestruction)
     EXPECT_TRUE(TestDesktop::waitForStart("program"));
 }
 
-TEST_F(LaunchApplicationTest, StartsNothingIfTheSystemRefusesAThread)
+TEST_F(LaunchApplicationTest, StartsNothingIfNoThreadCanBeCreated)
 {
     const auto entry = addEntry("a.desktop", entryText("program"));
     const QTemporaryDir folder;
@@ -182,6 +183,7 @@ TEST_F(LaunchApplicationTest, StartsNothingIfTheSystemRefusesAThread)
 
 TEST_F(LaunchApplicationTest, StartsNothingFromABrokenEntry)
 {
+    int number = 0;
     const auto plain = TestDesktop::path("not-executable").string();
     TestFiles::write(plain, "#!/bin/sh\n");
     for (const auto &text :
@@ -191,13 +193,13 @@ TEST_F(LaunchApplicationTest, StartsNothingFromABrokenEntry)
            entryText("program", "Path=" + TestDesktop::path("nothing").string() + "\n"),
            "[Desktop Entry]\nType=Application\nName=Name\n"s,
            "[Desktop Entry]\nType=Link\nName=Name\nURL=https://example.com\nExec=program\n"s }) {
-        const auto id = "broken" + std::to_string(text.size()) + ".desktop";
+        const auto id = "broken" + std::to_string(number++) + ".desktop";
         workspace.openApplication(addEntry(id, text));
     }
     EXPECT_EQ(startedPrograms(), Texts { "last" });
 }
 
-TEST_F(LaunchApplicationTest, StartsOnlyRegularFilesWithAbsolutePaths)
+TEST_F(LaunchApplicationTest, AcceptsOnlyAbsolutePathsOfRegularFiles)
 {
     const std::string entry = addEntry("a.desktop", entryText("program"));
     const std::string pipe = TestDesktop::path("pipe.desktop");

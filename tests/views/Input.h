@@ -138,7 +138,7 @@ inline void type(QWidget &widget, const std::string &letters)
         QTest::keyClick(widget.window()->windowHandle(), letter);
 }
 
-/// Commits any text at once, as input methods do.
+/// Commits text in a single event, as input methods do.
 inline void commit(const QString &text)
 {
     QInputMethodEvent event;

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-/// Recognises speech in a separate process, the listener, because a damaged model can end any
-/// process that loads it. The listener starts with the first task, while the audio queues, serves
-/// later tasks as well, and is stopped when it has been idle for long. One task at a time: a new
+/// Recognises speech in a separate process, the listener, because a damaged model can crash the
+/// process that loads it. The listener starts with the first task, whose audio is queued meanwhile.
+/// It serves later tasks as well and is stopped after a long idle time. One task at a time: a new
 /// one ends an older one with an error. Handlers are called on the main thread and must not delete
 /// the recogniser.
 class ListenerRecognizer final : public QObject, public SpeechRecognizer
