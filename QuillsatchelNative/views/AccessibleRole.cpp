@@ -58,7 +58,7 @@ public:
 private:
     QAbstractButton *button() const { return qobject_cast<QAbstractButton *>(object()); }
 
-    /// None for a window: its actions belong to its menus, which have interfaces of their own.
+    /// None for a window: its actions belong to its menus, which are separate accessible objects.
     QList<QAction *> actions() const
     {
         return widget()->isWindow() ? QList<QAction *>() : widget()->actions();

@@ -74,7 +74,7 @@ void activate(GDesktopAppInfo *application, GList *addresses, const std::stop_to
     const auto receive = [](GObject *, GAsyncResult *result, gpointer destination) {
         static_cast<GObjectPointer<GAsyncResult> *>(destination)->reset(g_object_ref(result));
     };
-    // Without a context, as GIO warns when a launch fails whose context returns no id.
+    // GIO warns if a launch fails and its context has no id, so pass a context only with an id.
     g_app_info_launch_uris_async(G_APP_INFO(application), addresses,
                                  context.hasNotification() ? context.get() : nullptr,
                                  cancellable.get(), receive, &answer);

@@ -10,7 +10,7 @@ LaunchContext::LaunchContext()
     : m_context(static_cast<GAppLaunchContext *>(g_object_new(type(), nullptr)))
 {
     reinterpret_cast<Object *>(get())->owner = this;
-    // Of our own launch.
+    // They may still hold the tokens of this program's own launch.
     for (const auto *const variable : { "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN" })
         g_app_launch_context_unsetenv(get(), variable);
 }
