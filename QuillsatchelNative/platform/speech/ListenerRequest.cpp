@@ -52,10 +52,10 @@ void ListenerRequest::cancel()
 
 std::vector<std::int16_t> ListenerRequest::take(std::size_t count)
 {
-    const auto size = static_cast<std::ptrdiff_t>(std::min(count, m_samples.size()));
-    const auto end = std::next(m_samples.begin(), size);
-    std::vector<std::int16_t> samples(m_samples.begin(), end);
-    m_samples.erase(m_samples.begin(), end);
+    std::vector<std::int16_t> samples(std::min(count, m_samples.size()));
+    const auto size = static_cast<std::ptrdiff_t>(samples.size());
+    std::copy_n(m_samples.begin(), size, samples.begin());
+    m_samples.erase(m_samples.begin(), std::next(m_samples.begin(), size));
     return samples;
 }
 

@@ -3,7 +3,6 @@
 #include "fakes/PictureBytes.h"
 #include "fakes/TestFiles.h"
 #include "launchers/LauncherStore.h"
-#include "platform/desktop/QtMainQueue.h"
 #include "platform/network/NetworkFixture.h"
 #include "platform/network/WebPort.h"
 #include "support/Uuid.h"
@@ -161,7 +160,6 @@ protected:
 #endif
 
     FakePlatform fakes;
-    QtMainQueue mainQueue;
     CountingHttpClient http { mainQueue };
     Platform platform { mainQueue,           fakes.wallClock,    fakes.pasteboard, fakes.workspace,
                         fakes.fileLocations, fakes.windowSystem, fakes.statusBar,  http,
