@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-/// The icon of a launcher in a menu or row: an image, or a symbol if there is none.
+/// The icon of a launcher in a menu or row: an image or, without one, a symbol.
 struct LauncherIcon {
     QImage image;                 ///< square; null if the symbol is shown
     std::string_view symbol;      ///< the symbol's name

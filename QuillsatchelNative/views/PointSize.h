@@ -26,8 +26,8 @@ public:
     /// the scale changes, the window gets its own size back.
     void setSubstitute(const QSize &size);
 
-    /// The smallest number of points, at most 10, that is a whole number of pixels at this scale; 1
-    /// if there is none.
+    /// The smallest number of points, at most 10, that is a whole number of pixels at this scale.
+    /// 1 if no such number exists.
     static int stepAt(qreal scale);
 
 protected:

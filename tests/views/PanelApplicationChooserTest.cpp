@@ -67,7 +67,7 @@ protected:
         Input::key(panel(), Qt::Key_Return);
     }
 
-    /// Checks that the only answer is none and that no panel is left.
+    /// Checks for one answer, without an application, and that the panel is closed.
     static void expectCancelled(const Answers &answers)
     {
         EXPECT_EQ(answers, Answers { std::nullopt });

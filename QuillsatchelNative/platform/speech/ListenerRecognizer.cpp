@@ -44,8 +44,8 @@ ListenerRecognizer::ListenerRecognizer(std::vector<std::string> command, MainQue
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
-    // If the program was suspended, an answer may wait: the next turn reads it, and this timer
-    // fires again only if there is none.
+    // After the program was suspended, an answer may already wait to be read. So the timer first
+    // lets the event loop read it, and stops the listener only if it fires again.
     connect(&m_timer, &QTimer::timeout, this,
             [this] { m_timer.interval() > 0 ? m_timer.start(0) : stopListener(); });
 }

@@ -14,7 +14,7 @@
 namespace
 {
 
-/// The child process of `process`; 0 if there is none.
+/// The child process of `process`, or 0 without a child.
 pid_t childOf(pid_t process)
 {
     const auto threads = "/proc/" + std::to_string(process) + "/task";

@@ -19,7 +19,7 @@ public:
     /// Whether the folder of a model has all its files.
     using IsComplete = bool (*)(const SpeechModel &);
 
-    /// The data folders of the XDG Base Directory Specification, the user's first.
+    /// The models below `$XDG_DATA_HOME` and, after it, the folders in `$XDG_DATA_DIRS`.
     static SpeechModels ofEnvironment();
 
     explicit SpeechModels(Folders dataFolders);
