@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,6 +23,12 @@ inline std::string read(const std::filesystem::path &path)
 {
     std::ifstream file(path, std::ios::binary);
     return { std::istreambuf_iterator(file), {} };
+}
+
+/// The number of entries in a folder, temporary files included.
+inline std::ptrdiff_t count(const std::filesystem::path &folder)
+{
+    return std::distance(std::filesystem::directory_iterator(folder), {});
 }
 
 inline void setMode(const std::filesystem::path &path, unsigned mode)

@@ -14,7 +14,6 @@
 #include <chrono>
 #include <filesystem>
 #include <future>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -151,7 +150,7 @@ TEST_F(FaviconCacheTest, StoresImagesOfEveryFormatUnchanged)
     expectStored(PictureBytes::icon({ { 16, bitmap } }));
     expectStored(PictureBytes::icon({ { 32, PictureBytes::png(32, 32) }, { 16, bitmap } }));
     expectStored(PictureBytes::png(16, 16) + QByteArray("and\0more", 8));
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(FaviconCacheTest, DropsInvalidImages)
@@ -182,7 +181,7 @@ TEST_F(FaviconCacheTest, NamesTheFileByTheIdInUpperCase)
 {
     fetch(id);
     answer(picture(1));
-    ASSERT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    ASSERT_EQ(TestFiles::count(folder), 1);
     EXPECT_EQ(fs::directory_iterator(folder)->path().filename(),
               "6B1D3C0E-2F44-4A57-9E0B-7C1F2A9D8E31.png");
 }

@@ -1,4 +1,5 @@
 #include "fakes/PictureBytes.h"
+#include "fakes/TestFiles.h"
 #include "fakes/UnprivilegedScope.h"
 #include "launchers/LauncherStoreFixture.h"
 
@@ -6,7 +7,6 @@
 
 #include <array>
 #include <filesystem>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,11 +32,6 @@ protected:
         EXPECT_TRUE(icon.image.isNull());
         EXPECT_EQ(icon.symbol, "globe");
         EXPECT_EQ(icon.description, "Website");
-    }
-
-    std::ptrdiff_t iconCount() const
-    {
-        return std::distance(fs::directory_iterator(favicons), fs::directory_iterator());
     }
 };
 
@@ -120,7 +115,7 @@ TEST_F(LauncherStoreIconsTest, StoresAnErrorPageThatIsAnImage)
 {
     setWebsite(0);
     answer(PictureBytes::icon({ { 16, picture() } }));
-    EXPECT_EQ(iconCount(), 1);
+    EXPECT_EQ(TestFiles::count(favicons), 1);
     EXPECT_EQ(store().icon(*item(0), 16).image.width(), 16);
 }
 
@@ -200,7 +195,7 @@ TEST_F(LauncherStoreIconsTest, DownloadsForSeveralSlotsConcurrently)
     }
     machine.mainQueue.runPending();
     EXPECT_EQ(publications.announced, 5);
-    EXPECT_EQ(iconCount(), 5);
+    EXPECT_EQ(TestFiles::count(favicons), 5);
 }
 
 TEST_F(LauncherStoreIconsTest, PublishesOncePerAnswer)
@@ -211,7 +206,7 @@ TEST_F(LauncherStoreIconsTest, PublishesOncePerAnswer)
     machine.httpClient.answer(0, picture());
     machine.mainQueue.runPending();
     EXPECT_EQ(publications.announced, 2);
-    EXPECT_EQ(iconCount(), 1);
+    EXPECT_EQ(TestFiles::count(favicons), 1);
 }
 
 TEST_F(LauncherStoreIconsTest, RemovesOnlyTheIconOfTheClearedSlot)
@@ -225,7 +220,7 @@ TEST_F(LauncherStoreIconsTest, RemovesOnlyTheIconOfTheClearedSlot)
     EXPECT_FALSE(fs::exists(iconFile(id)));
     EXPECT_TRUE(fs::exists(iconFile(item(1)->id)));
     store().clear(0);
-    EXPECT_EQ(iconCount(), 1);
+    EXPECT_EQ(TestFiles::count(favicons), 1);
 }
 
 TEST_F(LauncherStoreIconsTest, RemovesTheOldIconBeforeAnnouncingTheNewWebsite)
@@ -282,7 +277,7 @@ TEST_F(LauncherStoreIconsTest, PublishesNothingAfterTheStoreIsDestroyed)
     machine.httpClient.answer(0, picture());
     stop();
     machine.mainQueue.runPending();
-    EXPECT_EQ(iconCount(), 1);
+    EXPECT_EQ(TestFiles::count(favicons), 1);
     EXPECT_EQ(ExampleLaunchers::decode(fileText())->at(0), item(0)) << "the next start loads it";
 }
 

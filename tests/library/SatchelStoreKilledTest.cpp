@@ -1,5 +1,6 @@
 // A process killed while saving leaves a complete library, either the old or the new one.
 
+#include "fakes/TestFiles.h"
 #include "library/ExampleLibrary.h"
 #include "library/SatchelStore.h"
 #include "library/SatchelStoreFixture.h"
@@ -10,7 +11,6 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <iterator>
 #include <random>
 #include <string>
 #include <sys/wait.h>
@@ -102,9 +102,9 @@ TEST_F(SatchelStoreKilledTest, KeepsACompleteLibrary)
         ASSERT_GE(*saved, version);
         saves += *saved - version;
         version = *saved;
-        leftovers += static_cast<int>(std::distance(fs::directory_iterator(folder), {})) - 1;
+        leftovers += static_cast<int>(TestFiles::count(folder)) - 1;
         UnfinishedFile::removeLeftovers(folder);
-        ASSERT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << "temporary files remain";
+        ASSERT_EQ(TestFiles::count(folder), 1) << "temporary files remain";
     }
     RecordProperty("saves", saves);
     RecordProperty("leftovers", leftovers);

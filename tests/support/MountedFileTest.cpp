@@ -10,7 +10,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <sys/resource.h>
@@ -31,11 +30,6 @@ protected:
         return MountedFile::overwrite(path, file.number());
     }
 
-    std::ptrdiff_t entries() const
-    {
-        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-    }
-
     QTemporaryDir directory;
     fs::path folder = fs::path(directory.path().toStdString()) / "folder";
     fs::path path = folder / "file";
@@ -54,7 +48,7 @@ TEST_F(MountedFileTest, OverwritesTheSameFile)
         EXPECT_EQ(TestFiles::read(path) == bytes, true);
     }
     EXPECT_EQ(fs::hard_link_count(path), 2U);
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(MountedFileTest, LeavesTheCopyOfAnEarlierCrash)
@@ -63,7 +57,7 @@ TEST_F(MountedFileTest, LeavesTheCopyOfAnEarlierCrash)
     TestFiles::write(previous, "of a crash");
     EXPECT_TRUE(overwrite("new"));
     EXPECT_EQ(TestFiles::read(previous), "of a crash");
-    EXPECT_EQ(entries(), 2);
+    EXPECT_EQ(TestFiles::count(folder), 2);
 }
 
 TEST_F(MountedFileTest, KeepsTheOldBytesWithoutSpace)
@@ -75,7 +69,7 @@ TEST_F(MountedFileTest, KeepsTheOldBytesWithoutSpace)
         const FileSizeLimit limit(room);
         EXPECT_FALSE(MountedFile::overwrite(path, file.number()));
         EXPECT_EQ(TestFiles::read(path), "old bytes") << room;
-        EXPECT_EQ(entries(), 1) << room;
+        EXPECT_EQ(TestFiles::count(folder), 1) << room;
     }
 }
 
@@ -87,7 +81,7 @@ TEST_F(MountedFileTest, OverwritesOnlyRegularFiles)
     fs::remove(path);
     fs::create_symlink("target", path);
     EXPECT_FALSE(overwrite("new")) << "a link";
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(MountedFileTest, LeavesTheOldBytesBesideTheFileAfterACrash)

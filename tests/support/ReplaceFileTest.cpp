@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -34,12 +33,6 @@ protected:
         });
     }
 
-    /// The number of entries, which includes temporary files.
-    std::ptrdiff_t entries() const
-    {
-        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-    }
-
     QTemporaryDir directory;
     fs::path folder = directory.path().toStdString();
     fs::path file = folder / "file";
@@ -53,7 +46,7 @@ TEST_F(ReplaceFileTest, CreatesANewFileForTheOwnerOnly)
     EXPECT_TRUE(replace(file, bytes));
     EXPECT_EQ(TestFiles::read(file), bytes);
     EXPECT_EQ(TestFiles::mode(file), 0600U);
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(ReplaceFileTest, ReplacesLongerAndShorterText)
@@ -63,7 +56,7 @@ TEST_F(ReplaceFileTest, ReplacesLongerAndShorterText)
     EXPECT_EQ(TestFiles::read(file), "");
     EXPECT_TRUE(replace(file, "text"));
     EXPECT_EQ(TestFiles::read(file), "text");
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(ReplaceFileTest, JoinsThePieces)
@@ -78,11 +71,11 @@ TEST_F(ReplaceFileTest, ReplacesNothingButRegularFiles)
 {
     EXPECT_FALSE(replace(folder / "missing" / "file", "new"));
     EXPECT_FALSE(replace(folder, "new"));
-    EXPECT_EQ(entries(), 0);
+    EXPECT_EQ(TestFiles::count(folder), 0);
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
     EXPECT_FALSE(replace(file, "new"));
     EXPECT_TRUE(fs::is_fifo(file));
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(ReplaceFileTest, LeavesTheOldFileWhenAPieceDoesNotFit)
@@ -93,7 +86,7 @@ TEST_F(ReplaceFileTest, LeavesTheOldFileWhenAPieceDoesNotFit)
     EXPECT_FALSE(replaceInPieces(file, { half, half }));
     EXPECT_FALSE(replaceInPieces(file, { half, half, half }));
     EXPECT_EQ(TestFiles::read(file), "old");
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
     EXPECT_TRUE(replace(file, std::string(1000, 'x')));
 }
 

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -28,11 +27,6 @@ protected:
 
     fs::path numbered(int number) const { return fs::path(kept) += "-" + std::to_string(number); }
 
-    std::ptrdiff_t entries() const
-    {
-        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-    }
-
     QTemporaryDir directory;
     fs::path folder = fs::canonical(directory.path().toStdString());
     fs::path file = folder / "file";
@@ -45,7 +39,7 @@ TEST_F(RescueCopyTest, KeepsAFileByteForByte)
     EXPECT_EQ(keep(), Outcome::kept);
     EXPECT_EQ(TestFiles::read(kept), Bytes);
     EXPECT_EQ(TestFiles::read(file), Bytes);
-    EXPECT_EQ(entries(), 2);
+    EXPECT_EQ(TestFiles::count(folder), 2);
 }
 
 TEST_F(RescueCopyTest, KeepsAFileOnlyOnce)
@@ -55,7 +49,7 @@ TEST_F(RescueCopyTest, KeepsAFileOnlyOnce)
     EXPECT_EQ(keep(), Outcome::kept);
     EXPECT_EQ(keep(), Outcome::kept);
     EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
-    EXPECT_EQ(entries(), 3);
+    EXPECT_EQ(TestFiles::count(folder), 3);
 }
 
 TEST_F(RescueCopyTest, KeepsTheTargetOfALink)
@@ -90,7 +84,7 @@ TEST_F(RescueCopyTest, CopiesALinkTargetOnAnotherFileSystem)
     EXPECT_EQ(TestFiles::read(kept), "an earlier file");
     EXPECT_EQ(TestFiles::read(numbered(2)), Bytes);
     EXPECT_EQ(TestFiles::mode(numbered(2)), 0600U);
-    EXPECT_EQ(entries(), 3);
+    EXPECT_EQ(TestFiles::count(folder), 3);
 }
 
 TEST_F(RescueCopyTest, RenamesAnUnreadableLinkTarget)
@@ -113,7 +107,7 @@ TEST_F(RescueCopyTest, ReportsAMissingFile)
     EXPECT_EQ(keep(), Outcome::noFile);
     fs::create_symlink("missing/target", file);
     EXPECT_EQ(keep(), Outcome::noFile);
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(RescueCopyTest, KeepsOnlyRegularFiles)
@@ -123,7 +117,7 @@ TEST_F(RescueCopyTest, KeepsOnlyRegularFiles)
     fs::remove(file);
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
     EXPECT_EQ(keep(), Outcome::failed);
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(RescueCopyTest, ReportsFailure)
@@ -134,7 +128,7 @@ TEST_F(RescueCopyTest, ReportsFailure)
     EXPECT_EQ(keep(), Outcome::failed);
     TestFiles::setMode(folder, 0700);
     EXPECT_EQ(TestFiles::read(file), Bytes);
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(RescueCopyTest, FailsIfTheNameIsTooLong)

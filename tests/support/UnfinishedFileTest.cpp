@@ -22,11 +22,6 @@ class UnfinishedFileTest : public testing::Test
 protected:
     void removeLeftovers() const { UnfinishedFile::removeLeftovers(folder); }
 
-    std::ptrdiff_t entries() const
-    {
-        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-    }
-
     QTemporaryDir directory;
     fs::path folder = directory.path().toStdString();
     fs::path target = folder / "file";
@@ -44,20 +39,20 @@ TEST_F(UnfinishedFileTest, ReplacesItsTarget)
     EXPECT_TRUE(file.replaceTarget());
     EXPECT_EQ(TestFiles::read(target), "new bytes");
     EXPECT_EQ(TestFiles::mode(target), 0600U);
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(UnfinishedFileTest, RemovesItselfUnlessItReplacesItsTarget)
 {
     UnfinishedFile(target).write("new");
-    EXPECT_EQ(entries(), 0);
+    EXPECT_EQ(TestFiles::count(folder), 0);
     fs::create_directory(target);
     {
         UnfinishedFile file(target);
         EXPECT_FALSE(file.replaceTarget());
         EXPECT_EQ(errno, EISDIR);
     }
-    EXPECT_EQ(entries(), 1);
+    EXPECT_EQ(TestFiles::count(folder), 1);
 }
 
 TEST_F(UnfinishedFileTest, ReportsAPieceThatDidNotFit)
@@ -84,7 +79,7 @@ TEST_F(UnfinishedFileTest, RemovesLeftovers)
     TestFiles::write(folder / "prompts.json.saving-aBcXyZ", "half");
     TestFiles::write(folder / "prompts.json.unreadable.saving-AAAAAA", "");
     removeLeftovers();
-    EXPECT_EQ(entries(), 0);
+    EXPECT_EQ(TestFiles::count(folder), 0);
 }
 
 TEST_F(UnfinishedFileTest, RemovesLeftoversBesideTheTargetOfALink)
@@ -131,13 +126,13 @@ TEST_F(UnfinishedFileTest, KeepsFilesThatAUserMayHaveCreated)
     fs::create_directory(folder / "folder.saving-abcdef");
     fs::create_symlink("prompts.json", folder / "link.saving-abcdef");
     removeLeftovers();
-    EXPECT_EQ(entries(), std::ssize(names) + 2);
+    EXPECT_EQ(TestFiles::count(folder), std::ssize(names) + 2);
 }
 
 TEST_F(UnfinishedFileTest, RemovesNothingFromAMissingFolder)
 {
     UnfinishedFile::removeLeftovers(folder / "missing");
-    EXPECT_EQ(entries(), 0);
+    EXPECT_EQ(TestFiles::count(folder), 0);
 }
 
 } // namespace
