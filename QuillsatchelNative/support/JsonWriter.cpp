@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr std::size_t PieceSize = 1024 * 1024; // bytes
-
 // For each byte the character after the backslash, 'u' for a \u escape, 0 for no escape.
 constexpr std::array<char, 256> makeEscapes()
 {

@@ -4,6 +4,7 @@
 
 #include <QUuid>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,11 +15,14 @@
 class JsonWriter
 {
 public:
-    /// The text goes to `sink` in pieces that fit into the processor's cache; `finish` passes on
-    /// the last one.
+    /// The text goes to `sink` in pieces of about 64 KiB, or longer ones for long strings; `finish`
+    /// passes on the last one.
     explicit JsonWriter(ByteSink sink)
         : m_sink(std::move(sink))
     {
+        // Growing copies the text and touches new pages at each step. The second half is for the
+        // string that ends a piece.
+        m_text.reserve(PieceSize + PieceSize / 2);
     }
 
     void beginObject() { begin('{'); }
@@ -42,6 +46,10 @@ public:
     void finish() { flush(); }
 
 private:
+    // Bytes. Fits into the processor's cache, and the buffer is below malloc's limit for mapping
+    // new pages.
+    static constexpr std::size_t PieceSize = std::size_t(64) * 1024;
+
     void begin(char bracket);
     void end(char bracket);
     void beginValue();
