@@ -33,6 +33,11 @@ class Goal:
         return (figure.ratio if self.is_ratio else figure.value) <= self.maximum
 
 
+SIZES = ("10 nodes", "100 nodes", "1,000 nodes", "10,000 nodes", "100,000 nodes")
+QUERIES = ("a word in every node", "a word in no node", "a letter in every node")
+OTHER_SCRIPTS = ("a word with accents in every node", "a Cyrillic word in every node",
+                 "a Cyrillic word in no node")
+
 GOALS = (
     Goal("decode a library", "100,000 nodes", 0.15,
          reason="Two fifths of the time are page faults in the parser's buffers and the records."),
@@ -40,6 +45,15 @@ GOALS = (
            reason="A save also encodes the library, and writes a temporary file and renames it, "
                   "so that an interrupted save does no harm.")
       for size in ("1,000 nodes", "10,000 nodes", "100,000 nodes")),
+    *(Goal(f"find: {query}", size, 1) for query in QUERIES for size in SIZES),
+    *(Goal(f"find: {query}", size, 1,
+           reason="A text that is not ASCII is folded for every query, because its folded form would "
+                  "need as much memory as the library. grep folds it in the file.")
+      for query in OTHER_SCRIPTS for size in SIZES[-2:]),
+    Goal("find: the slowest of these", "10,000 nodes", 5, is_ratio=False),
+    Goal("find: the slowest of these", "100,000 nodes", 40, is_ratio=False),
+    *(Goal("find: one more letter", size, 0.1) for size in SIZES[1:]),
+    *(Goal("find: memory while open", size, 0.1) for size in SIZES),
     Goal("keystroke", "100,000 nodes", 1.2),
     Goal("scroll step", "100,000 nodes", 1.2),
     *(Goal("settings card: added to its first frame", size, 10, is_ratio=False)
@@ -82,6 +96,7 @@ def measure(build):
     listener = build / "modules" / "listener"
     return {
         "The library": run([programs / "library_bench"]),
+        "Find": run([programs / "find_bench"]),
         "The panel": [*run([programs / "panel_bench"], **offscreen),
                       *run([sys.executable, "-B", HERE / "with_tray.py",
                             programs / "settings_card_bench"]),

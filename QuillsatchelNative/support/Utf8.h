@@ -13,3 +13,13 @@ std::string_view utf8Beginning(std::string_view text, std::size_t size);
 
 /// At most the last `size` bytes of `text` (UTF-8), without an incomplete code point at the start.
 std::string_view utf8End(std::string_view text, std::size_t size);
+
+/// The bytes of the first code point of `text` (UTF-8, not empty). Bytes that are not UTF-8 count
+/// as some code point.
+std::string_view firstCodePoint(std::string_view text);
+
+/// The bytes of the last code point of `text` (UTF-8); empty for an empty text.
+std::string_view lastCodePoint(std::string_view text);
+
+/// The code point with these bytes (UTF-8); any valid one if they are not UTF-8.
+char32_t decodedCodePoint(std::string_view bytes);

@@ -59,4 +59,26 @@ TEST(Utf8Test, CutsInvalidUtf8)
     EXPECT_EQ(utf8End("", 5), "");
 }
 
+TEST(Utf8Test, TakesTheFirstAndTheLastCodePoint)
+{
+    EXPECT_EQ(firstCodePoint("aé漢😀"), "a");
+    EXPECT_EQ(firstCodePoint("é漢😀a"), "é");
+    EXPECT_EQ(firstCodePoint("漢😀aé"), "漢");
+    EXPECT_EQ(firstCodePoint("😀aé漢"), "😀");
+    EXPECT_EQ(lastCodePoint("é漢😀a"), "a");
+    EXPECT_EQ(lastCodePoint("漢😀aé"), "é");
+    EXPECT_EQ(lastCodePoint("😀aé漢"), "漢");
+    EXPECT_EQ(lastCodePoint("aé漢😀"), "😀");
+    EXPECT_EQ(lastCodePoint(""), "");
+}
+
+TEST(Utf8Test, DecodesCodePoints)
+{
+    EXPECT_EQ(decodedCodePoint("a"), U'a');
+    EXPECT_EQ(decodedCodePoint("é"), U'é');
+    EXPECT_EQ(decodedCodePoint("漢"), U'漢');
+    EXPECT_EQ(decodedCodePoint("😀"), U'😀');
+    EXPECT_LE(decodedCodePoint("\xFF\xFF\xFF\xFF"), U'\U0010FFFF');
+}
+
 } // namespace
