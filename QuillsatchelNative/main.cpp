@@ -26,7 +26,7 @@ namespace
 {
 
 /// Shows the panel and runs the event loop. Frees everything before it returns.
-int run(SingleInstance &instance)
+int run(SingleInstance &instance, FontPreload &fontPreload)
 {
     const TerminationSignals terminationSignals;
     StandardFileLocations fileLocations(&instance);
@@ -35,6 +35,7 @@ int run(SingleInstance &instance)
                         desktop.workspace, fileLocations,      desktop.windowSystem,
                         desktop.statusBar, desktop.httpClient, desktop.speech };
     AppDelegate delegate(platform);
+    EmojiFont::apply(fontPreload.colorEmojiFamily());
     delegate.applicationDidFinishLaunching();
     StartupEnvironment::clear();
     DesktopScale::clear();
@@ -64,13 +65,12 @@ int main(int argc, char *argv[])
     FontPreload fontPreload;
     const PanelApplication application(arguments.count(), arguments.values());
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
-    EmojiFont::apply(fontPreload.colorEmojiFamily());
     PanelApplication::setDesktopFileName(QStringLiteral("example.quillsatchel.Quillsatchel"));
     if (instance.ownsFolder())
         for (const auto *const name : { "", "/Favicons" })
             UnfinishedFile::removeLeftovers(FilePath::native(folder + QLatin1String(name)));
 
-    const int status = run(instance);
+    const int status = run(instance, fontPreload);
     ClipboardHandover::finish();
     return status;
 }

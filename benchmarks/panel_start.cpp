@@ -31,8 +31,8 @@ int main(int argc, char *argv[])
     const PanelApplication application(arguments.count(), arguments.values());
     DesktopScale::clear();
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
-    EmojiFont::apply(fontPreload.colorEmojiFamily());
     AppDelegate delegate(desktopPlatform());
+    EmojiFont::apply(fontPreload.colorEmojiFamily());
     delegate.applicationDidFinishLaunching();
     announceFirstFrame(*panels().constFirst()->windowHandle());
     const InstanceListener listener(

@@ -2,11 +2,35 @@
 
 #include "support/CPointer.h"
 
+#include <QFontDatabase>
+#include <QGuiApplication>
+
+#include <atomic>
 #include <fontconfig/fontconfig.h>
+#include <malloc.h>
 #include <system_error>
 
 namespace
 {
+
+std::atomic_flag mayReadDatabase;
+
+void allowReadingDatabase()
+{
+    mayReadDatabase.test_and_set();
+    mayReadDatabase.notify_all();
+}
+
+// Qt calls this once it has a font database, and then initializes the rest of the application.
+Q_COREAPP_STARTUP_FUNCTION(allowReadingDatabase)
+
+// QFontDatabase locks a mutex, so the main thread waits if it needs a font in the meantime.
+void readDatabase()
+{
+    mayReadDatabase.wait(false);
+    if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        QFontDatabase::isFixedPitch(QString()); // any query reads the database
+}
 
 using Pattern = CPointer<FcPattern, &FcPatternDestroy>;
 
@@ -46,14 +70,15 @@ QString findColorEmoji()
 
 FontPreload::FontPreload()
 {
-    const auto read = [this] {
-        FcInit();
-        m_colorEmojiFamily = findColorEmoji();
-    };
+    // What Qt keeps of the fonts outlives the thread, whose heap would stay nearly empty.
+    mallopt(M_ARENA_MAX, 1);
     try {
-        m_thread = std::thread(read);
+        m_thread = std::thread([this] {
+            readConfiguration();
+            readDatabase();
+        });
     } catch (const std::system_error &) { // the system refuses the thread
-        read();
+        readConfiguration();
     }
 }
 
@@ -68,8 +93,15 @@ QString FontPreload::colorEmojiFamily()
     return m_colorEmojiFamily;
 }
 
+void FontPreload::readConfiguration()
+{
+    FcInit();
+    m_colorEmojiFamily = findColorEmoji();
+}
+
 void FontPreload::wait()
 {
+    allowReadingDatabase(); // the thread must not wait for an application that is never created
     if (m_thread.joinable())
         m_thread.join();
 }
