@@ -7,6 +7,7 @@
 #include "app/StatusItem.h"
 #include "app/StatusMenu.h"
 #include "app/TitleBar.h"
+#include "views/FirstPaint.h"
 #include "views/QuillsatchelView.h"
 #include "views/Symbol.h"
 
@@ -17,7 +18,7 @@
 namespace
 {
 
-constexpr std::chrono::milliseconds DesktopDelay(100); // long enough for the first frame
+constexpr std::chrono::seconds PaintTimeout(5); // a covered panel is not painted
 
 } // namespace
 
@@ -43,7 +44,8 @@ void AppDelegate::applicationDidFinishLaunching()
     makePanel();
     makeMenus();
     showPanel();
-    m_showingOnDesktop = m_platform.mainQueue.asyncAfter(DesktopDelay, [this] { showOnDesktop(); });
+    m_showingOnDesktop = m_platform.mainQueue.asyncAfter(PaintTimeout, [this] { showOnDesktop(); });
+    afterFirstPaint(*m_panel, m_platform.mainQueue, [this] { m_showingOnDesktop.run(); });
 }
 
 void AppDelegate::makePanel()

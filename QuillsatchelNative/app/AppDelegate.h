@@ -29,7 +29,7 @@ public:
     AppDelegate &operator=(const AppDelegate &) = delete;
 
     /// Builds and shows the panel. The tray icon and the global menu bar follow after the first
-    /// frame.
+    /// frame, or after five seconds if nothing of the panel is visible.
     void applicationDidFinishLaunching();
 
     /// Brings the panel to the front, with the activation token of the launch that asks for it.

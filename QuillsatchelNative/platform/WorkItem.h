@@ -24,7 +24,7 @@ public:
             *m_work = nullptr;
     }
 
-    /// For queues. Runs the work unless it already ran or was cancelled.
+    /// Runs the work unless it already ran or was cancelled.
     void run() const
     {
         if (!m_work)

@@ -1,6 +1,7 @@
 #include "views/NodeList.h"
 
 #include "views/EmptyState.h"
+#include "views/FirstPaint.h"
 #include "views/FocusOrder.h"
 #include "views/Hover.h"
 #include "views/NodeEditor.h"
@@ -34,6 +35,10 @@ NodeList::NodeList(MainQueue &mainQueue, std::function<Content()> content,
 {
     m_scrollBar->setSingleStep(OverlayScrollBar::LineStep);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &NodeList::placeCards);
+    afterFirstPaint(*this, m_mainQueue, [this] {
+        m_isPreparing = false;
+        prepareNearbyLater();
+    });
 }
 
 void NodeList::render()

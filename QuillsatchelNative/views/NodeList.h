@@ -18,9 +18,9 @@ class PromptCard;
 /// A scrolling list of nodes.
 ///
 /// Cards exist only for the visible nodes and for one screenful above and below them. Visible cards
-/// are created immediately, the others one at a time after a short delay. A card that has the
-/// focus, is being dragged or receives dictation keeps its node however far the list is scrolled;
-/// all others are reused for other nodes.
+/// are created immediately, the others one at a time once the visible ones have been painted. A
+/// card that has the focus, is being dragged or receives dictation keeps its node however far the
+/// list is scrolled; all others are reused for other nodes.
 class NodeList final : public QWidget
 {
     Q_OBJECT
@@ -98,5 +98,5 @@ private:
     EmptyState *m_emptyState = nullptr;
     std::vector<Slot> m_slots;
     std::optional<QUuid> m_shownID;
-    bool m_isPreparing = false;
+    bool m_isPreparing = true; // until the first paint, which must not wait for nearby cards
 };

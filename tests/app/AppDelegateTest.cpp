@@ -47,6 +47,30 @@ TEST_F(AppDelegateTest, ShowsThePanelWithTheLibrary)
     EXPECT_EQ(editor(0).toPlainText().toStdString(), "a");
 }
 
+TEST_F(AppDelegateTest, LooksForATrayAfterTheFirstFrame)
+{
+    delegate.emplace(machine.platform);
+    delegate->applicationDidFinishLaunching();
+    advance(Milliseconds(4000));
+    EXPECT_EQ(machine.statusBar.beginCalls, 0);
+
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&panel()));
+    panel().repaint();
+    settle();
+    EXPECT_EQ(machine.statusBar.beginCalls, 1);
+
+    advance(Milliseconds(4000));
+    EXPECT_EQ(machine.statusBar.beginCalls, 1);
+}
+
+TEST_F(AppDelegateTest, LooksForATrayAfterATimeoutIfThePanelIsNotPainted)
+{
+    delegate.emplace(machine.platform);
+    delegate->applicationDidFinishLaunching();
+    advance(Milliseconds(5000));
+    EXPECT_EQ(machine.statusBar.beginCalls, 1);
+}
+
 TEST_F(AppDelegateTest, QuitsWhenTheSessionEnds)
 {
     start();
@@ -203,12 +227,6 @@ TEST_F(AppDelegateTest, SetsTheApplicationIconAfterTheStart)
     start();
     advance(Milliseconds(1000));
     EXPECT_FALSE(QApplication::windowIcon().isNull());
-}
-
-TEST_F(AppDelegateTest, LooksForATrayOnceThePanelIsShown)
-{
-    start();
-    EXPECT_EQ(machine.statusBar.beginCalls, 1);
 }
 
 TEST_F(AppDelegateTest, ListsTheCurrentLaunchersInTheStatusMenu)

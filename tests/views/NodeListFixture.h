@@ -21,13 +21,19 @@ protected:
     void openList(const std::vector<PromptTab> &tabs)
     {
         open(tabs);
+        makeList();
+        Input::show(window);
+        draw();
+    }
+
+    /// Creates the list for the open store, and does not show it.
+    void makeList()
+    {
         window.resize(430, Height);
         list = new NodeList(
             machine.mainQueue, [this] { return content(); },
             [this](PromptCard &card) { wire(card); }, &window);
         list->resize(430, Height);
-        Input::show(window);
-        draw();
     }
 
     void openList(const Texts &texts) { openList({ tabOf("Prompts", texts) }); }

@@ -23,6 +23,20 @@ protected:
     }
 };
 
+TEST_F(NodeListVisibilityTest, CreatesOnlyTheVisibleCardsBeforeTheFirstPaint)
+{
+    open({ tabOf("Prompts", numberedTexts(20)) });
+    makeList();
+    window.show();
+    draw();
+    EXPECT_EQ(cardCount(), visibleCards().size());
+
+    Input::show(window);
+    list->repaint();
+    draw();
+    EXPECT_GT(cardCount(), visibleCards().size());
+}
+
 TEST_F(NodeListVisibilityTest, ShowsTheEmptyStateAfterDeletionsWhileHidden)
 {
     openList(numberedTexts(3));
