@@ -110,6 +110,11 @@ class StartupTest(DesktopTest):
         self.expect_saved(tab("Prompts", node("typed more before", id=known_id(2)),
                               id=known_id(1)))
 
+    def test_the_program_starts_without_a_font_configuration(self):
+        panel = self.open_panel(environment={"FONTCONFIG_FILE": "/missing/fonts.conf",
+                                             "FONTCONFIG_PATH": "/missing"})
+        self.expect_default_library(panel)
+
     def expect_default_library(self, panel):
         self.assertEqual(panel.tab_names(), ["Prompts"])
         self.assertTrue(panel.has_any("No nodes yet"))
