@@ -11,9 +11,6 @@ namespace LauncherDocument
 namespace
 {
 
-namespace dom = JsonReader::dom;
-using JsonReader::readMember;
-
 namespace Key
 {
 constexpr std::string_view id = "id";
@@ -22,28 +19,27 @@ constexpr std::string_view name = "name";
 constexpr std::string_view target = "target";
 } // namespace Key
 
-bool read(dom::element json, LauncherItem &item)
+bool read(JsonReader &reader, LauncherItem &item)
 {
-    dom::object object;
-    return json.get(object) == simdjson::SUCCESS && readMember(object, Key::id, item.id) &&
-           readMember(object, Key::kind, item.kind) && readMember(object, Key::name, item.name) &&
-           readMember(object, Key::target, item.target);
+    return reader.readObject({
+        { Key::id, [&] { return reader.read(item.id); } },
+        { Key::kind, [&] { return reader.read(item.kind); } },
+        { Key::name, [&] { return reader.read(item.name); } },
+        { Key::target, [&] { return reader.read(item.target); } },
+    });
 }
 
-bool read(dom::element json, LauncherSlots &slots)
+bool read(JsonReader &reader, LauncherSlots &slots)
 {
-    dom::array array;
-    if (json.get(array) != simdjson::SUCCESS)
-        return false;
     std::size_t slot = 0;
-    for (const dom::element element : array) {
+    return reader.readArray([&] {
         std::optional<LauncherItem> item;
-        if (!element.is_null() && !read(element, item.emplace(LauncherItem { .id = {} })))
+        if (!reader.readNull() && !read(reader, item.emplace(LauncherItem { .id = {} })))
             return false;
         if (slot < slots.size())
             slots[slot++] = std::move(item);
-    }
-    return true;
+        return true;
+    });
 }
 
 void write(JsonWriter &writer, const std::optional<LauncherItem> &item)
@@ -70,7 +66,7 @@ std::optional<LauncherSlots> decode(const QByteArray &json)
 {
     LauncherSlots slots;
     const bool isValid =
-        JsonReader::parse(json, [&slots](dom::element root) { return read(root, slots); });
+        JsonReader::parse(json, [&slots](JsonReader &reader) { return read(reader, slots); });
     return isValid ? std::optional(std::move(slots)) : std::nullopt;
 }
 

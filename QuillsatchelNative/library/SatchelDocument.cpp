@@ -8,9 +8,6 @@
 namespace
 {
 
-namespace dom = JsonReader::dom;
-using JsonReader::readMember;
-
 namespace Key
 {
 constexpr std::string_view activeTabID = "activeTabID";
@@ -22,51 +19,42 @@ constexpr std::string_view tabs = "tabs";
 constexpr std::string_view text = "text";
 } // namespace Key
 
-bool read(dom::element json, PromptBlock &block);
-bool read(dom::element json, PromptTab &tab);
-
-template <typename Record>
-bool readRecords(dom::object object, std::string_view key, std::vector<Record> &records)
+bool read(JsonReader &reader, PromptBlock &block)
 {
-    dom::array array;
-    if (object.at_key(key).get(array) != simdjson::SUCCESS)
-        return false;
-    records.reserve(array.size());
-    for (const dom::element element : array) {
+    return reader.readObject({
+        { Key::color, [&] { return reader.read(block.color); } },
+        { Key::id, [&] { return reader.read(block.id); } },
+        { Key::text, [&] { return reader.read(block.text); } },
+    });
+}
+
+bool read(JsonReader &reader, PromptTab &tab)
+{
+    const auto readBlock = [&] {
         // A null id, because the default is a random one, which `read` would replace.
-        if (!read(element, records.emplace_back(Record { .id = {} })))
-            return false;
-    }
-    return true;
+        return read(reader, tab.blocks.emplace_back(PromptBlock { .id = {} }));
+    };
+    return reader.readObject({
+        { Key::blocks, [&] { return reader.readArray(readBlock); } },
+        { Key::id, [&] { return reader.read(tab.id); } },
+        { Key::name, [&] { return reader.read(tab.name); } },
+    });
 }
 
-bool read(dom::element json, PromptBlock &block)
+bool read(JsonReader &reader, std::optional<QUuid> &id)
 {
-    dom::object object;
-    return json.get(object) == simdjson::SUCCESS && readMember(object, Key::id, block.id) &&
-           readMember(object, Key::text, block.text) && readMember(object, Key::color, block.color);
+    return reader.readNull() || reader.read(id.emplace());
 }
 
-bool read(dom::element json, PromptTab &tab)
+bool read(JsonReader &reader, SatchelDocument &document)
 {
-    dom::object object;
-    return json.get(object) == simdjson::SUCCESS && readMember(object, Key::id, tab.id) &&
-           readMember(object, Key::name, tab.name) && readRecords(object, Key::blocks, tab.blocks);
-}
-
-bool readActiveTab(dom::object object, std::optional<QUuid> &activeTabID)
-{
-    dom::element member;
-    if (object.at_key(Key::activeTabID).get(member) != simdjson::SUCCESS || member.is_null())
-        return true;
-    return JsonReader::read(member, activeTabID.emplace());
-}
-
-bool read(dom::element json, SatchelDocument &document)
-{
-    dom::object object;
-    return json.get(object) == simdjson::SUCCESS && readActiveTab(object, document.activeTabID) &&
-           readRecords(object, Key::tabs, document.tabs);
+    const auto readTab = [&] {
+        return read(reader, document.tabs.emplace_back(PromptTab { .id = {} }));
+    };
+    return reader.readObject({
+        { Key::activeTabID, [&] { return read(reader, document.activeTabID); }, false },
+        { Key::tabs, [&] { return reader.readArray(readTab); } },
+    });
 }
 
 void write(JsonWriter &writer, const PromptBlock &block)
@@ -102,7 +90,7 @@ std::optional<SatchelDocument> SatchelDocument::decode(const QByteArray &json)
 {
     SatchelDocument document;
     const bool isValid =
-        JsonReader::parse(json, [&document](dom::element root) { return read(root, document); });
+        JsonReader::parse(json, [&document](JsonReader &reader) { return read(reader, document); });
     return isValid ? std::optional(std::move(document)) : std::nullopt;
 }
 

@@ -7,7 +7,7 @@
 
 std::optional<QByteArray> DocumentFile::readBytes() const
 {
-    // Parsing needs up to twelve times as much memory.
+    // Parsing needs up to sixteen times as much memory.
     constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024;
     return readFile(m_path, MaximumSize);
 }

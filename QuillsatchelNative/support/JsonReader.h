@@ -2,51 +2,79 @@
 
 #include <QByteArray>
 #include <QUuid>
-#include <simdjson.h>
 
+#include <cstddef>
 #include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 /// Reads JSON strictly: each function returns false unless the value has exactly the expected form,
-/// and a single error fails the entire text.
-namespace JsonReader
+/// and a single error anywhere fails the entire text. Keeps no copy of the text, so that reading a
+/// large file needs little more memory than its records.
+///
+/// The functions read the current value, which is the root, or the element or member for which a
+/// function is called. They read it only once.
+class JsonReader
 {
+public:
+    struct Member {
+        std::string_view key;
+        std::function<bool()> read; ///< reads the first member that has the key
+        bool isRequired = true;
+        bool isRead = false; ///< set by readObject
+    };
 
-namespace dom = simdjson::dom;
+    /// Parses `json`, calls `readRoot` and returns the result. The root must be an object or an
+    /// array. Skips one byte order mark. Numbers that do not fit into 64 bits are errors.
+    static bool parse(const QByteArray &json, const std::function<bool(JsonReader &)> &readRoot);
 
-bool read(dom::element json, std::string &text);
-/// The canonical form, in either case.
-bool read(dom::element json, QUuid &id);
+    /// An object that has these members, in any order. It may have others of any form.
+    template <std::size_t Count>
+    bool readObject(Member (&&members)[Count])
+    {
+        return readMembers(members);
+    }
 
-/// A raw value of an enumeration.
-template <typename Enumeration>
+    /// Calls `readElement` for each element until it returns false.
+    bool readArray(const std::function<bool()> &readElement);
 
-requires requires(std::string_view text)
-{
-    Enumeration::fromRawValue(text);
-}
+    /// If this returns false, another function can read the value.
+    bool readNull();
 
-bool read(dom::element json, Enumeration &value)
-{
-    std::string_view text;
-    if (json.get(text) != simdjson::SUCCESS)
-        return false;
-    const auto known = Enumeration::fromRawValue(text);
-    value = known.value_or(value);
-    return known.has_value();
-}
+    bool read(std::string &text);
 
-/// A required member.
-template <typename Value>
-bool readMember(dom::object object, std::string_view key, Value &value)
-{
-    dom::element member;
-    return object.at_key(key).get(member) == simdjson::SUCCESS && read(member, value);
-}
+    /// The canonical form, in either case.
+    bool read(QUuid &id);
 
-/// Parses `json`, passes its root to `readRoot` and returns the result. Skips one byte order mark.
-/// Numbers that do not fit into 64 bits are errors.
-bool parse(const QByteArray &json, const std::function<bool(dom::element)> &readRoot);
+    /// A raw value of an enumeration.
+    template <typename Enumeration>
 
-} // namespace JsonReader
+    requires requires(std::string_view text) { Enumeration::fromRawValue(text); }
+
+    bool read(Enumeration &value)
+    {
+        const auto text = readText();
+        const auto known = text ? Enumeration::fromRawValue(*text) : std::nullopt;
+        value = known.value_or(value);
+        return known.has_value();
+    }
+
+private:
+    struct Parser;
+
+    explicit JsonReader(Parser &parser)
+        : m_parser(parser)
+    {
+    }
+
+    bool readMembers(std::span<Member> members);
+    bool readMember(std::span<Member> members, std::string_view key);
+
+    /// The text lasts until the next call.
+    std::optional<std::string_view> readText();
+    bool readIgnored();
+
+    Parser &m_parser;
+};

@@ -1,13 +1,40 @@
 #include "support/Uuid.h"
 
+#include <QByteArrayView>
+
 #include <algorithm>
+#include <cstddef>
 
 namespace
 {
 
 using Bytes = std::array<unsigned char, 16>;
 
+constexpr std::size_t TextSize = 36;
+
 constexpr std::string_view Digits = "0123456789ABCDEF";
+
+// The value of each hexadecimal digit in either case, and NoDigit for other characters.
+constexpr unsigned char NoDigit = 0xFF;
+
+constexpr std::array<unsigned char, 256> makeDigitValues()
+{
+    std::array<unsigned char, 256> values {};
+    values.fill(NoDigit);
+    for (unsigned char value = 0; value < Digits.size(); ++value) {
+        const auto digit = static_cast<unsigned char>(Digits[value]);
+        values.at(digit) = value;
+        values.at(digit | 0x20) = value; // lower case; digits below ten have this bit
+    }
+    return values;
+}
+
+constexpr auto DigitValues = makeDigitValues();
+
+unsigned char digitValue(char digit)
+{
+    return DigitValues[static_cast<unsigned char>(digit)];
+}
 
 constexpr bool isHyphenPosition(std::size_t position)
 {
@@ -30,13 +57,20 @@ Bytes bytesOf(const QUuid &uuid)
 
 std::optional<QUuid> uuidFromText(std::string_view text)
 {
-    constexpr std::string_view Null = "00000000-0000-0000-0000-000000000000";
-    if (text.size() != Null.size())
-        return std::nullopt; // the other forms that Qt reads are longer or shorter
-    const auto uuid = QUuid::fromString(QLatin1StringView(text.data(), qsizetype(text.size())));
-    if (uuid.isNull() && text != Null)
+    if (text.size() != TextSize)
         return std::nullopt;
-    return uuid;
+    Bytes bytes {};
+    std::size_t position = 0;
+    for (auto &byte : bytes) {
+        if (isHyphenPosition(position) && text[position++] != '-')
+            return std::nullopt;
+        const auto high = digitValue(text[position++]);
+        const auto low = digitValue(text[position++]);
+        if (high == NoDigit || low == NoDigit)
+            return std::nullopt;
+        byte = static_cast<unsigned char>(high << 4 | low);
+    }
+    return QUuid::fromRfc4122(QByteArrayView(bytes));
 }
 
 std::array<char, 36> uuidText(const QUuid &uuid)
