@@ -43,8 +43,8 @@ GOALS = (
          reason="Every text is copied once into memory of its own. A quarter of the time is the "
                 "kernel's work for these pages."),
     *(Goal("save a library", size, 1.3,
-           reason="A save also encodes the library, and writes a temporary file and renames it, "
-                  "so that an interrupted save does no harm.")
+           reason="A save also encodes the library, which takes 0.26 ms for 1,000 nodes and "
+                  "30 ms for 100,000, in part while the disk writes.")
       for size in ("1,000 nodes", "10,000 nodes", "100,000 nodes")),
     *(Goal(f"find: {query}", size, 1) for query in QUERIES for size in SIZES),
     *(Goal(f"find: {query}", size, 1,
