@@ -12,7 +12,7 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-constexpr int LeftPadding = 8;
+constexpr int CloseInset = 8;
 
 } // namespace
 
@@ -31,8 +31,8 @@ DialogTitleBar::DialogTitleBar(QWidget *dialog)
 
 void DialogTitleBar::resizeEvent(QResizeEvent * /*event*/)
 {
-    m_close->move(LeftPadding, (height() - m_close->height()) / 2);
-    const int aside = LeftPadding + m_close->width();
+    m_close->move(CloseInset, (height() - m_close->height()) / 2);
+    const int aside = CloseInset + m_close->width();
     m_title->setGeometry(rect().marginsRemoved({ aside, 0, aside, 0 }));
 }
 

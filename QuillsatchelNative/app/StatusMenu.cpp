@@ -10,7 +10,7 @@ namespace
 
 constexpr int LauncherIconSize = 18; // points, square
 
-QString tr(const char *text)
+QString translated(const char *text)
 {
     return QCoreApplication::translate("StatusMenu", text);
 }
@@ -31,10 +31,12 @@ std::vector<MenuItem> StatusMenu::make(bool isAlwaysOnTop, const LauncherStore &
 {
     using Action = MenuItem::Action;
     std::vector<MenuItem> items {
-        { .action = Action::showPanel, .title = tr("Show Quillsatchel") },
-        { .action = Action::toggleFloating, .title = tr("Always on Top"), .state = isAlwaysOnTop },
+        { .action = Action::showPanel, .title = translated("Show Quillsatchel") },
+        { .action = Action::toggleFloating,
+          .title = translated("Always on Top"),
+          .state = isAlwaysOnTop },
         { .action = Action::showSettings,
-          .title = tr("Settings…"),
+          .title = translated("Settings…"),
           .keyEquivalent = Qt::CTRL | Qt::Key_Comma,
           .image = LauncherIcon { {}, "gearshape", "Settings" } },
     };
@@ -44,7 +46,7 @@ std::vector<MenuItem> StatusMenu::make(bool isAlwaysOnTop, const LauncherStore &
     items.insert(items.end(), launcherItems.begin(), launcherItems.end());
     items.push_back(MenuItem::separator());
     items.push_back({ .action = Action::quitApp,
-                      .title = tr("Quit Quillsatchel"),
+                      .title = translated("Quit Quillsatchel"),
                       .keyEquivalent = Qt::CTRL | Qt::Key_Q });
     return items;
 }

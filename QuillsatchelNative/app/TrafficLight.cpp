@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int Diameter = 12;
-constexpr int SymbolSize = 8;
+constexpr int GlyphSize = 8;
 
 } // namespace
 
@@ -33,7 +33,7 @@ void TrafficLight::paintContent(QPainter &painter)
     Painting::fillCapsule(painter, disc, m_color);
     if (!isHovered() && !hasFocus())
         return;
-    QRectF frame(0, 0, SymbolSize, SymbolSize);
+    QRectF frame(0, 0, GlyphSize, GlyphSize);
     frame.moveCenter(disc.center());
     Symbol::paint(painter, m_symbol, frame, SrgbColor::black(0.65));
 }

@@ -74,11 +74,11 @@ bool isAllowed(std::string_view text, std::size_t position, const Authority &aut
 
 void appendEncoded(std::string &encoded, char byte)
 {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
+    constexpr std::string_view HexDigits = "0123456789ABCDEF";
     const auto code = static_cast<unsigned char>(byte);
     encoded += '%';
-    encoded += Digits[code >> 4];
-    encoded += Digits[code & 0xF];
+    encoded += HexDigits[code >> 4];
+    encoded += HexDigits[code & 0xF];
 }
 
 /// None if the authority contains white space or another forbidden ASCII character.

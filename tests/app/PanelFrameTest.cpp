@@ -10,8 +10,6 @@
 namespace
 {
 
-const QColor Background(60, 80, 100);
-
 class PanelFrameTest : public testing::Test
 {
 protected:

@@ -11,9 +11,6 @@
 namespace
 {
 
-const QColor Background(20, 30, 60);
-const QColor Accent = QColor::fromRgbF(0.91F, 0.16F, 0.17F);
-
 class TitlebarControlsViewTest : public testing::Test
 {
 protected:
@@ -64,7 +61,7 @@ TEST_F(TitlebarControlsViewTest, IsOneRowTwentyEightPointsHigh)
 
 TEST_F(TitlebarControlsViewTest, HasARedPinWhileThePanelIsOnTop)
 {
-    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background), Accent, 12));
+    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background), Painting::qColor(Accent), 12));
 }
 
 TEST_F(TitlebarControlsViewTest, HasAGreyPinWhileThePanelIsNotOnTop)
@@ -73,7 +70,7 @@ TEST_F(TitlebarControlsViewTest, HasAGreyPinWhileThePanelIsNotOnTop)
     EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background),
                         over(SrgbColor::white(0.56), Background), 12));
     preferences.alwaysOnTop.set(true);
-    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background), Accent, 12));
+    EXPECT_TRUE(isColor(picture().strongestInkIn(pin(), Background), Painting::qColor(Accent), 12));
 }
 
 TEST_F(TitlebarControlsViewTest, ShowsThePreferenceInItsSwitch)
@@ -114,7 +111,7 @@ TEST_F(TitlebarControlsViewTest, DrawsTheSwitchOnAndOff)
     const QRect place = track();
     const qreal middle = place.center().y();
     const Picture on = picture();
-    EXPECT_TRUE(isColor(on.at(place.left() + 5, middle), Accent));
+    EXPECT_TRUE(isColor(on.at(place.left() + 5, middle), Painting::qColor(Accent)));
     EXPECT_GT(on.at(place.right() - 6, middle).lightness(), 220);
     preferences.alwaysOnTop.set(false);
     const Picture off = picture();

@@ -17,7 +17,7 @@ static_assert(!std::is_copy_assignable_v<Cancellable>);
 static_assert(std::is_nothrow_move_constructible_v<Cancellable>);
 static_assert(std::is_nothrow_move_assignable_v<Cancellable>);
 
-class Counter final : public ObservableObject
+class CountModel final : public ObservableObject
 {
 public:
     Published<int> count { this };
@@ -41,7 +41,7 @@ protected:
         return deliveries;
     }
 
-    Counter counter;
+    CountModel counter;
     int deliveries = 0;
 };
 
@@ -125,7 +125,7 @@ TEST(CancellableLifetimeTest, OutlivesItsModel)
     Cancellable token;
     int deliveries = 0;
     {
-        const Counter counter;
+        const CountModel counter;
         token = counter.count.sink([&](int) { ++deliveries; });
     }
     token.cancel();

@@ -8,8 +8,7 @@
 namespace
 {
 
-const QColor Background(120, 160, 200);
-constexpr SrgbColor Fill { 0.035, 0.035, 0.045, 0.97 };
+constexpr SrgbColor CardFill { 0.035, 0.035, 0.045, 0.97 };
 
 class AboutCardTest : public PanelContentFixture
 {
@@ -70,7 +69,7 @@ TEST_F(AboutCardTest, IsFilledAndStroked)
 {
     // On black the shadow is invisible.
     const Picture picture(*aboutCard(), Qt::black);
-    const QColor fill = over(Fill, Qt::black);
+    const QColor fill = over(CardFill, Qt::black);
     const QPointF inside(card().left() + 10, card().center().y());
     EXPECT_TRUE(isColor(picture.at(inside.x(), inside.y()), fill));
     const QColor stroke = over(SrgbColor::white(0.14), fill);
@@ -83,7 +82,7 @@ TEST_F(AboutCardTest, HasCornerRadius20)
 {
     const Picture picture(*aboutCard(), Qt::black);
     const Picture shape(*view, Qt::black, [this](QPainter &painter) {
-        drawBox(painter, card(), 20, Fill, SrgbColor::white(0.14));
+        drawBox(painter, card(), 20, CardFill, SrgbColor::white(0.14));
     });
     for (const QPoint corner : { card().topLeft(), QPoint(card().left(), card().bottom() - 21),
                                  QPoint(card().right() - 21, card().bottom() - 21) })
@@ -92,7 +91,7 @@ TEST_F(AboutCardTest, HasCornerRadius20)
 
 TEST_F(AboutCardTest, CastsAShadowDownwards)
 {
-    const Picture picture(*aboutCard(), Background);
+    const Picture picture(*aboutCard(), Qt::white);
     const auto darknessAt = [this, &picture](qreal x, qreal y) {
         return dimmed().red() - picture.at(x, y).red();
     };

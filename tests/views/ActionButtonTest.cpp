@@ -12,8 +12,6 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-const QColor Background(40, 50, 60);
-
 class ActionButtonTest : public testing::Test
 {
 protected:

@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr SrgbColor Accent { 0.91, 0.16, 0.17, 0.75 };
+const SrgbColor SelectedRow = Accent.withOpacity(0.75);
 constexpr int IconSize = 24;
 
 class ApplicationPanelLookTest : public ApplicationPanelFixture
@@ -123,10 +123,10 @@ TEST_F(ApplicationPanelLookTest, ShowsTheSelectedRowInTheAccentColor)
     press(Qt::Key_Down);
     const Picture picture = takePicture();
     const QRect selected = rowFrame(0);
-    EXPECT_TRUE(
-        isColor(picture.at(selected.left() + 4, selected.center().y()), over(Accent, listFill())));
-    EXPECT_TRUE(
-        isColor(picture.at(selected.right() - 4, selected.center().y()), over(Accent, listFill())));
+    EXPECT_TRUE(isColor(picture.at(selected.left() + 4, selected.center().y()),
+                        over(SelectedRow, listFill())));
+    EXPECT_TRUE(isColor(picture.at(selected.right() - 4, selected.center().y()),
+                        over(SelectedRow, listFill())));
     EXPECT_TRUE(isColor(picture.at(rowFrame(1).left() + 4, rowFrame(1).center().y()), listFill()));
 }
 

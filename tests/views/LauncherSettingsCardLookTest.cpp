@@ -14,9 +14,7 @@
 namespace
 {
 
-const QColor Background(120, 160, 200);
-constexpr SrgbColor Fill { 0.035, 0.035, 0.045, 0.98 };
-constexpr SrgbColor Accent { 0.91, 0.16, 0.17 };
+constexpr SrgbColor SettingsFill { 0.035, 0.035, 0.045, 0.98 };
 constexpr auto Secondary = SrgbColor::white(0.56);
 
 class LauncherSettingsCardLookTest : public LauncherCardFixture
@@ -31,7 +29,7 @@ protected:
 
     QColor dimmed() const { return over(SrgbColor::black(0.62), Background); }
 
-    QColor cardFill() const { return over(Fill, Qt::black); }
+    QColor cardFill() const { return over(SettingsFill, Qt::black); }
 
     QColor editorFill() const { return over(SrgbColor::white(0.055), cardFill()); }
 
@@ -106,7 +104,8 @@ TEST_F(LauncherSettingsCardLookTest, IsFilledAndStroked)
     EXPECT_TRUE(isColor(picture.at(body().center().x(), body().top() + 0.4), stroke));
     // The card is 98 % opaque.
     const Picture onBackground = takePicture(Background);
-    EXPECT_TRUE(isColor(onBackground.at(body().left() + 8, middle), over(Fill, dimmed()), 1));
+    EXPECT_TRUE(
+        isColor(onBackground.at(body().left() + 8, middle), over(SettingsFill, dimmed()), 1));
 }
 
 TEST_F(LauncherSettingsCardLookTest, HasCornerRadius20)
@@ -114,7 +113,7 @@ TEST_F(LauncherSettingsCardLookTest, HasCornerRadius20)
     openCard();
     const Picture picture = takePicture();
     const Picture shape(panel, Qt::black, [this](QPainter &painter) {
-        drawBox(painter, body(), 20, Fill, SrgbColor::white(0.14));
+        drawBox(painter, body(), 20, SettingsFill, SrgbColor::white(0.14));
     });
     for (const QPoint corner : { body().topLeft(), QPoint(body().left(), body().bottom() - 13),
                                  QPoint(body().right() - 13, body().bottom() - 13) })

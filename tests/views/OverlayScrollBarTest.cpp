@@ -8,8 +8,6 @@
 namespace
 {
 
-const QColor Background(10, 20, 30);
-
 class OverlayScrollBarTest : public testing::Test
 {
 protected:

@@ -9,8 +9,6 @@
 namespace
 {
 
-const QColor Background(10, 20, 30);
-
 Picture painted(const std::function<void(QPainter &)> &paint)
 {
     return { QSize(60, 40), 1, Background, paint };

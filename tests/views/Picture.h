@@ -15,6 +15,12 @@
 #include <cstdlib>
 #include <functional>
 
+/// A background that differs from every colour of the theme.
+inline const QColor Background(20, 60, 90);
+
+/// The red of the theme.
+inline constexpr SrgbColor Accent { 0.91, 0.16, 0.17 };
+
 /// A rendered widget, to be measured. Coordinates are points.
 class Picture
 {

@@ -9,9 +9,6 @@
 namespace
 {
 
-const QColor Background(20, 60, 90);
-const QColor Accent = QColor::fromRgbF(0.91F, 0.16F, 0.17F);
-
 class PromptCardDragTest : public PromptCardFixture
 {
 protected:
@@ -189,9 +186,10 @@ TEST_F(PromptCardDragTest, HasA2PointAccentBorderWhileDragged)
     const QColor fill =
         over(BlockColor(BlockColor::blue).swiftUIColor()->withOpacity(0.09), Background);
     for (const qreal inset : { 0.25, 0.75, 1.25, 1.75 }) {
-        EXPECT_TRUE(isColor(picture.at(200, inset), Accent)) << inset;
-        EXPECT_TRUE(isColor(picture.at(inset, 90), Accent)) << inset;
-        EXPECT_TRUE(isColor(picture.at(200, card.height() - inset), Accent)) << inset;
+        EXPECT_TRUE(isColor(picture.at(200, inset), Painting::qColor(Accent))) << inset;
+        EXPECT_TRUE(isColor(picture.at(inset, 90), Painting::qColor(Accent))) << inset;
+        EXPECT_TRUE(isColor(picture.at(200, card.height() - inset), Painting::qColor(Accent)))
+            << inset;
     }
     EXPECT_TRUE(isColor(picture.at(200, 2.25), fill));
     EXPECT_TRUE(isColor(picture.at(2.25, 90), fill));

@@ -12,7 +12,6 @@
 namespace
 {
 
-const QColor Background(20, 60, 90);
 constexpr SrgbColor Raised { 0.125, 0.12, 0.14 };
 
 struct Tagged {

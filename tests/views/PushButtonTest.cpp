@@ -8,8 +8,6 @@
 namespace
 {
 
-constexpr SrgbColor Accent { 0.91, 0.16, 0.17 };
-
 class PushButtonTest : public testing::Test
 {
 protected:

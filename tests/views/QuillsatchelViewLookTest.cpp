@@ -9,8 +9,6 @@
 namespace
 {
 
-const QColor Background(30, 40, 50);
-
 class QuillsatchelViewLookTest : public PanelContentFixture
 {
 protected:

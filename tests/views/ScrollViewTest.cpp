@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr int RowHeight = 50;
+constexpr int ButtonHeight = 50;
 
 /// Ten rows, four of them visible.
 class ScrollViewTest : public testing::Test
@@ -27,7 +27,7 @@ protected:
         layout->setSpacing(0);
         for (int count = 0; count < 10; ++count) {
             rows.push_back(new QWidget);
-            rows.back()->setFixedHeight(RowHeight);
+            rows.back()->setFixedHeight(ButtonHeight);
             rows.back()->setFocusPolicy(Qt::StrongFocus);
             layout->addWidget(rows.back());
         }
@@ -45,9 +45,9 @@ protected:
 
 TEST_F(ScrollViewTest, HintsTheHeightOfItsContent)
 {
-    EXPECT_EQ(view.sizeHint().height(), 10 * RowHeight);
-    EXPECT_EQ(view.content()->size(), QSize(200, 10 * RowHeight));
-    EXPECT_EQ(bar().maximum(), 6 * RowHeight);
+    EXPECT_EQ(view.sizeHint().height(), 10 * ButtonHeight);
+    EXPECT_EQ(view.content()->size(), QSize(200, 10 * ButtonHeight));
+    EXPECT_EQ(bar().maximum(), 6 * ButtonHeight);
     EXPECT_EQ(bar().pageStep(), 200);
 }
 

@@ -10,7 +10,6 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-const QColor Background(10, 20, 30);
 constexpr QRectF Frame(8, 8, 24, 24);
 
 Picture pictureOf(const QString &name, const std::optional<SrgbColor> &tint, qreal scale,

@@ -12,8 +12,6 @@
 namespace
 {
 
-const QColor Background(30, 40, 50);
-
 class TabChipTest : public testing::Test
 {
 protected:

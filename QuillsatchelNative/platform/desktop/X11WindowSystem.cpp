@@ -45,7 +45,7 @@ std::optional<xcb_timestamp_t> timestampOf(const std::string &startupID)
     return isNumber && time != XCB_CURRENT_TIME ? std::optional(time) : std::nullopt;
 }
 
-std::string quoted(std::string_view text)
+std::string quotedValue(std::string_view text)
 {
     std::string result = "\"";
     for (const char each : text) {
@@ -140,7 +140,7 @@ void X11WindowSystem::requestActivation(QWindow &window, const std::string &star
 // The startup notification protocol: zero-terminated text in messages of twenty bytes.
 void X11WindowSystem::endStartup(const QWindow &window, const std::string &startupID)
 {
-    const std::string text = "remove: ID=" + quoted(startupID) + '\0';
+    const std::string text = "remove: ID=" + quotedValue(startupID) + '\0';
     auto message =
         clientMessage(window, X11Connection::atom(m_connection, "_NET_STARTUP_INFO_BEGIN"));
     message.format = 8;
