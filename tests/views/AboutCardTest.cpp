@@ -40,7 +40,10 @@ protected:
 
     QRect frameOf(const QWidget &widget) const { return Input::frameIn(*aboutCard(), widget); }
 
-    QColor dimmed() const { return over(SrgbColor::black(0.58), Background); }
+    static QColor dimmed(const QColor &background)
+    {
+        return over(SrgbColor::black(0.58), background);
+    }
 };
 
 TEST_F(AboutCardTest, DimsTheWholePanel)
@@ -49,7 +52,7 @@ TEST_F(AboutCardTest, DimsTheWholePanel)
     const Picture picture(*aboutCard(), Background);
     for (const QPointF position :
          { QPointF(0.3, 0.3), QPointF(429.5, 0.3), QPointF(0.3, 649.5), QPointF(429.5, 649.5) })
-        EXPECT_TRUE(isColor(picture.at(position.x(), position.y()), dimmed()));
+        EXPECT_TRUE(isColor(picture.at(position.x(), position.y()), dimmed(Background)));
 }
 
 TEST_F(AboutCardTest, IsCenteredAnd320PointsWide)
@@ -93,7 +96,7 @@ TEST_F(AboutCardTest, CastsAShadowDownwards)
 {
     const Picture picture(*aboutCard(), Qt::white);
     const auto darknessAt = [this, &picture](qreal x, qreal y) {
-        return dimmed().red() - picture.at(x, y).red();
+        return dimmed(Qt::white).red() - picture.at(x, y).red();
     };
     const qreal middle = card().center().x();
     EXPECT_GT(darknessAt(middle, card().bottom() + 6), darknessAt(middle, card().top() - 6) + 8);
