@@ -35,7 +35,7 @@ int run(SingleInstance &instance, FontPreload &fontPreload)
                         desktop.workspace, fileLocations,      desktop.windowSystem,
                         desktop.statusBar, desktop.httpClient, desktop.speech };
     AppDelegate delegate(platform);
-    EmojiFont::apply(fontPreload.colorEmojiFamily());
+    EmojiFont::apply(fontPreload.colorEmojiFamily(), &FontPreload::realFamily);
     delegate.applicationDidFinishLaunching();
     StartupEnvironment::clear();
     DesktopScale::clear();

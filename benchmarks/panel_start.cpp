@@ -32,7 +32,7 @@ int main(int argc, char *argv[])
     DesktopScale::clear();
     PanelApplication::setApplicationName(QStringLiteral("Quillsatchel"));
     AppDelegate delegate(desktopPlatform());
-    EmojiFont::apply(fontPreload.colorEmojiFamily());
+    EmojiFont::apply(fontPreload.colorEmojiFamily(), &FontPreload::realFamily);
     delegate.applicationDidFinishLaunching();
     announceFirstFrame(*panels().constFirst()->windowHandle());
     const InstanceListener listener(

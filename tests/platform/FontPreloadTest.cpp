@@ -22,6 +22,7 @@ protected:
         FcFini();
     }
 
+    /// The family of emoji under a configuration, which stays in effect.
     std::string familyWith(const std::string &rules)
     {
         const auto file = folder.path().toStdString() + "/fonts.conf";
@@ -52,6 +53,26 @@ TEST_F(FontPreloadTest, IgnoresMonochromeFonts)
 TEST_F(FontPreloadTest, FindsNothingWithoutFonts)
 {
     EXPECT_EQ(familyWith(""), "");
+}
+
+TEST_F(FontPreloadTest, FindsTheFontOfAnAlias)
+{
+    const std::string alias = "<alias binding=\"same\"><family>Some Alias</family><prefer>"
+                              "<family>Noto Serif</family></prefer></alias>";
+    familyWith(SystemRules + alias);
+    EXPECT_EQ(FontPreload::realFamily({ QStringLiteral("Some Alias"), QStringLiteral("Noto Sans") })
+                  .toStdString(),
+              "Noto Serif");
+    EXPECT_EQ(FontPreload::realFamily({ QStringLiteral("Noto Sans"), QStringLiteral("Some Alias") })
+                  .toStdString(),
+              "Noto Sans");
+}
+
+TEST_F(FontPreloadTest, KeepsTheFamilyWithoutFonts)
+{
+    familyWith("");
+    EXPECT_EQ(FontPreload::realFamily({ QStringLiteral("Sans Serif") }).toStdString(),
+              "Sans Serif");
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <fontconfig/fontconfig.h>
 #include <malloc.h>
 #include <system_error>
+#include <utility>
 
 namespace
 {
@@ -36,14 +37,30 @@ using Pattern = CPointer<FcPattern, &FcPatternDestroy>;
 
 constexpr FcChar32 GrinningFace = 0x1F600;
 
-Pattern emojiPattern()
+Pattern patternOf(const QStringList &families)
 {
     Pattern pattern(FcPatternCreate());
-    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8 *>("emoji"));
-    FcPatternAddBool(pattern.get(), FC_COLOR, FcTrue);
+    for (const auto &family : families)
+        FcPatternAddString(pattern.get(), FC_FAMILY,
+                           reinterpret_cast<const FcChar8 *>(family.toUtf8().constData()));
+    return pattern;
+}
+
+/// The installed font that fits best; empty if there are no fonts.
+Pattern bestMatch(Pattern pattern)
+{
     FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
-    return pattern;
+    FcResult result = FcResultNoMatch;
+    return Pattern(FcFontMatch(nullptr, pattern.get(), &result));
+}
+
+QString familyOf(FcPattern *font)
+{
+    FcChar8 *family = nullptr;
+    if (FcPatternGetString(font, FC_FAMILY, 0, &family) != FcResultMatch)
+        return {};
+    return QString::fromUtf8(reinterpret_cast<const char *>(family));
 }
 
 bool isColorEmoji(FcPattern *font)
@@ -57,13 +74,10 @@ bool isColorEmoji(FcPattern *font)
 
 QString findColorEmoji()
 {
-    FcResult result = FcResultNoMatch;
-    const Pattern font(FcFontMatch(nullptr, emojiPattern().get(), &result));
-    FcChar8 *family = nullptr;
-    if (!font || !isColorEmoji(font.get()) ||
-        FcPatternGetString(font.get(), FC_FAMILY, 0, &family) != FcResultMatch)
-        return {};
-    return QString::fromUtf8(reinterpret_cast<const char *>(family));
+    Pattern pattern = patternOf({ QStringLiteral("emoji") });
+    FcPatternAddBool(pattern.get(), FC_COLOR, FcTrue);
+    const Pattern font = bestMatch(std::move(pattern));
+    return font && isColorEmoji(font.get()) ? familyOf(font.get()) : QString();
 }
 
 } // namespace
@@ -91,6 +105,12 @@ QString FontPreload::colorEmojiFamily()
 {
     wait();
     return m_colorEmojiFamily;
+}
+
+QString FontPreload::realFamily(const QStringList &families)
+{
+    const Pattern font = bestMatch(patternOf(families));
+    return font ? familyOf(font.get()) : families.value(0);
 }
 
 void FontPreload::readConfiguration()

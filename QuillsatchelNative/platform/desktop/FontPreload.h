@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <thread>
 
@@ -23,6 +24,10 @@ public:
     /// The family of the preferred emoji font if it is a color font, otherwise empty. Waits for the
     /// thread, so call it as late as possible.
     QString colorEmojiFamily();
+
+    /// The family of the installed font for `families`, which may contain aliases such as "Sans
+    /// Serif". Unlike QFontInfo, does not load the font.
+    static QString realFamily(const QStringList &families);
 
 private:
     void readConfiguration();
