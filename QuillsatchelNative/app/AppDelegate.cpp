@@ -84,7 +84,8 @@ void AppDelegate::showOnDesktop()
 {
     QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
     configureStatusItem();
-    m_menus->offerToDesktop();
+    if (m_platform.statusBar.hasMenuBar())
+        m_menus->offerToDesktop();
 }
 
 void AppDelegate::configureStatusItem()

@@ -21,4 +21,7 @@ public:
 
     /// Starts watching the desktop. Call it once.
     virtual void begin() = 0;
+
+    /// Whether the desktop shows the menus of programs in a global menu bar. Makes a D-Bus call.
+    virtual bool hasMenuBar() const = 0;
 };

@@ -1,6 +1,7 @@
 #include "platform/desktop/DesktopStatusBar.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -47,6 +48,13 @@ void DesktopStatusBar::begin()
         m_waitsForHost = false;
         render();
     });
+}
+
+// Qt looks for the same name, but only when it has created a menu bar.
+bool DesktopStatusBar::hasMenuBar() const
+{
+    const auto *const bus = QDBusConnection::sessionBus().interface();
+    return bus && bus->isServiceRegistered(u"com.canonical.AppMenu.Registrar"_s);
 }
 
 void DesktopStatusBar::watchBus()

@@ -23,6 +23,7 @@ public:
     ~DesktopStatusBar() override;
 
     void begin() override;
+    bool hasMenuBar() const override;
 
 private:
     Q_SLOT void askForHost(); // a slot, as QDBusConnection::connect needs its name
