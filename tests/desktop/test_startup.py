@@ -1,6 +1,7 @@
 """Starts without a library, with an unreadable one, and with missing system resources."""
 
 import os
+import pathlib
 import resource
 import shutil
 import stat
@@ -18,6 +19,8 @@ from x11 import press_keys, type_text, windows_named
 
 UNPRIVILEGED_USER = 54321  # runs nothing else, so that its thread limit counts only this program
 MAX_THREADS = 7  # more than the program needs
+# Besides the main thread: Qt's reader of X11 events and its D-Bus connection.
+THREADS_AT_REST = ["QDBusConnection", "QXcbEventQueue"]
 
 
 class StartupTest(DesktopTest):
@@ -115,6 +118,13 @@ class StartupTest(DesktopTest):
                                              "FONTCONFIG_PATH": "/missing"})
         self.expect_default_library(panel)
 
+    def test_only_the_threads_of_its_connections_remain_at_rest(self):
+        panel = self.open_panel()
+        self.expect_default_library(panel)
+
+        # Qt keeps threads that fill large shapes for 30 seconds.
+        wait_for_value("the threads", THREADS_AT_REST, lambda: thread_names(panel.process_id))
+
     def expect_default_library(self, panel):
         self.assertEqual(panel.tab_names(), ["Prompts"])
         self.assertTrue(panel.has_any("No nodes yet"))
@@ -166,6 +176,13 @@ class RefusalTest(DesktopTest):
         self.assertEqual(status, 1, message)
         self.assertEqual(len(message.splitlines()), 1, message)
         self.assertTrue(message.startswith("Quillsatchel ends: "), message)
+
+
+def thread_names(process_id):
+    """The names of all threads except the main thread, sorted."""
+    return sorted(task.joinpath("comm").read_text().strip()
+                  for task in pathlib.Path(f"/proc/{process_id}/task").iterdir()
+                  if int(task.name) != process_id)
 
 
 def mode_of(path):
