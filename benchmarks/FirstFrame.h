@@ -2,5 +2,6 @@
 
 class QWindow;
 
-/// Prints the monotonic clock in nanoseconds when the window's first frame is painted and flushed.
+/// Prints the monotonic clock and the CPU time of the process, both in nanoseconds, when the
+/// window's first frame is painted and flushed.
 void announceFirstFrame(QWindow &window);

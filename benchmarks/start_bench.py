@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Measures the panel's time to the first frame, private memory and wake-ups at rest, compared with
-an empty Qt window with a tray icon.
+"""Measures the panel's time and CPU time to the first frame, private memory, and threads and
+wake-ups at rest, compared with an empty Qt window with a tray icon.
 
 usage: start_bench.py PROGRAMS [RUNS]    PROGRAMS is the folder of the benchmark programs
 
@@ -30,6 +30,8 @@ WITHOUT_SPEECH = "the same without speech"
 SETTLE_SECONDS = 1.0
 REST_SECONDS = 20
 UNUSED_SECONDS = 35  # Qt frees threads and pixmaps after 30 seconds without use
+# Besides the main thread: Qt's reader of X11 events and its D-Bus connection.
+THREADS_OF_CONNECTIONS = {"QXcbEventQueue", "QDBusConnection"}
 
 
 def private_megabytes(pid):
@@ -42,14 +44,15 @@ def private_megabytes(pid):
 
 
 def start(command, environment):
-    """Milliseconds from process start to first frame, and the process's private memory."""
+    """Milliseconds from process start to first frame, milliseconds of CPU time until then, and the
+    process's private memory."""
     started = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE) as process:
-        painted = int(process.stdout.readline())
+        painted, cpu_time = map(int, process.stdout.readline().split())
         time.sleep(SETTLE_SECONDS)
         memory = private_megabytes(process.pid)
         process.terminate()
-    return ((painted - started) / 1e6, *memory)
+    return ((painted - started) / 1e6, cpu_time / 1e6, *memory)
 
 
 def wakeups(pid):
@@ -60,24 +63,31 @@ def wakeups(pid):
                if line.startswith("voluntary_ctxt_switches"))
 
 
-def count_wakeups_at_rest(command, environment):
-    """Counts for the visible and the hidden panel."""
+def other_threads(pid):
+    """The number of threads apart from the main thread and those of the connections."""
+    names = [task.joinpath("comm").read_text().strip()
+             for task in pathlib.Path(f"/proc/{pid}/task").iterdir() if int(task.name) != pid]
+    return sum(name not in THREADS_OF_CONNECTIONS for name in names)
+
+
+def measure_rest(command, environment):
+    """The wake-ups and the other threads of the visible and the hidden panel."""
     with subprocess.Popen(command, env=environment, stdout=subprocess.PIPE) as process:
         process.stdout.readline()
         StatusItem(process.pid)
-        counts = []
+        results = []
         for hide in ((), ("ctrl+h",)):
             if hide:
                 press_keys(*hide)
             time.sleep(UNUSED_SECONDS)
             before = wakeups(process.pid)
             time.sleep(REST_SECONDS)
-            counts.append(wakeups(process.pid) - before)
+            results.append((wakeups(process.pid) - before, other_threads(process.pid)))
         is_hidden = not windows_named("Quillsatchel")
         process.terminate()
     if not is_hidden:
         raise RuntimeError("The panel was not hidden.")
-    return counts
+    return results
 
 
 def without_speech(programs):
@@ -122,14 +132,16 @@ def measure(programs, rounds):
             for name, (command, nodes) in starts.items():
                 results[name].append(start(command, environment(nodes)))
         report({name: runs[1:] for name, runs in results.items()})  # the first warmed the caches
-        for state, count in zip(("visible", "hidden"),
-                                count_wakeups_at_rest(panel, environment(SIZES[0]))):
-            Figure(f"wake-ups in {REST_SECONDS} seconds of rest", state, count, "").print()
+        for state, (wakeup_count, thread_count) in zip(
+                ("visible", "hidden"), measure_rest(panel, environment(SIZES[0]))):
+            Figure(f"wake-ups in {REST_SECONDS} seconds of rest", state, wakeup_count, "").print()
+            Figure("threads at rest, except main and connections", state, thread_count, "").print()
 
 
 def report(results):
     panel = f"{SIZES[0]:,} nodes"
-    for index, (what, unit) in enumerate((("first frame", "ms"), ("private memory", "MB"),
+    for index, (what, unit) in enumerate((("first frame", "ms"), ("CPU time to first frame", "ms"),
+                                          ("private memory", "MB"),
                                           ("private dirty memory", "MB"))):
         def compare(size, name, base):
             values, others = ([run[index] for run in results[of]] for of in (name, base))
