@@ -46,6 +46,8 @@ GOALS = (
            reason="A save also encodes the library, which takes 0.26 ms for 1,000 nodes and "
                   "30 ms for 100,000, in part while the disk writes.")
       for size in ("1,000 nodes", "10,000 nodes", "100,000 nodes")),
+    Goal("keep an earlier version", "1,000 nodes", 0.1, is_ratio=False),
+    Goal("keep an earlier version", "100,000 nodes", 0.02),
     *(Goal(f"find: {query}", size, 1) for query in QUERIES for size in SIZES),
     *(Goal(f"find: {query}", size, 1,
            reason="A text that is not ASCII is folded for every query, because its folded form would "

@@ -1,9 +1,12 @@
 // Decodes and saves libraries of several sizes, compared with QJsonDocument and with the system
 // calls that any safe save needs: write the same bytes to a temporary file, fsync it and rename it.
+// Measures what keeping earlier versions adds to a save.
 
 #include "Figure.h"
+#include "Median.h"
 #include "PairedRuns.h"
 #include "SampleLibrary.h"
+#include "support/EarlierVersions.h"
 #include "support/FileDescriptor.h"
 #include "support/ReplaceFile.h"
 #include "support/WriteAll.h"
@@ -13,10 +16,14 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -91,10 +98,93 @@ void measure(std::size_t nodes, int runs)
                    const auto write = [&library](const ByteSink &sink) {
                        SatchelDocument::encode(library.activeTabID, library.tabs, sink);
                    };
-                   require(replaceFile(saved, write), "save");
+                   require(replaceFile(saved, write).has_value(), "save");
                },
                [&] { writePlainly(plain, json); }),
            "write, fsync and rename of the same bytes");
+}
+
+/// Saves a library again and again, and measures the part of keeping earlier versions.
+class KeepingSaves
+{
+public:
+    explicit KeepingSaves(std::size_t nodes)
+        : m_library(sampleLibrary(nodes))
+        , m_size(nodesText(nodes))
+    {
+        addAYear();
+    }
+
+    /// Before each save, the clock advances by `pause`.
+    void measure(const char *what, int runs, std::chrono::seconds pause)
+    {
+        std::vector<double> keeping;
+        std::vector<double> shares;
+        for (int run = 0; run < runs; ++run) {
+            m_now += pause;
+            double added = 0;
+            const double total = PairedRuns::milliseconds([this, &added] { added = save(); });
+            keeping.push_back(added);
+            shares.push_back(added / total);
+        }
+        Figure { what, m_size, median(keeping), "ms", "the whole save", median(shares) }.print();
+    }
+
+private:
+    /// Adds as many versions as a year leaves.
+    void addAYear() const
+    {
+        using std::chrono::days;
+        std::filesystem::create_directory(m_versionsFolder);
+        for (int count = 2; count <= 31; ++count)
+            addVersion(days(count), false);
+        for (int count = 2; count <= 11; ++count)
+            addVersion(days(count * 31), false);
+        for (int count = 1; count <= 20; ++count)
+            addVersion(days(count * 15), true);
+    }
+
+    void addVersion(std::chrono::days age, bool isForeign) const
+    {
+        const auto now = std::chrono::floor<std::chrono::seconds>(m_now);
+        const EarlierVersion version { .time =
+                                           std::chrono::local_seconds(now.time_since_epoch() - age),
+                                       .isForeign = isForeign };
+        writePlainly((m_versionsFolder / version.fileName("prompts.json")).c_str(), {});
+    }
+
+    /// Returns the milliseconds of keeping.
+    double save()
+    {
+        double added = 0;
+        const auto encode = [this](const ByteSink &sink) {
+            SatchelDocument::encode(m_library.activeTabID, m_library.tabs, sink);
+        };
+        const auto keep = [this, &added](const std::filesystem::path &file) {
+            added = PairedRuns::milliseconds([&] { m_versions.keep(file); });
+        };
+        const auto written =
+            replaceFile(m_folder.filePath(QStringLiteral("prompts.json")), encode, keep);
+        require(written.has_value(), "save");
+        return added + PairedRuns::milliseconds([&] { m_versions.setWritten(*written); });
+    }
+
+    SatchelDocument m_library;
+    std::string m_size;
+    QTemporaryDir m_folder;
+    std::chrono::system_clock::time_point m_now =
+        std::chrono::sys_days(std::chrono::year(2026) / 1 / 1);
+    std::filesystem::path m_versionsFolder =
+        m_folder.filePath(QStringLiteral("versions")).toStdString();
+    EarlierVersions m_versions { m_versionsFolder, "prompts.json", [this] { return m_now; } };
+};
+
+void measureKeeping(std::size_t nodes, int runs)
+{
+    using namespace std::chrono_literals;
+    KeepingSaves saves(nodes);
+    saves.measure("keep an earlier version", runs, 10min);
+    saves.measure("keep no earlier version", runs, 0s);
 }
 
 } // namespace
@@ -106,5 +196,7 @@ int main()
     measure(1'000, 41);
     measure(10'000, 21);
     measure(100'000, 11);
+    measureKeeping(1'000, 501);
+    measureKeeping(100'000, 41);
     return EXIT_SUCCESS;
 }

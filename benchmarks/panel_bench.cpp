@@ -38,7 +38,8 @@ struct Program {
     explicit Program(std::size_t nodes)
         : size(nodesText(nodes))
     {
-        qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
+        for (const auto *const name : { "XDG_DATA_HOME", "XDG_STATE_HOME" })
+            qputenv(name, folder.path().toLocal8Bit());
         QDir(folder.path()).mkdir(QStringLiteral("Quillsatchel"));
         replaceFile(folder.filePath(QStringLiteral("Quillsatchel/prompts.json")),
                     [nodes](const ByteSink &sink) { sink(sampleLibrary(nodes).encode()); });

@@ -128,7 +128,8 @@ double milliseconds(Change &&change)
 int main(int argc, char *argv[])
 {
     const QTemporaryDir home;
-    qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
+    for (const auto *const name : { "XDG_DATA_HOME", "XDG_STATE_HOME" })
+        qputenv(name, home.path().toLocal8Bit());
     fillSlots(home);
     const QApplication application(argc, argv);
     DarkAppearance::apply();

@@ -1,6 +1,7 @@
 #include "launchers/LauncherStore.h"
 
 #include "launchers/LauncherDocument.h"
+#include "platform/ApplicationDocument.h"
 #include "platform/ApplicationFolder.h"
 #include "support/WebAddress.h"
 #include "support/Whitespace.h"
@@ -45,8 +46,7 @@ std::string websiteName(const WebAddress &address)
 LauncherStore::LauncherStore(ApplicationChooser &applicationChooser, Platform &platform)
     : m_platform(platform)
     , m_applicationChooser(applicationChooser)
-    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/launchers.json"),
-             [&platform] { return platform.fileLocations.mayWrite(); })
+    , m_file(applicationDocument(QStringLiteral("launchers.json"), platform))
     , m_favicons(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/Favicons"),
                  platform)
 {

@@ -1,7 +1,7 @@
 #include "library/SatchelStore.h"
 
 #include "library/SatchelDocument.h"
-#include "platform/ApplicationFolder.h"
+#include "platform/ApplicationDocument.h"
 #include "support/WebAddress.h"
 #include "support/Whitespace.h"
 
@@ -31,8 +31,7 @@ std::ptrdiff_t sumOrStop(std::size_t index, std::ptrdiff_t offset)
 
 SatchelStore::SatchelStore(Platform &platform)
     : m_platform(platform)
-    , m_file(prepareApplicationFolder(platform.fileLocations) + QStringLiteral("/prompts.json"),
-             [&platform] { return platform.fileLocations.mayWrite(); })
+    , m_file(applicationDocument(QStringLiteral("prompts.json"), platform))
 {
     load();
 }

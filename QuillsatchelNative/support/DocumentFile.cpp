@@ -1,12 +1,16 @@
 #include "support/DocumentFile.h"
 
 #include "support/FilePath.h"
+#include "support/FileStamp.h"
 #include "support/ReadFile.h"
 #include "support/ReplaceFile.h"
 #include "support/RescueCopy.h"
 
-std::optional<QByteArray> DocumentFile::readBytes() const
+#include <filesystem>
+
+std::optional<QByteArray> DocumentFile::readBytes()
 {
+    m_versions.setRead(FileStamp::of(FilePath::native(m_path)));
     // Parsing needs up to sixteen times as much memory.
     constexpr qint64 MaximumSize = qint64(512) * 1024 * 1024;
     return readFile(m_path, MaximumSize);
@@ -18,8 +22,13 @@ void DocumentFile::save(const std::function<void(const ByteSink &)> &write)
         m_needsRescue = true;
         return;
     }
-    if (rescueFile() && replaceFile(m_path, write))
+    if (!rescueFile())
+        return;
+    const auto keep = [this](const std::filesystem::path &file) { m_versions.keep(file); };
+    if (const auto written = replaceFile(m_path, write, keep)) {
+        m_versions.setWritten(*written);
         m_needsRescue = false;
+    }
 }
 
 bool DocumentFile::rescueFile()
@@ -28,7 +37,9 @@ bool DocumentFile::rescueFile()
         return true;
     const auto path = FilePath::native(m_path);
     const auto outcome = RescueCopy::keep(path, std::filesystem::path(path) += ".unreadable");
-    if (outcome == RescueCopy::Outcome::kept)
+    if (outcome == RescueCopy::Outcome::kept) {
+        m_versions.setKept(FileStamp::of(path));
         m_needsRescue = false;
+    }
     return outcome != RescueCopy::Outcome::failed;
 }

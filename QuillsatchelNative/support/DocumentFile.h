@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/ByteSink.h"
+#include "support/EarlierVersions.h"
 
 #include <QByteArray>
 #include <QString>
@@ -12,15 +13,18 @@
 
 /// A file that the program reads once, keeps in memory, and replaces entirely at each save. The
 /// first save after a failed load keeps the old bytes as `NAME.unreadable` (see RescueCopy), also
-/// of a file that appeared after the load, for example on a disk that was not mounted yet.
+/// of a file that appeared after the load, for example on a disk that was not mounted yet. Other
+/// states that a save replaces are kept as earlier versions.
 class DocumentFile
 {
 public:
     /// `mayWrite` is called before each save. If it returns false, the save does nothing, and the
     /// next permitted save first keeps the file, which another process may have written.
-    explicit DocumentFile(
-        QString path, std::function<bool()> mayWrite = [] { return true; })
+    DocumentFile(
+        QString path, EarlierVersions versions,
+        std::function<bool()> mayWrite = [] { return true; })
         : m_path(std::move(path))
+        , m_versions(std::move(versions))
         , m_mayWrite(std::move(mayWrite))
     {
     }
@@ -42,10 +46,11 @@ public:
     void save(const std::function<void(const ByteSink &)> &write);
 
 private:
-    std::optional<QByteArray> readBytes() const;
+    std::optional<QByteArray> readBytes();
     bool rescueFile();
 
     QString m_path;
+    EarlierVersions m_versions;
     std::function<bool()> m_mayWrite;
     bool m_needsRescue = false; // before the next save
 };

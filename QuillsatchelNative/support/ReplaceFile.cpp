@@ -46,22 +46,27 @@ void copyOwnerAndPermissions(const struct stat &status, int file)
 
 } // namespace
 
-bool replaceFile(const QString &path, const std::function<void(const ByteSink &)> &write)
+std::optional<FileStamp>
+replaceFile(const QString &path, const std::function<void(const ByteSink &)> &write,
+            const std::function<void(const std::filesystem::path &)> &beforeReplacing)
 {
     const auto target = linkTarget(FilePath::native(path));
     if (!target)
-        return false;
+        return std::nullopt;
     const auto old = oldFileAt(*target);
     if (!old.isReplaceable)
-        return false;
+        return std::nullopt;
     UnfinishedFile file(*target);
     if (!file.isOpen())
-        return false;
+        return std::nullopt;
     if (old.exists)
         copyOwnerAndPermissions(old.status, file.descriptor());
     write([&file](std::string_view piece) { file.write(piece); });
     if (!file.flush())
-        return false;
-    return file.replaceTarget() ||
-           (errno == EBUSY && MountedFile::overwrite(*target, file.descriptor()));
+        return std::nullopt;
+    beforeReplacing(*target);
+    if (file.replaceTarget())
+        return FileStamp::of(file.descriptor());
+    const bool isOverwritten = errno == EBUSY && MountedFile::overwrite(*target, file.descriptor());
+    return isOverwritten ? FileStamp::of(*target) : std::nullopt;
 }

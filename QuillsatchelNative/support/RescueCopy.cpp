@@ -1,9 +1,7 @@
 #include "support/RescueCopy.h"
 
-#include "support/FileDescriptor.h"
+#include "support/CopyFile.h"
 #include "support/LinkTarget.h"
-#include "support/ReadAll.h"
-#include "support/UnfinishedFile.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -74,21 +72,12 @@ bool move(const fs::path &file, const fs::path &name)
     return !error;
 }
 
-bool copyTo(const fs::path &file, const fs::path &name)
-{
-    const FileDescriptor source(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    UnfinishedFile copied(name);
-    return source.isOpen() && copied.isOpen() &&
-           readAll(source.number(), [&copied](std::string_view piece) { copied.write(piece); }) &&
-           copied.flush() && copied.replaceTarget();
-}
-
 // Renaming an unreadable file frees its name, so that the next save creates a readable file.
 bool keepAs(const fs::path &file, const fs::path &name)
 {
     if (!isReadable(file) && isInOwnFolder(file) && move(file, name))
         return true;
-    return link(file, name) || copyTo(file, name);
+    return link(file, name) || copyFile(file, name);
 }
 
 bool keepFile(const fs::path &file, const fs::path &name)
@@ -115,8 +104,8 @@ Outcome keep(const fs::path &path, const fs::path &name)
 std::optional<fs::path> copy(const fs::path &path, const fs::path &name)
 {
     const auto names = namesUpToFree(name);
-    return !names.empty() && copyTo(path, names.back()) ? std::optional(names.back())
-                                                        : std::nullopt;
+    return !names.empty() && copyFile(path, names.back()) ? std::optional(names.back())
+                                                          : std::nullopt;
 }
 
 } // namespace RescueCopy

@@ -87,8 +87,14 @@ class Session:
         """The program's data folder."""
         return self.folder / "data_home" / "Quillsatchel"
 
+    @property
+    def versions_folder(self):
+        """The folder of earlier versions."""
+        return self.folder / "state_home" / "Quillsatchel" / "Earlier versions"
+
     def clear_data(self):
         shutil.rmtree(self.data_folder, ignore_errors=True)
+        shutil.rmtree(self.versions_folder, ignore_errors=True)
         (self.folder / "opened").unlink(missing_ok=True)
 
     def opened_addresses(self):

@@ -17,7 +17,11 @@
 class FakePlatform
 {
 public:
-    FakePlatform() { fileLocations.folder = directory.path(); }
+    FakePlatform()
+    {
+        fileLocations.folder = directory.path();
+        fileLocations.stateFolder = directory.filePath(QStringLiteral("state"));
+    }
 
     QTemporaryDir directory;
     ManualMainQueue mainQueue;

@@ -22,6 +22,15 @@ from installation import (ENTRY, ICON_SIDES, ID, METAINFO, SCALABLE_ICON, expect
 
 TIMEOUT_SECONDS = 20
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
+RECORDING_XDG_OPEN = """#!/bin/sh
+printf %s "$*" >"$HOME/part"
+mv "$HOME/part" "$HOME/opened"
+"""
+LAUNCH_ACTION = """
+import sys
+from gi.repository import Gio
+Gio.DesktopAppInfo.new_from_filename(sys.argv[1]).launch_action(sys.argv[2], None)
+"""
 
 
 class InstallTest(unittest.TestCase):
@@ -60,6 +69,34 @@ class InstallTest(unittest.TestCase):
         self.assertIn("Exec=quillsatchel", lines)
         self.assertIn(f"Icon={ID}", lines)
 
+    def test_the_desktop_action_opens_the_folder_of_earlier_versions(self):
+        for state, folder in ((None, self.folder / ".local/state"),
+                              ("relative", self.folder / ".local/state"),
+                              (str(self.folder / "my $state"), self.folder / "my $state")):
+            with self.subTest(state):
+                opened = folder / "Quillsatchel/Earlier versions"
+                self.assertEqual(self.folder_opened_by_the_action(state), str(opened))
+                self.assertEqual(opened.stat().st_mode & 0o777, 0o700)
+
+    def folder_opened_by_the_action(self, state):
+        """Launches the action through GIO, as desktops do."""
+        programs = self.folder / "programs"
+        programs.mkdir(exist_ok=True)
+        opener = programs / "xdg-open"
+        opener.write_text(RECORDING_XDG_OPEN)
+        opener.chmod(0o755)
+        environment = self.environment() | {
+            "PATH": f"{programs}:{self.prefix}/bin:/usr/bin:/bin"}
+        if state is not None:
+            environment["XDG_STATE_HOME"] = state
+        run(sys.executable, "-c", LAUNCH_ACTION, self.prefix / ENTRY, "EarlierVersions",
+            env=environment, cwd=self.folder)
+        opened = self.folder / "opened"
+        await_existence(opened)
+        text = opened.read_text()
+        opened.unlink()
+        return text
+
     def test_the_metainfo_is_valid_and_has_this_version(self):
         run("appstreamcli", "validate", "--no-net", "--no-color", self.prefix / METAINFO)
         component = xml.etree.ElementTree.parse(self.prefix / METAINFO).getroot()
@@ -87,10 +124,7 @@ class InstallTest(unittest.TestCase):
         self.addCleanup(program.wait)
         self.addCleanup(program.kill)
         data = pathlib.Path(environment["XDG_DATA_HOME"], "Quillsatchel")
-        end = time.monotonic() + TIMEOUT_SECONDS
-        while not data.exists() and time.monotonic() < end:
-            time.sleep(0.05)
-        self.assertTrue(data.exists())
+        await_existence(data)
         self.assertIsNone(program.poll())
 
     def test_installed_modules_and_the_listener_are_found(self):
@@ -128,6 +162,14 @@ class InstallTest(unittest.TestCase):
             folder.mkdir(mode=0o700, exist_ok=True)
             environment[f"XDG_{name}"] = str(folder)
         return environment
+
+
+def await_existence(file):
+    end = time.monotonic() + TIMEOUT_SECONDS
+    while not file.exists():
+        if time.monotonic() > end:
+            raise AssertionError(f"{file} does not exist.")
+        time.sleep(0.05)
 
 
 if __name__ == "__main__":

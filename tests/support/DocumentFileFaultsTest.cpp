@@ -684,4 +684,80 @@ TEST_P(DocumentFileFaultsTest, PreservesAMegabyteOfText)
     expectSaves(store);
 }
 
+// Earlier versions.
+
+TEST_P(DocumentFileFaultsTest, KeepsTheStateBeforeTheFirstSave)
+{
+    expectSaves(startFromExample());
+    EXPECT_EQ(keptVersions(), std::vector { std::string(GetParam().example) });
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsAnEditByAnotherProgram)
+{
+    auto &store = startFromExample();
+    store.changeAndSave();
+    const auto edit = GetParam().with("of another program");
+    writeFile(edit);
+    expectSaves(store);
+    EXPECT_EQ(keptVersions(), (std::vector { std::string(GetParam().example), edit }));
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsAnEditByAnotherProgramBeforeTheFirstSave)
+{
+    auto &store = startFromExample();
+    const auto edit = GetParam().with("of another program");
+    writeFile(edit);
+    expectSaves(store);
+    EXPECT_EQ(keptVersions(), std::vector { edit });
+}
+
+TEST_P(DocumentFileFaultsTest, KeepsNoVersionIfTheDiskIsFull)
+{
+    auto &store = startFromExample();
+    {
+        const FileSizeLimit limit(10);
+        changeInMemory(store);
+    }
+    EXPECT_EQ(fileText(), GetParam().example);
+    EXPECT_EQ(keptVersions().size(), 0U);
+    expectSaves(store);
+    EXPECT_EQ(keptVersions(), std::vector { std::string(GetParam().example) });
+}
+
+TEST_P(DocumentFileFaultsTest, SavesWhenAFileHasTheNameOfTheFolderOfVersions)
+{
+    TestFiles::write(versions, "a file");
+    expectSaves(startFromExample());
+    EXPECT_EQ(TestFiles::read(versions), "a file");
+}
+
+TEST_P(DocumentFileFaultsTest, SavesWhenTheFolderOfVersionsCannotBeCreated)
+{
+    fs::create_directories(state);
+    auto &store = startFromExample();
+    const UnprivilegedScope scope(scratch);
+    TestFiles::setMode(state, 0500);
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_empty(state));
+    TestFiles::setMode(state, 0700);
+}
+
+TEST_P(DocumentFileFaultsTest, SavesWhenTheFolderOfVersionsIsADanglingLink)
+{
+    fs::create_directories(versions.parent_path());
+    fs::create_directory_symlink(scratch / "missing", versions);
+    expectSaves(startFromExample());
+    EXPECT_FALSE(fs::exists(scratch / "missing"));
+}
+
+TEST_P(DocumentFileFaultsTest, SavesWhenTheFolderOfVersionsIsReadOnly)
+{
+    fs::create_directories(versions);
+    auto &store = startFromExample();
+    const UnprivilegedScope scope(scratch);
+    TestFiles::setMode(versions, 0500);
+    expectSaves(store);
+    EXPECT_TRUE(fs::is_empty(versions));
+}
+
 } // namespace

@@ -13,10 +13,12 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 /// One of the two stores, reduced to its file.
@@ -205,12 +207,27 @@ protected:
         return names;
     }
 
+    /// The contents of the earlier versions, in the order of their names.
+    std::vector<std::string> keptVersions() const
+    {
+        std::error_code error;
+        std::map<std::string, std::string> texts;
+        for (const auto &entry : std::filesystem::directory_iterator(versions, error))
+            texts[entry.path().filename()] = TestFiles::read(entry.path());
+        std::vector<std::string> ordered;
+        for (const auto &[name, text] : texts)
+            ordered.push_back(text);
+        return ordered;
+    }
+
     FakePlatform machine;
     std::filesystem::path scratch = machine.directory.path().toStdString();
     std::filesystem::path folder = scratch / "Quillsatchel";
     std::filesystem::path file = folder / GetParam().name;
     std::filesystem::path kept = folder / (GetParam().name + ".unreadable");
     std::filesystem::path favicons = folder / "Favicons";
+    std::filesystem::path state = machine.fileLocations.stateFolder.toStdString();
+    std::filesystem::path versions = state / "Quillsatchel" / "Earlier versions";
 
 private:
     std::unique_ptr<StartedStore> m_store;

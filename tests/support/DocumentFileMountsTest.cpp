@@ -48,6 +48,7 @@ TEST_P(DocumentFileMountsTest, SavesToAMountPoint)
     auto &store = start();
     EXPECT_EQ(store.contents(), GetParam().example);
     expectSaves(store);
+    EXPECT_EQ(keptVersions(), std::vector { std::string(GetParam().example) });
     EXPECT_EQ(TestFiles::read(elsewhere), start().contents());
     EXPECT_EQ(TestFiles::mode(elsewhere), 0640U);
     EXPECT_EQ(entries(), std::vector { GetParam().name });
@@ -128,6 +129,21 @@ TEST_P(DocumentFileMountsTest, KeepsTheBytesOfAMountPointOnAFullDisk)
 
     fs::remove(disk / "filling");
     expectSaves(store);
+}
+
+TEST_P(DocumentFileMountsTest, CopiesEarlierVersionsToAnotherFileSystem)
+{
+    fs::create_directories(state);
+    const auto mount = PrivateMount::ofPages(state);
+    ASSERT_TRUE(mount.isMounted());
+    expectSaves(startFromExample());
+    EXPECT_EQ(keptVersions(), std::vector { std::string(GetParam().example) });
+
+    writeFile(GetParam().with("foreign"));
+    auto &store = start();
+    TestFiles::write(state / "filling", std::string(65536, 'x'));
+    expectSaves(store);
+    EXPECT_EQ(keptVersions().size(), 1U) << "the file system is full";
 }
 
 } // namespace

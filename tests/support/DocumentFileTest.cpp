@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -30,11 +31,17 @@ protected:
         file.save([text](const ByteSink &sink) { sink(text); });
     }
 
-    DocumentFile open() const { return DocumentFile(QString::fromStdString(path)); }
+    DocumentFile open() const
+    {
+        return DocumentFile(
+            QString::fromStdString(path),
+            EarlierVersions(folder / "versions", "file.json", &std::chrono::system_clock::now));
+    }
 
     QTemporaryDir directory;
-    fs::path path = fs::path(directory.path().toStdString()) / "file.json";
-    fs::path kept = fs::path(directory.path().toStdString()) / "file.json.unreadable";
+    fs::path folder = directory.path().toStdString();
+    fs::path path = folder / "file.json";
+    fs::path kept = folder / "file.json.unreadable";
 };
 
 TEST_F(DocumentFileTest, LoadsTheDecodedBytes)

@@ -28,9 +28,8 @@ protected:
 
     static bool replaceInPieces(const fs::path &path, const std::vector<std::string_view> &pieces)
     {
-        return replaceFile(QString::fromStdString(path), [&pieces](const ByteSink &sink) {
-            std::ranges::for_each(pieces, sink);
-        });
+        const auto write = [&pieces](const ByteSink &sink) { std::ranges::for_each(pieces, sink); };
+        return replaceFile(QString::fromStdString(path), write).has_value();
     }
 
     QTemporaryDir directory;
@@ -76,6 +75,36 @@ TEST_F(ReplaceFileTest, ReplacesNothingButRegularFiles)
     EXPECT_FALSE(replace(file, "new"));
     EXPECT_TRUE(fs::is_fifo(file));
     EXPECT_EQ(TestFiles::count(folder), 1);
+}
+
+TEST_F(ReplaceFileTest, ReturnsTheStampOfTheNewFile)
+{
+    const auto stamp =
+        replaceFile(QString::fromStdString(file), [](const ByteSink &sink) { sink("text"); });
+    ASSERT_TRUE(stamp);
+    EXPECT_EQ(stamp, FileStamp::of(file));
+}
+
+TEST_F(ReplaceFileTest, AnnouncesTheLastStep)
+{
+    TestFiles::write(folder / "target", "old");
+    fs::create_symlink("target", file);
+    std::string before;
+    const auto read = [&before](const fs::path &path) {
+        before = path.filename().string() + ' ' + TestFiles::read(path);
+    };
+    const auto write = [](const ByteSink &sink) { sink("new"); };
+    EXPECT_TRUE(replaceFile(QString::fromStdString(file), write, read));
+    EXPECT_EQ(before, "target old");
+    EXPECT_EQ(TestFiles::read(file), "new");
+}
+
+TEST_F(ReplaceFileTest, AnnouncesNothingIfTheBytesDoNotFit)
+{
+    const FileSizeLimit limit(1);
+    const auto fail = [](const fs::path & /*file*/) { ADD_FAILURE(); };
+    EXPECT_FALSE(replaceFile(
+        QString::fromStdString(file), [](const ByteSink &sink) { sink("new"); }, fail));
 }
 
 TEST_F(ReplaceFileTest, LeavesTheOldFileWhenAPieceDoesNotFit)

@@ -4,7 +4,8 @@
 
 class SingleInstance;
 
-/// The freedesktop base directories: `$XDG_DATA_HOME`, by default `~/.local/share`.
+/// The freedesktop base directories: `$XDG_DATA_HOME` and `$XDG_STATE_HOME`, by default
+/// `~/.local/share` and `~/.local/state`.
 class StandardFileLocations final : public FileLocations
 {
 public:
@@ -16,6 +17,7 @@ public:
     }
 
     QString applicationSupport() const override;
+    QString applicationState() const override;
     bool mayWrite() override;
 
 private:
