@@ -84,7 +84,7 @@ void AppDelegate::showOnDesktop()
 {
     QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
     configureStatusItem();
-    if (m_platform.statusBar.hasMenuBar())
+    if (m_platform.statusBar.hasMenuBar()) // any menu bar loads all of Qt's image plugins
         m_menus->offerToDesktop();
 }
 

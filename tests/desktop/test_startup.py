@@ -125,6 +125,15 @@ class StartupTest(DesktopTest):
         # Qt keeps threads that fill large shapes for 30 seconds.
         wait_for_value("the threads", THREADS_AT_REST, lambda: thread_names(panel.process_id))
 
+    def test_image_plugins_are_not_loaded_without_tray_and_menu_bar(self):
+        panel = self.open_panel()
+        self.expect_default_library(panel)
+        time.sleep(1)  # the desktop is asked shortly after the panel is shown
+
+        libraries = pathlib.Path(f"/proc/{panel.process_id}/maps").read_text()
+        self.assertIn("platforms/libqxcb", libraries)
+        self.assertNotIn("/imageformats/", libraries)
+
     def expect_default_library(self, panel):
         self.assertEqual(panel.tab_names(), ["Prompts"])
         self.assertTrue(panel.has_any("No nodes yet"))
