@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
-#include <filesystem>
 
 namespace
 {
@@ -11,6 +10,12 @@ namespace
 using namespace std::chrono;
 
 constexpr std::string_view ForeignMark = " by another program";
+
+/// The name without its extension.
+std::string_view stemOf(std::string_view document)
+{
+    return document.substr(0, document.rfind('.'));
+}
 
 std::string padded(long number, std::size_t width)
 {
@@ -52,15 +57,19 @@ local_seconds timeIn(std::string_view text)
 
 std::string EarlierVersion::fileName(std::string_view document) const
 {
-    const std::filesystem::path path(document);
-    return path.stem().native() + ' ' + textOf(time) + std::string(isForeign ? ForeignMark : "") +
-           path.extension().native();
+    const auto stem = stemOf(document);
+    std::string name(stem);
+    name += ' ';
+    name += textOf(time);
+    if (isForeign)
+        name += ForeignMark;
+    return name += document.substr(stem.size());
 }
 
 std::optional<EarlierVersion> EarlierVersion::fromFileName(std::string_view name,
                                                            std::string_view document)
 {
-    const auto start = std::filesystem::path(document).stem().native().size() + 1;
+    const auto start = stemOf(document).size() + 1;
     if (name.size() <= start)
         return std::nullopt;
     const EarlierVersion version { .time = timeIn(name.substr(start)),

@@ -48,6 +48,12 @@ bool copyTo(const fs::path &file, const fs::path &name)
     return copyFile(file, name);
 }
 
+fs::file_time_type timeOf(const fs::path &folder)
+{
+    std::error_code error;
+    return fs::last_write_time(folder, error);
+}
+
 /// None unless it is a regular file.
 std::optional<std::uint64_t> sizeOf(const fs::directory_entry &entry)
 {
@@ -79,7 +85,9 @@ void EarlierVersions::keep(const fs::path &file)
     const auto stamp = FileStamp::of(file);
     const bool isForeign = m_own && stamp != m_own;
     const bool isWanted = beginsPeriod(now) || isForeign;
-    if (isWanted && stamp && stamp != m_kept && add(file, freeVersion(localTime(now), isForeign)))
+    if (!isWanted || !stamp || stamp == m_kept)
+        return;
+    if (add(file, { freeVersion(localTime(now), isForeign), stamp->size }))
         m_kept = stamp;
 }
 
@@ -118,13 +126,16 @@ bool EarlierVersions::isTaken(local_seconds time) const
     return exists(false) || exists(true);
 }
 
-bool EarlierVersions::add(const fs::path &file, const EarlierVersion &version)
+bool EarlierVersions::add(const fs::path &file, const VersionThinning::File &added)
 {
     createFolder(m_folder);
-    const auto path = pathOf(version);
+    if (m_folderTime != timeOf(m_folder))
+        readFolder();
+    const auto path = pathOf(added.version);
     if (!linkTo(file, path) && !copyTo(file, path))
         return false;
-    remember(version);
+    m_files.push_back(added);
+    remember(added.version);
     m_needsThinning = true;
     return true;
 }
@@ -139,28 +150,31 @@ void EarlierVersions::remember(const EarlierVersion &version)
         m_recent.erase(std::ranges::find_if(m_recent, isSameKind));
 }
 
-void EarlierVersions::thin(std::uint64_t documentSize) const
+void EarlierVersions::thin(std::uint64_t documentSize)
 {
     const auto superfluous =
-        VersionThinning::superfluous(files(), m_recent, localTime(m_now()), documentSize);
+        VersionThinning::superfluous(m_files, m_recent, localTime(m_now()), documentSize);
     for (const auto &version : superfluous) {
         std::error_code error;
         fs::remove(pathOf(version), error);
+        std::erase_if(m_files, [&](const auto &file) { return file.version == version; });
     }
+    m_folderTime = timeOf(m_folder);
 }
 
-std::vector<VersionThinning::File> EarlierVersions::files() const
+void EarlierVersions::readFolder()
 {
     std::error_code error;
-    std::vector<VersionThinning::File> files;
+    m_files.clear();
     for (fs::directory_iterator entry(m_folder, error), end; !error && entry != end;
          entry.increment(error)) {
         const auto name = entry->path().filename();
         const auto version = EarlierVersion::fromFileName(name.native(), m_document);
         if (const auto size = version ? sizeOf(*entry) : std::nullopt)
-            files.push_back({ *version, *size });
+            m_files.push_back({ *version, *size });
     }
-    return error ? std::vector<VersionThinning::File>() : files;
+    if (error) // remove nothing that may represent versions which were not listed
+        m_files.clear();
 }
 
 fs::path EarlierVersions::pathOf(const EarlierVersion &version) const

@@ -49,10 +49,10 @@ private:
     bool beginsPeriod(std::chrono::system_clock::time_point now);
     EarlierVersion freeVersion(std::chrono::local_seconds time, bool isForeign) const;
     bool isTaken(std::chrono::local_seconds time) const;
-    bool add(const std::filesystem::path &file, const EarlierVersion &version);
+    bool add(const std::filesystem::path &file, const VersionThinning::File &added);
     void remember(const EarlierVersion &version);
-    void thin(std::uint64_t documentSize) const;
-    std::vector<VersionThinning::File> files() const;
+    void thin(std::uint64_t documentSize);
+    void readFolder();
     std::filesystem::path pathOf(const EarlierVersion &version) const;
 
     std::filesystem::path m_folder;
@@ -61,6 +61,8 @@ private:
     std::optional<FileStamp> m_own;  // as this process last read or wrote the document
     std::optional<FileStamp> m_kept; // the state that was kept last
     std::optional<std::chrono::system_clock::time_point> m_periodStart;
-    std::vector<EarlierVersion> m_recent; // see VersionThinning
+    std::vector<EarlierVersion> m_recent;       // see VersionThinning
+    std::vector<VersionThinning::File> m_files; // in the folder when it had this time:
+    std::optional<std::filesystem::file_time_type> m_folderTime;
     bool m_needsThinning = false;
 };

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <set>
 #include <tuple>
+#include <utility>
 
 namespace VersionThinning
 {
@@ -22,30 +23,32 @@ constexpr std::uint64_t MaximumSizePerDocument = 10;
 
 using Versions = std::set<EarlierVersion>;
 
-/// Sorts from the oldest to the newest.
-class Order
+/// Versions with a higher rank are newer.
+using Rank = std::tuple<bool, std::ptrdiff_t, EarlierVersion>;
+
+Rank rankOf(const EarlierVersion &version, const std::vector<EarlierVersion> &recent,
+            local_seconds now)
 {
-public:
-    Order(const std::vector<EarlierVersion> &recent, local_seconds now)
-        : m_recent(recent)
-        , m_latestTime(now + days(2))
-    {
-    }
+    const auto found = std::ranges::find(recent, version);
+    const bool isRecent = found != recent.end();
+    return { isRecent || version.time <= now + days(2), isRecent ? found - recent.begin() : -1,
+             version };
+}
 
-    bool operator()(const File &left, const File &right) const { return key(left) < key(right); }
-
-private:
-    std::tuple<bool, std::ptrdiff_t, EarlierVersion> key(const File &file) const
-    {
-        const auto found = std::ranges::find(m_recent, file.version);
-        const bool isRecent = found != m_recent.end();
-        return { isRecent || file.version.time <= m_latestTime,
-                 isRecent ? found - m_recent.begin() : -1, file.version };
-    }
-
-    const std::vector<EarlierVersion> &m_recent;
-    local_seconds m_latestTime;
-};
+std::vector<File> fromOldestToNewest(const std::vector<File> &files,
+                                     const std::vector<EarlierVersion> &recent, local_seconds now)
+{
+    std::vector<std::pair<Rank, std::uint64_t>> ranked;
+    ranked.reserve(files.size());
+    for (const auto &[version, size] : files)
+        ranked.emplace_back(rankOf(version, recent, now), size);
+    std::ranges::sort(ranked);
+    std::vector<File> sorted;
+    sorted.reserve(files.size());
+    for (const auto &[rank, size] : ranked)
+        sorted.push_back({ std::get<EarlierVersion>(rank), size });
+    return sorted;
+}
 
 Versions latestForeign(const std::vector<File> &files)
 {
@@ -144,20 +147,20 @@ std::size_t countBeyondLimits(const std::vector<File> &files, std::uint64_t docu
 
 } // namespace
 
-std::vector<EarlierVersion> superfluous(std::vector<File> files,
+std::vector<EarlierVersion> superfluous(const std::vector<File> &files,
                                         const std::vector<EarlierVersion> &recent,
                                         local_seconds now, std::uint64_t documentSize)
 {
-    std::ranges::sort(files, Order(recent, now));
-    const auto kept = keptByRules(files, recent, now);
+    auto remaining = fromOldestToNewest(files, recent, now);
+    const auto kept = keptByRules(remaining, recent, now);
     std::vector<EarlierVersion> removed;
-    std::erase_if(files, [&](const File &file) {
+    std::erase_if(remaining, [&](const File &file) {
         const bool isKept = kept.contains(file.version);
         if (!isKept)
             removed.push_back(file.version);
         return !isKept;
     });
-    std::for_each_n(files.begin(), countBeyondLimits(files, documentSize),
+    std::for_each_n(remaining.begin(), countBeyondLimits(remaining, documentSize),
                     [&removed](const File &file) { removed.push_back(file.version); });
     return removed;
 }

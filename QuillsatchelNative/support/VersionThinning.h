@@ -35,7 +35,7 @@ struct File {
 /// The versions to remove, out of `files`, in no particular order. `recent` are those that this
 /// process added last, in this order. They are newer than all others whatever their times say,
 /// because the clock may have been changed since.
-std::vector<EarlierVersion> superfluous(std::vector<File> files,
+std::vector<EarlierVersion> superfluous(const std::vector<File> &files,
                                         const std::vector<EarlierVersion> &recent,
                                         std::chrono::local_seconds now, std::uint64_t documentSize);
 
