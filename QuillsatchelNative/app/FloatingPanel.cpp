@@ -202,7 +202,7 @@ void FloatingPanel::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier)
         onShowMenu(placeBelowTitleBar(), QContextMenuEvent::Keyboard);
-    else
+    else if (!m_content || !m_content->findByKey(*event))
         QWidget::keyPressEvent(event);
 }
 

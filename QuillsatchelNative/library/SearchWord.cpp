@@ -28,7 +28,7 @@ constexpr bool isAsciiLetter(char c)
 }
 
 /// The first byte of the text is the lowest one of the result.
-std::uint64_t load(const char *text)
+std::uint64_t loadBlock(const char *text)
 {
     std::uint64_t block = 0;
     std::memcpy(&block, text, BlockSize);
@@ -37,7 +37,7 @@ std::uint64_t load(const char *text)
     return block;
 }
 
-char lowered(char c)
+char lowerCase(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }
@@ -87,7 +87,7 @@ SearchWord::Pattern::Pattern(char byte)
 /// The highest bit of each equal byte.
 std::uint64_t SearchWord::Pattern::equalBytes(const char *text) const
 {
-    const std::uint64_t differences = (load(text) | caseBits) ^ bytes;
+    const std::uint64_t differences = (loadBlock(text) | caseBits) ^ bytes;
     return ~(((differences & LowBits) + LowBits) | differences | LowBits);
 }
 
@@ -153,7 +153,7 @@ bool SearchWord::visitMatches(std::uint64_t candidates, std::string_view text, s
 
 bool SearchWord::matches(std::string_view text, std::size_t at) const
 {
-    return std::ranges::equal(m_text, text.substr(at, m_text.size()), {}, {}, lowered);
+    return std::ranges::equal(m_text, text.substr(at, m_text.size()), {}, {}, lowerCase);
 }
 
 MatchRank SearchWord::rank(std::string_view text, std::size_t at) const

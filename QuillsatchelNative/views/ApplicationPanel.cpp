@@ -4,9 +4,9 @@
 #include "platform/Workspace.h"
 #include "views/ApplicationFileDialog.h"
 #include "views/ApplicationIcons.h"
-#include "views/ApplicationList.h"
 #include "views/ApplicationListModel.h"
 #include "views/ApplicationRowDelegate.h"
+#include "views/ChoiceList.h"
 #include "views/Painting.h"
 #include "views/PushButton.h"
 #include "views/SatchelTheme.h"
@@ -101,7 +101,7 @@ void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace, MainQue
     auto *const icons =
         new ApplicationIcons(ApplicationRowDelegate::IconSize, workspace, mainQueue, this);
     icons->onRepaint = [this] { m_list->viewport()->update(); };
-    m_list = new ApplicationList(this);
+    m_list = new ChoiceList(this);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new ApplicationRowDelegate(*icons, this));
     m_list->setAccessibleName(tr("Applications"));

@@ -10,7 +10,7 @@
 #include <vector>
 
 class ApplicationFileDialog;
-class ApplicationList;
+class ChoiceList;
 class ApplicationListModel;
 class MainQueue;
 class PushButton;
@@ -68,7 +68,7 @@ private:
     PointSize m_pointSize { *this };
     ApplicationListModel *m_model;
     TextField *m_field = nullptr;
-    ApplicationList *m_list = nullptr;
+    ChoiceList *m_list = nullptr;
     PushButton *m_chooseButton = nullptr;
     ApplicationFileDialog *m_fileDialog = nullptr; // created when first used
     std::optional<std::string> m_chosen;

@@ -3,7 +3,6 @@
 #include "views/AccessibleRole.h"
 #include "views/Announcement.h"
 #include "views/Painting.h"
-#include "views/SatchelTheme.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -16,8 +15,9 @@ constexpr int TopPadding = 6;
 
 } // namespace
 
-MessageLine::MessageLine(QWidget *parent)
+MessageLine::MessageLine(const SrgbColor &color, QWidget *parent)
     : QWidget(parent)
+    , m_color(color)
 {
     setAccessibleRole(*this, QAccessible::AlertMessage);
     setFont(Painting::systemFont(11));
@@ -45,7 +45,7 @@ QSize MessageLine::sizeHint() const
 void MessageLine::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
-    painter.setPen(Painting::qColor(SatchelTheme::accent));
+    painter.setPen(Painting::qColor(m_color));
     const QRect line = rect().adjusted(HorizontalPadding, TopPadding, -HorizontalPadding, 0);
     Painting::drawLine(painter, line, Qt::AlignHCenter, m_message);
 }

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "support/SrgbColor.h"
+
 #include <QWidget>
 
-/// A line with an error message, which screen readers announce. Hidden while there is no message.
+/// A line with a message, which screen readers announce. Hidden while there is no message.
 class MessageLine final : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit MessageLine(QWidget *parent);
+    MessageLine(const SrgbColor &color, QWidget *parent);
 
     /// Shows and announces a new message; an empty one hides the line.
     void render(const QString &message);
@@ -19,5 +21,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    SrgbColor m_color;
     QString m_message;
 };

@@ -120,6 +120,19 @@ void NodeEditor::replaceText(const std::string &text)
     document()->setModified(false); // otherwise typing that follows would join this undo step
 }
 
+// CR LF is one character in the document.
+void NodeEditor::select(const TextRange &range)
+{
+    const QString text = stringFromUtf8(m_text);
+    const auto position = [&text](qsizetype offset) {
+        return static_cast<int>(offset - text.first(offset).count(QStringLiteral("\r\n")));
+    };
+    QTextCursor cursor(document());
+    cursor.setPosition(position(range.start));
+    cursor.setPosition(position(range.start + range.length), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
 void NodeEditor::insert(const QString &text)
 {
     QMimeData source;

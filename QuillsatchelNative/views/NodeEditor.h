@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/TextRange.h"
+
 #include <QPlainTextEdit>
 
 #include <functional>
@@ -27,6 +29,9 @@ public:
     /// Replaces the text as one undo step. Does nothing if this text is shown already, so a late
     /// render never disturbs typing.
     void replaceText(const std::string &text);
+
+    /// Selects a part of the model's text, and scrolls to it.
+    void select(const TextRange &range);
 
     /// Replaces the selection like a paste by the user.
     void insert(const QString &text);

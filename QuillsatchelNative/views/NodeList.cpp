@@ -307,6 +307,35 @@ void NodeList::editLastNode()
         slot->card->focusEditor();
 }
 
+std::optional<NodeList::Row> NodeList::rowOf(const QUuid &id) const
+{
+    const auto content = m_content();
+    for (std::size_t row = 0; row < content.count; ++row) {
+        if (content.node(row).id == id)
+            return static_cast<Row>(row);
+    }
+    return std::nullopt;
+}
+
+void NodeList::reveal(const QUuid &id)
+{
+    if (const auto row = rowOf(id))
+        reveal(*row);
+}
+
+void NodeList::edit(const QUuid &id, const TextRange &range)
+{
+    const auto row = rowOf(id);
+    if (!row)
+        return;
+    reveal(*row);
+    const auto *const slot = slotAt(*row);
+    if (!slot)
+        return;
+    slot->card->focusEditor();
+    slot->card->select(range);
+}
+
 void NodeList::revealFocus()
 {
     const auto *const focus = QApplication::focusWidget();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/PromptBlock.h"
+#include "library/TextRange.h"
 #include "platform/MainQueue.h"
 #include "views/RowLayout.h"
 
@@ -45,6 +46,10 @@ public:
     void render();
     /// Scrolls to the last node and focuses its editor.
     void editLastNode();
+    /// Scrolls to the node, if the list shows it.
+    void reveal(const QUuid &id);
+    /// Scrolls to the node, if the list shows it, focuses its editor and selects `range` there.
+    void edit(const QUuid &id, const TextRange &range);
     /// Scrolls to the card with the keyboard focus, if there is one.
     void revealFocus();
     /// The node whose card contains the window's focused widget.
@@ -89,6 +94,7 @@ private:
     bool isPinned(const Slot &slot) const;
     bool releaseFocus(const Slot &slot);
     void focusRow(Row row);
+    std::optional<Row> rowOf(const QUuid &id) const;
     void reveal(Row row);
 
     MainQueue &m_mainQueue;

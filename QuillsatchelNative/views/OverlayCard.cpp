@@ -26,7 +26,6 @@ namespace
 using namespace Qt::StringLiterals;
 
 constexpr int Radius = 20;
-constexpr int ClosePadding = 8;
 constexpr QSize CloseButtonSize(28, 28);
 constexpr int CloseSymbolSize = 12;
 constexpr int Duration = 160; // milliseconds
@@ -115,7 +114,12 @@ void OverlayCard::finishAppearing()
     m_card->show();
     m_closeButton->raise();
     if (hasFocus())
-        m_closeButton->setFocus(m_focusReason);
+        firstFocus().setFocus(m_focusReason);
+}
+
+QWidget &OverlayCard::firstFocus() const
+{
+    return *m_closeButton;
 }
 
 void OverlayCard::disappear()
@@ -218,7 +222,7 @@ void OverlayCard::placeCard()
     QRect place(0, 0, width, std::min({ contentHeight, m_look.maximumHeight, available.height() }));
     place.moveCenter(available.center());
     m_card->setGeometry(place);
-    m_closeButton->move(width - CloseButtonSize.width() - ClosePadding, ClosePadding);
+    m_closeButton->move(width - CloseButtonSize.width() - m_look.closePadding, m_look.closePadding);
 }
 
 bool OverlayCard::eventFilter(QObject *object, QEvent *event)

@@ -29,6 +29,7 @@ public:
     struct Look {
         int maximumWidth;
         int maximumHeight = QWIDGETSIZE_MAX;
+        int closePadding = 8; ///< around the close button
         double backdropOpacity;
         double fillOpacity;
         Shadow shadow;
@@ -57,6 +58,11 @@ protected:
     static void addText(QBoxLayout &layout, const QString &text, const QFont &font,
                         const SrgbColor &color = SrgbColor::white(0.92));
 
+    /// The widget that gets the focus when the card has faded in: by default the close button.
+    virtual QWidget &firstFocus() const;
+    /// Called when the card has faded in.
+    virtual void finishAppearing();
+
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -69,7 +75,6 @@ protected:
 private:
     void animate(qreal from, qreal to, std::function<void()> done);
     void placeCard();
-    void finishAppearing();
     void rememberFocus();
     QWidget *earlierFocus() const;
     QPixmap picture() const;

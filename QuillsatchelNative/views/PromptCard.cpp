@@ -199,6 +199,11 @@ void PromptCard::focusEditor()
     m_editor->setFocus(Qt::OtherFocusReason);
 }
 
+void PromptCard::select(const TextRange &range)
+{
+    m_editor->select(range);
+}
+
 int PromptCard::cardHeight()
 {
     return ActionsTop + ActionButton::buttonHeight() + Padding;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/PromptBlock.h"
+#include "library/TextRange.h"
 
 #include <QWidget>
 
@@ -50,6 +51,8 @@ public:
 
     /// Moves the focus to the editor.
     void focusEditor();
+    /// Selects a part of the node's text in the editor.
+    void select(const TextRange &range);
 
     /// The height of every card, in points.
     static int cardHeight();

@@ -2,6 +2,7 @@
 
 #include "support/WebAddress.h"
 #include "views/AboutCard.h"
+#include "views/FindCard.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/MessageLine.h"
 #include "views/NewNodeButton.h"
@@ -9,7 +10,9 @@
 #include "views/PromptCard.h"
 #include "views/SatchelTheme.h"
 #include "views/TabStrip.h"
+#include "views/TypedText.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QResizeEvent>
 
@@ -22,20 +25,24 @@ constexpr int DividerHeight = 1;
 constexpr int NewNodePadding = 8;
 constexpr int CardMargin = 8; // minimum space around an overlay card
 
-/// Shows the card while `isWanted`: creates it with `make` below the top `topInset` points, and
-/// hides it afterwards. True if it was created by this call. The card takes the focus with
-/// `reason`.
-template <typename Make>
-bool renderCard(QPointer<OverlayCard> &card, const Published<bool> &isWanted, int topInset,
-                Qt::FocusReason reason, Make &&make)
+constexpr std::chrono::minutes QueryLifetime(1);
+
+void hideUnless(bool isWanted, QPointer<OverlayCard> &card)
 {
-    if (isWanted.get() == !card.isNull())
+    if (isWanted || !card)
+        return;
+    card->disappear();
+    card.clear();
+}
+
+/// Shows a card made by `make`, below the top `topInset` points. True if it was not shown yet. The
+/// card takes the focus with `reason`.
+template <typename Make>
+bool showIf(bool isWanted, QPointer<OverlayCard> &card, int topInset, Qt::FocusReason reason,
+            Make &&make)
+{
+    if (!isWanted || card)
         return false;
-    if (card) {
-        card->disappear();
-        card.clear();
-        return false;
-    }
     card = std::forward<Make>(make)();
     card->setContentsMargins(CardMargin, topInset + CardMargin, CardMargin, CardMargin);
     card->appear(reason);
@@ -59,7 +66,7 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     , m_nodeList(new NodeList(
           platform.mainQueue, [this] { return shownNodes(); },
           [this](PromptCard &card) { wire(card); }, this))
-    , m_messageLine(new MessageLine(this))
+    , m_messageLine(new MessageLine(SatchelTheme::accent, this))
     , m_newNodeButton(new NewNodeButton(this))
 {
     setMinimumSize(MinimumSize);
@@ -186,16 +193,95 @@ void QuillsatchelView::renderMessage(const std::optional<QString> &message)
 
 void QuillsatchelView::renderCards()
 {
+    const bool showsAbout = m_windowPreferences.showsInfoCard.get();
+    const bool showsSettings = m_windowPreferences.showsSettingsCard.get();
+    if (showsAbout || showsSettings)
+        endFinding();
+    // A card that disappears returns the focus before another one takes it.
+    hideUnless(showsAbout, m_aboutCard);
+    hideUnless(showsSettings, m_settingsCard);
+    hideUnless(m_isFinding, m_findCard);
     const auto reason = m_lastInput.focusReason();
-    const bool isAboutNew = renderCard(m_aboutCard, m_windowPreferences.showsInfoCard, m_topInset,
-                                       reason, [this] { return makeAboutCard(); });
-    const bool isSettingsNew =
-        renderCard(m_settingsCard, m_windowPreferences.showsSettingsCard, m_topInset, reason,
-                   [this] { return makeSettingsCard(); });
+    const bool isAboutNew =
+        showIf(showsAbout, m_aboutCard, m_topInset, reason, [this] { return makeAboutCard(); });
+    const bool isSettingsNew = showIf(showsSettings, m_settingsCard, m_topInset, reason,
+                                      [this] { return makeSettingsCard(); });
+    showIf(m_isFinding, m_findCard, m_topInset, reason, [this] { return makeFindCard(); });
     if (isAboutNew && m_settingsCard && !isSettingsNew) { // the settings card lies above
         m_settingsCard->raise();
         m_settingsCard->setFocus(Qt::PopupFocusReason);
     }
+}
+
+bool QuillsatchelView::findByKey(const QKeyEvent &event)
+{
+    if (event.matches(QKeySequence::Find)) {
+        find();
+        return true;
+    }
+    const bool isCovered = m_aboutCard || m_settingsCard || m_findCard;
+    if (isCovered || focusedText() || !isTypedText(event))
+        return false;
+    find(event.text());
+    return true;
+}
+
+void QuillsatchelView::find(const QString &query)
+{
+    const auto age = m_platform.wallClock.now() - m_queryTime;
+    const bool isRecent = age >= age.zero() && age < QueryLifetime;
+    if (!query.isEmpty() || !isRecent)
+        m_query = query;
+    for (auto *const flag :
+         { &m_windowPreferences.showsInfoCard, &m_windowPreferences.showsSettingsCard }) {
+        if (flag->get())
+            flag->set(false);
+    }
+    const bool wasFinding = std::exchange(m_isFinding, true);
+    renderCards();
+    auto *const card = qobject_cast<FindCard *>(m_findCard.data());
+    if (query.isEmpty())
+        card->selectQuery();
+    else if (wasFinding)
+        card->setQuery(query);
+}
+
+/// Keeps the query for a while.
+void QuillsatchelView::endFinding()
+{
+    if (!std::exchange(m_isFinding, false))
+        return;
+    m_query = qobject_cast<FindCard *>(m_findCard.data())->query();
+    m_queryTime = m_platform.wallClock.now();
+}
+
+void QuillsatchelView::closeFind()
+{
+    endFinding();
+    renderCards();
+}
+
+void QuillsatchelView::copyFound(const NodeHit &hit)
+{
+    closeFind();
+    selectTabOf(hit);
+    m_nodeList->reveal(hit.blockID);
+    m_store.copyBlock(hit.blockID);
+}
+
+void QuillsatchelView::goToFound(const NodeHit &hit, const std::optional<TextRange> &match)
+{
+    closeFind();
+    selectTabOf(hit);
+    m_nodeList->edit(hit.blockID, match.value_or(TextRange()));
+}
+
+void QuillsatchelView::selectTabOf(const NodeHit &hit)
+{
+    const auto *const tab = m_store.activeTab();
+    if (!tab || tab->id != hit.tabID)
+        m_store.selectTab(hit.tabID);
+    m_nodeList->render();
 }
 
 AboutCard *QuillsatchelView::makeAboutCard()
@@ -216,6 +302,17 @@ LauncherSettingsCard *QuillsatchelView::makeSettingsCard()
     return card;
 }
 
+FindCard *QuillsatchelView::makeFindCard()
+{
+    auto *const card = new FindCard(m_store, m_platform.mainQueue, m_query, this);
+    card->onClose = [this] { closeFind(); };
+    card->onCopy = [this](const NodeHit &hit) { copyFound(hit); };
+    card->onGoTo = [this](const NodeHit &hit, const std::optional<TextRange> &match) {
+        goToFound(hit, match);
+    };
+    return card;
+}
+
 void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
 {
     m_dictation.stop();
@@ -224,7 +321,7 @@ void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
 void QuillsatchelView::resizeEvent(QResizeEvent * /*event*/)
 {
     layOut();
-    for (auto *const card : { m_aboutCard.data(), m_settingsCard.data() }) {
+    for (auto *const card : { m_aboutCard.data(), m_settingsCard.data(), m_findCard.data() }) {
         if (card)
             card->setGeometry(rect());
     }

@@ -13,16 +13,20 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <chrono>
 #include <optional>
 #include <string>
 
 class AboutCard;
+class FindCard;
 class LauncherSettingsCard;
 class MessageLine;
 class NewNodeButton;
 class OverlayCard;
 class PromptCard;
+class QKeyEvent;
 class TabStrip;
+struct NodeHit;
 
 /// The whole content of the panel: the tab strip, the nodes of the active tab, the button for a new
 /// node, and the overlay cards. It connects the callbacks of the views to the models.
@@ -42,6 +46,14 @@ public:
     static constexpr QSize IdealSize { 430, 650 };
 
     QSize sizeHint() const override { return IdealSize; }
+
+    /// Opens the card that finds nodes in all tabs, or puts the focus into its field, and closes
+    /// the other cards. Searches for `query`. Without one, the last query is there for a minute,
+    /// selected.
+    void find(const QString &query = {});
+    /// Handles a key that no widget of the panel has handled: Ctrl+F opens the find card, and so
+    /// does typing while no text has the focus. False for any other key.
+    bool findByKey(const QKeyEvent &event);
 
     /// The widgets that Tab visits, in order.
     QList<QWidget *> focusStops() const;
@@ -72,7 +84,13 @@ private:
     void renderMessage(const std::optional<QString> &message);
     void layOut();
     void renderCards();
+    void endFinding();
+    void closeFind();
+    void copyFound(const NodeHit &hit);
+    void goToFound(const NodeHit &hit, const std::optional<TextRange> &match);
+    void selectTabOf(const NodeHit &hit);
     AboutCard *makeAboutCard();
+    FindCard *makeFindCard();
     LauncherSettingsCard *makeSettingsCard();
 
     SatchelStore &m_store;
@@ -91,4 +109,8 @@ private:
     Cancellable m_messageCancellable;
     QPointer<OverlayCard> m_aboutCard;
     QPointer<OverlayCard> m_settingsCard;
+    QPointer<OverlayCard> m_findCard;
+    bool m_isFinding = false;
+    QString m_query;                                   // of the find card, kept after it was closed
+    std::chrono::system_clock::time_point m_queryTime; // when it was closed
 };

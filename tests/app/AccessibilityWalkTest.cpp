@@ -2,6 +2,7 @@
 #include "launchers/ExampleLaunchers.h"
 #include "views/AccessibleTree.h"
 #include "views/ApplicationPanel.h"
+#include "views/FindCard.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/LauncherSlotEditor.h"
 #include "views/MessageLine.h"
@@ -110,6 +111,30 @@ protected:
         draw();
     }
 
+    void withFindCard()
+    {
+        start({ tabOf("One", { "a draft", "" }), tabOf("Two", { "drafts" }), tabOf("") });
+        button("New Node").setFocus();
+        Input::type(panel(), "d");
+        waitForCard<FindCard>();
+    }
+
+    void withManyFound()
+    {
+        start({ tabOf("One", numberedTexts(100)) });
+        Input::key(panel(), Qt::Key_F, Qt::ControlModifier);
+        waitForCard<FindCard>();
+        panel().resize(390, 420);
+        draw();
+    }
+
+    void withNoNodesFound()
+    {
+        withFindCard();
+        Input::type(panel(), "zzz");
+        draw();
+    }
+
     void dictating()
     {
         start({ tabOf("One", { "a", "b" }) });
@@ -144,6 +169,9 @@ protected:
         { "with full launchers", &AccessibilityWalkTest::withFullLaunchers },
         { "with chooser", &AccessibilityWalkTest::withChooser },
         { "with nothing found", &AccessibilityWalkTest::withNothingFound },
+        { "with find card", &AccessibilityWalkTest::withFindCard },
+        { "with many found", &AccessibilityWalkTest::withManyFound },
+        { "with no nodes found", &AccessibilityWalkTest::withNoNodesFound },
         { "dictating", &AccessibilityWalkTest::dictating },
         { "copied", &AccessibilityWalkTest::copied },
         { "with message", &AccessibilityWalkTest::withMessage },

@@ -1,8 +1,8 @@
 #include "app/MiniSwitch.h"
 #include "app/PanelFixture.h"
 #include "views/AccessibleTree.h"
-#include "views/ApplicationList.h"
 #include "views/ApplicationPanel.h"
+#include "views/ChoiceList.h"
 #include "views/DragHandle.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/LinkButton.h"
@@ -314,7 +314,7 @@ TEST_F(AccessibleActionsTest, ChoosesAnApplication)
     machine.workspace.finishListing();
     auto *const chooser = panel().findChild<ApplicationPanel *>();
     ASSERT_TRUE(chooser);
-    auto &list = accessible(*chooser->findChild<ApplicationList *>());
+    auto &list = accessible(*chooser->findChild<ChoiceList *>());
     ASSERT_EQ(list.childCount(), 2);
     list.child(1)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     EXPECT_TRUE(list.child(1)->state().selected);

@@ -4,11 +4,13 @@
 #include "app/PanelFixture.h"
 #include "launchers/ExampleLaunchers.h"
 #include "views/AccessibleTree.h"
-#include "views/ApplicationList.h"
 #include "views/ApplicationPanel.h"
+#include "views/ChoiceList.h"
 #include "views/EmptyState.h"
+#include "views/FindCard.h"
 #include "views/LauncherSettingsCard.h"
 #include "views/LauncherSlotEditor.h"
+#include "views/MessageLine.h"
 #include "views/PushButton.h"
 #include "views/TextField.h"
 
@@ -293,7 +295,7 @@ TEST_F(ContrastTest, IsEnoughForTheChooser)
 {
     auto &chooser = openChooser();
     auto &field = *chooser.findChild<TextField *>();
-    auto &list = *chooser.findChild<ApplicationList *>();
+    auto &list = *chooser.findChild<ChoiceList *>();
     list.setFocus(); // removes cursor and ring from the field
     EXPECT_GE(lowestContrast(inside(field)), MinTextContrast) << "placeholder";
     EXPECT_GE(lowestContrast(edge(field)), MinShapeContrast) << "border of the field";
@@ -311,10 +313,35 @@ TEST_F(ContrastTest, IsEnoughForTheChooser)
     }
 }
 
+TEST_F(ContrastTest, IsEnoughForTheFindCard)
+{
+    start({ tabOf("first found", { "MMM found MMM", "MMM found MMM" }) });
+    Input::key(panel(), Qt::Key_F, Qt::ControlModifier);
+    auto &card = *panel().findChild<FindCard *>();
+    auto &field = *card.findChild<TextField *>();
+    ASSERT_TRUE(QTest::qWaitFor([&field] { return field.hasFocus(); }));
+    Input::button(card, "Close")->setFocus(); // removes cursor and ring from the field
+    EXPECT_GE(lowestContrast(inside(field)), MinTextContrast) << "placeholder";
+    EXPECT_GE(lowestContrast(edge(field)), MinShapeContrast) << "border of the field";
+
+    card.setQuery(QStringLiteral("found"));
+    settle();
+    EXPECT_GE(lowestContrast(place(*card.findChild<MessageLine *>())), MinTextContrast);
+    auto &list = *card.findChild<ChoiceList *>();
+    for (int row = 0; row < 2; ++row) {
+        const QRect texts = list.visualRect(list.model()->index(row, 0))
+                                .translated(place(*list.viewport()).topLeft())
+                                .adjusted(26, 4, -100, -4);
+        const int half = texts.height() / 2;
+        EXPECT_GE(lowestContrast(texts.adjusted(0, 0, 0, -half)), MinTextContrast) << row;
+        EXPECT_GE(lowestContrast(texts.adjusted(0, half + 2, 0, 0)), MinTextContrast) << row;
+    }
+}
+
 TEST_F(ContrastTest, IsEnoughForButtonsUnderThePointer)
 {
     auto &chooser = openChooser();
-    chooser.findChild<ApplicationList *>()->selectFirst();
+    chooser.findChild<ChoiceList *>()->selectFirst();
     settle();
     for (const auto *const name : { "Other…", "Cancel", "Add Launcher" }) {
         auto &button = *Input::button(chooser, name);

@@ -38,6 +38,16 @@ WRITING = tab(
 RAINBOW = tab("Colors", *(node(f"This node is {color}.", color) for color in COLORS))
 MANY_TABS = [WRITING, *(tab(name) for name in ("", "R", "Letters", "A name that is far too long "
                                                "for any chip", "Übersetzungen", "日本語"))]
+LONG_WORD = "https://quillsatchel.example/" + "drafts-and-drafts-of-drafts-" * 12
+FINDABLE = [WRITING, RAINBOW, tab(
+    "Reviews",
+    node("Review this draft as a strict editor: list what is unclear, what is missing and what is "
+         "wrong, each with a quotation and a better version.", "purple"),
+    node("Draft a reply.", "red"), node(LONG_WORD, "blue"), node("مسودة draft للمراجعة", "pink"),
+    node("下書き: 日本語の draft をレビューしてください。" * 4, "yellow"),
+    node("A draft with a 👍🏽 and a ❤️ for the team"), node("x" * 1_000_000 + " draft", "orange"),
+    node("\n\n  One line\n\n\n\tand another\nDRAFT\n", "green"), node(),
+    node("drafting, drafted, drafts"), node("An overdraft, Réďràft"))]
 FOCUS_STOPS = [("Writing", "tab"), ("New tab", "new-tab"), ("Drag node to reorder", "handle"),
                ("Node color", "palette"), ("Delete node", "trash"), ("Node text", "editor"),
                ("Dictate", "dictate"), ("Copy", "copy"), ("New Node", "new-node"),
@@ -74,6 +84,7 @@ class Photographer:
         self.open([WRITING], self.take_about_card)
         self.open([WRITING], self.take_settings_card)
         self.open([WRITING], self.take_filled_settings_card, self.five_launchers())
+        self.open(FINDABLE, self.take_find_card)
         self.open([WRITING], self.take_chooser)
         self.open([WRITING], self.take_color_menu)
         self.open([WRITING], self.take_tab_menu)
@@ -143,6 +154,22 @@ class Photographer:
                         "https://a-rather-long-name-for-a-host.of-a-website.example.com/with/a/"
                         "path?and=query", library.known_id(4)),
                 website("localhost", "http://localhost:8080/", library.known_id(5))]
+
+    def take_find_card(self, panel):
+        press_keys("ctrl+f")
+        wait_for("focus in the field", lambda: panel.focused_name() == "Find in all tabs")
+        self.take(panel, "find-all")
+        type_text("draft")
+        self.take(panel, "find")
+        press_keys("Down", "Down")
+        self.take(panel, "find-selected")
+        self.take(panel, "find-smallest", width=390, height=420)
+        type_text(" review")
+        self.take(panel, "find-two-words")
+        press_keys("Tab")
+        self.take(panel, "find-focus")
+        type_text("zzz")
+        self.take(panel, "find-nothing")
 
     def take_chooser(self, panel):
         card = panel.open_settings()

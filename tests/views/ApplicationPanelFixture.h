@@ -3,8 +3,8 @@
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
 #include "views/ApplicationFileDialog.h"
-#include "views/ApplicationList.h"
 #include "views/ApplicationPanel.h"
+#include "views/ChoiceList.h"
 #include "views/Input.h"
 
 #include <QCoreApplication>
@@ -82,7 +82,7 @@ protected:
 
     QLineEdit &field() const { return *panel->findChild<QLineEdit *>(); }
 
-    ApplicationList &list() const { return *panel->findChild<ApplicationList *>(); }
+    ChoiceList &list() const { return *panel->findChild<ChoiceList *>(); }
 
     QAbstractButton &button(const std::string &name) const { return *Input::button(*panel, name); }
 

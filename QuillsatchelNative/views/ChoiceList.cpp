@@ -1,4 +1,4 @@
-#include "views/ApplicationList.h"
+#include "views/ChoiceList.h"
 
 #include "views/OverlayScrollBar.h"
 #include "views/Painting.h"
@@ -16,7 +16,7 @@ constexpr int BarInset = 2;
 
 } // namespace
 
-ApplicationList::ApplicationList(QWidget *parent)
+ChoiceList::ChoiceList(QWidget *parent)
     : QListView(parent)
 {
     setFrameStyle(Box | Plain); // not painted, but keeps the scroll bar off the edge
@@ -30,7 +30,7 @@ ApplicationList::ApplicationList(QWidget *parent)
     viewport()->setAttribute(Qt::WA_Hover);
 }
 
-void ApplicationList::updateGeometries()
+void ChoiceList::updateGeometries()
 {
     QListView::updateGeometries();
     const int around = Padding - BarInset;
@@ -41,7 +41,7 @@ void ApplicationList::updateGeometries()
         setViewportMargins(margins);
 }
 
-std::optional<ApplicationList::CursorAction> ApplicationList::actionOf(int key)
+std::optional<ChoiceList::CursorAction> ChoiceList::actionOf(int key)
 {
     switch (key) {
     case Qt::Key_Up:
@@ -57,7 +57,7 @@ std::optional<ApplicationList::CursorAction> ApplicationList::actionOf(int key)
     }
 }
 
-bool ApplicationList::moveSelection(int key)
+bool ChoiceList::moveSelection(int key)
 {
     const auto action = actionOf(key);
     if (action)
@@ -65,19 +65,19 @@ bool ApplicationList::moveSelection(int key)
     return action.has_value();
 }
 
-void ApplicationList::selectFirst()
+void ChoiceList::selectFirst()
 {
     move(MoveHome);
 }
 
-void ApplicationList::move(CursorAction action)
+void ChoiceList::move(CursorAction action)
 {
     const QModelIndex next = moveCursor(action, {});
     if (next.isValid())
         setCurrentIndex(next);
 }
 
-void ApplicationList::setNote(const QString &note)
+void ChoiceList::setNote(const QString &note)
 {
     if (m_note == note)
         return;
@@ -86,7 +86,7 @@ void ApplicationList::setNote(const QString &note)
     viewport()->update();
 }
 
-bool ApplicationList::event(QEvent *event)
+bool ChoiceList::event(QEvent *event)
 {
     if (event->type() != QEvent::Paint)
         return QListView::event(event);
@@ -94,7 +94,7 @@ bool ApplicationList::event(QEvent *event)
     return true;
 }
 
-void ApplicationList::paintBackground()
+void ChoiceList::paintBackground()
 {
     QPainter painter(this);
     Painting::fillRoundedRect(painter, rect(), Radius, SrgbColor::black(0.3));
@@ -104,7 +104,7 @@ void ApplicationList::paintBackground()
         Painting::strokeRoundedRect(painter, rect(), Radius, SatchelTheme::border);
 }
 
-void ApplicationList::paintEvent(QPaintEvent *event)
+void ChoiceList::paintEvent(QPaintEvent *event)
 {
     QListView::paintEvent(event);
     QPainter painter(viewport());
@@ -113,7 +113,7 @@ void ApplicationList::paintEvent(QPaintEvent *event)
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_note);
 }
 
-void ApplicationList::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+void ChoiceList::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QListView::currentChanged(current, previous);
     if (hasFocus() || !current.isValid())

@@ -7,12 +7,12 @@
 
 /// A list on a rounded dark background. Another widget can move its selection and keep the keyboard
 /// focus meanwhile.
-class ApplicationList final : public QListView
+class ChoiceList final : public QListView
 {
     Q_OBJECT
 
 public:
-    explicit ApplicationList(QWidget *parent);
+    explicit ChoiceList(QWidget *parent);
 
     /// The user typed letters while the list had the focus.
     std::function<void(const QString &letters)> onType = [](const QString &) {};
