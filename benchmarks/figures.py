@@ -50,8 +50,8 @@ GOALS = (
     Goal("keep an earlier version", "100,000 nodes", 0.02),
     *(Goal(f"find: {query}", size, 1) for query in QUERIES for size in SIZES),
     *(Goal(f"find: {query}", size, 1,
-           reason="A text that is not ASCII is folded for every query, because its folded form would "
-                  "need as much memory as the library. grep folds it in the file.")
+           reason="A text that is not ASCII is folded for every query, because keeping its folded "
+                  "form would need as much memory as the library. grep does not ignore accents.")
       for query in OTHER_SCRIPTS for size in SIZES[-2:]),
     Goal("find: the slowest of these", "10,000 nodes", 5, is_ratio=False),
     Goal("find: the slowest of these", "100,000 nodes", 40, is_ratio=False),

@@ -39,15 +39,20 @@ RAINBOW = tab("Colors", *(node(f"This node is {color}.", color) for color in COL
 MANY_TABS = [WRITING, *(tab(name) for name in ("", "R", "Letters", "A name that is far too long "
                                                "for any chip", "Übersetzungen", "日本語"))]
 LONG_WORD = "https://quillsatchel.example/" + "drafts-and-drafts-of-drafts-" * 12
-FINDABLE = [WRITING, RAINBOW, tab(
+REVIEWS = tab(
     "Reviews",
     node("Review this draft as a strict editor: list what is unclear, what is missing and what is "
          "wrong, each with a quotation and a better version.", "purple"),
-    node("Draft a reply.", "red"), node(LONG_WORD, "blue"), node("مسودة draft للمراجعة", "pink"),
+    node("Draft a reply.", "red"),
+    node(LONG_WORD, "blue"),
+    node("مسودة draft للمراجعة", "pink"),
     node("下書き: 日本語の draft をレビューしてください。" * 4, "yellow"),
-    node("A draft with a 👍🏽 and a ❤️ for the team"), node("x" * 1_000_000 + " draft", "orange"),
-    node("\n\n  One line\n\n\n\tand another\nDRAFT\n", "green"), node(),
-    node("drafting, drafted, drafts"), node("An overdraft, Réďràft"))]
+    node("A draft with a 👍🏽 and a ❤️ for the team"),
+    node("x" * 1_000_000 + " draft", "orange"),
+    node("\n\n  One line\n\n\n\tand another\nDRAFT\n", "green"),
+    node(),
+    node("drafting, drafted, drafts"),
+    node("An overdraft, Réďràft"))
 FOCUS_STOPS = [("Writing", "tab"), ("New tab", "new-tab"), ("Drag node to reorder", "handle"),
                ("Node color", "palette"), ("Delete node", "trash"), ("Node text", "editor"),
                ("Dictate", "dictate"), ("Copy", "copy"), ("New Node", "new-node"),
@@ -84,7 +89,7 @@ class Photographer:
         self.open([WRITING], self.take_about_card)
         self.open([WRITING], self.take_settings_card)
         self.open([WRITING], self.take_filled_settings_card, self.five_launchers())
-        self.open(FINDABLE, self.take_find_card)
+        self.open([WRITING, RAINBOW, REVIEWS], self.take_find_card)
         self.open([WRITING], self.take_chooser)
         self.open([WRITING], self.take_color_menu)
         self.open([WRITING], self.take_tab_menu)
