@@ -5,13 +5,18 @@
 #include <chrono>
 #include <vector>
 
-double PairedRuns::milliseconds(const std::function<void()> &work)
+namespace
+{
+
+double milliseconds(const std::function<void()> &work)
 {
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
         .count();
 }
+
+} // namespace
 
 PairedRuns PairedRuns::measure(int count, const std::function<void()> &first,
                                const std::function<void()> &second)

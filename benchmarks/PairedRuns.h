@@ -8,9 +8,6 @@ struct PairedRuns {
     double secondMilliseconds = 0; ///< median
     double ratio = 0;              ///< median of first / second of each pair
 
-    /// The time that one run of `work` takes.
-    static double milliseconds(const std::function<void()> &work);
-
     /// Runs each once as a warm-up, then `count` times.
     static PairedRuns measure(int count, const std::function<void()> &first,
                               const std::function<void()> &second);

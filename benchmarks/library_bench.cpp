@@ -3,7 +3,6 @@
 // Measures what keeping earlier versions adds to a save.
 
 #include "Figure.h"
-#include "Median.h"
 #include "PairedRuns.h"
 #include "SampleLibrary.h"
 #include "support/EarlierVersions.h"
@@ -21,9 +20,9 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <unistd.h>
-#include <vector>
 
 namespace
 {
@@ -115,19 +114,28 @@ public:
         addAYear();
     }
 
-    /// Before each save, the clock advances by `pause`.
+    /// Compares with saves that keep nothing. Before each save that may keep a version, the clock
+    /// advances by `pause`.
     void measure(const char *what, int runs, std::chrono::seconds pause)
     {
-        std::vector<double> keeping;
-        std::vector<double> shares;
-        for (int run = 0; run < runs; ++run) {
-            m_now += pause;
-            double added = 0;
-            const double total = PairedRuns::milliseconds([this, &added] { added = save(); });
-            keeping.push_back(added);
-            shares.push_back(added / total);
-        }
-        Figure { what, m_size, median(keeping), "ms", "the whole save", median(shares) }.print();
+        const auto pairs = PairedRuns::measure(
+            runs,
+            [this, pause] {
+                m_now += pause;
+                saveAndKeep();
+            },
+            [this] {
+                require(replaceFile(m_folder.filePath(QStringLiteral("plain.json")), m_encode)
+                            .has_value(),
+                        "save");
+            });
+        Figure { what,
+                 m_size,
+                 pairs.firstMilliseconds - pairs.secondMilliseconds,
+                 "ms",
+                 "the same save without",
+                 pairs.ratio - 1 }
+            .print();
     }
 
 private:
@@ -153,23 +161,19 @@ private:
         writePlainly((m_versionsFolder / version.fileName("prompts.json")).c_str(), {});
     }
 
-    /// Returns the milliseconds of keeping.
-    double save()
+    void saveAndKeep()
     {
-        double added = 0;
-        const auto encode = [this](const ByteSink &sink) {
-            SatchelDocument::encode(m_library.activeTabID, m_library.tabs, sink);
-        };
-        const auto keep = [this, &added](const std::filesystem::path &file) {
-            added = PairedRuns::milliseconds([&] { m_versions.keep(file); });
-        };
+        const auto keep = [this](const std::filesystem::path &file) { m_versions.keep(file); };
         const auto written =
-            replaceFile(m_folder.filePath(QStringLiteral("prompts.json")), encode, keep);
+            replaceFile(m_folder.filePath(QStringLiteral("prompts.json")), m_encode, keep);
         require(written.has_value(), "save");
-        return added + PairedRuns::milliseconds([&] { m_versions.setWritten(*written); });
+        m_versions.setWritten(*written);
     }
 
     SatchelDocument m_library;
+    std::function<void(const ByteSink &)> m_encode = [this](const ByteSink &sink) {
+        SatchelDocument::encode(m_library.activeTabID, m_library.tabs, sink);
+    };
     std::string m_size;
     QTemporaryDir m_folder;
     std::chrono::system_clock::time_point m_now =
