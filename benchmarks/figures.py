@@ -73,7 +73,7 @@ GOALS = (
                 "show. The second thread that reads them saves time, not CPU time."),
     Goal("private memory", "10 nodes", 1.28,
          reason="Text needs memory too, as the windows with text show. The rest is the program "
-                "itself and the libraries for drawings and JSON."),
+                "itself and the library for JSON."),
     *(Goal(what, "10 nodes, with speech installed", 1.02,
            reason="Speech is not loaded before the first dictation; the difference from 1 is the "
                   "variation between runs.")

@@ -5,8 +5,8 @@
 
 #include <QFile>
 #include <QPainter>
+#include <QPicture>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 #include <optional>
 
@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 QString fileOf(const QString &name)
 {
-    return u":/symbols/"_s + name + u".svg"_s;
+    return u":/symbols/"_s + name + u".picture"_s;
 }
 
 std::optional<QColor> colorOf(const std::optional<SrgbColor> &tint)
@@ -28,13 +28,24 @@ std::optional<QColor> colorOf(const std::optional<SrgbColor> &tint)
     return tint ? std::optional(Painting::qColor(*tint)) : std::nullopt;
 }
 
+/// Null for an unknown name. The size of the drawing is that of the bounding rectangle.
+QPicture drawingOf(const QString &name)
+{
+    QPicture drawing;
+    drawing.load(fileOf(name));
+    return drawing;
+}
+
 /// The drawing scaled to `size` in pixels.
-QPixmap render(QSvgRenderer &drawing, const QSize &size, const std::optional<QColor> &tint)
+QPixmap render(const QPicture &drawing, const QSize &size, const std::optional<QColor> &tint)
 {
     QPixmap pixmap(size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    drawing.render(&painter, QRectF(QPointF(), QSizeF(size)));
+    const QSizeF original = drawing.boundingRect().size();
+    painter.scale(size.width() / original.width(), size.height() / original.height());
+    painter.drawPicture(0, 0, drawing);
+    painter.resetTransform();
     if (tint) {
         painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
         painter.fillRect(pixmap.rect(), *tint);
@@ -53,10 +64,11 @@ QPixmap cachedPixmap(const QString &name, const QSizeF &frame, qreal scale,
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap))
         return pixmap;
-    QSvgRenderer drawing(fileOf(name));
-    if (!drawing.isValid())
+    const QPicture drawing = drawingOf(name);
+    if (drawing.isNull())
         return {};
-    const QSizeF fitting = QSizeF(drawing.defaultSize()).scaled(frame * scale, Qt::KeepAspectRatio);
+    const QSizeF original = drawing.boundingRect().size();
+    const QSizeF fitting = original.scaled(frame * scale, Qt::KeepAspectRatio);
     pixmap = render(drawing, fitting.toSize(), tint);
     pixmap.setDevicePixelRatio(scale);
     QPixmapCache::insert(key, pixmap);
@@ -87,7 +99,9 @@ QIcon menuIcon(const QString &name, const std::optional<SrgbColor> &tint, int si
 
 QIcon applicationIcon(const QString &name)
 {
-    QSvgRenderer drawing(fileOf(name));
+    const QPicture drawing = drawingOf(name);
+    if (drawing.isNull())
+        return {};
     QIcon icon;
     for (const int side : { 16, 22, 24, 32, 48, 64, 128 })
         icon.addPixmap(render(drawing, QSize(side, side), std::nullopt));

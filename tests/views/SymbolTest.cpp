@@ -70,6 +70,7 @@ TEST(SymbolTest, DrawsNothingForAnUnknownName)
         pictureOf(u"no.such.symbol"_s, SrgbColor::white(), 1).inkIn({ 0, 0, 40, 40 }, Background),
         QRectF());
     EXPECT_TRUE(Symbol::menuIcon(u"no.such.symbol"_s, SrgbColor::white(), 12).isNull());
+    EXPECT_TRUE(Symbol::applicationIcon(u"no.such.symbol"_s).isNull());
 }
 
 TEST(SymbolTest, IsWhiteInASelectedMenuItem)
