@@ -49,13 +49,16 @@ bool isPartOfWord(std::string_view bytes)
     return QChar::isLetterOrNumber(codePoint) || QChar::isMark(codePoint);
 }
 
-/// For the usual characters, in which most matches begin and end.
-constexpr std::array<bool, 128> AsciiPartsOfWords = [] {
+constexpr std::array<bool, 128> findAsciiPartsOfWords()
+{
     std::array<bool, 128> parts {};
     for (std::size_t c = 0; c < parts.size(); ++c)
         parts.at(c) = (c >= '0' && c <= '9') || isAsciiLetter(static_cast<char>(c));
     return parts;
-}();
+}
+
+// For the usual characters, in which most matches begin and end.
+constexpr auto AsciiPartsOfWords = findAsciiPartsOfWords();
 
 bool endsInsideWord(std::string_view text)
 {

@@ -9,6 +9,7 @@ class FakeStatusBar final : public StatusBar
 
 public:
     void begin() override { ++beginCalls; }
+
     bool hasMenuBar() const override { return false; }
 
     int beginCalls = 0;

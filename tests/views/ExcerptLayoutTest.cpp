@@ -84,7 +84,8 @@ TEST_F(ExcerptLayoutTest, StaysWithinItsWidth)
     for (const auto &text : texts) {
         for (const int lines : { 1, 2 }) {
             const Excerpt excerpt { text, { { 0, text.size() } } };
-            EXPECT_LE(textBounds(painted(excerpt, lines)).right(), LayoutWidth) << text.toStdString();
+            EXPECT_LE(textBounds(painted(excerpt, lines)).right(), LayoutWidth)
+                << text.toStdString();
         }
     }
 }

@@ -23,6 +23,7 @@ void allowReadingDatabase()
 }
 
 // Qt calls this once it has a font database, and then initializes the rest of the application.
+// cppcheck-suppress unknownMacro
 Q_COREAPP_STARTUP_FUNCTION(allowReadingDatabase)
 
 // QFontDatabase locks a mutex, so the main thread waits if it needs a font in the meantime.
