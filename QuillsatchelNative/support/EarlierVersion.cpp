@@ -33,7 +33,7 @@ std::string textOf(local_seconds time)
            padded(clock.minutes().count(), 2) + '.' + padded(clock.seconds().count(), 2);
 }
 
-/// The number at the start of `text`; 0 if there is none.
+/// The number at the start of `text`, or 0.
 unsigned numberIn(std::string_view text)
 {
     unsigned number = 0;

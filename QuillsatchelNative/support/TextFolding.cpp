@@ -107,7 +107,7 @@ QList<uint> foldedLetters(char32_t codePoint)
     return letters;
 }
 
-/// The one character that the last one of `before` and `letter` form; empty if there is none.
+/// Composes the last letter of `before` with `letter`. Empty if Unicode has no such character.
 QByteArray joined(std::string_view before, std::string_view letter)
 {
     const std::string both = std::string(lastCodePoint(before)).append(letter);

@@ -2,6 +2,7 @@
 
 #include "views/ApplicationIcons.h"
 #include "views/ApplicationListModel.h"
+#include "views/ChoiceList.h"
 #include "views/Painting.h"
 #include "views/SatchelTheme.h"
 #include "views/Symbol.h"
@@ -15,7 +16,6 @@ namespace
 using namespace Qt::StringLiterals;
 
 constexpr int RowHeight = 42;
-constexpr int Radius = 6;
 constexpr int Padding = 9;
 constexpr int IconSpacing = 10;
 constexpr int LineSpacing = 1;
@@ -51,25 +51,13 @@ void ApplicationRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem
                                    const QModelIndex &index) const
 {
     painter->save();
-    paintBackground(*painter, option);
+    ChoiceList::paintRowBackground(*painter, option);
     QRect frame = option.rect.adjusted(Padding, 0, -Padding, 0);
     paintIcon(*painter, { frame.left(), frame.center().y() - IconSize / 2 + 1, IconSize, IconSize },
               index);
     frame.setLeft(frame.left() + IconSize + IconSpacing);
     paintTexts(*painter, frame, index, option.state.testFlag(QStyle::State_Selected));
     painter->restore();
-}
-
-void ApplicationRowDelegate::paintBackground(QPainter &painter,
-                                             const QStyleOptionViewItem &option) const
-{
-    if (option.state.testFlag(QStyle::State_Selected))
-        Painting::fillRoundedRect(painter, option.rect, Radius,
-                                  SatchelTheme::accent.withOpacity(0.75));
-    else if (option.state.testFlag(QStyle::State_MouseOver))
-        Painting::fillRoundedRect(painter, option.rect, Radius, SrgbColor::white(0.07));
-    if (option.state.testFlag(QStyle::State_HasFocus))
-        Painting::focusRing(painter, option.rect, Radius);
 }
 
 void ApplicationRowDelegate::paintIcon(QPainter &painter, const QRect &frame,

@@ -22,7 +22,6 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
-    void paintBackground(QPainter &painter, const QStyleOptionViewItem &option) const;
     void paintIcon(QPainter &painter, const QRect &frame, const QModelIndex &index) const;
     void paintTexts(QPainter &painter, const QRect &frame, const QModelIndex &index,
                     bool isSelected) const;

@@ -11,6 +11,7 @@ namespace
 {
 
 constexpr int Radius = 8;
+constexpr int RowRadius = 6;
 constexpr int Padding = 4;
 constexpr int BarInset = 2;
 
@@ -28,6 +29,17 @@ ChoiceList::ChoiceList(QWidget *parent)
     setEditTriggers(NoEditTriggers);
     setFocusPolicy(Qt::TabFocus); // a click leaves the focus in the search field
     viewport()->setAttribute(Qt::WA_Hover);
+}
+
+void ChoiceList::paintRowBackground(QPainter &painter, const QStyleOptionViewItem &option)
+{
+    if (option.state.testFlag(QStyle::State_Selected))
+        Painting::fillRoundedRect(painter, option.rect, RowRadius,
+                                  SatchelTheme::accent.withOpacity(0.75));
+    else if (option.state.testFlag(QStyle::State_MouseOver))
+        Painting::fillRoundedRect(painter, option.rect, RowRadius, SrgbColor::white(0.07));
+    if (option.state.testFlag(QStyle::State_HasFocus))
+        Painting::focusRing(painter, option.rect, RowRadius);
 }
 
 void ChoiceList::updateGeometries()

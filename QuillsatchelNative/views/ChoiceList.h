@@ -14,6 +14,9 @@ class ChoiceList final : public QListView
 public:
     explicit ChoiceList(QWidget *parent);
 
+    /// For delegates: the background of a row that is selected, below the pointer or focused.
+    static void paintRowBackground(QPainter &painter, const QStyleOptionViewItem &option);
+
     /// The user typed letters while the list had the focus.
     std::function<void(const QString &letters)> onType = [](const QString &) {};
 

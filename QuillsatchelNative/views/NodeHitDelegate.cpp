@@ -1,5 +1,6 @@
 #include "views/NodeHitDelegate.h"
 
+#include "views/ChoiceList.h"
 #include "views/ExcerptLayout.h"
 #include "views/NodeHitModel.h"
 #include "views/Painting.h"
@@ -11,7 +12,6 @@
 namespace
 {
 
-constexpr int Radius = 6;
 constexpr int Padding = 9;
 constexpr int DotSize = 8;
 constexpr int DotSpacing = 9;
@@ -27,17 +27,6 @@ struct Colors {
 
 constexpr Colors Plain { SrgbColor::white(0.76), SrgbColor::white(1), SatchelTheme::secondary };
 constexpr Colors Selected { SrgbColor::white(0.92), SrgbColor::white(1), SrgbColor::white(0.8) };
-
-void paintBackground(QPainter &painter, const QStyleOptionViewItem &option)
-{
-    if (option.state.testFlag(QStyle::State_Selected))
-        Painting::fillRoundedRect(painter, option.rect, Radius,
-                                  SatchelTheme::accent.withOpacity(0.75));
-    else if (option.state.testFlag(QStyle::State_MouseOver))
-        Painting::fillRoundedRect(painter, option.rect, Radius, SrgbColor::white(0.07));
-    if (option.state.testFlag(QStyle::State_HasFocus))
-        Painting::focusRing(painter, option.rect, Radius);
-}
 
 /// A node without a colour has an empty dot. On the accent colour, a ring sets the dot apart.
 void paintDot(QPainter &painter, const QRectF &dot, BlockColor color, bool isSelected)
@@ -74,7 +63,7 @@ void NodeHitDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     painter->save();
     painter->setClipRect(option.rect);
-    paintBackground(*painter, option);
+    ChoiceList::paintRowBackground(*painter, option);
     const QRectF frame = QRectF(option.rect).adjusted(Padding, 0, -Padding, 0);
     const QRectF dot(frame.left(), frame.center().y() - DotSize / 2.0, DotSize, DotSize);
     paintDot(*painter, dot, hit.color, isSelected);
