@@ -1,8 +1,11 @@
 #include "views/ApplicationSearch.h"
 
+#include "support/TextFolding.h"
+
 #include <QStringList>
 
 #include <algorithm>
+#include <string>
 
 namespace
 {
@@ -13,37 +16,10 @@ enum class Rank {
     elsewhere
 };
 
-/// Handles the letters whose stroke Unicode does not decompose into an accent.
-QChar baseLetter(QChar letter)
+QString normalized(TextFolding &folding, const std::string &text)
 {
-    switch (letter.unicode()) {
-    case u'\u00F8':
-        return u'o';
-    case u'\u0111':
-        return u'd';
-    case u'\u0142':
-        return u'l';
-    default:
-        return letter;
-    }
-}
-
-QString normalized(const QString &text)
-{
-    // Upper case first: it makes sharp s equal to double s, and both small sigmas equal.
-    const QString folded = text.normalized(QString::NormalizationForm_KD).toUpper().toCaseFolded();
-    QString plain;
-    plain.reserve(folded.size());
-    for (const QChar letter : folded) {
-        if (letter.combiningClass() == 0)
-            plain += baseLetter(letter);
-    }
-    return plain.simplified();
-}
-
-QString normalized(const std::string &text)
-{
-    return normalized(QString::fromStdString(text));
+    const auto folded = folding.fold(text);
+    return QString::fromUtf8(folded.data(), static_cast<qsizetype>(folded.size())).simplified();
 }
 
 bool startsWord(const QString &text, const QString &beginning)
@@ -68,19 +44,21 @@ Rank rank(const QString &name, const QString &typed, const QStringList &words)
 
 ApplicationSearch::ApplicationSearch(const std::vector<Application> &applications)
 {
+    TextFolding folding;
     m_entries.reserve(applications.size());
     for (const auto &application : applications) {
-        const QString name = normalized(application.name);
+        const QString name = normalized(folding, application.name);
         // Words contain no line breaks, so no word matches across two texts.
-        const QString allTexts = name + u'\n' + normalized(application.comment) + u'\n' +
-                                 normalized(application.keywords);
+        const QString allTexts = name + u'\n' + normalized(folding, application.comment) + u'\n' +
+                                 normalized(folding, application.keywords);
         m_entries.push_back({ name, allTexts });
     }
 }
 
 std::vector<std::size_t> ApplicationSearch::find(const QString &typed) const
 {
-    const QString text = normalized(typed);
+    TextFolding folding;
+    const QString text = normalized(folding, typed.toStdString());
     const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
     std::vector<std::size_t> found;
     for (std::size_t index = 0; index < m_entries.size(); ++index) {
