@@ -11,8 +11,6 @@
 #include <filesystem>
 #include <iterator>
 #include <optional>
-#include <sphinxbase/err.h>
-#include <sphinxbase/ngram_model.h>
 #include <system_error>
 #include <utility>
 
@@ -70,17 +68,16 @@ void addWords(ngram_model_t *model)
     }
 }
 
-bool loadLanguageModel(ps_decoder_t *decoder, cmd_ln_t *config, const SpeechModel &model)
+bool loadLanguageModel(ps_decoder_t *decoder, const SpeechModel &model)
 {
     const auto path = model.folder / (model.tag + ".lm.bin");
-    const CPointer<ngram_model_t, &ngram_model_free> language(
-        ngram_model_read(config, path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder)));
+    const CPointer<ngram_model_t, &ngram_model_free> language(ngram_model_read(
+        ps_get_config(decoder), path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder)));
     if (!language)
         return false;
     if (isEnglish(model.tag))
         addWords(language.get());
-    return ps_set_lm(decoder, "dictation", language.get()) == 0 &&
-           ps_set_search(decoder, "dictation") == 0;
+    return PocketSphinxVersion::setLanguageModel(decoder, language.get());
 }
 
 } // namespace
@@ -97,40 +94,41 @@ bool PocketSphinxEngine::isComplete(const SpeechModel &model)
 
 std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &model)
 {
-    err_set_logfp(nullptr);
-    const auto acoustic = model.folder / model.tag;
     auto dictionary = dictionaryIn(model.folder).value_or(Path());
     std::optional<MemoryFile> adapted;
     if (isEnglish(model.tag))
         adapted.emplace(adaptedDictionary(dictionary));
     if (adapted && adapted->isComplete())
         dictionary = adapted->path();
-    // Wider beams and a shorter final pause than the defaults reduce the word error rate.
-    const Config config(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", acoustic.c_str(), "-dict",
-                                    dictionary.c_str(), "-beam", "1e-60", "-wbeam", "1e-40",
-                                    "-pbeam", "1e-60", "-vad_postspeech", "30", nullptr));
-    Decoder decoder(config ? ps_init(config.get()) : nullptr);
-    if (!decoder || !loadLanguageModel(decoder.get(), config.get(), model))
+    auto decoder = PocketSphinxVersion::makeDecoder(model.folder / model.tag, dictionary);
+    if (!decoder || !loadLanguageModel(decoder.get(), model))
         return nullptr;
-    return std::unique_ptr<RecognitionEngine>(new PocketSphinxEngine(std::move(decoder)));
+    auto gate = PocketSphinxVersion::makeSpeechGate(decoder.get());
+    if (!gate)
+        return nullptr;
+    return std::unique_ptr<RecognitionEngine>(
+        new PocketSphinxEngine(std::move(decoder), std::move(gate)));
 }
 
-PocketSphinxEngine::PocketSphinxEngine(Decoder decoder)
+PocketSphinxEngine::PocketSphinxEngine(Decoder decoder, std::unique_ptr<SpeechGate> gate)
     : m_decoder(std::move(decoder))
+    , m_gate(std::move(gate))
 {
 }
 
 void PocketSphinxEngine::begin()
 {
     require(ps_start_stream(m_decoder.get()) == 0);
+    m_gate->reset();
     startUtterance();
 }
 
 Hypothesis PocketSphinxEngine::process(std::span<const std::int16_t> samples)
 {
-    m_audio.insert(m_audio.end(), samples.begin(), samples.end());
-    decode(samples);
-    if (!ps_get_in_speech(m_decoder.get()))
+    const auto passed = m_gate->pass(samples);
+    m_audio.insert(m_audio.end(), passed.begin(), passed.end());
+    decode(passed);
+    if (!m_gate->isOpen())
         return m_hasSpeech ? afterSpeech() : beforeSpeech();
     m_hasSpeech = true;
     if (m_audio.size() >= MaxUtterance)
@@ -200,7 +198,8 @@ void PocketSphinxEngine::startUtterance()
 
 void PocketSphinxEngine::decode(std::span<const std::int16_t> samples)
 {
-    require(ps_process_raw(m_decoder.get(), samples.data(), samples.size(), FALSE, FALSE) >= 0);
+    if (!samples.empty())
+        require(ps_process_raw(m_decoder.get(), samples.data(), samples.size(), FALSE, FALSE) >= 0);
 }
 
 void PocketSphinxEngine::endUtterance()

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/speech/listener/PocketSphinxVersion.h"
 #include "platform/speech/listener/RecognitionEngine.h"
+#include "platform/speech/listener/SpeechGate.h"
 #include "platform/speech/listener/SpeechModel.h"
-#include "support/CPointer.h"
 
 #include <cstdint>
 #include <memory>
-#include <pocketsphinx.h>
 #include <span>
 #include <string>
 #include <vector>
@@ -27,10 +27,9 @@ public:
     std::string finish() override;
 
 private:
-    using Config = CPointer<cmd_ln_t, &cmd_ln_free_r>;
-    using Decoder = CPointer<ps_decoder_t, &ps_free>;
+    using Decoder = PocketSphinxVersion::Decoder;
 
-    explicit PocketSphinxEngine(Decoder decoder);
+    PocketSphinxEngine(Decoder decoder, std::unique_ptr<SpeechGate> gate);
 
     Hypothesis beforeSpeech();
     Hypothesis afterSpeech();
@@ -43,8 +42,9 @@ private:
     std::string words() const;
 
     const Decoder m_decoder;
-    std::vector<std::int16_t> m_audio; // of the utterance, from half a second before speech
-    bool m_hasSpeech = false;          // in the current utterance
+    const std::unique_ptr<SpeechGate> m_gate; // uses the decoder
+    std::vector<std::int16_t> m_audio;        // of the utterance, from half a second before speech
+    bool m_hasSpeech = false;                 // in the current utterance
     bool m_isDecodedTwice = false;
     bool m_isAdapted = false;
 };
