@@ -49,9 +49,19 @@ Transfer::get(const std::string &address, const std::string &protocols, const st
     curl_easy_setopt(m_easy.get(), CURLOPT_PROXY, proxy.empty() ? nullptr : proxy.c_str());
     if (!perform())
         return std::nullopt;
-    const char *redirect = nullptr;
-    curl_easy_getinfo(m_easy.get(), CURLINFO_REDIRECT_URL, &redirect);
-    return Response { std::exchange(m_body, {}), redirect ? redirect : "" };
+    return Response { std::exchange(m_body, {}), redirect() };
+}
+
+// libcurl 8.22 also reports the Location of responses that are no redirects.
+std::string Transfer::redirect() const
+{
+    long status = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    if (status < 300 || status > 399)
+        return {};
+    const char *address = nullptr;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_REDIRECT_URL, &address);
+    return address ? address : "";
 }
 
 bool Transfer::perform()

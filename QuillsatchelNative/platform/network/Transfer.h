@@ -51,6 +51,7 @@ private:
 
     void configure(const std::string &caBundle);
     bool perform();
+    std::string redirect() const;
     bool hasResponse(CURLcode result) const;
     bool waitForActivity();
 

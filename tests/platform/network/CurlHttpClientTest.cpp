@@ -166,6 +166,12 @@ TEST_F(CurlHttpClientTest, FollowsRedirects)
     }
 }
 
+TEST_F(CurlHttpClientTest, IgnoresTheLocationOfOtherResponses)
+{
+    for (const int status : { 200, 201, 206, 299, 400, 404, 500 })
+        EXPECT_EQ(receive(redirectTo("/there", status)), "moved") << status;
+}
+
 TEST_F(CurlHttpClientTest, FollowsRedirectsToAnotherServer)
 {
     const HttpServer other([](Exchange &exchange) { exchange.answer(404, "there"); });
