@@ -76,7 +76,7 @@ UnfinishedFile::UnfinishedFile(const fs::path &target)
     : m_target(target)
     , m_file(nameTemplate(target))
 {
-    m_file.open();
+    m_hasFailed = !m_file.open();
 }
 
 void UnfinishedFile::write(std::string_view piece)
