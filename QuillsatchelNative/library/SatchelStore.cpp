@@ -53,16 +53,20 @@ const PromptTab *SatchelStore::activeTab() const
     return index ? &m_tabs.get()[*index] : nullptr;
 }
 
-const PromptBlock *SatchelStore::block(QUuid id) const
+const PromptTab *SatchelStore::tab(QUuid id) const
 {
-    const auto *found = activeBlock(id);
-    if (found)
-        return found;
-    forEachBlock([id, &found](const PromptTab & /*tab*/, const PromptBlock &block) {
-        if (!found && block.id == id)
-            found = &block;
-    });
-    return found;
+    const auto &tabs = m_tabs.get();
+    const auto found = std::ranges::find(tabs, id, &PromptTab::id);
+    return found == tabs.end() ? nullptr : &*found;
+}
+
+const PromptBlock *SatchelStore::block(QUuid tabID, QUuid id) const
+{
+    const auto *const owner = tab(tabID);
+    if (!owner)
+        return nullptr;
+    const auto found = std::ranges::find(owner->blocks, id, &PromptBlock::id);
+    return found == owner->blocks.end() ? nullptr : &*found;
 }
 
 const PromptBlock *SatchelStore::activeBlock(QUuid id) const
@@ -167,10 +171,20 @@ void SatchelStore::moveBlock(QUuid id, std::ptrdiff_t offset)
 
 void SatchelStore::copyBlock(QUuid id)
 {
-    const auto *const block = activeBlock(id);
-    if (!block)
-        return;
-    m_platform.pasteboard.setText(block->text);
+    if (const auto *const block = activeBlock(id))
+        copy(*block);
+}
+
+void SatchelStore::copyBlock(QUuid tabID, QUuid id)
+{
+    if (const auto *const found = block(tabID, id))
+        copy(*found);
+}
+
+void SatchelStore::copy(const PromptBlock &block)
+{
+    const QUuid id = block.id;
+    m_platform.pasteboard.setText(block.text);
     m_copiedBlockID.set(id);
     // The next copy does not cancel this: the comparison lets a newer mark last its full time.
     m_platform.mainQueue.asyncAfter(CopiedMarkDuration, [store = QPointer(this), id] {

@@ -15,9 +15,10 @@
 /// Owns the prompt library while the program runs. The constructor reads `prompts.json`; the store
 /// writes it 0.25 seconds after the last change. Main thread only.
 ///
-/// No operation reports failure. Node operations act on the active tab only. They ignore unknown
-/// ids and nodes of other tabs. Changes stay in memory while the file cannot be written. Ids are
-/// passed by value, so that an id read from the tab or node being deleted stays valid.
+/// No operation reports failure. Node operations without the id of a tab act on the active tab
+/// only. They ignore unknown ids and nodes of other tabs. Changes stay in memory while the file
+/// cannot be written. Ids are passed by value, so that an id read from the tab or node being
+/// deleted stays valid.
 class SatchelStore final : public ObservableObject
 {
 public:
@@ -39,15 +40,14 @@ public:
     /// The tab at `activeTabIndex`, or null. Valid until the next change.
     const PromptTab *activeTab() const;
 
-    /// The node with this id in any tab, the active one first; null if no tab has it. Valid until
-    /// the next change.
-    const PromptBlock *block(QUuid id) const;
+    /// The first tab with this id, or null. Valid until the next change.
+    const PromptTab *tab(QUuid id) const;
+    /// The node with this id in the tab `tabID`, which need not be active; null if it does not
+    /// exist. Valid until the next change.
+    const PromptBlock *block(QUuid tabID, QUuid id) const;
     /// The node with this id in the active tab, where the operations on nodes act; null if that tab
     /// does not have it. Valid until the next change.
     const PromptBlock *activeBlock(QUuid id) const;
-    /// Calls `visit(tab, block)` for every node of every tab, in their order.
-    template <typename Visit>
-    void forEachBlock(Visit &&visit) const;
 
     /// Appends an empty tab "New Tab" and makes it active.
     void addTab();
@@ -70,6 +70,8 @@ public:
     void moveBlock(QUuid id, std::ptrdiff_t offset);
     /// Copies the node's text to the clipboard and marks the node as copied.
     void copyBlock(QUuid id);
+    /// As `copyBlock(id)`, but in the tab `tabID`, which need not be active.
+    void copyBlock(QUuid tabID, QUuid id);
     /// Replaces the node's text with the clipboard's, if that has text.
     void pasteIntoBlock(QUuid id);
     /// Opens the node's text in the browser if, after trimming, it is an http or https address.
@@ -87,6 +89,7 @@ private:
     void scheduleSave();
     void saveNow();
 
+    void copy(const PromptBlock &block);
     std::optional<Position> locate(QUuid id) const;
     template <typename Change>
     void editBlock(QUuid id, Change &&change);
@@ -102,12 +105,3 @@ private:
     // up a node when the change is announced.
     mutable std::optional<Position> m_lastPosition;
 };
-
-template <typename Visit>
-void SatchelStore::forEachBlock(Visit &&visit) const
-{
-    for (const auto &tab : m_tabs.get()) {
-        for (const auto &block : tab.blocks)
-            visit(tab, block);
-    }
-}

@@ -19,7 +19,7 @@ class SatchelStoreClipboardTest : public SatchelStoreFixture
 protected:
     SatchelStoreClipboardTest()
     {
-        writeFile({ tab });
+        writeFile({ tab, other });
         m_store.emplace(machine.platform);
     }
 
@@ -44,6 +44,8 @@ protected:
                                 { .text = "", .color = {} } } };
     QUuid a = tab.blocks[0].id;
     QUuid b = tab.blocks[1].id;
+    PromptTab other { .blocks = { { .text = "text in another tab" },
+                                  { .id = a, .text = "twin" } } };
 
 private:
     std::optional<SatchelStore> m_store;
@@ -70,7 +72,37 @@ TEST_F(SatchelStoreClipboardTest, CopiesAnEmptyTextAsAnEmptyText)
 TEST_F(SatchelStoreClipboardTest, SavesNothingWhenCopying)
 {
     EXPECT_FALSE(saves([&] { store().copyBlock(a); }));
-    EXPECT_EQ(store().tabs().get(), std::vector({ tab }));
+    EXPECT_EQ(store().tabs().get(), std::vector({ tab, other }));
+}
+
+TEST_F(SatchelStoreClipboardTest, CopiesANodeOfAnotherTabWithoutSelectingIt)
+{
+    const QUuid id = other.blocks[0].id;
+    EXPECT_FALSE(saves([&] { store().copyBlock(other.id, id); }));
+    EXPECT_EQ(machine.pasteboard.contents, "text in another tab");
+    EXPECT_EQ(store().activeTab()->id, tab.id);
+
+    store().copyBlock(other.id, id);
+    EXPECT_EQ(copied(), id);
+    advance(1400ms);
+    EXPECT_FALSE(copied());
+}
+
+TEST_F(SatchelStoreClipboardTest, CopiesTheNodeOfTheGivenTab)
+{
+    store().copyBlock(other.id, a);
+    EXPECT_EQ(machine.pasteboard.contents, "twin");
+    store().copyBlock(tab.id, a);
+    EXPECT_EQ(machine.pasteboard.contents, "text of a");
+}
+
+TEST_F(SatchelStoreClipboardTest, CopiesNothingForUnknownIds)
+{
+    machine.pasteboard.contents = "something older";
+    store().copyBlock(other.id, b);
+    store().copyBlock(QUuid::createUuid(), a);
+    EXPECT_EQ(machine.pasteboard.contents, "something older");
+    EXPECT_FALSE(copied());
 }
 
 TEST_F(SatchelStoreClipboardTest, ClearsTheMarkAfter1400Milliseconds)
@@ -173,7 +205,7 @@ TEST_F(SatchelStoreClipboardTest, PastesNothingIfTheClipboardHasNoText)
 {
     machine.pasteboard.contents.reset();
     EXPECT_FALSE(saves([&] { store().pasteIntoBlock(a); }));
-    EXPECT_EQ(store().tabs().get(), std::vector({ tab }));
+    EXPECT_EQ(store().tabs().get(), std::vector({ tab, other }));
 }
 
 TEST_F(SatchelStoreClipboardTest, OpensWebAddresses)
