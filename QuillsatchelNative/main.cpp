@@ -31,9 +31,10 @@ int run(SingleInstance &instance, FontPreload &fontPreload)
     const TerminationSignals terminationSignals;
     StandardFileLocations fileLocations(&instance);
     const auto &desktop = desktopPlatform();
-    Platform platform { desktop.mainQueue, desktop.wallClock,  desktop.pasteboard,
-                        desktop.workspace, fileLocations,      desktop.windowSystem,
-                        desktop.statusBar, desktop.httpClient, desktop.speech };
+    Platform platform { desktop.mainQueue, desktop.wallClock,     desktop.pasteboard,
+                        desktop.workspace, fileLocations,         desktop.windowSystem,
+                        desktop.statusBar, desktop.desktopSearch, desktop.httpClient,
+                        desktop.speech };
     AppDelegate delegate(platform);
     EmojiFont::apply(fontPreload.colorEmojiFamily(), &FontPreload::realFamily);
     delegate.applicationDidFinishLaunching();

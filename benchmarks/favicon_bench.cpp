@@ -79,10 +79,9 @@ int main(int argc, char *argv[])
         [&body](HttpServer::Exchange &exchange) { exchange.answer(200, body); });
     Platform &desktop = desktopPlatform();
     LocalHttpClient client(desktop.httpClient, server);
-    Platform platform { desktop.mainQueue,     desktop.wallClock,
-                        desktop.pasteboard,    desktop.workspace,
-                        desktop.fileLocations, desktop.windowSystem,
-                        desktop.statusBar,     client,
+    Platform platform { desktop.mainQueue, desktop.wallClock,     desktop.pasteboard,
+                        desktop.workspace, desktop.fileLocations, desktop.windowSystem,
+                        desktop.statusBar, desktop.desktopSearch, client,
                         desktop.speech };
     const QTemporaryDir folder;
     FaviconCache cache(folder.filePath(QStringLiteral("Favicons")), platform);

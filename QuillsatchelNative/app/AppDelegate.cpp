@@ -29,6 +29,7 @@ AppDelegate::AppDelegate(Platform &platform)
           platform.workspace, platform.mainQueue,
           [this](QDialog &dialog) { DialogChrome::addTo(dialog, m_platform.windowSystem); })
     , m_store(platform)
+    , m_searchProvider(m_store)
     , m_launcherStore(m_applicationChooser, platform)
 {
 }
@@ -84,6 +85,7 @@ void AppDelegate::showOnDesktop()
 {
     QApplication::setWindowIcon(Symbol::applicationIcon(QStringLiteral("DockIcon")));
     configureStatusItem();
+    answerDesktopSearch();
     if (m_platform.statusBar.hasMenuBar()) // any menu bar loads all of Qt's image plugins
         m_menus->offerToDesktop();
 }
@@ -95,6 +97,13 @@ void AppDelegate::configureStatusItem()
                                      [this](const MenuItem &item) { perform(item); });
     m_panel->canBeBroughtBack = [this] { return m_statusItem->isShown(); };
     m_statusItem->begin();
+}
+
+void AppDelegate::answerDesktopSearch()
+{
+    m_searchProvider.onShow = [this](QUuid tabID, QUuid blockID) { showNode(tabID, blockID); };
+    m_searchProvider.onShowAll = [this](const QString &query) { find(query); };
+    m_platform.desktopSearch.begin(m_searchProvider);
 }
 
 void AppDelegate::perform(const MenuItem &item)
@@ -146,6 +155,18 @@ void AppDelegate::showCard(Published<bool> &other, Published<bool> &card)
     other.set(false);
     card.set(true);
     showPanel();
+}
+
+void AppDelegate::showNode(QUuid tabID, QUuid blockID)
+{
+    showPanel();
+    m_view->showNode(tabID, blockID);
+}
+
+void AppDelegate::find(const QString &query)
+{
+    showPanel();
+    m_view->find(query);
 }
 
 void AppDelegate::hide()

@@ -3,6 +3,7 @@
 #include "app/MenuItem.h"
 #include "app/TextGestures.h"
 #include "launchers/LauncherStore.h"
+#include "library/NodeSearchProvider.h"
 #include "library/SatchelStore.h"
 #include "platform/Platform.h"
 #include "preferences/WindowPreferences.h"
@@ -28,8 +29,9 @@ public:
     AppDelegate(const AppDelegate &) = delete;
     AppDelegate &operator=(const AppDelegate &) = delete;
 
-    /// Builds and shows the panel. The tray icon and the global menu bar follow after the first
-    /// frame, or after five seconds if nothing of the panel is visible.
+    /// Builds and shows the panel. The tray icon, the global menu bar and the results for the
+    /// desktop's search follow after the first frame, or after five seconds if nothing of the panel
+    /// is visible.
     void applicationDidFinishLaunching();
 
     /// Brings the panel to the front, with the activation token of the launch that asks for it.
@@ -39,6 +41,10 @@ public:
     void showAbout();
     /// Brings the panel to the front with the launcher settings.
     void showSettings();
+    /// Brings the panel to the front with the node, ready to be edited.
+    void showNode(QUuid tabID, QUuid blockID);
+    /// Brings the panel to the front with the find card.
+    void find(const QString &query);
     /// Hides the panel and closes the application chooser.
     void hide();
     /// Opens the launcher in the slot of `sender`. Does nothing if it has no slot.
@@ -52,12 +58,14 @@ private:
     void perform(const MenuItem &item);
     void showOnDesktop();
     void configureStatusItem();
+    void answerDesktopSearch();
     void showCard(Published<bool> &other, Published<bool> &card);
 
     Platform &m_platform;
     TextGestures m_textGestures;
     PanelApplicationChooser m_applicationChooser;
     SatchelStore m_store;
+    NodeSearchProvider m_searchProvider;
     LauncherStore m_launcherStore;
     WindowPreferences m_windowPreferences;
     std::unique_ptr<FloatingPanel> m_panel;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/DesktopSearch.h"
 #include "platform/FileLocations.h"
 #include "platform/HttpClient.h"
 #include "platform/MainQueue.h"
@@ -20,6 +21,7 @@ struct Platform {
     FileLocations &fileLocations;
     WindowSystem &windowSystem;
     StatusBar &statusBar;
+    DesktopSearch &desktopSearch;
     HttpClient &httpClient;
     Speech &speech;
 };

@@ -232,11 +232,7 @@ void QuillsatchelView::find(const QString &query)
     const bool isRecent = age >= age.zero() && age < QueryLifetime;
     if (!query.isEmpty() || !isRecent)
         m_query = query;
-    for (auto *const flag :
-         { &m_windowPreferences.showsInfoCard, &m_windowPreferences.showsSettingsCard }) {
-        if (flag->get())
-            flag->set(false);
-    }
+    hideOtherCards();
     const bool wasFinding = std::exchange(m_isFinding, true);
     renderCards();
     auto *const card = qobject_cast<FindCard *>(m_findCard.data());
@@ -244,6 +240,15 @@ void QuillsatchelView::find(const QString &query)
         card->selectQuery();
     else if (wasFinding)
         card->setQuery(query);
+}
+
+void QuillsatchelView::hideOtherCards()
+{
+    for (auto *const flag :
+         { &m_windowPreferences.showsInfoCard, &m_windowPreferences.showsSettingsCard }) {
+        if (flag->get())
+            flag->set(false);
+    }
 }
 
 /// Keeps the query for a while.
@@ -264,7 +269,7 @@ void QuillsatchelView::closeFind()
 void QuillsatchelView::copyFound(const NodeHit &hit)
 {
     closeFind();
-    selectTabOf(hit);
+    selectTab(hit.tabID);
     m_nodeList->reveal(hit.blockID);
     m_store.copyBlock(hit.blockID);
 }
@@ -272,15 +277,23 @@ void QuillsatchelView::copyFound(const NodeHit &hit)
 void QuillsatchelView::goToFound(const NodeHit &hit, const std::optional<TextRange> &match)
 {
     closeFind();
-    selectTabOf(hit);
+    selectTab(hit.tabID);
     m_nodeList->edit(hit.blockID, match.value_or(TextRange()));
 }
 
-void QuillsatchelView::selectTabOf(const NodeHit &hit)
+void QuillsatchelView::showNode(QUuid tabID, QUuid blockID)
+{
+    hideOtherCards();
+    closeFind();
+    selectTab(tabID);
+    m_nodeList->edit(blockID, {});
+}
+
+void QuillsatchelView::selectTab(QUuid id)
 {
     const auto *const tab = m_store.activeTab();
-    if (!tab || tab->id != hit.tabID)
-        m_store.selectTab(hit.tabID);
+    if (!tab || tab->id != id)
+        m_store.selectTab(id);
     m_nodeList->render();
 }
 

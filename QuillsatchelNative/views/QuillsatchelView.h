@@ -51,6 +51,8 @@ public:
     /// the other cards. Searches for `query`. Without one, the last query is there for a minute,
     /// selected.
     void find(const QString &query = {});
+    /// Closes the cards, selects the tab, scrolls to the node and focuses its text.
+    void showNode(QUuid tabID, QUuid blockID);
     /// Handles a key that no widget of the panel has handled: Ctrl+F opens the find card, and so
     /// does typing while no text has the focus. False for any other key.
     bool findByKey(const QKeyEvent &event);
@@ -84,11 +86,12 @@ private:
     void renderMessage(const std::optional<QString> &message);
     void layOut();
     void renderCards();
+    void hideOtherCards();
     void endFinding();
     void closeFind();
     void copyFound(const NodeHit &hit);
     void goToFound(const NodeHit &hit, const std::optional<TextRange> &match);
-    void selectTabOf(const NodeHit &hit);
+    void selectTab(QUuid id);
     AboutCard *makeAboutCard();
     FindCard *makeFindCard();
     LauncherSettingsCard *makeSettingsCard();

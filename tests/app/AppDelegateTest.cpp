@@ -2,6 +2,7 @@
 #include "app/TrayMenu.h"
 #include "fakes/PictureBytes.h"
 #include "views/ApplicationPanel.h"
+#include "views/FindCard.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -24,6 +25,10 @@ protected:
         start();
         machine.statusBar.kind.set(StatusBar::Kind::notifier);
     }
+
+    SearchProvider &desktopSearch() { return *machine.desktopSearch.provider; }
+
+    std::string idOf(const std::string &query) { return desktopSearch().find(query).at(0).id; }
 
     ApplicationPanel &openApplicationChooser()
     {
@@ -69,6 +74,82 @@ TEST_F(AppDelegateTest, LooksForATrayAfterATimeoutIfThePanelIsNotPainted)
     delegate->applicationDidFinishLaunching();
     advance(Milliseconds(5000));
     EXPECT_EQ(machine.statusBar.beginCalls, 1);
+}
+
+TEST_F(AppDelegateTest, AnswersTheDesktopsSearchAfterTheFirstFrame)
+{
+    delegate.emplace(machine.platform);
+    delegate->applicationDidFinishLaunching();
+    advance(Milliseconds(4000));
+    EXPECT_FALSE(machine.desktopSearch.provider);
+
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&panel()));
+    panel().repaint();
+    settle();
+    EXPECT_TRUE(machine.desktopSearch.provider);
+}
+
+TEST_F(AppDelegateTest, CopiesFromTheDesktopsSearchWithoutShowingThePanel)
+{
+    writeFile({ tabOf("One", { "first" }), tabOf("Two", { "second" }) });
+    startWithStatusBar();
+    panel().close();
+    desktopSearch().copy(idOf("second"));
+    advance(SaveDelay);
+    EXPECT_EQ(machine.pasteboard.contents, "second");
+    EXPECT_FALSE(panel().isVisible());
+    delegate->showPanel();
+    EXPECT_EQ(editor(0).toPlainText().toStdString(), "first");
+}
+
+TEST_F(AppDelegateTest, MarksANodeThatTheDesktopsSearchCopies)
+{
+    start({ tabOf("One", { "first" }) });
+    desktopSearch().copy(idOf("first"));
+    draw();
+    EXPECT_TRUE(Input::button(*cards().at(0), "Copied"));
+}
+
+TEST_F(AppDelegateTest, ShowsANodeForTheDesktopsSearch)
+{
+    writeFile({ tabOf("One", { "first" }), tabOf("Two", { "second", "third" }) });
+    startWithStatusBar();
+    delegate->showAbout();
+    draw();
+    panel().close();
+    desktopSearch().show(idOf("third"));
+    EXPECT_TRUE(panel().isVisible());
+    EXPECT_TRUE(disappears<AboutCard>());
+    ASSERT_EQ(cards().size(), 2U);
+    EXPECT_EQ(editor(1).toPlainText().toStdString(), "third");
+    EXPECT_EQ(panel().focusWidget(), &editor(1));
+}
+
+TEST_F(AppDelegateTest, ShowsANodeForTheDesktopsSearchInPlaceOfTheFindCard)
+{
+    start({ tabOf("One", { "first" }) });
+    delegate->find(QStringLiteral("first"));
+    draw();
+    ASSERT_TRUE(panel().findChild<FindCard *>());
+    desktopSearch().show(idOf("first"));
+    EXPECT_TRUE(disappears<FindCard>());
+    EXPECT_EQ(panel().focusWidget(), &editor(0));
+}
+
+TEST_F(AppDelegateTest, FindsInThePanelForTheDesktopsSearch)
+{
+    writeFile({ tabOf("One", { "first" }) });
+    startWithStatusBar();
+    panel().close();
+    for (const auto *const query : { "fir", "thing" }) {
+        desktopSearch().showAll(query);
+        EXPECT_TRUE(panel().isVisible());
+        draw();
+        auto *const card = panel().findChild<FindCard *>();
+        ASSERT_TRUE(card);
+        EXPECT_EQ(card->query().toStdString(), query);
+    }
+    EXPECT_EQ(panel().findChildren<FindCard *>().size(), 1);
 }
 
 TEST_F(AppDelegateTest, QuitsWhenTheSessionEnds)

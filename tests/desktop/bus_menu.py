@@ -2,15 +2,12 @@
 
 from typing import NamedTuple
 
-import gi
+from gi.repository import GLib
 
-gi.require_version("Gio", "2.0")
-from gi.repository import Gio, GLib  # noqa: E402
-
-from waiting import wait_for_value  # noqa: E402
+from bus import call
+from waiting import wait_for_value
 
 MENU = "com.canonical.dbusmenu"
-PROPERTIES = "org.freedesktop.DBus.Properties"
 
 
 class Entry(NamedTuple):
@@ -58,17 +55,6 @@ class Menu:
 
     def _call(self, method, arguments):
         return call(self._owner, self._path, MENU, method, arguments)
-
-
-def call(owner, path, interface, method, arguments):
-    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-    return bus.call_sync(owner, path, interface, method, arguments, None,
-                         Gio.DBusCallFlags.NO_AUTO_START, -1, None).unpack()
-
-
-def has_owner(name):
-    return call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                "NameHasOwner", GLib.Variant("(s)", (name,)))[0]
 
 
 def _entry(properties):

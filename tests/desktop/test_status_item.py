@@ -4,7 +4,8 @@ from pathlib import Path
 
 import launchers
 from applications import RecordingApplication
-from bus_menu import SEPARATOR, Entry, Menu, has_owner
+from bus import has_owner
+from bus_menu import SEPARATOR, Entry, Menu
 from desktop_test import DesktopTest
 from launchers import application, website
 from library import known_id, node, tab

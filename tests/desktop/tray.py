@@ -2,12 +2,13 @@
 
 import subprocess
 
-from gi.repository import GLib  # noqa: E402
+from gi.repository import GLib
 
-from bus_menu import PROPERTIES, Menu, call  # noqa: E402
-from processes import end  # noqa: E402
-from waiting import wait_for  # noqa: E402
-from x11 import Point, Window, click, press_keys, windows_of_class  # noqa: E402
+from bus import PROPERTIES, call
+from bus_menu import Menu
+from processes import end
+from waiting import wait_for
+from x11 import Point, Window, click, press_keys, windows_of_class
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 WATCHER_PATH = "/StatusNotifierWatcher"

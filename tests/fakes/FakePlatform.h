@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakeDesktopSearch.h"
 #include "fakes/FakeFileLocations.h"
 #include "fakes/FakeHttpClient.h"
 #include "fakes/FakePasteboard.h"
@@ -31,8 +32,9 @@ public:
     FakeFileLocations fileLocations;
     FakeWindowSystem windowSystem;
     FakeStatusBar statusBar;
+    FakeDesktopSearch desktopSearch;
     FakeHttpClient httpClient;
     FakeSpeech speech;
-    Platform platform { mainQueue,    wallClock, pasteboard, workspace, fileLocations,
-                        windowSystem, statusBar, httpClient, speech };
+    Platform platform { mainQueue,    wallClock, pasteboard,    workspace,  fileLocations,
+                        windowSystem, statusBar, desktopSearch, httpClient, speech };
 };

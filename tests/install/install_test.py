@@ -7,6 +7,7 @@ MODULES-FOLDER is the folder of the modules, relative to the prefix. Each PROGRA
 module in its file TEST; it runs from the folder of the installed program.
 """
 
+import configparser
 import os
 import pathlib
 import shutil
@@ -17,8 +18,8 @@ import time
 import unittest
 import xml.etree.ElementTree
 
-from installation import (ENTRY, ICON_SIDES, ID, METAINFO, SCALABLE_ICON, expected_files,
-                          files_below, icon, programs, run)
+from installation import (ENTRY, ICON_SIDES, ID, METAINFO, RUNNER, SCALABLE_ICON, SEARCH_PROVIDER,
+                          expected_files, files_below, icon, programs, run)
 
 TIMEOUT_SECONDS = 20
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
@@ -96,6 +97,34 @@ class InstallTest(unittest.TestCase):
         text = opened.read_text()
         opened.unlink()
         return text
+
+    def test_gnome_shell_asks_only_the_running_program(self):
+        provider = self.read_keys(SEARCH_PROVIDER, "Shell Search Provider")
+        self.assertEqual(provider["DesktopId"], ENTRY.name)
+        self.assertEqual(provider["BusName"], ID)
+        self.assertEqual(provider["Version"], "2")
+        self.assertEqual(provider["AutoStart"], "false")
+
+    def test_krunner_asks_only_the_running_program(self):
+        runner = self.read_keys(RUNNER, "Desktop Entry")
+        self.assertEqual(runner["X-Plasma-DBusRunner-Service"], f"{ID}*")
+        self.assertEqual(runner["X-Plasma-API"], "DBus")
+        self.assertEqual(runner["X-Plasma-Runner-Min-Letter-Count"], "3")
+        self.assertEqual(runner["Icon"], ID)
+        # KRunner ignores a file without these.
+        for key in ("ServiceTypes", "PluginInfo-Name", "PluginInfo-Version", "PluginInfo-License"):
+            self.assertTrue(runner[f"X-KDE-{key}"], key)
+        self.assertEqual(runner["X-KDE-PluginInfo-EnabledByDefault"], "true")
+
+    def read_keys(self, file, group):
+        parser = configparser.ConfigParser(interpolation=None)
+        parser.optionxform = str
+        parser.read(self.prefix / file)
+        return parser[group]
+
+    def test_the_bus_never_starts_the_program(self):
+        self.assertFalse((self.prefix / "share/dbus-1").exists())
+        self.assertNotIn("DBusActivatable", (self.prefix / ENTRY).read_text())
 
     def test_the_metainfo_is_valid_and_has_this_version(self):
         run("appstreamcli", "validate", "--no-net", "--no-color", self.prefix / METAINFO)

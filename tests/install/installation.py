@@ -9,6 +9,8 @@ SCALABLE_ICON = pathlib.Path(f"share/icons/hicolor/scalable/apps/{ID}.svg")
 ENTRY = pathlib.Path(f"share/applications/{ID}.desktop")
 METAINFO = pathlib.Path(f"share/metainfo/{ID}.metainfo.xml")
 MANUAL_PAGE = pathlib.Path("share/man/man1/quillsatchel.1.gz")
+SEARCH_PROVIDER = pathlib.Path(f"share/gnome-shell/search-providers/{ID}.search-provider.ini")
+RUNNER = pathlib.Path(f"share/krunner/dbusplugins/{ID}.runner.desktop")
 LICENCE = pathlib.Path("share/doc/quillsatchel/copyright")
 
 
@@ -22,7 +24,8 @@ def programs(modules):
 
 
 def expected_files(modules):
-    return {SCALABLE_ICON, ENTRY, METAINFO, MANUAL_PAGE, LICENCE, *programs(modules),
+    return {SCALABLE_ICON, ENTRY, METAINFO, MANUAL_PAGE, SEARCH_PROVIDER, RUNNER, LICENCE,
+            *programs(modules),
             *(icon(side) for side in ICON_SIDES),
             *(modules / f"{name}.so" for name in ("network", "speech", "workspace"))}
 

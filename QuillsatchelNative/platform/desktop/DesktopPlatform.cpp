@@ -1,6 +1,7 @@
 #include "platform/desktop/DesktopPlatform.h"
 
 #include "platform/Platform.h"
+#include "platform/desktop/DBusDesktopSearch.h"
 #include "platform/desktop/DesktopHttpClient.h"
 #include "platform/desktop/DesktopSpeech.h"
 #include "platform/desktop/DesktopStatusBar.h"
@@ -30,10 +31,11 @@ struct Desktop final : QObject {
     StandardFileLocations fileLocations;
     X11WindowSystem windowSystem;
     DesktopStatusBar statusBar { mainQueue };
+    DBusDesktopSearch desktopSearch;
     DesktopHttpClient httpClient { mainQueue };
     DesktopSpeech speech { mainQueue };
-    Platform platform { mainQueue,    wallClock, pasteboard, workspace, fileLocations,
-                        windowSystem, statusBar, httpClient, speech };
+    Platform platform { mainQueue,    wallClock, pasteboard,    workspace,  fileLocations,
+                        windowSystem, statusBar, desktopSearch, httpClient, speech };
 };
 
 } // namespace

@@ -161,8 +161,9 @@ protected:
 
     FakePlatform fakes;
     CountingHttpClient http { mainQueue };
-    Platform platform { mainQueue,           fakes.wallClock,    fakes.pasteboard, fakes.workspace,
-                        fakes.fileLocations, fakes.windowSystem, fakes.statusBar,  http,
+    Platform platform { mainQueue,       fakes.wallClock,     fakes.pasteboard,
+                        fakes.workspace, fakes.fileLocations, fakes.windowSystem,
+                        fakes.statusBar, fakes.desktopSearch, http,
                         fakes.speech };
     FakeApplicationChooser applicationChooser;
     std::optional<LauncherStore> store;
