@@ -43,11 +43,7 @@ void DesktopStatusBar::begin()
 {
     watchBus();
     m_tray.emplace("_NET_SYSTEM_TRAY_S0");
-    m_trayCancellable = m_tray->isOwned.sink([this](bool) { render(); });
-    m_hostWait = m_mainQueue.asyncAfter(HostDelay, [this] {
-        m_waitsForHost = false;
-        render();
-    });
+    m_trayCancellable = m_tray->isOwned.sink([this](bool isOwned) { followTray(isOwned); });
 }
 
 // Qt looks for the same name, but only when it has created a menu bar.
@@ -90,10 +86,24 @@ void DesktopStatusBar::askForHost()
     });
 }
 
+// Desktop panels that have both begin their X11 tray first. If the icon is created between the
+// two, Qt finds the host, although the kind was embedded.
+void DesktopStatusBar::followTray(bool isOwned)
+{
+    m_hostWait.cancel();
+    m_canEmbed = false;
+    if (isOwned) {
+        m_hostWait = m_mainQueue.asyncAfter(HostDelay, [this] {
+            m_canEmbed = true;
+            render();
+        });
+    }
+    render();
+}
+
 void DesktopStatusBar::render()
 {
-    const bool isEmbedding = !m_waitsForHost && m_tray && m_tray->isOwned.get();
-    const auto now = m_hasHost ? Kind::notifier : isEmbedding ? Kind::embedded : Kind::none;
+    const auto now = m_hasHost ? Kind::notifier : m_canEmbed ? Kind::embedded : Kind::none;
     if (now != kind.get())
         kind.set(now);
 }

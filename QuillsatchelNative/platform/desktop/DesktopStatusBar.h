@@ -28,6 +28,7 @@ public:
 private:
     Q_SLOT void askForHost(); // a slot, as QDBusConnection::connect needs its name
     void watchBus();
+    void followTray(bool isOwned);
     void render();
 
     MainQueue &m_mainQueue;
@@ -35,5 +36,5 @@ private:
     std::optional<X11Selection> m_tray;
     Cancellable m_trayCancellable;
     bool m_hasHost = false;
-    bool m_waitsForHost = true; // panels that have both start the X11 tray first
+    bool m_canEmbed = false;
 };
