@@ -2,9 +2,9 @@
 
 #include "support/Uuid.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdint>
-#include <cstring>
+#include <utility>
 
 namespace
 {
@@ -33,59 +33,68 @@ char escapeOf(char byte)
     return Escapes[static_cast<unsigned char>(byte)];
 }
 
-using Word = std::uint64_t;
+constexpr std::size_t LongestEscape = std::string_view("\\u0000").size();
 
-constexpr Word Ones = 0x0101010101010101;
-constexpr Word Highs = 0x8080808080808080;
+using Byte = unsigned char;
 
-constexpr Word repeated(char byte)
+/// The highest bit is set if `byte` is below `limit`, which is at most 128.
+constexpr Byte isBelow(Byte byte, Byte limit)
 {
-    return Ones * static_cast<unsigned char>(byte);
+    return static_cast<Byte>((byte - limit) & ~byte);
 }
 
-/// Nonzero if a byte of `word` is below `limit`, which is at most 128.
-constexpr Word bytesBelow(Word word, char limit)
+constexpr std::size_t BlockSize = 32;
+
+/// Whether no byte needs an escape. Compilers turn this loop, which has only arithmetic on bytes,
+/// into instructions for 16 bytes at a time.
+bool isPlainBlock(const char *block)
 {
-    return (word - repeated(limit)) & ~word & Highs;
+    Byte found = 0;
+    for (std::size_t index = 0; index < BlockSize; ++index) {
+        const auto byte = static_cast<Byte>(block[index]);
+        found |= static_cast<Byte>(isBelow(byte, ' ') | isBelow(byte ^ '"', 1) |
+                                   isBelow(byte ^ '\\', 1) | isBelow(byte ^ '/', 1));
+    }
+    return (found & 0x80) == 0;
 }
 
-constexpr Word bytesEqual(Word word, char byte)
-{
-    return bytesBelow(word ^ repeated(byte), 1);
-}
-
-/// Tests eight bytes at a time, since most text needs no escape.
-bool isPlainWord(const char *bytes)
-{
-    Word word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return (bytesBelow(word, ' ') | bytesEqual(word, '"') | bytesEqual(word, '\\') |
-            bytesEqual(word, '/')) == 0;
-}
-
-/// The number of leading bytes that need no escape.
-std::size_t plainLength(std::string_view text)
-{
-    std::size_t length = 0;
-    while (length + sizeof(Word) <= text.size() && isPlainWord(text.data() + length))
-        length += sizeof(Word);
-    while (length < text.size() && escapeOf(text[length]) == 0)
-        ++length;
-    return length;
-}
-
-void appendEscaped(std::string &text, char byte)
+/// Returns the position after the escape.
+char *writeEscape(char *position, char byte)
 {
     constexpr std::string_view Digits = "0123456789abcdef";
     const char escape = escapeOf(byte);
-    text += '\\';
-    text += escape;
+    *position++ = '\\';
+    *position++ = escape;
     if (escape != 'u')
-        return;
-    const auto code = static_cast<unsigned char>(byte);
-    text += "00";
-    text += Digits[code >> 4];
-    text += Digits[code & 0xF];
+        return position;
+    const auto code = static_cast<Byte>(byte);
+    for (const char digit : { '0', '0', Digits[code >> 4], Digits[code & 0xF] })
+        *position++ = digit;
+    return position;
+}
+
+/// Returns the position after the text.
+char *writeBytes(char *position, std::string_view text)
+{
+    for (const char byte : text) {
+        if (escapeOf(byte) == 0) [[likely]]
+            *position++ = byte;
+        else
+            position = writeEscape(position, byte);
+    }
+    return position;
+}
+
+/// Returns the position after the text. Most blocks need no escape.
+char *writeEscaped(char *position, std::string_view text)
+{
+    for (; text.size() >= BlockSize; text.remove_prefix(BlockSize)) {
+        if (isPlainBlock(text.data()))
+            position += text.copy(position, BlockSize);
+        else
+            position = writeBytes(position, text.substr(0, BlockSize));
+    }
+    return writeBytes(position, text);
 }
 
 } // namespace
@@ -93,49 +102,39 @@ void appendEscaped(std::string &text, char byte)
 void JsonWriter::key(std::string_view key)
 {
     beginValue();
-    m_text += '"';
-    m_text += key;
-    m_text += "\" : ";
+    append("\"");
+    append(key);
+    append("\" : ");
     m_followsKey = true;
 }
 
 void JsonWriter::string(std::string_view text)
 {
     beginValue();
-    m_text += '"';
-    while (!text.empty()) {
-        const auto plain = plainLength(text);
-        m_text += text.substr(0, plain);
-        text.remove_prefix(plain);
-        if (text.empty())
-            break;
-        appendEscaped(m_text, text.front());
-        text.remove_prefix(1);
-    }
-    m_text += '"';
-    if (m_text.size() >= PieceSize)
-        flush();
+    append("\"");
+    appendEscaped(text);
+    append("\"");
 }
 
 void JsonWriter::null()
 {
     beginValue();
-    m_text += "null";
+    append("null");
 }
 
 void JsonWriter::uuid(const QUuid &uuid)
 {
     beginValue();
     const auto text = uuidText(uuid);
-    m_text += '"';
-    m_text.append(text.data(), text.size());
-    m_text += '"';
+    append("\"");
+    append({ text.data(), text.size() });
+    append("\"");
 }
 
 void JsonWriter::begin(char bracket)
 {
     beginValue();
-    m_text += bracket;
+    append({ &bracket, 1 });
     ++m_depth;
     m_isFirst = true;
 }
@@ -145,7 +144,7 @@ void JsonWriter::end(char bracket)
     --m_depth;
     if (!m_isFirst)
         breakLine();
-    m_text += bracket;
+    append({ &bracket, 1 });
     m_isFirst = false;
 }
 
@@ -154,7 +153,7 @@ void JsonWriter::beginValue()
     if (std::exchange(m_followsKey, false))
         return;
     if (!m_isFirst)
-        m_text += ',';
+        append(",");
     if (m_depth > 0)
         breakLine();
     m_isFirst = false;
@@ -162,12 +161,40 @@ void JsonWriter::beginValue()
 
 void JsonWriter::breakLine()
 {
-    m_text += '\n';
-    m_text.append(2 * m_depth, ' ');
+    const std::size_t indentation = 2 * m_depth;
+    append("\n");
+    reserve(indentation);
+    std::fill_n(m_piece.get() + m_size, indentation, ' ');
+    m_size += indentation;
+}
+
+void JsonWriter::append(std::string_view text)
+{
+    reserve(text.size());
+    m_size = static_cast<std::size_t>(std::ranges::copy(text, m_piece.get() + m_size).out -
+                                      m_piece.get());
+}
+
+void JsonWriter::appendEscaped(std::string_view text)
+{
+    constexpr std::size_t Longest = PieceSize / LongestEscape;
+    while (!text.empty()) {
+        const auto part = text.substr(0, Longest);
+        reserve(part.size() * LongestEscape);
+        m_size =
+            static_cast<std::size_t>(writeEscaped(m_piece.get() + m_size, part) - m_piece.get());
+        text.remove_prefix(part.size());
+    }
+}
+
+void JsonWriter::reserve(std::size_t size)
+{
+    if (PieceSize - m_size < size)
+        flush();
 }
 
 void JsonWriter::flush()
 {
-    m_sink(m_text);
-    m_text.clear();
+    m_sink({ m_piece.get(), m_size });
+    m_size = 0;
 }

@@ -5,7 +5,7 @@
 #include <QUuid>
 
 #include <cstddef>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -15,14 +15,11 @@
 class JsonWriter
 {
 public:
-    /// The text goes to `sink` in pieces of about 64 KiB, or longer ones for long strings; `finish`
-    /// passes on the last one.
+    /// The text goes to `sink` in pieces of at most 64 KiB; `finish` passes on the last one.
     explicit JsonWriter(ByteSink sink)
         : m_sink(std::move(sink))
+        , m_piece(std::make_unique_for_overwrite<char[]>(PieceSize))
     {
-        // Growing copies the text and touches new pages at each step. The second half is for the
-        // string that ends a piece.
-        m_text.reserve(PieceSize + PieceSize / 2);
     }
 
     void beginObject() { begin('{'); }
@@ -54,10 +51,15 @@ private:
     void end(char bracket);
     void beginValue();
     void breakLine();
+    void append(std::string_view text);
+    void appendEscaped(std::string_view text);
+    /// Makes room in the piece for `size` bytes, at most `PieceSize`.
+    void reserve(std::size_t size);
     void flush();
 
     ByteSink m_sink;
-    std::string m_text; // not yet passed to the sink
+    std::unique_ptr<char[]> m_piece; // the text not yet passed to the sink
+    std::size_t m_size = 0;          // of that text, bytes
     std::size_t m_depth = 0;
     bool m_isFirst = true;
     bool m_followsKey = false;
