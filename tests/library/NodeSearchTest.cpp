@@ -128,8 +128,8 @@ TEST_F(NodeSearchTest, AHitTellsItsNodeTabAndMatches)
     EXPECT_EQ(hit.tabID, tabs.front().id);
     EXPECT_EQ(hit.blockID, tabs.front().blocks.back().id);
     EXPECT_EQ(hit.color, BlockColor::green);
-    EXPECT_EQ(hit.text, (Excerpt { u"my draft"_qs, { { 3, 5 } } }));
-    EXPECT_EQ(hit.tabName, (Excerpt { u"Drafts"_qs, { { 0, 5 } } }));
+    EXPECT_EQ(hit.text, (Excerpt { QStringLiteral("my draft"), { { 3, 5 } } }));
+    EXPECT_EQ(hit.tabName, (Excerpt { QStringLiteral("Drafts"), { { 0, 5 } } }));
 }
 
 TEST_F(NodeSearchTest, TellsWhereTheFirstMatchIs)
@@ -149,7 +149,7 @@ TEST_F(NodeSearchTest, TellsWhereTheFirstMatchOfALongTextIs)
     tabs = { tabOf("A", { text + "Ende" }) };
     search.find("ende", 0);
     EXPECT_EQ(search.firstMatch(0), (TextRange { 700'000, 4 }));
-    EXPECT_TRUE(search.hit(0).text.text.endsWith(u"Wörter Ende"_qs));
+    EXPECT_TRUE(search.hit(0).text.text.endsWith(QStringLiteral("Wörter Ende")));
 }
 
 TEST_F(NodeSearchTest, FindsWordsEverywhereInALongText)
