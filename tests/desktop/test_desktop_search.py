@@ -128,6 +128,7 @@ class QuietSearchTest(DesktopSearchTest):
         self.assertTrue(0 < kind <= 100 and 0 < relevance <= 1, (kind, relevance))
 
         self.runner.run(result)
+        self.runner.call("Teardown")
 
         self.expect_only_copied(REVIEW)
 

@@ -26,6 +26,10 @@ public:
     /// Copies a result, or shows it in the panel. Ignores unknown actions.
     Q_SLOT void Run(const QString &matchId, const QString &actionId);
 
+    /// The user has closed the search. Does nothing, because nothing is kept, but without it Qt
+    /// would log every call.
+    Q_SLOT void Teardown() const {}
+
 private:
     void copy(const std::string &id);
 
