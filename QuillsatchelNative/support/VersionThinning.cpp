@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <set>
 #include <tuple>
 #include <utility>
 
@@ -21,7 +20,7 @@ constexpr std::size_t MaximumCount = 100;
 constexpr std::uint64_t MaximumSize = 50'000'000;
 constexpr std::uint64_t MaximumSizePerDocument = 10;
 
-using Versions = std::set<EarlierVersion>;
+using Versions = std::vector<EarlierVersion>;
 
 /// Versions with a higher rank are newer.
 using Rank = std::tuple<bool, std::ptrdiff_t, EarlierVersion>;
@@ -55,7 +54,7 @@ Versions latestForeign(const std::vector<File> &files)
     Versions latest;
     for (auto file = files.rbegin(); file != files.rend() && latest.size() < ForeignCount; ++file) {
         if (file->version.isForeign)
-            latest.insert(file->version);
+            latest.push_back(file->version);
     }
     return latest;
 }
@@ -100,34 +99,36 @@ bool isSame(Period period, local_seconds left, local_seconds right)
 }
 
 /// The versions that their age keeps.
-Versions keptByAge(const Versions &versions, local_seconds now)
+Versions keptByAge(Versions versions, local_seconds now)
 {
+    std::ranges::sort(versions);
     Versions kept;
     for (auto version = versions.begin(); version != versions.end(); ++version) {
         const auto period = periodAt(now - version->time);
         const auto next = std::next(version);
         const bool isNewest = next == versions.end() || !isSame(period, version->time, next->time);
         if (isNewest && period != Period::always)
-            kept.insert(*version);
+            kept.push_back(*version);
     }
     return kept;
 }
 
-/// `files` begins with the oldest.
+/// In ascending order; some may occur repeatedly. `files` begins with the oldest.
 Versions keptByRules(const std::vector<File> &files, const std::vector<EarlierVersion> &recent,
                      local_seconds now)
 {
     auto kept = latestForeign(files);
     Versions others;
     for (const auto &file : files) {
-        if (!kept.contains(file.version))
-            others.insert(file.version);
+        if (std::ranges::find(kept, file.version) == kept.end())
+            others.push_back(file.version);
     }
-    kept.merge(keptByAge(others, now));
-    kept.insert(recent.begin(), recent.end());
+    std::ranges::copy(keptByAge(std::move(others), now), std::back_inserter(kept));
+    std::ranges::copy(recent, std::back_inserter(kept));
     const auto newestCount = std::min(files.size(), NewestCount);
     std::for_each_n(files.rbegin(), newestCount,
-                    [&kept](const File &file) { kept.insert(file.version); });
+                    [&kept](const File &file) { kept.push_back(file.version); });
+    std::ranges::sort(kept);
     return kept;
 }
 
@@ -155,7 +156,7 @@ std::vector<EarlierVersion> superfluous(const std::vector<File> &files,
     const auto kept = keptByRules(remaining, recent, now);
     std::vector<EarlierVersion> removed;
     std::erase_if(remaining, [&](const File &file) {
-        const bool isKept = kept.contains(file.version);
+        const bool isKept = std::ranges::binary_search(kept, file.version);
         if (!isKept)
             removed.push_back(file.version);
         return !isKept;
