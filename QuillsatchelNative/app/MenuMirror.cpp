@@ -35,26 +35,34 @@ QIcon iconOf(const LauncherIcon &icon)
     return { QPixmap::fromImage(icon.image) };
 }
 
+// Trays ask for the whole menu as soon as there is an icon. Then Qt writes each icon as PNG, for
+// which it loads all image plug-ins. Desktops report that a menu opens.
+void addIconOnOpening(const QMenu &menu, QAction &action, const LauncherIcon &icon)
+{
+    QObject::connect(&menu, &QMenu::aboutToShow, &action, [&action, icon] {
+        if (action.icon().isNull())
+            action.setIcon(iconOf(icon));
+    });
+}
+
 } // namespace
 
-QAction *MenuMirror::makeAction(const MenuItem &item, const Perform &perform, QObject *parent,
-                                Reader reader)
+QAction *MenuMirror::addAction(QMenu &menu, const MenuItem &item, const Perform &perform,
+                               Reader reader)
 {
-    const auto label = reader == Reader::bus ? labelForBus(item.title) : labelForQt(item.title);
-    auto *const action = new QAction(label, parent);
-    if (item.isSeparator()) {
-        action->setSeparator(true);
-        return action;
-    }
+    if (item.isSeparator())
+        return menu.addSeparator();
+    auto *const action =
+        menu.addAction(reader == Reader::bus ? labelForBus(item.title) : labelForQt(item.title));
     action->setMenuRole(QAction::NoRole); // otherwise Qt derives a role from the title
     action->setShortcut(item.keyEquivalent);
     if (item.image)
-        action->setIcon(iconOf(*item.image));
+        addIconOnOpening(menu, *action, *item.image);
     if (item.state) {
         action->setCheckable(true);
         action->setChecked(*item.state);
     }
-    QObject::connect(action, &QAction::triggered, parent, [perform, item] { perform(item); });
+    QObject::connect(action, &QAction::triggered, &menu, [perform, item] { perform(item); });
     return action;
 }
 
@@ -62,5 +70,5 @@ void MenuMirror::fill(QMenu &menu, const std::vector<MenuItem> &items, const Per
 {
     menu.clear();
     for (const auto &item : items)
-        menu.addAction(makeAction(item, perform, &menu));
+        addAction(menu, item, perform);
 }

@@ -7,7 +7,6 @@
 
 class QAction;
 class QMenu;
-class QObject;
 
 /// Shows menu items through Qt.
 namespace MenuMirror
@@ -21,9 +20,10 @@ enum class Reader {
     bus
 };
 
-/// An action that shows `item` and passes it to `perform` when chosen. The parent owns it.
-QAction *makeAction(const MenuItem &item, const Perform &perform, QObject *parent,
-                    Reader reader = Reader::qt);
+/// Adds an action that shows `item` and passes it to `perform` when chosen. The menu owns it. Its
+/// icon appears when the menu opens.
+QAction *addAction(QMenu &menu, const MenuItem &item, const Perform &perform,
+                   Reader reader = Reader::qt);
 
 /// Replaces the contents of `menu`.
 void fill(QMenu &menu, const std::vector<MenuItem> &items, const Perform &perform);

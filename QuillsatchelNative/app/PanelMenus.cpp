@@ -88,7 +88,7 @@ void PanelMenus::addLaunchers()
     if (!items.empty())
         m_panelMenu->addSeparator();
     for (const auto &item : items)
-        m_panelMenu->addAction(MenuMirror::makeAction(item, m_perform, m_panelMenu));
+        MenuMirror::addAction(*m_panelMenu, item, m_perform);
 }
 
 // The global menu bar, or a menu in use, takes the keyboard from the panel.

@@ -63,8 +63,7 @@ void StatusItem::rebuildStatusMenu()
                                         qApp->devicePixelRatio());
     m_menu.clear();
     for (const auto &item : items) {
-        auto *const entry = MenuMirror::makeAction(item, m_perform, &m_menu, reader);
-        m_menu.addAction(entry);
+        auto *const entry = MenuMirror::addAction(m_menu, item, m_perform, reader);
         if (item.action == MenuItem::Action::toggleFloating)
             m_alwaysOnTopMenuItem = entry;
     }

@@ -335,6 +335,7 @@ TEST_F(AppDelegateTest, RebuildsTheStatusMenuOnceForAWebsiteAndOnceForItsIcon)
     machine.httpClient.answer(0, PictureBytes::png(18, 18));
     settle();
     EXPECT_EQ(rebuildings, 2);
+    TrayMenu::menu().popup({});
     const auto icon = TrayMenu::entry("example.com").icon();
     EXPECT_EQ(icon.pixmap(18, 18).toImage().pixelColor(9, 9), QColor(Qt::red));
 }

@@ -39,7 +39,7 @@ protected:
     std::string labelOf(const std::string &title, MenuMirror::Reader reader)
     {
         const MenuItem item { .action = Action::showPanel, .title = QString::fromStdString(title) };
-        return MenuMirror::makeAction(item, {}, &menu, reader)->text().toStdString();
+        return MenuMirror::addAction(menu, item, {}, reader)->text().toStdString();
     }
 
     QMenu menu;
@@ -99,7 +99,7 @@ TEST_F(MenuMirrorTest, ReplacesEarlierEntries)
         << "one entry and the menu's own action";
 }
 
-TEST_F(MenuMirrorTest, ShowsImagesAndSymbols)
+TEST_F(MenuMirrorTest, ShowsImagesAndSymbolsWhenItOpens)
 {
     const auto picture = PictureBytes::filled(18, 18, Qt::green);
     fill({ { .action = Action::launchConfiguredItem,
@@ -109,6 +109,10 @@ TEST_F(MenuMirrorTest, ShowsImagesAndSymbols)
              .title = QStringLiteral("Symbol"),
              .image = LauncherIcon { {}, "gearshape", "Settings" } },
            { .action = Action::quitApp, .title = QStringLiteral("Plain") } });
+    EXPECT_TRUE(entry(0).icon().isNull());
+    EXPECT_TRUE(entry(1).icon().isNull());
+
+    menu.popup({});
     EXPECT_EQ(entry(0).icon().pixmap(18, 18).toImage().pixelColor(9, 9), QColor(Qt::green));
     EXPECT_TRUE(hasInk(entry(1).icon().pixmap(16, 16).toImage()));
     EXPECT_TRUE(entry(2).icon().isNull());

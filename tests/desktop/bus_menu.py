@@ -30,6 +30,8 @@ class Menu:
         self._owner, self._path, self._parent = owner, path, parent
 
     def entries(self):
+        """As desktops ask for them when the menu opens."""
+        self._call("AboutToShow", GLib.Variant("(i)", (self._parent,)))
         return [_entry(properties) for _, properties in self._layout()]
 
     def await_entries(self, expected):

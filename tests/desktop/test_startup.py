@@ -14,6 +14,7 @@ from applications import RecordingApplication
 from desktop_test import DesktopTest
 from library import known_id, node, tab
 from processes import end
+from tray import StatusItem, Tray
 from waiting import wait_for, wait_for_value
 from x11 import press_keys, type_text, windows_named
 
@@ -130,9 +131,23 @@ class StartupTest(DesktopTest):
         self.expect_default_library(panel)
         time.sleep(1)  # the desktop is asked shortly after the panel is shown
 
-        libraries = pathlib.Path(f"/proc/{panel.process_id}/maps").read_text()
-        self.assertIn("platforms/libqxcb", libraries)
-        self.assertNotIn("/imageformats/", libraries)
+        self.expect_no_image_plugins(panel)
+
+    def test_image_plugins_are_not_loaded_before_the_menu_of_the_tray_opens(self):
+        tray = Tray(self.session)
+        self.addCleanup(tray.end)
+        panel = self.open_panel()
+        item = StatusItem(panel.process_id)
+        time.sleep(1)  # the tray asks for the menu when the icon appears
+
+        self.expect_no_image_plugins(panel)
+        self.assertIn("Settings…", [entry.label for entry in item.menu.entries()
+                                    if entry.has_icon])
+        self.assertIn("/imageformats/", libraries(panel))
+
+    def expect_no_image_plugins(self, panel):
+        self.assertIn("platforms/libqxcb", libraries(panel))
+        self.assertNotIn("/imageformats/", libraries(panel))
 
     def expect_default_library(self, panel):
         self.assertEqual(panel.tab_names(), ["Prompts"])
@@ -185,6 +200,10 @@ class RefusalTest(DesktopTest):
         self.assertEqual(status, 1, message)
         self.assertEqual(len(message.splitlines()), 1, message)
         self.assertTrue(message.startswith("Quillsatchel ends: "), message)
+
+
+def libraries(panel):
+    return pathlib.Path(f"/proc/{panel.process_id}/maps").read_text()
 
 
 def thread_names(process_id):
