@@ -21,7 +21,7 @@ FONTS = pathlib.Path(__file__).with_name("fonts.conf")
 KEPT_VARIABLES = ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "QUILLSATCHEL_KILLS")
 HOMES = ("CACHE_HOME", "CONFIG_HOME", "DATA_HOME", "RUNTIME_DIR", "STATE_HOME")
 # Installed data and settings that the tests need.
-DATA = ("glib-2.0", "icons", "mime", "pocketsphinx", "themes", "xfce4")
+DATA = ("glib-2.0", "glycin-loaders", "icons", "mime", "pocketsphinx", "themes", "xfce4")
 SETTINGS = ("openbox", "xfce4")
 # Safe in socket paths and D-Bus addresses. The limit leaves space for file names of the tests.
 USABLE_PATH = re.compile(r"/[A-Za-z0-9_./-]{1,39}")
