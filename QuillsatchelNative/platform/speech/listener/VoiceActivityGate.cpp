@@ -15,7 +15,7 @@ constexpr std::uint32_t OpeningFrames = 0b11111;
 constexpr int MinSpeechFrames = 4;
 constexpr std::uint32_t ClosingFrames = 0b111'1111;
 
-constexpr std::size_t BeforeSpeech = SampleRate * 3 / 10; // more makes recognition worse
+constexpr std::size_t BeforeSpeech = SampleRate / 5; // more makes recognition worse
 // Shorter than the silence that closes the gate, so that no utterance begins with the last word.
 constexpr std::size_t AfterSpeech = SampleRate * 18 / 100;
 
