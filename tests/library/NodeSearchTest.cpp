@@ -235,9 +235,13 @@ protected:
 
     void expectTheHitsOfTheReference(const QString &query, std::size_t activeTab)
     {
-        search.find(query.toStdString(), activeTab);
-        EXPECT_EQ(foundPositions(), ReferenceNodeSearch::find(tabs, activeTab, query))
-            << query.toStdString();
+        // A part of the query may end with half a surrogate pair, which conversions drop or
+        // replace.
+        const std::string text = query.toStdString();
+        search.find(text, activeTab);
+        EXPECT_EQ(foundPositions(),
+                  ReferenceNodeSearch::find(tabs, activeTab, QString::fromStdString(text)))
+            << text;
     }
 
     std::minstd_rand random;
