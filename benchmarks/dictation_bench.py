@@ -28,8 +28,8 @@ from figure import Figure
 RATE = 16_000
 BUFFER = 1024  # samples
 HEADER = struct.Struct("=IIBBH")  # payload size, task, version, kind, zero
-VERSION = 1
-BEGIN, AUDIO, END, CANCEL, UNCHANGED, PARTIAL, FINAL = range(7)
+VERSION = 2
+BEGIN, AUDIO, END, CANCEL, UNCHANGED, PARTIAL, FINAL, TEXTS, LEARN = range(9)
 
 RECORDINGS = pathlib.Path("/usr/share/pocketsphinx/test/data")
 VOICES = ("slt", "rms", "awb", "kal16")

@@ -114,7 +114,8 @@ def measure(build):
                             programs / "settings_card_bench"]),
                       *run([programs / "favicon_bench"], **offscreen)],
         "Start, memory, rest": run([sys.executable, "-B", HERE / "start_bench.py", programs]),
-        "Dictation": run([sys.executable, "-B", HERE / "dictation_bench.py", listener, "--all"]),
+        "Dictation": [*run([sys.executable, "-B", HERE / "dictation_bench.py", listener, "--all"]),
+                      *run([sys.executable, "-B", HERE / "vocabulary_bench.py", listener])],
     }
 
 

@@ -26,13 +26,15 @@ up as quick launchers.
 Speech is recognised on this machine. Texts never leave it.")
 
 # Linked libraries are found automatically. The rest is loaded or started by name: the SVG plugin for
-# icons of applications (part of libqt6svg6 in Debian 12), the English speech model, proxies for
-# downloads, WebP website icons, the browser, and Wayland for desktops without XWayland.
+# icons of applications (part of libqt6svg6 in Debian 12), the English speech model and
+# the library that pronounces the user's words, proxies for downloads, WebP website icons, the
+# browser, and Wayland for desktops without XWayland.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "hicolor-icon-theme, qt6-svg-plugins | libqt6svg6 (<< 6.8)")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "glib-networking, pocketsphinx-en-us, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
+    "glib-networking, libespeak-ng1, pocketsphinx-en-us, qt6-image-formats-plugins, qt6-wayland,\
+ xdg-utils")
 
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -24,8 +24,9 @@ struct DictationController::Session {
     TextHandler onText;
 };
 
-DictationController::DictationController(Platform &platform)
+DictationController::DictationController(Platform &platform, VocabularySource &vocabulary)
     : m_platform(platform)
+    , m_vocabulary(vocabulary)
 {
 }
 
@@ -77,7 +78,7 @@ void DictationController::start(QUuid blockID, const std::string &currentText,
 bool DictationController::hasRecognizer()
 {
     if (!m_recognizer)
-        m_recognizer = m_platform.speech.makeRecognizer();
+        m_recognizer = m_platform.speech.makeRecognizer(m_vocabulary);
     return m_recognizer && m_recognizer->isAvailable();
 }
 

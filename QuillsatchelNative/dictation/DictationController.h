@@ -20,7 +20,8 @@ public:
     /// Receives the node's whole new text (UTF-8).
     using TextHandler = std::function<void(const std::string &)>;
 
-    explicit DictationController(Platform &platform);
+    /// Both must outlive the controller; words of `vocabulary` are recognised too.
+    DictationController(Platform &platform, VocabularySource &vocabulary);
     ~DictationController() override;
 
     /// The node being dictated into while the microphone is open.
@@ -48,6 +49,7 @@ private:
     bool hasRecognizer();
 
     Platform &m_platform;
+    VocabularySource &m_vocabulary;
     Published<std::optional<QUuid>> m_activeBlockID { this };
     Published<std::optional<QString>> m_errorMessage { this };
     // Both are created by the first dictation, because most runs of the program have none.

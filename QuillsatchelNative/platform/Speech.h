@@ -2,6 +2,7 @@
 
 #include "platform/AudioEngine.h"
 #include "platform/SpeechRecognizer.h"
+#include "platform/VocabularySource.h"
 
 #include <functional>
 #include <memory>
@@ -25,8 +26,9 @@ public:
     virtual void requestAuthorization(std::function<void(AuthorizationStatus)> receive) = 0;
 
     /// A recogniser for the language of the user's locale; null if the latest authorization found
-    /// none.
-    virtual std::unique_ptr<SpeechRecognizer> makeRecognizer() = 0;
+    /// none. Each task first learns the words of `vocabulary`, if it has changed, which must
+    /// outlive the recogniser.
+    virtual std::unique_ptr<SpeechRecognizer> makeRecognizer(VocabularySource &vocabulary) = 0;
 
     /// Never null; without a microphone `AudioEngine::start` fails.
     virtual std::unique_ptr<AudioEngine> makeAudioEngine() = 0;

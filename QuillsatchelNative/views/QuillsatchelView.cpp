@@ -60,7 +60,8 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     , m_windowPreferences(windowPreferences)
     , m_platform(platform)
     , m_topInset(topInset)
-    , m_dictation(platform)
+    , m_vocabulary(store, launcherStore)
+    , m_dictation(platform, m_vocabulary)
     , m_scheduler(platform.mainQueue, [this] { render(); })
     , m_tabStrip(new TabStrip(store, platform.mainQueue, this))
     , m_nodeList(new NodeList(

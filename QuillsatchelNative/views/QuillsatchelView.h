@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dictation/DictationController.h"
+#include "dictation/LibraryVocabulary.h"
 #include "launchers/LauncherStore.h"
 #include "library/SatchelStore.h"
 #include "preferences/WindowPreferences.h"
@@ -101,6 +102,7 @@ private:
     WindowPreferences &m_windowPreferences;
     Platform &m_platform;
     int m_topInset;
+    LibraryVocabulary m_vocabulary;
     DictationController m_dictation;
     std::string m_dictatedText; // the text of the dictated node, until the user changes it
     RenderScheduler m_scheduler;

@@ -12,6 +12,13 @@ TEST_F(DictationControllerTest, IsIdleAndMakesNoCallsAtFirst)
     EXPECT_TRUE(speech.events.empty());
 }
 
+TEST_F(DictationControllerTest, GivesTheRecognizerTheVocabulary)
+{
+    Node node;
+    start(node);
+    EXPECT_EQ(speech.vocabulary, &vocabulary);
+}
+
 TEST_F(DictationControllerTest, FillsAnEmptyNodeWithoutALeadingSpace)
 {
     Node node;
@@ -217,7 +224,7 @@ TEST_F(DictationControllerTest, KeepsTheTextIfTheMicrophoneDoesNotStart)
 TEST_F(DictationControllerTest, ReportsMissingPermission)
 {
     for (const auto status : { Status::notDetermined, Status::denied, Status::restricted }) {
-        controller.emplace(machine.platform);
+        controller.emplace(machine.platform, vocabulary);
         Node node;
         toggle(node);
         answer(status);
@@ -374,7 +381,7 @@ TEST_F(DictationControllerTest, IgnoresCallbacksAfterItsDestruction)
     answer();
     EXPECT_EQ(speech.events, Texts({ "request authorization" }));
 
-    controller.emplace(machine.platform);
+    controller.emplace(machine.platform, vocabulary);
     start(node);
     speech.deliver(0, SpeechRecognitionResult { "words", true });
     controller.reset();

@@ -2,6 +2,7 @@
 
 #include "dictation/DictationController.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/FakeVocabulary.h"
 
 #include <gtest/gtest.h>
 
@@ -79,5 +80,6 @@ protected:
 
     FakePlatform machine;
     FakeSpeech &speech = machine.speech;
-    std::optional<DictationController> controller { std::in_place, machine.platform };
+    FakeVocabulary vocabulary;
+    std::optional<DictationController> controller { std::in_place, machine.platform, vocabulary };
 };

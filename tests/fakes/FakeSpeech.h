@@ -32,8 +32,9 @@ public:
         authorizationRequests.push_back(std::move(receive));
     }
 
-    std::unique_ptr<SpeechRecognizer> makeRecognizer() override
+    std::unique_ptr<SpeechRecognizer> makeRecognizer(VocabularySource &source) override
     {
+        vocabulary = &source;
         return hasRecognizer ? std::make_unique<Recognizer>(*this) : nullptr;
     }
 
@@ -63,6 +64,7 @@ public:
 
     void note(const std::string &event) { events.push_back(event); }
 
+    VocabularySource *vocabulary = nullptr; ///< of the recogniser
     bool hasRecognizer = true;
     bool isAvailable = true;
     bool startsEngine = true;

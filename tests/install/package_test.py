@@ -54,8 +54,8 @@ class PackageTest(unittest.TestCase):
         self.assertEqual(len({"libpocketsphinx3", "libpocketsphinx5"} & plain), 1, plain)
         self.assertTrue(any(name.startswith("libcurl") for name in plain), plain)
         self.assertEqual(self.field("Recommends").split(", "),
-                         ["glib-networking", "pocketsphinx-en-us", "qt6-image-formats-plugins",
-                          "qt6-wayland", "xdg-utils"])
+                         ["glib-networking", "libespeak-ng1", "pocketsphinx-en-us",
+                          "qt6-image-formats-plugins", "qt6-wayland", "xdg-utils"])
 
     def test_has_no_maintainer_scripts(self):
         self.assertEqual({file.name for file in (self.folder / "raw/DEBIAN").iterdir()},

@@ -1,5 +1,6 @@
 #include "platform/desktop/DesktopSpeech.h"
 
+#include "fakes/FakeVocabulary.h"
 #include "fakes/TestFiles.h"
 #include "platform/desktop/QtMainQueue.h"
 
@@ -41,6 +42,7 @@ protected:
     QTemporaryDir folder;
     std::string server = folder.filePath(QStringLiteral("nothing")).toStdString();
     QtMainQueue mainQueue;
+    FakeVocabulary vocabulary;
     DesktopSpeech speech { mainQueue };
 };
 
@@ -61,14 +63,14 @@ TEST_F(DesktopSpeechTest, HasAnAudioEngineThatDoesNotStartWithoutAMicrophone)
 
 TEST_F(DesktopSpeechTest, HasARecognizerIfThereIsAModelForTheLanguage)
 {
-    EXPECT_EQ(speech.makeRecognizer(), nullptr) << "nothing has looked for a model yet";
+    EXPECT_EQ(speech.makeRecognizer(vocabulary), nullptr) << "nothing has looked for a model yet";
     setenv("LC_ALL", "xx_XX.UTF-8", 1);
     EXPECT_EQ(authorization(), Speech::AuthorizationStatus::authorized);
-    EXPECT_EQ(speech.makeRecognizer(), nullptr);
+    EXPECT_EQ(speech.makeRecognizer(vocabulary), nullptr);
     setenv("LC_ALL", "en_US.UTF-8", 1);
     EXPECT_EQ(authorization(), Speech::AuthorizationStatus::authorized);
     if (!TestFiles::read("/usr/share/pocketsphinx/model/en-us/en-us/mdef").empty()) {
-        const auto recognizer = speech.makeRecognizer();
+        const auto recognizer = speech.makeRecognizer(vocabulary);
         ASSERT_NE(recognizer, nullptr);
         EXPECT_TRUE(recognizer->isAvailable());
     }

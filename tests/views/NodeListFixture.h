@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dictation/DictationController.h"
+#include "fakes/FakeVocabulary.h"
 #include "views/EmptyState.h"
 #include "views/NodeEditor.h"
 #include "views/NodeList.h"
@@ -135,7 +136,8 @@ protected:
 
     static constexpr int Height = 500;
 
-    DictationController dictation { machine.platform };
+    FakeVocabulary vocabulary;
+    DictationController dictation { machine.platform, vocabulary };
     QWidget window;
     NodeList *list = nullptr;
 

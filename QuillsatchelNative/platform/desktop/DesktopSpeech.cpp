@@ -19,10 +19,10 @@ void DesktopSpeech::requestAuthorization(std::function<void(AuthorizationStatus)
         receive(AuthorizationStatus::authorized);
 }
 
-std::unique_ptr<SpeechRecognizer> DesktopSpeech::makeRecognizer()
+std::unique_ptr<SpeechRecognizer> DesktopSpeech::makeRecognizer(VocabularySource &vocabulary)
 {
     auto *const speech = module();
-    return speech ? speech->makeRecognizer() : nullptr;
+    return speech ? speech->makeRecognizer(vocabulary) : nullptr;
 }
 
 std::unique_ptr<AudioEngine> DesktopSpeech::makeAudioEngine()

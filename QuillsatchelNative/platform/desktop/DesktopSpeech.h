@@ -15,7 +15,7 @@ public:
     }
 
     void requestAuthorization(std::function<void(AuthorizationStatus)> receive) override;
-    std::unique_ptr<SpeechRecognizer> makeRecognizer() override;
+    std::unique_ptr<SpeechRecognizer> makeRecognizer(VocabularySource &vocabulary) override;
     std::unique_ptr<AudioEngine> makeAudioEngine() override;
 
 private:

@@ -21,9 +21,11 @@ std::string textOf(const ListenerMessage &answer)
 
 } // namespace
 
-ListenerConversation::ListenerConversation(Listener listener, const ListenerLimits &limits)
+ListenerConversation::ListenerConversation(Listener listener, const ListenerLimits &limits,
+                                           VocabularySource *vocabulary)
     : m_listener(std::move(listener))
     , m_limits(limits)
+    , m_vocabulary(vocabulary)
 {
 }
 
@@ -37,32 +39,64 @@ void ListenerConversation::begin(std::shared_ptr<ListenerRequest> request)
 {
     const auto older = std::exchange(m_request, std::move(request));
     ++m_task;
+    m_hasSentBegin = false;
     m_hasSentEnd = false;
+    // A lesson in progress ends first, because texts are not taken back.
+    if (m_vocabulary && !m_lesson && m_taughtRevision != m_vocabulary->revision()) {
+        m_taughtRevision = m_vocabulary->revision();
+        m_lesson.emplace(*m_vocabulary);
+    }
+    if (teach())
+        startTask();
+    if (older)
+        older->report(std::nullopt, true);
+}
+
+/// Sends the user's texts, one message at a time. True once the listener has learnt them.
+bool ListenerConversation::teach()
+{
+    while (m_lesson && m_owedAnswers.empty()) {
+        if (const auto message = m_lesson->next(m_task))
+            send(*message);
+        else
+            m_lesson.reset();
+    }
+    return !m_lesson;
+}
+
+void ListenerConversation::startTask()
+{
+    if (std::exchange(m_hasSentBegin, true))
+        return;
     send({ .kind = Kind::begin, .task = m_task, .payload = {} });
     if (m_owedAnswers.empty())
         restartTimer();
-    if (older)
-        older->report(std::nullopt, true);
 }
 
 bool ListenerConversation::update()
 {
     if (m_request && m_request->isOver()) {
-        send({ .kind = Kind::cancel, .task = m_task, .payload = {} });
+        if (m_hasSentBegin)
+            send({ .kind = Kind::cancel, .task = m_task, .payload = {} });
         m_request.reset();
         if (m_owedAnswers.empty())
             restartTimer();
     }
-    if (!m_request)
-        return true;
-    if (m_request->state() == ListenerRequest::State::overflowed)
+    if (m_request && m_request->state() == ListenerRequest::State::overflowed)
         return false;
+    if (teach() && m_request)
+        sendAudio();
+    return true;
+}
+
+void ListenerConversation::sendAudio()
+{
+    startTask();
     while (m_owedAnswers.size() < MaxOwedAnswers && !m_request->isEmpty())
         send(ListenerMessage::audio(m_task, m_request->take(PieceSize)));
     const bool isAll = m_request->state() != ListenerRequest::State::open && m_request->isEmpty();
     if (isAll && !std::exchange(m_hasSentEnd, true))
         send({ .kind = Kind::end, .task = m_task, .payload = {} });
-    return true;
 }
 
 bool ListenerConversation::receive(std::string_view bytes)
@@ -81,17 +115,21 @@ void ListenerConversation::fail()
         request->report(std::nullopt, true);
 }
 
+bool ListenerConversation::Answer::accepts(const ListenerMessage &message) const
+{
+    if (message.task != task)
+        return false;
+    if (question == Kind::end)
+        return message.kind == Kind::final;
+    return message.kind == Kind::unchanged ||
+           (message.kind == Kind::partial && question == Kind::audio);
+}
+
 bool ListenerConversation::accept(const ListenerMessage &message)
 {
-    const bool isFinal = message.kind == Kind::final;
-    const bool isAnswer =
-        isFinal || message.kind == Kind::partial || message.kind == Kind::unchanged;
-    if (!isAnswer || m_owedAnswers.empty())
+    if (m_owedAnswers.empty() || !m_owedAnswers.front().accepts(message))
         return false;
-    const auto owed = m_owedAnswers.front();
     m_owedAnswers.pop_front();
-    if (message.task != owed.task || isFinal != owed.isFinal)
-        return false;
     if (m_request && message.task == m_task)
         report(message);
     restartTimer();
@@ -114,9 +152,9 @@ void ListenerConversation::send(const ListenerMessage &message)
     std::string bytes;
     message.appendTo(bytes);
     m_listener.send(bytes);
-    if (message.kind != Kind::audio && message.kind != Kind::end)
+    if (message.kind == Kind::begin || message.kind == Kind::cancel)
         return;
-    m_owedAnswers.push_back({ .task = message.task, .isFinal = message.kind == Kind::end });
+    m_owedAnswers.push_back({ .task = message.task, .question = message.kind });
     if (m_owedAnswers.size() == 1)
         restartTimer();
 }

@@ -3,6 +3,7 @@
 #include "platform/speech/ListenerLimits.h"
 #include "platform/speech/ListenerMessageReader.h"
 #include "platform/speech/ListenerRequest.h"
+#include "platform/speech/VocabularyMessages.h"
 
 #include <chrono>
 #include <cstdint>
@@ -15,7 +16,8 @@
 
 /// The protocol of one listener: sends the audio of one recognition after the other, reports the
 /// answers and says how long to wait for them. Little audio is on its way at a time, so that a
-/// cancelled recognition is soon forgotten. Does no I/O and reads no clock. Main thread only.
+/// cancelled recognition is soon forgotten. Before a recognition, the listener learns the user's
+/// vocabulary if that has changed. Does no I/O and reads no clock. Main thread only.
 class ListenerConversation
 {
 public:
@@ -26,7 +28,9 @@ public:
         std::function<void(std::optional<std::chrono::milliseconds>)> restartTimer;
     };
 
-    ListenerConversation(Listener listener, const ListenerLimits &limits);
+    /// `vocabulary`, null for none, must outlive the conversation.
+    ListenerConversation(Listener listener, const ListenerLimits &limits,
+                         VocabularySource *vocabulary = nullptr);
     ~ListenerConversation();
     ListenerConversation(const ListenerConversation &) = delete;
     ListenerConversation &operator=(const ListenerConversation &) = delete;
@@ -44,9 +48,14 @@ private:
     /// An answer that the listener owes.
     struct Answer {
         std::uint32_t task = 0;
-        bool isFinal = false;
+        ListenerMessage::Kind question {};
+
+        bool accepts(const ListenerMessage &message) const;
     };
 
+    void startTask();
+    bool teach();
+    void sendAudio();
     bool accept(const ListenerMessage &message);
     void report(const ListenerMessage &answer);
     void send(const ListenerMessage &message);
@@ -56,7 +65,11 @@ private:
     const ListenerLimits m_limits;
     ListenerMessageReader m_reader;
     std::shared_ptr<ListenerRequest> m_request;
-    std::uint32_t m_task = 0; // number of the latest recognition
+    VocabularySource *const m_vocabulary;
+    std::optional<std::uint64_t> m_taughtRevision;
+    std::optional<VocabularyMessages> m_lesson; // while the listener learns
+    std::uint32_t m_task = 0;                   // number of the latest recognition
     std::deque<Answer> m_owedAnswers;
+    bool m_hasSentBegin = false;
     bool m_hasSentEnd = false;
 };

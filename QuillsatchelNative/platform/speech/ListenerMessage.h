@@ -7,7 +7,8 @@
 #include <vector>
 
 /// A message between this program and its listener. The listener answers each `audio` with
-/// `unchanged` or `partial` and each `end` with `final`, in their order, and nothing else.
+/// `unchanged` or `partial`, each `end` with `final`, and each `texts` and `learn` with
+/// `unchanged`, in their order, and nothing else.
 struct ListenerMessage {
     enum class Kind : std::uint8_t {
         begin,     ///< a task begins and replaces the current one
@@ -17,11 +18,19 @@ struct ListenerMessage {
         unchanged, ///< the samples did not change the text
         partial,   ///< the text so far, UTF-8
         final,     ///< the whole text, UTF-8
+        texts,     ///< texts of the user, UTF-8, each with a TextEnd after it
+        learn,     ///< learn the words of the texts since the last `learn`, for the next task
+    };
+
+    /// Ends a text. Texts that contain such a character are cut there.
+    struct TextEnd {
+        static constexpr char Ordinary = '\0';
+        static constexpr char Prominent = '\1'; ///< VocabularySource::Text::isProminent
     };
 
     Kind kind = Kind::begin;
     std::uint32_t task = 0;
-    std::string payload; ///< of `audio`, `partial` and `final`
+    std::string payload; ///< of `audio`, `partial`, `final` and `texts`
 
     static ListenerMessage audio(std::uint32_t task, std::span<const std::int16_t> samples);
 

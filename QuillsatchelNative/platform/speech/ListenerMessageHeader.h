@@ -5,7 +5,7 @@
 /// The start of an encoded message. Both ends run on one machine, so numbers have its byte order.
 struct ListenerMessageHeader {
     /// Changes with the protocol: an update may replace the listener of a running program.
-    static constexpr std::uint8_t Version = 1;
+    static constexpr std::uint8_t Version = 2;
 
     std::uint32_t payloadSize = 0;
     std::uint32_t task = 0;

@@ -19,11 +19,13 @@ bool fits(Kind kind, std::size_t payloadSize)
                payloadSize % sizeof(std::int16_t) == 0;
     case Kind::partial:
     case Kind::final:
+    case Kind::texts:
         return payloadSize <= ListenerMessage::MaxPayload;
     case Kind::begin:
     case Kind::end:
     case Kind::cancel:
     case Kind::unchanged:
+    case Kind::learn:
         return payloadSize == 0;
     }
     return false;
@@ -32,7 +34,7 @@ bool fits(Kind kind, std::size_t payloadSize)
 bool isValid(const ListenerMessageHeader &header)
 {
     return header.version == ListenerMessageHeader::Version && header.reserved == 0 &&
-           header.kind <= static_cast<std::uint8_t>(Kind::final) &&
+           header.kind <= static_cast<std::uint8_t>(Kind::learn) &&
            fits(static_cast<Kind>(header.kind), header.payloadSize);
 }
 

@@ -33,10 +33,11 @@ private:
 } // namespace
 
 ListenerRecognizer::ListenerRecognizer(std::vector<std::string> command, MainQueue &mainQueue,
-                                       const ListenerLimits &limits)
+                                       const ListenerLimits &limits, VocabularySource *vocabulary)
     : m_command(std::move(command))
     , m_mainQueue(mainQueue)
     , m_limits(limits)
+    , m_vocabulary(vocabulary)
     , m_update([recognizer = QPointer(this)] {
         if (recognizer && recognizer->m_conversation)
             recognizer->stopUnless(recognizer->m_conversation->update());
@@ -92,7 +93,8 @@ void ListenerRecognizer::startListener()
         timeout ? m_timer.start(*timeout) : m_timer.stop();
     };
     m_conversation = std::make_unique<ListenerConversation>(
-        ListenerConversation::Listener { .send = send, .restartTimer = restartTimer }, m_limits);
+        ListenerConversation::Listener { .send = send, .restartTimer = restartTimer }, m_limits,
+        m_vocabulary);
     m_listener = listener;
     listener->start();
 }

@@ -19,9 +19,10 @@
 class ListenerRecognizer final : public QObject, public SpeechRecognizer
 {
 public:
-    /// `command` is the path of the listener and its arguments.
+    /// `command` is the path of the listener and its arguments. The listener learns the words of
+    /// `vocabulary`, null for none, which must outlive the recogniser.
     ListenerRecognizer(std::vector<std::string> command, MainQueue &mainQueue,
-                       const ListenerLimits &limits = {});
+                       const ListenerLimits &limits = {}, VocabularySource *vocabulary = nullptr);
 
     /// Whether there is a listener to start.
     bool isAvailable() const override;
@@ -38,6 +39,7 @@ private:
     const std::vector<std::string> m_command;
     MainQueue &m_mainQueue;
     const ListenerLimits m_limits;
+    VocabularySource *const m_vocabulary;
     const std::function<void()> m_update; // does nothing after the end of the recogniser
     QTimer m_timer;
     ListenerProcess *m_listener = nullptr; // a child; stopped ones are too, until they have ended

@@ -48,11 +48,12 @@ public:
         new ListenerInquiry(m_listener, answer, &m_inquiries);
     }
 
-    std::unique_ptr<SpeechRecognizer> makeRecognizer() override
+    std::unique_ptr<SpeechRecognizer> makeRecognizer(VocabularySource &vocabulary) override
     {
         if (!m_hasModel)
             return nullptr;
-        return std::make_unique<ListenerRecognizer>(std::vector { m_listener }, m_mainQueue);
+        return std::make_unique<ListenerRecognizer>(std::vector { m_listener }, m_mainQueue,
+                                                    ListenerLimits(), &vocabulary);
     }
 
     std::unique_ptr<AudioEngine> makeAudioEngine() override

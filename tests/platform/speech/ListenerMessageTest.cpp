@@ -25,6 +25,8 @@ const Messages OneOfEach {
     { .kind = Kind::partial, .task = 1, .payload = "buy" },
     { .kind = Kind::end, .task = 1, .payload = {} },
     { .kind = Kind::final, .task = 1, .payload = "buy milk – \U0001F95B" },
+    { .kind = Kind::texts, .task = 1, .payload = std::string("a text\0another\1", 15) },
+    { .kind = Kind::learn, .task = 1, .payload = {} },
     { .kind = Kind::cancel, .task = 4'294'967'295, .payload = {} },
 };
 
@@ -134,7 +136,10 @@ INSTANTIATE_TEST_SUITE_P(
                     streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::end) }, "ab"),
                     streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::cancel) }, "ab"),
                     streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::unchanged) }, "ab"),
-                    streamOfHeader({ .kind = 7 }), streamOfHeader({ .kind = 255 }),
+                    streamOfHeader({ .payloadSize = 2, .kind = kind(Kind::learn) }, "ab"),
+                    streamOfHeader({ .payloadSize = ListenerMessage::MaxPayload + 1,
+                                     .kind = kind(Kind::texts) }),
+                    streamOfHeader({ .kind = 9 }), streamOfHeader({ .kind = 255 }),
                     streamOfHeader({ .version = 0 }),
                     streamOfHeader({ .version = ListenerMessageHeader::Version + 1 }),
                     streamOfHeader({ .reserved = 1 })));

@@ -1,5 +1,6 @@
 // The real listener with Debian's model and synthetic voices.
 
+#include "fakes/FakeVocabulary.h"
 #include "fakes/FileSizeLimit.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/speech/ListenerRecognizer.h"
@@ -62,7 +63,8 @@ protected:
 
     QtMainQueue mainQueue;
     // Includes loading the model on a busy machine.
-    ListenerRecognizer recognizer { { LISTENER }, mainQueue, { .answer = 60s } };
+    FakeVocabulary vocabulary;
+    ListenerRecognizer recognizer { { LISTENER }, mainQueue, { .answer = 60s }, &vocabulary };
     std::vector<std::string> texts; // of the latest task
 };
 
@@ -158,6 +160,44 @@ TEST_F(ListenerTest, UnderstandsAddedWords)
     EXPECT_TRUE(hasWord(transcribe("summarize this p d f"), "pdf"));
     EXPECT_TRUE(hasWord(transcribe("build a simple chat bot"), "chatbot"));
     EXPECT_TRUE(hasWord(transcribe("use type script"), "typescript"));
+}
+
+TEST_F(ListenerTest, LearnsTheUsersWords)
+{
+    if (!std::filesystem::exists("/usr/lib/x86_64-linux-gnu/libespeak-ng.so.1") &&
+        !std::filesystem::exists("/usr/lib/aarch64-linux-gnu/libespeak-ng.so.1"))
+        GTEST_SKIP() << "libespeak-ng1 is not installed";
+    const auto sentence = *Voice::say("add a tool tip to the web hook");
+    EXPECT_FALSE(hasWord(transcribe(sentence), "WebHook"));
+    vocabulary.texts = { "Explain what the WebHook receives.",
+                         "Show a tooltip below the WebHook." };
+    ++vocabulary.number;
+    transcribe(sentence);
+    EXPECT_TRUE(hasWord(texts.back(), "WebHook")) << texts.back();
+    EXPECT_TRUE(hasWord(texts.back(), "tooltip")) << texts.back();
+    vocabulary.texts.clear();
+    ++vocabulary.number;
+    EXPECT_FALSE(hasWord(transcribe(sentence), "WebHook")) << "learnt words are forgotten";
+}
+
+TEST_F(ListenerTest, PrefersTheUsersPairsOfWords)
+{
+    vocabulary.texts = { "summarize the following text", "the following Text" };
+    EXPECT_TRUE(differsByAtMostOneWord(transcribe("summarize the following text"),
+                                       "summarize the following Text"));
+}
+
+TEST_F(ListenerTest, LearnsLargeLibraries)
+{
+    std::string text;
+    for (std::size_t number = 0; number < 300'000; ++number) {
+        for (auto rest = number * 7'919 % 500'000 + 26 * 26; rest > 0; rest /= 26)
+            text += static_cast<char>('a' + rest % 26);
+        text += number % 10 == 9 ? ".\n" : " ";
+    }
+    vocabulary.texts.assign(20, text);
+    EXPECT_TRUE(differsByAtMostOneWord(transcribe("summarize the following text"),
+                                       "summarize the following text"));
 }
 
 TEST_F(ListenerTest, SplitsALongUtteranceWithoutLosingWords)

@@ -85,6 +85,8 @@ private:
     {
         if (message.kind == Kind::begin)
             m_samples = 0;
+        if (message.kind == Kind::texts || message.kind == Kind::learn)
+            put({ .kind = Kind::unchanged, .task = message.task, .payload = {} });
         if (message.kind == Kind::audio)
             processAudio(message);
         if (message.kind == Kind::end)

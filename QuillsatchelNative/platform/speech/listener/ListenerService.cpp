@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <malloc.h>
 #include <span>
 #include <string_view>
 #include <unistd.h>
@@ -20,12 +21,17 @@ using Kind = ListenerMessage::Kind;
 // SteadyPrefix counts hypotheses, one for each piece.
 constexpr std::size_t PieceSize = 1024; // samples: 64 ms
 
+ListenerMessage unchanged(const ListenerMessage &question)
+{
+    return { .kind = Kind::unchanged, .task = question.task, .payload = {} };
+}
+
 } // namespace
 
-ListenerService::ListenerService(RecognitionEngine &engine, std::string tag)
+ListenerService::ListenerService(RecognitionEngine &engine, std::string_view tag)
     : m_engine(engine)
-    , m_tag(std::move(tag))
-    , m_transcript(m_tag)
+    , m_spelling(tag)
+    , m_transcript(m_spelling)
 {
 }
 
@@ -57,10 +63,7 @@ std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &me
         begin(message.task);
         break;
     case Kind::audio:
-        return message.task == m_task ? process(message)
-                                      : ListenerMessage { .kind = Kind::unchanged,
-                                                          .task = message.task,
-                                                          .payload = {} };
+        return message.task == m_task ? process(message) : unchanged(message);
     case Kind::end:
         return message.task == m_task
                    ? finish()
@@ -69,6 +72,12 @@ std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &me
         if (message.task == m_task)
             abandonTask();
         break;
+    case Kind::texts:
+        count(message.payload);
+        return unchanged(message);
+    case Kind::learn:
+        learn();
+        return unchanged(message);
     case Kind::unchanged:
     case Kind::partial:
     case Kind::final:
@@ -81,7 +90,7 @@ void ListenerService::begin(std::uint32_t task)
 {
     abandonTask();
     m_task = task;
-    m_transcript = Transcript(m_tag);
+    m_transcript = Transcript(m_spelling);
     m_lastText.clear();
     m_engine.begin();
 }
@@ -90,6 +99,30 @@ void ListenerService::abandonTask()
 {
     if (std::exchange(m_task, std::nullopt))
         m_engine.finish();
+}
+
+/// Of a message `texts`. An end that is missing follows the last text.
+void ListenerService::count(std::string_view texts)
+{
+    using TextEnd = ListenerMessage::TextEnd;
+    constexpr std::array Ends { TextEnd::Ordinary, TextEnd::Prominent };
+    while (!texts.empty()) {
+        const auto size =
+            std::min(texts.find_first_of(std::string_view(Ends.data(), Ends.size())), texts.size());
+        const bool isProminent = size < texts.size() && texts[size] == TextEnd::Prominent;
+        m_counts.add(texts.substr(0, size), isProminent);
+        texts.remove_prefix(std::min(size + 1, texts.size()));
+    }
+}
+
+void ListenerService::learn()
+{
+    abandonTask();
+    const auto isKnown = [this](const std::string &key) { return m_engine.knows(key); };
+    const auto vocabulary = UserVocabulary::choose(std::exchange(m_counts, WordCounts()), isKnown);
+    m_engine.learn(vocabulary);
+    m_spelling.learn(vocabulary);
+    malloc_trim(0); // learning needs more memory than what was learnt
 }
 
 ListenerMessage ListenerService::process(const ListenerMessage &audio)
@@ -102,7 +135,7 @@ ListenerMessage ListenerService::process(const ListenerMessage &audio)
     }
     auto text = m_transcript.text();
     if (text == m_lastText)
-        return { .kind = Kind::unchanged, .task = audio.task, .payload = {} };
+        return unchanged(audio);
     m_lastText = text;
     return { .kind = Kind::partial, .task = audio.task, .payload = std::move(text) };
 }

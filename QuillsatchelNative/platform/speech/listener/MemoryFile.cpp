@@ -5,7 +5,7 @@
 #include <sys/mman.h>
 
 MemoryFile::MemoryFile(std::string_view bytes)
-    : m_file(memfd_create("dictionary", MFD_CLOEXEC))
+    : m_file(memfd_create("listener", MFD_CLOEXEC))
     , m_isComplete(m_file.isOpen() && writeAll(m_file.number(), bytes))
 {
 }

@@ -4,6 +4,8 @@
 namespace
 {
 
+constexpr auto SearchName = "dictation";
+
 using Config = CPointer<ps_config_t, &ps_config_free>;
 
 } // namespace
@@ -27,8 +29,13 @@ PocketSphinxVersion::makeDecoder(const std::filesystem::path &acousticModel,
 
 bool PocketSphinxVersion::setLanguageModel(ps_decoder_t *decoder, ngram_model_t *model)
 {
-    constexpr auto Name = "dictation";
-    return ps_add_lm(decoder, Name, model) == 0 && ps_activate_search(decoder, Name) == 0;
+    return ps_add_lm(decoder, SearchName, model) == 0 &&
+           ps_activate_search(decoder, SearchName) == 0;
+}
+
+void PocketSphinxVersion::removeLanguageModel(ps_decoder_t *decoder)
+{
+    ps_remove_search(decoder, SearchName);
 }
 
 std::unique_ptr<SpeechGate> PocketSphinxVersion::makeSpeechGate(ps_decoder_t * /*decoder*/)

@@ -5,6 +5,8 @@
 namespace
 {
 
+constexpr auto SearchName = "dictation";
+
 using Config = CPointer<cmd_ln_t, &cmd_ln_free_r>;
 
 /// Passes everything, because the decoder detects speech itself.
@@ -45,8 +47,12 @@ PocketSphinxVersion::makeDecoder(const std::filesystem::path &acousticModel,
 
 bool PocketSphinxVersion::setLanguageModel(ps_decoder_t *decoder, ngram_model_t *model)
 {
-    constexpr auto Name = "dictation";
-    return ps_set_lm(decoder, Name, model) == 0 && ps_set_search(decoder, Name) == 0;
+    return ps_set_lm(decoder, SearchName, model) == 0 && ps_set_search(decoder, SearchName) == 0;
+}
+
+void PocketSphinxVersion::removeLanguageModel(ps_decoder_t *decoder)
+{
+    ps_unset_search(decoder, SearchName);
 }
 
 std::unique_ptr<SpeechGate> PocketSphinxVersion::makeSpeechGate(ps_decoder_t *decoder)

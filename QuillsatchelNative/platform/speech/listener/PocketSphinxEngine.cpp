@@ -2,11 +2,14 @@
 
 #include "platform/speech/listener/AdaptedDictionary.h"
 #include "platform/speech/listener/EnglishVocabulary.h"
+#include "platform/speech/listener/EspeakVoice.h"
 #include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/MemoryFile.h"
+#include "platform/speech/listener/PairModel.h"
 #include "platform/speech/listener/UtteranceCut.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
@@ -27,6 +30,8 @@ constexpr std::size_t AdaptationAudio = PreRoll + 2 * SampleRate; // less makes 
 // Ending an utterance takes longer the longer it is, and cannot be interrupted.
 constexpr std::size_t MaxUtterance = PreRoll + 15 * SampleRate;
 constexpr int MaxDecodedAgain = 500; // frames
+
+constexpr float UserModelWeight = 0.1F; // of 1, for all models
 
 /// Ends the process if a call failed. The program then starts a new listener.
 void require(bool hasSucceeded)
@@ -56,7 +61,7 @@ std::optional<Path> dictionaryIn(const Path &folder)
 
 /// Puts each added word into a class that may replace the similar word. Adding plain words instead
 /// makes the library read past the end of the model.
-void addWords(ngram_model_t *model)
+void addClasses(ngram_model_t *model)
 {
     for (const auto &word : EnglishVocabulary::addedWords()) {
         if (ngram_wid(model, word.like) == ngram_unknown_wid(model))
@@ -68,16 +73,11 @@ void addWords(ngram_model_t *model)
     }
 }
 
-bool loadLanguageModel(ps_decoder_t *decoder, const SpeechModel &model)
+CPointer<ngram_model_t, &ngram_model_free> readModel(ps_decoder_t *decoder, const std::string &path,
+                                                     ngram_file_type_t type)
 {
-    const auto path = model.folder / (model.tag + ".lm.bin");
-    const CPointer<ngram_model_t, &ngram_model_free> language(ngram_model_read(
-        ps_get_config(decoder), path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder)));
-    if (!language)
-        return false;
-    if (isEnglish(model.tag))
-        addWords(language.get());
-    return PocketSphinxVersion::setLanguageModel(decoder, language.get());
+    return CPointer<ngram_model_t, &ngram_model_free>(
+        ngram_model_read(ps_get_config(decoder), path.c_str(), type, ps_get_logmath(decoder)));
 }
 
 } // namespace
@@ -101,23 +101,86 @@ std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &m
     if (adapted && adapted->isComplete())
         dictionary = adapted->path();
     auto decoder = PocketSphinxVersion::makeDecoder(model.folder / model.tag, dictionary);
-    if (!decoder || !loadLanguageModel(decoder.get(), model))
+    if (!decoder)
         return nullptr;
+    auto generalModel =
+        readModel(decoder.get(), model.folder / (model.tag + ".lm.bin"), NGRAM_AUTO);
+    if (!generalModel)
+        return nullptr;
+    if (isEnglish(model.tag))
+        addClasses(generalModel.get());
     auto gate = PocketSphinxVersion::makeSpeechGate(decoder.get());
     if (!gate)
         return nullptr;
-    return std::unique_ptr<RecognitionEngine>(
-        new PocketSphinxEngine(std::move(decoder), std::move(gate)));
+    return std::unique_ptr<RecognitionEngine>(new PocketSphinxEngine(
+        std::move(decoder), std::move(generalModel), isEnglish(model.tag), std::move(gate)));
 }
 
-PocketSphinxEngine::PocketSphinxEngine(Decoder decoder, std::unique_ptr<SpeechGate> gate)
+PocketSphinxEngine::PocketSphinxEngine(Decoder decoder, LanguageModel generalModel, bool isEnglish,
+                                       std::unique_ptr<SpeechGate> gate)
     : m_decoder(std::move(decoder))
+    , m_generalModel(std::move(generalModel))
+    , m_isEnglish(isEnglish)
     , m_gate(std::move(gate))
 {
 }
 
+bool PocketSphinxEngine::knows(const std::string &key) const
+{
+    const CPointer<char, &std::free> phones(ps_lookup_word(m_decoder.get(), key.c_str()));
+    return phones && !m_addedWords.contains(key);
+}
+
+void PocketSphinxEngine::learn(const UserVocabulary &vocabulary)
+{
+    // PocketSphinx adds words to its language model too, but incorrectly.
+    PocketSphinxVersion::removeLanguageModel(m_decoder.get());
+    m_usesModels = false;
+    m_userModel.reset();
+    if (m_isEnglish)
+        addWords(vocabulary);
+    const auto text = pairModel(vocabulary);
+    const MemoryFile file(text);
+    if (!text.empty() && file.isComplete())
+        m_userModel = readModel(m_decoder.get(), file.path(), NGRAM_ARPA);
+}
+
+/// Words stay in the dictionary, but only those in a language model are recognised.
+void PocketSphinxEngine::addWords(const UserVocabulary &vocabulary)
+{
+    std::unique_ptr<EspeakVoice> voice;
+    for (const auto &word : vocabulary.words) {
+        if (!word.isNew || EnglishVocabulary::isExcluded(word.key) ||
+            !m_addedWords.insert(word.key).second)
+            continue;
+        if (!voice && !(voice = EspeakVoice::open()))
+            return;
+        if (const auto phones = voice->pronounce(word.spelling))
+            ps_add_word(m_decoder.get(), word.key.c_str(), phones->c_str(), FALSE);
+    }
+}
+
+void PocketSphinxEngine::useModels()
+{
+    if (std::exchange(m_usesModels, true))
+        return;
+    if (!m_userModel) {
+        require(PocketSphinxVersion::setLanguageModel(m_decoder.get(), m_generalModel.get()));
+        return;
+    }
+    std::array models { m_generalModel.get(), m_userModel.get() };
+    std::string general = "general";
+    std::string user = "user";
+    std::array names { general.data(), user.data() };
+    constexpr std::array Weights { 1 - UserModelWeight, UserModelWeight };
+    const LanguageModel both(ngram_model_set_init(ps_get_config(m_decoder.get()), models.data(),
+                                                  names.data(), Weights.data(), models.size()));
+    require(both && PocketSphinxVersion::setLanguageModel(m_decoder.get(), both.get()));
+}
+
 void PocketSphinxEngine::begin()
 {
+    useModels();
     require(ps_start_stream(m_decoder.get()) == 0);
     m_gate->reset();
     startUtterance();

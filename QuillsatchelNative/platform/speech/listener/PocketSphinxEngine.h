@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 /// PocketSphinx with a model as in its packages: the folder of the language TAG contains the
@@ -22,6 +23,8 @@ public:
     /// Null if PocketSphinx rejects the model. A damaged model may end the process instead.
     static std::unique_ptr<RecognitionEngine> load(const SpeechModel &model);
 
+    bool knows(const std::string &key) const override;
+    void learn(const UserVocabulary &vocabulary) override;
     void begin() override;
     Hypothesis process(std::span<const std::int16_t> samples) override;
     std::string finish() override;
@@ -29,7 +32,13 @@ public:
 private:
     using Decoder = PocketSphinxVersion::Decoder;
 
-    PocketSphinxEngine(Decoder decoder, std::unique_ptr<SpeechGate> gate);
+    using LanguageModel = CPointer<ngram_model_t, &ngram_model_free>;
+
+    PocketSphinxEngine(Decoder decoder, LanguageModel generalModel, bool isEnglish,
+                       std::unique_ptr<SpeechGate> gate);
+
+    void addWords(const UserVocabulary &vocabulary);
+    void useModels();
 
     Hypothesis beforeSpeech();
     Hypothesis afterSpeech();
@@ -42,9 +51,14 @@ private:
     std::string words() const;
 
     const Decoder m_decoder;
-    const std::unique_ptr<SpeechGate> m_gate; // uses the decoder
-    std::vector<std::int16_t> m_audio;        // of the utterance, from half a second before speech
-    bool m_hasSpeech = false;                 // in the current utterance
+    const LanguageModel m_generalModel;
+    LanguageModel m_userModel; // null until there is something to learn
+    const bool m_isEnglish;
+    bool m_usesModels = false;                    // of the decoder: it has the models
+    std::unordered_set<std::string> m_addedWords; // and new words that nobody could pronounce
+    const std::unique_ptr<SpeechGate> m_gate;     // uses the decoder
+    std::vector<std::int16_t> m_audio; // of the utterance, from half a second before speech
+    bool m_hasSpeech = false;          // in the current utterance
     bool m_isDecodedTwice = false;
     bool m_isAdapted = false;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/speech/listener/UserVocabulary.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -16,6 +18,12 @@ class RecognitionEngine
 {
 public:
     virtual ~RecognitionEngine() = default;
+
+    /// Whether the model has the word with this TextWords::Word::key.
+    virtual bool knows(const std::string &key) const = 0;
+    /// Recognises these words too from the next dictation on, and prefers these pairs, instead of
+    /// those learnt before. No dictation is running.
+    virtual void learn(const UserVocabulary &vocabulary) = 0;
 
     /// Begins a dictation. The one before has been finished.
     virtual void begin() = 0;

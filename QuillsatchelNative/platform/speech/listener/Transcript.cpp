@@ -1,12 +1,9 @@
 #include "platform/speech/listener/Transcript.h"
 
-#include "platform/speech/listener/EnglishSpelling.h"
-#include "platform/speech/listener/LanguageTag.h"
-
 #include <sstream>
 
-Transcript::Transcript(std::string_view tag)
-    : m_isEnglish(isEnglish(tag))
+Transcript::Transcript(const Spelling &spelling)
+    : m_spelling(&spelling)
 {
 }
 
@@ -15,7 +12,7 @@ SteadyPrefix::Words Transcript::wordsIn(const std::string &text) const
     SteadyPrefix::Words words;
     std::istringstream stream(text);
     for (std::string word; stream >> word;)
-        words.push_back(m_isEnglish ? englishSpelling(word) : word);
+        words.push_back(m_spelling->spell(word));
     return words;
 }
 

@@ -1,17 +1,17 @@
 #pragma once
 
 #include "platform/speech/listener/RecognitionEngine.h"
+#include "platform/speech/listener/Spelling.h"
 #include "platform/speech/listener/SteadyPrefix.h"
 
 #include <string>
-#include <string_view>
 
 /// The text of one dictation: the finished utterances and the steady words of the current one.
 class Transcript
 {
 public:
-    /// `tag` is the tag of the language.
-    explicit Transcript(std::string_view tag);
+    /// `spelling` must outlive the transcript.
+    explicit Transcript(const Spelling &spelling);
 
     void update(const Hypothesis &hypothesis);
     /// Ends the current utterance with its final `words`.
@@ -22,7 +22,7 @@ public:
 private:
     SteadyPrefix::Words wordsIn(const std::string &text) const;
 
-    bool m_isEnglish;
+    const Spelling *m_spelling;
     SteadyPrefix::Words m_finished;
     SteadyPrefix::Words m_current;
     SteadyPrefix m_steady;

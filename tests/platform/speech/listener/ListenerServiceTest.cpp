@@ -18,6 +18,15 @@ using Kind = ListenerMessage::Kind;
 class ScriptedEngine final : public RecognitionEngine
 {
 public:
+    bool knows(const std::string &key) const override { return key != "kubernetes"; }
+
+    void learn(const UserVocabulary &vocabulary) override
+    {
+        log += "learn ";
+        for (const auto &word : vocabulary.words)
+            log += (word.isNew ? "new " : "") + word.key + ' ';
+    }
+
     void begin() override { log += "begin "; }
 
     Hypothesis process(std::span<const std::int16_t> samples) override
@@ -43,6 +52,11 @@ protected:
     std::optional<ListenerMessage> send(Kind kind, std::uint32_t task)
     {
         return service.answer({ .kind = kind, .task = task, .payload = {} });
+    }
+
+    std::optional<ListenerMessage> sendTexts(const std::string &texts)
+    {
+        return service.answer({ .kind = Kind::texts, .task = 1, .payload = texts });
     }
 
     std::optional<ListenerMessage> sendAudio(std::uint32_t task, std::size_t count = 1024)
@@ -126,6 +140,58 @@ TEST_F(ListenerServiceTest, AnswersForUnknownTasks)
     EXPECT_EQ(send(Kind::end, 7), message(Kind::final, 7));
     EXPECT_EQ(send(Kind::unchanged, 7), std::nullopt);
     EXPECT_EQ(engine.log, "");
+}
+
+TEST_F(ListenerServiceTest, LearnsTheWordsOfTexts)
+{
+    EXPECT_EQ(sendTexts(std::string("use kubernetes\0kubernetes pods\1", 31)),
+              message(Kind::unchanged, 1));
+    EXPECT_EQ(engine.log, "");
+    EXPECT_EQ(send(Kind::learn, 1), message(Kind::unchanged, 1));
+    EXPECT_EQ(engine.log, "learn new kubernetes pods use ") << "prominent ones first";
+}
+
+TEST_F(ListenerServiceTest, LearnsEachTextOnce)
+{
+    sendTexts("one");
+    send(Kind::learn, 1);
+    sendTexts("two");
+    send(Kind::learn, 1);
+    send(Kind::learn, 1);
+    EXPECT_EQ(engine.log, "learn one learn two learn ");
+}
+
+TEST_F(ListenerServiceTest, AbandonsATaskToLearn)
+{
+    send(Kind::begin, 1);
+    sendTexts("one");
+    send(Kind::learn, 1);
+    EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
+    EXPECT_EQ(engine.log, "begin finish learn one ");
+}
+
+TEST_F(ListenerServiceTest, SpellsWordsAsInTheTexts)
+{
+    sendTexts("deploy to Kubernetes");
+    send(Kind::learn, 1);
+    send(Kind::begin, 1);
+    engine.next = { .words = "use kubernetes", .isUtteranceOver = true };
+    EXPECT_EQ(sendAudio(1), message(Kind::partial, 1, "use Kubernetes"));
+    sendTexts("another text");
+    send(Kind::learn, 1);
+    send(Kind::begin, 2);
+    EXPECT_EQ(sendAudio(2), message(Kind::partial, 2, "use kubernetes"));
+}
+
+TEST_F(ListenerServiceTest, SurvivesTextsThatAreNoTexts)
+{
+    for (const std::string &texts :
+         { std::string(), std::string(1000, '\0'), std::string(1000, '\1'),
+           std::string("\xFF\xC3\0\xE2\x80", 5), std::string("unfinished \xC3") }) {
+        EXPECT_EQ(sendTexts(texts), message(Kind::unchanged, 1));
+        EXPECT_EQ(send(Kind::learn, 1), message(Kind::unchanged, 1));
+    }
+    EXPECT_EQ(engine.log, "learn learn learn learn learn unfinished ");
 }
 
 TEST_F(ListenerServiceTest, ServesAStreamUntilItEnds)

@@ -1,8 +1,0 @@
-#include "platform/speech/listener/EnglishSpelling.h"
-
-std::string englishSpelling(std::string word)
-{
-    if (word == "i" || word.starts_with("i'"))
-        word.front() = 'I';
-    return word;
-}
