@@ -7,10 +7,13 @@ LISTENER is the program, such as build/bench/modules/listener; --all measures ev
 sentence. The voices are flite's, the recordings come from Debian's package pocketsphinx-testdata;
 missing ones are skipped.
 Buffers are sent without waiting for real time. Delays are computed for a microphone that delivers
-buffers in real time: from the first sound to the first words, and from the last sound to all words.
+buffers in real time and a processor that does nothing else, from the CPU time of the listener: from
+the first sound to the first words, and from the last sound to all words. Also measures whether the
+last word is there if "Stop" is pressed soon after it, and how many shown words are replaced.
 """
 
 import array
+import difflib
 import pathlib
 import random
 import re
@@ -20,7 +23,6 @@ import struct
 import subprocess
 import sys
 import tempfile
-import time
 import wave
 
 from figure import Figure
@@ -33,6 +35,7 @@ BEGIN, AUDIO, END, CANCEL, UNCHANGED, PARTIAL, FINAL, TEXTS, LEARN = range(9)
 
 RECORDINGS = pathlib.Path("/usr/share/pocketsphinx/test/data")
 VOICES = ("slt", "rms", "awb", "kal16")
+STOPS = (0, 0.15, 0.3, 0.5)  # seconds after the last sound
 NOISE = 18  # amplitude, of 32,768: about 40 dB below the voice
 
 SENTENCES = """
@@ -86,28 +89,31 @@ class Listener:
         size, _, _, kind, _ = HEADER.unpack(self.process.stdout.read(HEADER.size))
         return kind, self.process.stdout.read(size).decode()
 
+    def cpu_seconds(self):
+        with open(f"/proc/{self.process.pid}/schedstat", encoding="ascii") as times:
+            return int(times.read().split()[0]) / 1e9
+
     def recognize(self, samples):
-        """The text, the times of the first and last partial result, and the computing time."""
+        """The text, the partial results with their times, and the computing time."""
         self.task += 1
         self.send(BEGIN)
-        free = first_partial = last_partial = cost = 0.0
+        free = cost = 0.0
+        partials = []
         for begin in range(0, len(samples), BUFFER):
-            started = time.monotonic()
+            started = self.cpu_seconds()
             self.send(AUDIO, samples[begin:begin + BUFFER].tobytes())
             kind, text = self.receive()
-            took = time.monotonic() - started
+            took = self.cpu_seconds() - started
             captured = (begin + BUFFER) / RATE
             free = max(free, captured) + took
             cost += took
             if kind == PARTIAL and text:
-                first_partial = first_partial or free
-                last_partial = free
-        started = time.monotonic()
+                partials.append((free, text))
+        started = self.cpu_seconds()
         self.send(END)
         _, text = self.receive()
-        cost += time.monotonic() - started
-        return {"text": text, "first_partial": first_partial, "last_partial": last_partial,
-                "cost": cost}
+        cost += self.cpu_seconds() - started
+        return {"text": text, "partials": partials, "cost": cost}
 
     def peak_megabytes(self):
         with open(f"/proc/{self.process.pid}/status", encoding="ascii") as status:
@@ -153,6 +159,23 @@ def word_errors(expected, recognized):
     return before[-1]
 
 
+def shown_at(time, partials):
+    """The words shown at that time."""
+    return next((text for moment, text in reversed(partials) if moment <= time), "").split()
+
+
+def has_last_word(shown, final):
+    return len(shown) >= len(final) and shown[-1:] == final[-1:]
+
+
+def replaced_words(texts):
+    """How many words of each text the next one lacks."""
+    pairs = ((before, difflib.SequenceMatcher(None, before, after, autojunk=False))
+             for before, after in zip(texts, texts[1:]))
+    return sum(len(before) - sum(block.size for block in matcher.get_matching_blocks())
+               for before, matcher in pairs)
+
+
 class Score:
     def __init__(self, name):
         self.name = name
@@ -160,6 +183,8 @@ class Score:
         self.seconds = self.cost = self.memory = 0.0
         self.first_partials = []
         self.last_partials = []
+        self.last_words = {stop: [] for stop in STOPS}
+        self.replaced = self.final_words = 0
 
     def add(self, sentence, samples, sounds, result, shows_errors):
         expected, recognized = sentence.lower().split(), result["text"].lower().split()
@@ -168,21 +193,32 @@ class Score:
         self.errors += errors
         self.seconds += len(samples) / RATE
         self.cost += result["cost"]
-        if sounds and result["first_partial"]:
-            self.first_partials.append(result["first_partial"] - sounds[0])
-            self.last_partials.append(result["last_partial"] - sounds[1])
+        partials, final = result["partials"], result["text"].split()
+        if sounds and partials:
+            self.first_partials.append(partials[0][0] - sounds[0])
+            self.last_partials.append(partials[-1][0] - sounds[1])
+            for stop, kept in self.last_words.items():
+                kept.append(has_last_word(shown_at(sounds[1] + stop, partials), final))
+        self.replaced += replaced_words([text.split() for _, text in partials] + [final])
+        self.final_words += len(final)
         if shows_errors and errors:
             print(f"    {sentence}\n  > {result['text']}")
 
     def report(self):
         size = f"{self.name}, {self.words:,} words"
         Figure("dictation: words that are wrong", size, 100 * self.errors / self.words, "%").print()
-        Figure("dictation: time to understand", size, self.cost, "s", "the time spoken",
+        Figure("dictation: CPU time to understand", size, self.cost, "s", "the time spoken",
                self.cost / self.seconds).print()
         for what, delays in (("first words after the first sound", self.first_partials),
                              ("all words after the last sound", self.last_partials)):
             if delays:
                 Figure(f"dictation: {what}", size, statistics.median(delays), "s").print()
+        for stop, kept in self.last_words.items():
+            if kept:
+                Figure(f"dictation: last words kept by a stop {stop} s after them", size,
+                       100 * sum(kept) / len(kept), "%").print()
+        Figure("dictation: replaced words for each final word", size,
+               self.replaced / max(self.final_words, 1), "").print()
 
 
 def recordings():
