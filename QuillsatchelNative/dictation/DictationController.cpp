@@ -64,7 +64,7 @@ void DictationController::start(QUuid blockID, const std::string &currentText,
     m_sessionID = QUuid::createUuid();
     m_latestText = currentText;
     m_textHandler = onText;
-    m_request = m_recognizer->makeRequest();
+    m_request = m_recognizer->makeRequest(currentText);
     installTap();
     startTask(currentText, onText);
     if (m_audioEngine->start()) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 struct SpeechRecognitionResult {
     std::string formattedString; ///< everything said since the task began (UTF-8)
@@ -50,7 +51,8 @@ public:
     /// Whether recognition can run now.
     virtual bool isAvailable() const = 0;
 
-    virtual std::shared_ptr<SpeechRecognitionRequest> makeRequest() = 0;
+    /// The recognised words will follow `textBefore` (UTF-8), so they may begin a sentence.
+    virtual std::shared_ptr<SpeechRecognitionRequest> makeRequest(std::string_view textBefore) = 0;
 
     /// Starts recognising the audio of `request` and delivers partial results. `request` must come
     /// from this recogniser and have no task yet.

@@ -19,6 +19,15 @@ TEST_F(DictationControllerTest, GivesTheRecognizerTheVocabulary)
     EXPECT_EQ(speech.vocabulary, &vocabulary);
 }
 
+TEST_F(DictationControllerTest, TellsTheRecognizerTheTextBeforeTheWords)
+{
+    Node node { .text = "Notes." };
+    start(node);
+    EXPECT_EQ(speech.textBefore, "Notes.");
+    recognize("Buy milk");
+    EXPECT_EQ(node.text, "Notes. Buy milk");
+}
+
 TEST_F(DictationControllerTest, FillsAnEmptyNodeWithoutALeadingSpace)
 {
     Node node;

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -64,6 +65,7 @@ public:
 
     void note(const std::string &event) { events.push_back(event); }
 
+    std::string textBefore;                 ///< of the latest request
     VocabularySource *vocabulary = nullptr; ///< of the recogniser
     bool hasRecognizer = true;
     bool isAvailable = true;
@@ -145,8 +147,9 @@ private:
 
         bool isAvailable() const override { return m_speech.isAvailable; }
 
-        std::shared_ptr<SpeechRecognitionRequest> makeRequest() override
+        std::shared_ptr<SpeechRecognitionRequest> makeRequest(std::string_view textBefore) override
         {
+            m_speech.textBefore = textBefore;
             m_speech.note("make request");
             return std::make_shared<Request>(m_speech, std::make_shared<Recognition>());
         }

@@ -1,5 +1,7 @@
 #include "platform/speech/ListenerConversation.h"
 
+#include "platform/speech/SentenceStart.h"
+
 #include <QString>
 
 #include <cstddef>
@@ -14,9 +16,10 @@ constexpr std::size_t PieceSize = 1024;   // samples: 64 ms
 constexpr std::size_t MaxOwedAnswers = 8; // half a second
 
 /// A model's words may be in another encoding; results are UTF-8.
-std::string textOf(const ListenerMessage &answer)
+std::string textOf(const ListenerMessage &answer, bool beginsSentence)
 {
-    return QString::fromStdString(answer.payload).toStdString();
+    const auto text = QString::fromStdString(answer.payload);
+    return (beginsSentence ? SentenceStart::capitalized(text) : text).toStdString();
 }
 
 } // namespace
@@ -144,7 +147,9 @@ void ListenerConversation::report(const ListenerMessage &answer)
     const bool isError = isFinal && m_request->state() == ListenerRequest::State::failed;
     const auto request = isFinal ? std::exchange(m_request, nullptr) : m_request;
     request->report(
-        SpeechRecognitionResult { .formattedString = textOf(answer), .isFinal = isFinal }, isError);
+        SpeechRecognitionResult { .formattedString = textOf(answer, request->beginsSentence()),
+                                  .isFinal = isFinal },
+        isError);
 }
 
 void ListenerConversation::send(const ListenerMessage &message)

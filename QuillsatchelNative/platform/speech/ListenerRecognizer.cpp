@@ -1,5 +1,7 @@
 #include "platform/speech/ListenerRecognizer.h"
 
+#include "platform/speech/SentenceStart.h"
+
 #include <QPointer>
 
 #include <chrono>
@@ -56,9 +58,11 @@ bool ListenerRecognizer::isAvailable() const
     return access(m_command.front().c_str(), X_OK) == 0;
 }
 
-std::shared_ptr<SpeechRecognitionRequest> ListenerRecognizer::makeRequest()
+std::shared_ptr<SpeechRecognitionRequest>
+ListenerRecognizer::makeRequest(std::string_view textBefore)
 {
-    return std::make_shared<ListenerRequest>(m_mainQueue, m_limits.queuedSamples, m_update);
+    return std::make_shared<ListenerRequest>(m_mainQueue, m_limits.queuedSamples, m_update,
+                                             SentenceStart::isAfter(textBefore));
 }
 
 std::unique_ptr<SpeechRecognitionTask>

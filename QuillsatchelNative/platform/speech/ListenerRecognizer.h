@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Recognises speech in a separate process, the listener, because a damaged model can crash the
@@ -26,7 +27,7 @@ public:
 
     /// Whether there is a listener to start.
     bool isAvailable() const override;
-    std::shared_ptr<SpeechRecognitionRequest> makeRequest() override;
+    std::shared_ptr<SpeechRecognitionRequest> makeRequest(std::string_view textBefore) override;
     std::unique_ptr<SpeechRecognitionTask>
     recognitionTask(std::shared_ptr<SpeechRecognitionRequest> request,
                     ResultHandler handler) override;

@@ -5,10 +5,11 @@
 #include <utility>
 
 ListenerRequest::ListenerRequest(MainQueue &mainQueue, std::size_t capacity,
-                                 std::function<void()> onChange)
+                                 std::function<void()> onChange, bool beginsSentence)
     : m_mainQueue(mainQueue)
     , m_capacity(capacity)
     , m_onChange(std::move(onChange))
+    , m_beginsSentence(beginsSentence)
 {
 }
 

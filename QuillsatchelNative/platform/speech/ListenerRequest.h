@@ -28,8 +28,9 @@ public:
     };
 
     /// At most `capacity` samples wait. `onChange` is called on the main thread, on a later turn,
-    /// after audio, its end and a cancellation.
-    ListenerRequest(MainQueue &mainQueue, std::size_t capacity, std::function<void()> onChange);
+    /// after audio, its end and a cancellation. The words begin a sentence if `beginsSentence`.
+    ListenerRequest(MainQueue &mainQueue, std::size_t capacity, std::function<void()> onChange,
+                    bool beginsSentence = false);
 
     void append(std::span<const std::int16_t> samples) override;
     void endAudio() override;
@@ -40,6 +41,8 @@ public:
     void report(const std::optional<SpeechRecognitionResult> &result, bool isError);
     /// Ends the recognition without calling the handler.
     void cancel();
+
+    bool beginsSentence() const { return m_beginsSentence; }
 
     bool isOver() const { return !m_handler; }
 
@@ -58,6 +61,7 @@ private:
     MainQueue &m_mainQueue;
     const std::size_t m_capacity;
     const std::function<void()> m_onChange;
+    const bool m_beginsSentence;
     std::deque<std::int16_t> m_samples;
     State m_state = State::open;
     // Null once the recognition is over: it may own what owns this.

@@ -65,7 +65,7 @@ TEST_F(ListenerRecognizerTest, KeepsAudioWhileTheModelLoads)
 TEST_F(ListenerRecognizerTest, KeepsAudioFromBeforeTheTask)
 {
     ListenerRecognizer recognizer(command(), mainQueue);
-    const auto request = recognizer.makeRequest();
+    const auto request = recognizer.makeRequest(Recognition::TextBefore);
     request->append(Recognition::Samples(500));
     request->endAudio();
     request->append(Recognition::Samples(500)); // too late
@@ -109,7 +109,7 @@ TEST_F(ListenerRecognizerTest, StartsNoProcessAndNoThreadBeforeTheFirstTask)
 {
     const auto threads = threadCount();
     ListenerRecognizer recognizer(command(), mainQueue);
-    recognizer.makeRequest()->append(Recognition::Samples(1024));
+    recognizer.makeRequest(Recognition::TextBefore)->append(Recognition::Samples(1024));
     EXPECT_TRUE(recognizer.isAvailable());
     EXPECT_EQ(threadCount(), threads);
     EXPECT_TRUE(children().empty());
@@ -253,7 +253,7 @@ TEST_F(ListenerRecognizerTest, AllowsCancellingInTheHandler)
     ListenerRecognizer recognizer(command(), mainQueue);
     std::atomic calls = 0;
     std::unique_ptr<SpeechRecognitionTask> task;
-    const auto request = recognizer.makeRequest();
+    const auto request = recognizer.makeRequest(Recognition::TextBefore);
     const auto handler = [&](const std::optional<SpeechRecognitionResult> &, bool) {
         ++calls;
         task->cancel();
@@ -272,11 +272,12 @@ TEST_F(ListenerRecognizerTest, ReleasesTheHandlerWhenTheTaskIsOver)
     const auto held = std::make_shared<int>();
     ListenerRecognizer recognizer(command(), mainQueue);
     const auto handler = [held](const std::optional<SpeechRecognitionResult> &, bool) {};
-    const auto request = recognizer.makeRequest();
+    const auto request = recognizer.makeRequest(Recognition::TextBefore);
     const auto ended = recognizer.recognitionTask(request, handler);
     request->endAudio();
     EXPECT_TRUE(waitUntil([&held] { return held.use_count() == 2; })); // ours and `handler`
-    const auto cancelled = recognizer.recognitionTask(recognizer.makeRequest(), handler);
+    const auto cancelled =
+        recognizer.recognitionTask(recognizer.makeRequest(Recognition::TextBefore), handler);
     EXPECT_EQ(held.use_count(), 3);
     cancelled->cancel();
     EXPECT_EQ(held.use_count(), 2);

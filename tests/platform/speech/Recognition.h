@@ -17,8 +17,11 @@ class Recognition
 public:
     using Samples = std::vector<std::int16_t>;
 
+    /// Not the end of a sentence, so the words keep their case.
+    static constexpr auto TextBefore = "text";
+
     explicit Recognition(SpeechRecognizer &recognizer)
-        : Recognition(recognizer, recognizer.makeRequest())
+        : Recognition(recognizer, recognizer.makeRequest(TextBefore))
     {
     }
 
