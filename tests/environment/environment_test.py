@@ -6,7 +6,6 @@ import pathlib
 import signal
 import subprocess
 import tempfile
-import time
 import unittest
 
 import environment
@@ -98,14 +97,14 @@ class EnvironmentTest(unittest.TestCase):
         self.assertEqual(list(self.folder.iterdir()), [])
 
     def test_no_files_remain_after_termination(self):
-        program = subprocess.Popen([SCRIPT, "sleep", "60"], env=self.caller_variables(),
-                                   stderr=subprocess.DEVNULL)
-        self.addCleanup(program.kill)
-        end = time.monotonic() + 20
-        while not list(self.folder.iterdir()) and time.monotonic() < end:
-            time.sleep(0.01)
-        program.send_signal(signal.SIGTERM)
-        self.assertNotEqual(program.wait(20), 0)
+        with subprocess.Popen([SCRIPT, "sh", "-c", "echo started; exec sleep 60"],
+                              env=self.caller_variables(), stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, text=True) as program:
+            self.addCleanup(program.kill)
+            self.assertEqual(program.stdout.readline(), "started\n")
+            self.assertNotEqual(list(self.folder.iterdir()), [])
+            program.send_signal(signal.SIGTERM)
+            self.assertNotEqual(program.wait(20), 0)
         self.assertEqual(list(self.folder.iterdir()), [])
 
 
