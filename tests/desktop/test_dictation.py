@@ -1,5 +1,6 @@
 """Dictation from the microphone to the file, and the messages shown if it is unavailable."""
 
+import ctypes.util
 import json
 import os
 import pathlib
@@ -18,15 +19,36 @@ LAST_WORDS = "following text"
 TITLE = "A synthetic voice:"
 NO_MICROPHONE = "The microphone could not be started."
 NO_RECOGNIZER = "Speech recognition is temporarily unavailable."
+# The user's own spelling of a word that the model lacks, and how a voice reads it.
+UNUSUAL_WORD = "WebHook"
+UNUSUAL_TEXT = f"Explain what the {UNUSUAL_WORD} receives."
+UNUSUAL_SENTENCE = "send the result to the web hook of our team"
 SPEAKING_SECONDS = 150  # loading the model takes long on a busy machine
+
+
+def written_bytes(process):
+    """What the process has written to disks so far."""
+    for line in pathlib.Path(f"/proc/{process}/io").read_text().splitlines():
+        if line.startswith("write_bytes:"):
+            return int(line.split()[1])
+    raise RuntimeError("The kernel does not count written bytes")
+
+
+def open_files(process):
+    """The targets of the process's file descriptors."""
+    return [os.readlink(file) for file in pathlib.Path(f"/proc/{process}/fd").iterdir()]
+
+
+def is_on_disk(file):
+    return file.startswith("/") and not file.startswith(("/dev/", "/proc/", "/memfd:"))
 
 
 class SpeakingTest(DesktopTest):
     """A panel with two nodes."""
 
-    def start(self, **environment):
+    def start(self, other_text="other", **environment):
         return self.open_panel([tab("Prompts", node(TITLE, id=known_id(2)),
-                                    node("other", id=known_id(3)), id=known_id(1))],
+                                    node(other_text, id=known_id(3)), id=known_id(1))],
                                environment=environment)
 
     def press(self, name, number=1):
@@ -98,6 +120,29 @@ class DictationTest(SpeakingTest):
         self.assertTrue(final.startswith(f"{TITLE} ") and final.endswith(LAST_WORDS), final)
         self.assertEqual(other, "other")
         wait_for_value("the text in the file", final, self.saved_text)
+
+    def test_words_of_the_library_appear_as_spelled_there_and_nothing_else_is_written(self):
+        if not ctypes.util.find_library("espeak-ng"):
+            self.skipTest("libespeak-ng1, which pronounces words, is not installed")
+        self.panel.end()
+        self.panel = self.start(UNUSUAL_TEXT, PULSE_SERVER=self.sound.server)
+        self.dictate()
+        helper, = self.helpers()
+        files = self.files()
+        self.sound.say(UNUSUAL_SENTENCE)
+        editor = self.panel.editor(1, 2)
+        wait_for("the word", lambda: UNUSUAL_WORD in editor.text, SPEAKING_SECONDS)
+
+        self.assertEqual(written_bytes(helper), 0)
+        self.assertEqual([file for file in open_files(helper) if is_on_disk(file)], [])
+        self.press("Stop")
+        wait_for("the word in the file", lambda: UNUSUAL_WORD in self.saved_text())
+        self.panel.end()
+        self.expect_end_of(helper)
+        library = self.library_file.parent
+        self.assertEqual({file for file in self.files() - files if library not in file.parents
+                          and "versions" not in str(file)}, {self.session.folder / "voice.wav"}
+                         - files)
 
     def test_typing_ends_dictation_and_loses_nothing(self):
         self.dictate()
@@ -221,6 +266,10 @@ class DictationTest(SpeakingTest):
 
     def has_loaded(self, library):
         return library in pathlib.Path(f"/proc/{self.panel.process_id}/maps").read_text()
+
+    def files(self):
+        """All files of this session."""
+        return {file for file in self.session.folder.rglob("*") if file.is_file()}
 
     def helpers(self):
         """The ids of the panel's child processes."""
