@@ -15,11 +15,11 @@ namespace
 using namespace std::chrono_literals;
 using namespace std::string_literals;
 
-using Texts = std::vector<std::string>;
-
 class NodeSearchProviderTest : public SatchelStoreFixture
 {
 protected:
+    using Texts = std::vector<std::string>;
+
     static PromptTab tabOf(const std::string &name, const Texts &texts)
     {
         PromptTab tab { .name = name };
