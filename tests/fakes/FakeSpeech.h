@@ -147,9 +147,9 @@ private:
 
         bool isAvailable() const override { return m_speech.isAvailable; }
 
-        std::shared_ptr<SpeechRecognitionRequest> makeRequest(std::string_view textBefore) override
+        std::shared_ptr<SpeechRecognitionRequest> makeRequest(std::string_view text) override
         {
-            m_speech.textBefore = textBefore;
+            m_speech.textBefore = text;
             m_speech.note("make request");
             return std::make_shared<Request>(m_speech, std::make_shared<Recognition>());
         }

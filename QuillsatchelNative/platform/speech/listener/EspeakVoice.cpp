@@ -1,10 +1,8 @@
 #include "platform/speech/listener/EspeakVoice.h"
 
 #include "platform/speech/listener/EspeakPhonemes.h"
-#include "support/CPointer.h"
 
 #include <dlfcn.h>
-#include <utility>
 
 namespace
 {
@@ -19,53 +17,49 @@ constexpr int Success = 0;
 
 } // namespace
 
+/// The library and its English data, loaded on first use. Stays until the process ends, because the
+/// library leaks memory when it is terminated, and cannot begin again without being unloaded.
 struct EspeakVoice::Library {
-    CPointer<void, &dlclose> handle { dlopen(LibraryName, RTLD_NOW | RTLD_LOCAL) };
+    static const Library &shared()
+    {
+        static const Library library;
+        return library;
+    }
+
+    void *handle = dlopen(LibraryName, RTLD_NOW | RTLD_LOCAL);
     int (*initialize)(int output, int bufferLength, const char *path, int options) = nullptr;
     int (*setVoiceByName)(const char *name) = nullptr;
     const char *(*textToPhonemes)(const void **text, int textMode, int phonemeMode) = nullptr;
-    int (*terminate)() = nullptr;
-
-    bool isComplete()
-    {
-        return handle && find(initialize, "espeak_Initialize") &&
-               find(setVoiceByName, "espeak_SetVoiceByName") &&
-               find(textToPhonemes, "espeak_TextToPhonemes") && find(terminate, "espeak_Terminate");
-    }
+    bool isReady = false;
 
 private:
+    Library()
+    {
+        isReady = handle && find(initialize, "espeak_Initialize") &&
+                  find(setVoiceByName, "espeak_SetVoiceByName") &&
+                  find(textToPhonemes, "espeak_TextToPhonemes") &&
+                  initialize(NoSound, 0, nullptr, KeepProcess) >= 0 &&
+                  setVoiceByName("en-us") == Success;
+    }
+
     template <typename Function>
     bool find(Function &function, const char *name)
     {
-        function = reinterpret_cast<Function>(dlsym(handle.get(), name));
+        function = reinterpret_cast<Function>(dlsym(handle, name));
         return function != nullptr;
     }
 };
 
-std::unique_ptr<EspeakVoice> EspeakVoice::open()
+std::optional<EspeakVoice> EspeakVoice::open()
 {
-    auto library = std::make_unique<Library>();
-    if (!library->isComplete() || library->initialize(NoSound, 0, nullptr, KeepProcess) < 0)
-        return nullptr;
-    std::unique_ptr<EspeakVoice> voice(new EspeakVoice(std::move(library)));
-    const bool hasVoice = voice->m_library->setVoiceByName("en-us") == Success;
-    return hasVoice ? std::move(voice) : nullptr;
-}
-
-EspeakVoice::EspeakVoice(std::unique_ptr<Library> library)
-    : m_library(std::move(library))
-{
-}
-
-EspeakVoice::~EspeakVoice()
-{
-    m_library->terminate();
+    const auto &library = Library::shared();
+    return library.isReady ? std::optional(EspeakVoice(library)) : std::nullopt;
 }
 
 std::optional<std::string> EspeakVoice::pronounce(const std::string &word) const
 {
     const void *text = word.c_str();
-    const auto *const mnemonics = m_library->textToPhonemes(&text, Utf8, SeparatedMnemonics);
+    const auto *const mnemonics = m_library.get().textToPhonemes(&text, Utf8, SeparatedMnemonics);
     const bool isWhole = text == nullptr; // the library stops at the end of a clause
     return mnemonics && isWhole ? arpabetPhones(mnemonics) : std::nullopt;
 }

@@ -1,19 +1,16 @@
 #pragma once
 
-#include <memory>
+#include <functional>
 #include <optional>
 #include <string>
 
 /// Pronounces words by the rules of the library eSpeak NG, which is optional and therefore opened
-/// at run time. It makes no sound. At most one object at a time.
+/// at run time. It makes no sound. For one thread at a time.
 class EspeakVoice
 {
 public:
-    /// Opens the library and its English data. Null if they are not installed.
-    static std::unique_ptr<EspeakVoice> open();
-    ~EspeakVoice();
-    EspeakVoice(const EspeakVoice &) = delete;
-    EspeakVoice &operator=(const EspeakVoice &) = delete;
+    /// Loads the library and its English data on the first call. None if they are not installed.
+    static std::optional<EspeakVoice> open();
 
     /// The phones of a word (UTF-8), as `arpabetPhones` gives them.
     std::optional<std::string> pronounce(const std::string &word) const;
@@ -21,7 +18,10 @@ public:
 private:
     struct Library;
 
-    explicit EspeakVoice(std::unique_ptr<Library> library);
+    explicit EspeakVoice(const Library &library)
+        : m_library(library)
+    {
+    }
 
-    const std::unique_ptr<Library> m_library;
+    std::reference_wrapper<const Library> m_library;
 };

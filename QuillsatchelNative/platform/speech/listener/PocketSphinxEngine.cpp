@@ -148,7 +148,7 @@ void PocketSphinxEngine::learn(const UserVocabulary &vocabulary)
 /// Words stay in the dictionary, but only those in a language model are recognised.
 void PocketSphinxEngine::addWords(const UserVocabulary &vocabulary)
 {
-    std::unique_ptr<EspeakVoice> voice;
+    std::optional<EspeakVoice> voice;
     for (const auto &word : vocabulary.words) {
         if (!word.isNew || EnglishVocabulary::isExcluded(word.key) ||
             !m_addedWords.insert(word.key).second)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 namespace
@@ -16,7 +17,7 @@ protected:
             GTEST_SKIP() << "libespeak-ng1 is not installed";
     }
 
-    std::unique_ptr<EspeakVoice> voice = EspeakVoice::open();
+    std::optional<EspeakVoice> voice = EspeakVoice::open();
 };
 
 TEST_F(EspeakVoiceTest, PronouncesWords)
