@@ -128,7 +128,7 @@ PocketSphinxEngine::PocketSphinxEngine(Decoder decoder, LanguageModel generalMod
 bool PocketSphinxEngine::knows(const std::string &key) const
 {
     const CPointer<char, &std::free> phones(ps_lookup_word(m_decoder.get(), key.c_str()));
-    return phones && !m_addedWords.contains(key);
+    return phones && !m_triedWords.contains(key);
 }
 
 void PocketSphinxEngine::learn(const UserVocabulary &vocabulary)
@@ -151,7 +151,7 @@ void PocketSphinxEngine::addWords(const UserVocabulary &vocabulary)
     std::optional<EspeakVoice> voice;
     for (const auto &word : vocabulary.words) {
         if (!word.isNew || EnglishVocabulary::isExcluded(word.key) ||
-            !m_addedWords.insert(word.key).second)
+            !m_triedWords.insert(word.key).second)
             continue;
         if (!voice && !(voice = EspeakVoice::open()))
             return;

@@ -54,11 +54,12 @@ private:
     const LanguageModel m_generalModel;
     LanguageModel m_userModel; // null until there is something to learn
     const bool m_isEnglish;
-    bool m_usesModels = false;                    // of the decoder: it has the models
-    std::unordered_set<std::string> m_addedWords; // and new words that nobody could pronounce
-    const std::unique_ptr<SpeechGate> m_gate;     // uses the decoder
-    std::vector<std::int16_t> m_audio; // of the utterance, from half a second before speech
-    bool m_hasSpeech = false;          // in the current utterance
+    bool m_usesModels = false; // of the decoder: it has the models
+    // New words that need no second attempt: they are in the dictionary or cannot be pronounced.
+    std::unordered_set<std::string> m_triedWords;
+    const std::unique_ptr<SpeechGate> m_gate; // uses the decoder
+    std::vector<std::int16_t> m_audio;        // of the utterance, from half a second before speech
+    bool m_hasSpeech = false;                 // in the current utterance
     bool m_isDecodedTwice = false;
     bool m_isAdapted = false;
 };

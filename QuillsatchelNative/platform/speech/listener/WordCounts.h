@@ -26,8 +26,10 @@ public:
         std::string key; ///< TextWords::Word::key
         std::uint32_t count = 0;
         bool isProminent = false;        ///< is in a prominent text
-        std::vector<Spelling> spellings; ///< where the spelling is not due to the place
-        std::string spellingAtBeginning; ///< of sentences; empty if there is none
+        std::vector<Spelling> spellings; ///< within sentences
+        /// At the beginning of a sentence, where every word has a capital. Empty if no sentence
+        /// begins with the word.
+        std::string spellingAtBeginning;
     };
 
     /// Indices into the words. The ends of a sentence count as a word too.
