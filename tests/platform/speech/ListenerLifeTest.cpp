@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <sys/resource.h>
 #include <sys/types.h>
 
 namespace
@@ -34,6 +35,13 @@ bool isRunning(pid_t process)
     std::string name;
     char state = 0;
     return file >> number >> name >> state && state != 'Z';
+}
+
+bool hasMemoryLimit(pid_t process)
+{
+    rlimit limit { .rlim_cur = RLIM_INFINITY, .rlim_max = RLIM_INFINITY };
+    prlimit(process, RLIMIT_AS, nullptr, &limit);
+    return limit.rlim_cur != RLIM_INFINITY;
 }
 
 template <typename Condition>
@@ -62,6 +70,7 @@ TEST_P(ListenerLifeTest, EndsWhenItsProgramIsKilled)
     ASSERT_TRUE(waitUntil([process] { return childOf(process) > 0; }));
     const auto listener = childOf(process);
     EXPECT_TRUE(isRunning(listener));
+    EXPECT_TRUE(waitUntil([listener] { return hasMemoryLimit(listener); }));
     program.kill();
     EXPECT_TRUE(waitUntil([listener] { return !isRunning(listener); }));
     EXPECT_TRUE(waitUntil([&program] { return program.state() == QProcess::NotRunning; }));

@@ -13,7 +13,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
-#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -59,6 +58,16 @@ std::optional<Path> dictionaryIn(const Path &folder)
     return std::nullopt;
 }
 
+bool isComplete(const SpeechModel &model)
+{
+    const auto acoustic = model.path / model.tag;
+    const auto hasPart = [&acoustic](const char *name) { return isFile(acoustic / name); };
+    return hasPart("mdef") && hasPart("means") && hasPart("variances") &&
+           hasPart("transition_matrices") && hasPart("feat.params") &&
+           (hasPart("sendump") || hasPart("mixture_weights")) &&
+           isFile(model.path / (model.tag + ".lm.bin")) && dictionaryIn(model.path);
+}
+
 /// Puts each added word into a class that may replace the similar word. Adding plain words instead
 /// makes the library read past the end of the model.
 void addClasses(ngram_model_t *model)
@@ -82,29 +91,24 @@ CPointer<ngram_model_t, &ngram_model_free> readModel(ps_decoder_t *decoder, cons
 
 } // namespace
 
-bool PocketSphinxEngine::isComplete(const SpeechModel &model)
+std::optional<SpeechModel> PocketSphinxEngine::find(const SpeechModels &models,
+                                                    std::string_view tag)
 {
-    const auto acoustic = model.folder / model.tag;
-    const auto hasPart = [&acoustic](const char *name) { return isFile(acoustic / name); };
-    return hasPart("mdef") && hasPart("means") && hasPart("variances") &&
-           hasPart("transition_matrices") && hasPart("feat.params") &&
-           (hasPart("sendump") || hasPart("mixture_weights")) &&
-           isFile(model.folder / (model.tag + ".lm.bin")) && dictionaryIn(model.folder);
+    return models.find(ModelFolder, tag, isComplete);
 }
 
 std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &model)
 {
-    auto dictionary = dictionaryIn(model.folder).value_or(Path());
+    auto dictionary = dictionaryIn(model.path).value_or(Path());
     std::optional<MemoryFile> adapted;
     if (isEnglish(model.tag))
         adapted.emplace(adaptedDictionary(dictionary));
     if (adapted && adapted->isComplete())
         dictionary = adapted->path();
-    auto decoder = PocketSphinxVersion::makeDecoder(model.folder / model.tag, dictionary);
+    auto decoder = PocketSphinxVersion::makeDecoder(model.path / model.tag, dictionary);
     if (!decoder)
         return nullptr;
-    auto generalModel =
-        readModel(decoder.get(), model.folder / (model.tag + ".lm.bin"), NGRAM_AUTO);
+    auto generalModel = readModel(decoder.get(), model.path / (model.tag + ".lm.bin"), NGRAM_AUTO);
     if (!generalModel)
         return nullptr;
     if (isEnglish(model.tag))

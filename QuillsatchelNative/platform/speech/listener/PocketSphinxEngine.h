@@ -4,11 +4,14 @@
 #include "platform/speech/listener/RecognitionEngine.h"
 #include "platform/speech/listener/SpeechGate.h"
 #include "platform/speech/listener/SpeechModel.h"
+#include "platform/speech/listener/SpeechModels.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -19,7 +22,7 @@ class PocketSphinxEngine final : public RecognitionEngine
 public:
     static constexpr auto ModelFolder = "pocketsphinx/model";
 
-    static bool isComplete(const SpeechModel &model);
+    static std::optional<SpeechModel> find(const SpeechModels &models, std::string_view tag);
     /// Null if PocketSphinx rejects the model. A damaged model may end the process instead.
     static std::unique_ptr<RecognitionEngine> load(const SpeechModel &model);
 

@@ -8,20 +8,25 @@
 namespace
 {
 
-// The best one first.
 constexpr std::array Kinds {
-    RecognitionEngineKind { PocketSphinxEngine::ModelFolder, PocketSphinxEngine::isComplete,
-                            PocketSphinxEngine::load },
+    RecognitionEngineKind { PocketSphinxEngine::find, PocketSphinxEngine::load },
 };
 
 } // namespace
 
-std::optional<RecognitionEngineChoice> chooseRecognitionEngine(const SpeechModels &models,
-                                                               std::string_view tag)
+std::span<const RecognitionEngineKind> recognitionEngineKinds()
 {
-    for (const auto &kind : Kinds) {
-        if (auto model = models.find(kind.modelFolder, tag, kind.isComplete))
-            return RecognitionEngineChoice { .kind = kind, .model = std::move(*model) };
+    return Kinds;
+}
+
+std::vector<RecognitionEngineChoice>
+chooseRecognitionEngines(std::span<const RecognitionEngineKind> kinds, const SpeechModels &models,
+                         std::string_view tag)
+{
+    std::vector<RecognitionEngineChoice> choices;
+    for (const auto &kind : kinds) {
+        if (auto model = kind.find(models, tag))
+            choices.push_back({ .kind = kind, .model = std::move(*model) });
     }
-    return std::nullopt;
+    return choices;
 }

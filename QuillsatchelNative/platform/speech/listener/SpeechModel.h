@@ -5,8 +5,8 @@
 
 /// A model of one language.
 struct SpeechModel {
-    std::filesystem::path folder; ///< named by the tag
-    std::string tag;              ///< such as "en-us"
+    std::filesystem::path path; ///< a file, or a folder that is named by the tag
+    std::string tag;            ///< such as "en-us"
 
     bool operator==(const SpeechModel &) const = default;
 };

@@ -68,13 +68,13 @@ std::optional<SpeechModel> SpeechModels::find(std::string_view engineFolder, std
     if (tag.empty())
         return std::nullopt;
     for (const auto &dataFolder : m_dataFolders) {
-        SpeechModel model { .folder = dataFolder / engineFolder / tag, .tag = std::string(tag) };
+        SpeechModel model { .path = dataFolder / engineFolder / tag, .tag = std::string(tag) };
         if (isComplete(model))
             return model;
     }
     for (const auto &dataFolder : m_dataFolders) {
         for (auto &other : tagsIn(dataFolder / engineFolder)) {
-            SpeechModel model { .folder = dataFolder / engineFolder / other, .tag = other };
+            SpeechModel model { .path = dataFolder / engineFolder / other, .tag = other };
             if (languageOf(other) == languageOf(tag) && isComplete(model))
                 return model;
         }

@@ -1,5 +1,6 @@
 #include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/ListenerService.h"
+#include "platform/speech/listener/MemoryLimit.h"
 #include "platform/speech/listener/RecognitionEngines.h"
 #include "platform/speech/listener/SpeechModels.h"
 #include "support/FileDescriptor.h"
@@ -34,15 +35,19 @@ int main(int argc, char *argv[])
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     // Under a file size limit the engine falls back to the dictionary of the model.
     std::signal(SIGXFSZ, SIG_IGN);
-    const auto choice = chooseRecognitionEngine(SpeechModels::ofEnvironment(), userLanguageTag());
-    if (!choice)
+    const auto choices = chooseRecognitionEngines(recognitionEngineKinds(),
+                                                  SpeechModels::ofEnvironment(), userLanguageTag());
+    if (choices.empty())
         return EXIT_FAILURE;
     if (argc > 1 && std::string_view(argv[1]) == "--has-model")
         return writeAll(STDOUT_FILENO, "y") ? EXIT_SUCCESS : EXIT_FAILURE;
     const auto output = reserveStandardOutput();
-    const auto engine = choice->load();
-    if (!engine)
-        return EXIT_FAILURE;
-    ListenerService(*engine, choice->model.tag).serve(STDIN_FILENO, output.number());
-    return EXIT_SUCCESS;
+    limitMemory();
+    for (const auto &choice : choices) {
+        if (const auto engine = choice.load()) {
+            ListenerService(*engine, choice.model.tag).serve(STDIN_FILENO, output.number());
+            return EXIT_SUCCESS;
+        }
+    }
+    return EXIT_FAILURE;
 }

@@ -2,7 +2,6 @@
 
 #include "fakes/TestFiles.h"
 #include "platform/speech/listener/PocketSphinxEngine.h"
-#include "platform/speech/listener/RecognitionEngines.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -31,8 +30,8 @@ protected:
     /// The folder of the model for a language; empty if none is found.
     Path find(const std::string &tag) const
     {
-        const auto choice = chooseRecognitionEngine(SpeechModels({ user, system }), tag);
-        return choice ? choice->model.folder : Path();
+        const auto model = PocketSphinxEngine::find(SpeechModels({ user, system }), tag);
+        return model ? model->path : Path();
     }
 
     Path modelIn(const Path &data, const std::string &tag) const
@@ -138,8 +137,8 @@ TEST_F(SpeechModelsTest, SearchesTheDataFoldersOfTheEnvironment)
     setenv("XDG_DATA_DIRS", (root.string() + "/a:relative/path::" + root.string() + "/b").c_str(),
            1);
     const auto folderOf = [](const std::string &tag) {
-        const auto choice = chooseRecognitionEngine(SpeechModels::ofEnvironment(), tag);
-        return choice ? choice->model.folder : Path();
+        const auto model = PocketSphinxEngine::find(SpeechModels::ofEnvironment(), tag);
+        return model ? model->path : Path();
     };
     EXPECT_EQ(folderOf("en-in"), modelIn(root / "home/.local/share", "en-in"));
     EXPECT_EQ(folderOf("en-us"), modelIn(root / "a", "en-us"));
