@@ -91,6 +91,7 @@ void ListenerService::begin(std::uint32_t task)
     abandonTask();
     m_task = task;
     m_transcript = Transcript(m_spelling);
+    m_pause = {};
     m_lastText.clear();
     m_engine.begin();
 }
@@ -130,7 +131,8 @@ ListenerMessage ListenerService::process(const ListenerMessage &audio)
     const auto samples = audio.samples();
     for (auto rest = std::span(samples); !rest.empty();) {
         const auto piece = rest.first(std::min(rest.size(), PieceSize));
-        m_transcript.update(m_engine.process(piece));
+        m_pause.update(piece);
+        m_transcript.update(m_engine.process(piece), m_pause.isPause());
         rest = rest.subspan(piece.size());
     }
     auto text = m_transcript.text();

@@ -4,6 +4,7 @@
 #include "platform/speech/listener/RecognitionEngine.h"
 #include "platform/speech/listener/Spelling.h"
 #include "platform/speech/listener/Transcript.h"
+#include "platform/speech/listener/VoicePause.h"
 #include "platform/speech/listener/WordCounts.h"
 
 #include <cstdint>
@@ -37,5 +38,6 @@ private:
     WordCounts m_counts; // of the texts since the last `learn`
     std::optional<std::uint32_t> m_task;
     Transcript m_transcript;
+    VoicePause m_pause;
     std::string m_lastText;
 };

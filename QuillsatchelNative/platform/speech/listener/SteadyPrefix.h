@@ -12,8 +12,8 @@ class SteadyPrefix
 public:
     using Words = std::vector<std::string>;
 
-    /// Hypotheses in a row that must agree: 256 ms, with one hypothesis every 64 ms.
-    static constexpr std::size_t Agreement = 4;
+    /// Hypotheses in a row that must agree: 320 ms, with one hypothesis every 64 ms.
+    static constexpr std::size_t Agreement = 5;
 
     Words update(Words hypothesis);
     void clear();

@@ -1,6 +1,8 @@
 #include "platform/speech/listener/Transcript.h"
 
+#include <algorithm>
 #include <sstream>
+#include <utility>
 
 Transcript::Transcript(const Spelling &spelling)
     : m_spelling(&spelling)
@@ -16,12 +18,26 @@ SteadyPrefix::Words Transcript::wordsIn(const std::string &text) const
     return words;
 }
 
-void Transcript::update(const Hypothesis &hypothesis)
+void Transcript::update(const Hypothesis &hypothesis, bool isPause)
 {
     if (hypothesis.isUtteranceOver)
         finish(hypothesis.words);
     else
-        m_current = m_steady.update(wordsIn(hypothesis.words));
+        updateCurrent(wordsIn(hypothesis.words), isPause);
+}
+
+/// A pause shows all words at once, because the dictation may be stopped there. They stay while the
+/// hypothesis begins with them.
+void Transcript::updateCurrent(const SteadyPrefix::Words &words, bool isPause)
+{
+    auto steady = m_steady.update(words);
+    const auto difference =
+        std::mismatch(m_current.begin(), m_current.end(), words.begin(), words.end());
+    const bool isStillRight = difference.first == m_current.end();
+    if (isPause)
+        m_current = words;
+    else if (!isStillRight || steady.size() > m_current.size())
+        m_current = std::move(steady);
 }
 
 void Transcript::finish(const std::string &words)

@@ -6,20 +6,23 @@
 
 #include <string>
 
-/// The text of one dictation: the finished utterances and the steady words of the current one.
+/// The text of one dictation: the finished utterances and the steady words of the current one, or
+/// all its words in a pause.
 class Transcript
 {
 public:
     /// `spelling` must outlive the transcript.
     explicit Transcript(const Spelling &spelling);
 
-    void update(const Hypothesis &hypothesis);
+    /// `isPause` says whether the voice pauses after the words of the hypothesis.
+    void update(const Hypothesis &hypothesis, bool isPause = false);
     /// Ends the current utterance with its final `words`.
     void finish(const std::string &words);
 
     std::string text() const;
 
 private:
+    void updateCurrent(const SteadyPrefix::Words &words, bool isPause);
     SteadyPrefix::Words wordsIn(const std::string &text) const;
 
     const Spelling *m_spelling;

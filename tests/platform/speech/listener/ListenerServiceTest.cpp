@@ -64,6 +64,12 @@ protected:
         return service.answer(ListenerMessage::audio(task, std::vector<std::int16_t>(count)));
     }
 
+    /// A piece of 64 ms as loud as a voice.
+    std::optional<ListenerMessage> sendVoice(std::uint32_t task)
+    {
+        return service.answer(ListenerMessage::audio(task, std::vector<std::int16_t>(1024, 2'000)));
+    }
+
     static ListenerMessage message(Kind kind, std::uint32_t task, const std::string &text = {})
     {
         return { .kind = kind, .task = task, .payload = text };
@@ -83,6 +89,23 @@ TEST_F(ListenerServiceTest, AnswersAudioWithTheTextIfItChanged)
     EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
     engine.next = { .words = "i think", .isUtteranceOver = true };
     EXPECT_EQ(sendAudio(1), message(Kind::partial, 1, "buy milk I think"));
+}
+
+TEST_F(ListenerServiceTest, ShowsTheLastWordAsSoonAsTheVoicePauses)
+{
+    send(Kind::begin, 1);
+    engine.next = { .words = "buy milk" };
+    EXPECT_EQ(sendVoice(1), message(Kind::unchanged, 1));
+    EXPECT_EQ(sendAudio(1), message(Kind::partial, 1, "buy milk"));
+}
+
+TEST_F(ListenerServiceTest, NeedsSteadyWordsWhileTheVoiceContinues)
+{
+    send(Kind::begin, 1);
+    engine.next = { .words = "buy milk" };
+    for (int piece = 0; piece < 4; ++piece)
+        EXPECT_EQ(sendVoice(1), message(Kind::unchanged, 1));
+    EXPECT_EQ(sendVoice(1), message(Kind::partial, 1, "buy milk"));
 }
 
 TEST_F(ListenerServiceTest, AnswersTheEndWithTheWholeText)

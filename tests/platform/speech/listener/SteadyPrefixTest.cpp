@@ -22,8 +22,9 @@ protected:
     SteadyPrefix steady;
 };
 
-TEST_F(SteadyPrefixTest, PassesAWordAfterFourHypothesesAgree)
+TEST_F(SteadyPrefixTest, PassesAWordAfterFiveHypothesesAgree)
 {
+    EXPECT_EQ(steady.update({ "buy" }), Words());
     EXPECT_EQ(steady.update({ "buy" }), Words());
     EXPECT_EQ(steady.update({ "buy" }), Words());
     EXPECT_EQ(steady.update({ "buy" }), Words());
@@ -36,6 +37,7 @@ TEST_F(SteadyPrefixTest, CountsEachWordSeparately)
     EXPECT_EQ(after({ { "buy" },
                       { "buy", "mill" },
                       { "buy", "milk" },
+                      { "buy", "milk" },
                       { "buy", "milk", "and" },
                       { "buy", "milk", "end" } }),
               Words { "buy" });
@@ -44,30 +46,30 @@ TEST_F(SteadyPrefixTest, CountsEachWordSeparately)
 
 TEST_F(SteadyPrefixTest, RestartsCountingWhenAWordChanges)
 {
-    EXPECT_EQ(after({ { "by" }, { "by" }, { "by" }, { "buy" } }), Words());
-    EXPECT_EQ(after({ { "buy" }, { "buy" } }), Words());
+    EXPECT_EQ(after({ { "by" }, { "by" }, { "by" }, { "by" }, { "buy" } }), Words());
+    EXPECT_EQ(after({ { "buy" }, { "buy" }, { "buy" } }), Words());
     EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
 }
 
 TEST_F(SteadyPrefixTest, HidesWordsAfterAChangedWord)
 {
-    EXPECT_EQ(after({ { "by", "milk" }, { "buy", "milk" }, { "buy", "milk" }, { "buy", "milk" } }),
-              Words());
+    const Words both { "buy", "milk" };
+    EXPECT_EQ(after({ { "by", "milk" }, both, both, both, both }), Words());
 }
 
 TEST_F(SteadyPrefixTest, RemovesWordsThatTheEngineRemoves)
 {
     const Words both { "buy", "milk" };
-    EXPECT_EQ(after({ both, both, both, both }), both);
+    EXPECT_EQ(after({ both, both, both, both, both }), both);
     EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
     EXPECT_EQ(after({ {} }), Words());
 }
 
 TEST_F(SteadyPrefixTest, ForgetsEarlierHypothesesWhenCleared)
 {
-    after({ { "buy" }, { "buy" }, { "buy" }, { "buy" } });
+    after({ { "buy" }, { "buy" }, { "buy" }, { "buy" }, { "buy" } });
     steady.clear();
-    EXPECT_EQ(after({ { "buy" }, { "buy" }, { "buy" } }), Words());
+    EXPECT_EQ(after({ { "buy" }, { "buy" }, { "buy" }, { "buy" } }), Words());
     EXPECT_EQ(after({ { "buy" } }), Words { "buy" });
 }
 

@@ -14,10 +14,12 @@ protected:
             transcript.update({ .words = words });
     }
 
-    void pauseAfter(const std::string &words)
+    void endUtterance(const std::string &words)
     {
         transcript.update({ .words = words, .isUtteranceOver = true });
     }
+
+    void pauseWithin(const std::string &words) { transcript.update({ .words = words }, true); }
 
     Spelling spelling { "en-us" };
     Transcript transcript { spelling };
@@ -32,35 +34,66 @@ TEST_F(TranscriptTest, IsEmptyAtFirst)
 
 TEST_F(TranscriptTest, ShowsOnlySteadyWordsOfTheCurrentUtterance)
 {
-    recognize("buy milk", 3);
+    recognize("buy milk", 4);
     EXPECT_EQ(transcript.text(), "");
     recognize("buy mill");
     EXPECT_EQ(transcript.text(), "buy");
 }
 
+TEST_F(TranscriptTest, ShowsAllWordsInAPause)
+{
+    recognize("buy", 5);
+    recognize("buy milk");
+    EXPECT_EQ(transcript.text(), "buy");
+    pauseWithin("buy milk");
+    EXPECT_EQ(transcript.text(), "buy milk");
+    pauseWithin("buy mill");
+    EXPECT_EQ(transcript.text(), "buy mill");
+}
+
+TEST_F(TranscriptTest, KeepsTheWordsOfAPauseWhileTheHypothesisBeginsWithThem)
+{
+    pauseWithin("buy milk");
+    recognize("buy milk and");
+    EXPECT_EQ(transcript.text(), "buy milk");
+    recognize("buy milk and", 4);
+    EXPECT_EQ(transcript.text(), "buy milk and");
+    recognize("buy mill and");
+    EXPECT_EQ(transcript.text(), "buy");
+}
+
+TEST_F(TranscriptTest, RemovesTheWordsOfAPauseThatTheEngineRemoves)
+{
+    pauseWithin("buy milk");
+    recognize("buy");
+    EXPECT_EQ(transcript.text(), "");
+    pauseWithin("");
+    EXPECT_EQ(transcript.text(), "");
+}
+
 TEST_F(TranscriptTest, ShowsAllWordsOfAFinishedUtterance)
 {
     recognize("buy mill");
-    pauseAfter("buy milk");
+    endUtterance("buy milk");
     EXPECT_EQ(transcript.text(), "buy milk");
 }
 
 TEST_F(TranscriptTest, ContinuesAfterAPause)
 {
-    pauseAfter("buy milk");
+    endUtterance("buy milk");
     recognize("");
     EXPECT_EQ(transcript.text(), "buy milk");
-    recognize("and bread", 4);
+    recognize("and bread", 5);
     EXPECT_EQ(transcript.text(), "buy milk and bread");
-    pauseAfter("and bread");
+    endUtterance("and bread");
     EXPECT_EQ(transcript.text(), "buy milk and bread");
 }
 
 TEST_F(TranscriptTest, RestartsSteadinessAfterAPause)
 {
+    recognize("buy", 5);
+    endUtterance("buy");
     recognize("buy", 4);
-    pauseAfter("buy");
-    recognize("buy", 3);
     EXPECT_EQ(transcript.text(), "buy");
     recognize("buy");
     EXPECT_EQ(transcript.text(), "buy buy");
@@ -68,7 +101,7 @@ TEST_F(TranscriptTest, RestartsSteadinessAfterAPause)
 
 TEST_F(TranscriptTest, EndsWithAllWordsOfTheLastUtterance)
 {
-    pauseAfter("buy milk");
+    endUtterance("buy milk");
     recognize("and");
     transcript.finish("and bread");
     EXPECT_EQ(transcript.text(), "buy milk and bread");
@@ -76,24 +109,24 @@ TEST_F(TranscriptTest, EndsWithAllWordsOfTheLastUtterance)
 
 TEST_F(TranscriptTest, EndsWithoutMoreWords)
 {
-    pauseAfter("buy milk");
+    endUtterance("buy milk");
     transcript.finish("");
     EXPECT_EQ(transcript.text(), "buy milk");
 }
 
 TEST_F(TranscriptTest, HasOneSpaceBetweenWords)
 {
-    pauseAfter("  buy   milk ");
-    pauseAfter("");
-    pauseAfter("and\tbread");
+    endUtterance("  buy   milk ");
+    endUtterance("");
+    endUtterance("and\tbread");
     EXPECT_EQ(transcript.text(), "buy milk and bread");
 }
 
 TEST_F(TranscriptTest, SpellsWords)
 {
-    pauseAfter("i think i'm late");
+    endUtterance("i think i'm late");
     EXPECT_EQ(transcript.text(), "I think I'm late");
-    recognize("so i ran", 4);
+    recognize("so i ran", 5);
     EXPECT_EQ(transcript.text(), "I think I'm late so I ran");
 }
 
