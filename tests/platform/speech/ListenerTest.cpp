@@ -2,6 +2,7 @@
 
 #include "fakes/FakeVocabulary.h"
 #include "fakes/FileSizeLimit.h"
+#include "fakes/TestFiles.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/speech/ListenerRecognizer.h"
 #include "platform/speech/ModelInquiry.h"
@@ -178,6 +179,21 @@ TEST_F(ListenerTest, LearnsTheUsersWords)
     vocabulary.texts.clear();
     ++vocabulary.number;
     EXPECT_FALSE(hasWord(transcribe(sentence), "WebHook")) << "learnt words are forgotten";
+}
+
+TEST_F(ListenerTest, LearnsOnlyKnownWordsWithoutPronunciations)
+{
+    const QTemporaryDir folder; // hides the library behind a file that cannot be loaded
+    TestFiles::write(folder.filePath(QStringLiteral("libespeak-ng.so.1")).toStdString(), "");
+    setenv("LD_LIBRARY_PATH", folder.path().toStdString().c_str(), 1);
+    vocabulary.texts = { "Explain what the WebHook receives.", "summarize the following Text" };
+    testing::internal::CaptureStderr();
+    const auto withNewWord = transcribe("explain the web hook");
+    const auto withKnownWord = transcribe("summarize the following text");
+    unsetenv("LD_LIBRARY_PATH");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_FALSE(hasWord(withNewWord, "WebHook")) << withNewWord;
+    EXPECT_TRUE(hasWord(withKnownWord, "Text")) << withKnownWord;
 }
 
 TEST_F(ListenerTest, PrefersTheUsersPairsOfWords)

@@ -38,7 +38,7 @@ std::optional<LatinLetter> LatinLetter::first(std::string_view text)
         return LatinLetter { .base = static_cast<char>(byte - 'A' + 'a'), .isCapital = true };
     if (text.size() < 2 || (byte & 0xE0) != 0xC0 || !isContinuation(text[1]))
         return std::nullopt;
-    const unsigned codePoint = (static_cast<unsigned>(byte & 0x1F) << 6) | (text[1] & 0x3FU);
+    const auto codePoint = static_cast<unsigned>((byte & 0x1F) << 6 | (text[1] & 0x3F));
     if (codePoint >= 0x300 && codePoint < 0x370) // combining accents
         return LatinLetter { .size = 2 };
     if (codePoint < FirstAccented || codePoint >= FirstAccented + Bases.size())

@@ -237,6 +237,8 @@ void TextWords::forEachRun(std::string_view text, const std::function<void(const
 
 std::string TextWords::keyOf(std::string_view word)
 {
+    if (word.size() > MaxSize)
+        return {};
     std::string key;
     while (!word.empty()) {
         if (const auto letter = LatinLetter::first(word)) {

@@ -7,11 +7,12 @@
 #include <vector>
 
 /// Finds the words that a person may say in a text. Numbers, addresses, file names, identifiers,
-/// hashes, code, other scripts and words above 24 letters are not words.
+/// hashes, code, other scripts and long words are not words.
 namespace TextWords
 {
 
 constexpr std::size_t MaxLetters = 24;
+constexpr std::size_t MaxSize = 4 * MaxLetters; ///< bytes, with accents and apostrophes
 
 struct Word {
     std::string key;           ///< in lower case, without accents, as the model spells words

@@ -128,6 +128,19 @@ TEST(TextWordsTest, LeavesOutLongWords)
     EXPECT_EQ(TextWords::keyOf(longest + 'a'), "");
 }
 
+TEST(TextWordsTest, LeavesOutHeapsOfMarks)
+{
+    std::string accents = "a";
+    std::string apostrophes = "a";
+    for (std::size_t count = 0; count < TextWords::MaxSize; ++count) {
+        accents += "\u0301";
+        apostrophes += '\'';
+    }
+    EXPECT_EQ(TextWords::keyOf(accents), "");
+    EXPECT_EQ(TextWords::keyOf(apostrophes + 'b'), "");
+    EXPECT_EQ(TextWords::keyOf("a\u0302\u0301"), "a");
+}
+
 TEST(TextWordsTest, KnowsWhichWordsAreFirst)
 {
     EXPECT_EQ(firstWordsIn("Return JSON. Then stop\nBye"), "Return Then Bye");
