@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string_view>
 #include <system_error>
+#include <unordered_set>
 
 namespace
 {
@@ -18,14 +19,20 @@ std::string_view wordOf(std::string_view line)
     return line.substr(0, line.find_first_of("( \t"));
 }
 
-/// Added words replace dictionary entries: the dictionary has some that the language model lacks.
-bool isKept(std::string_view word)
+using Words = std::unordered_set<std::string_view>;
+
+Words addedWords()
 {
-    const auto added = EnglishVocabulary::addedWords();
-    const auto isWord = [word](const EnglishVocabulary::Word &other) {
-        return other.spelling == word;
-    };
-    return !EnglishVocabulary::isExcluded(word) && std::none_of(added.begin(), added.end(), isWord);
+    Words words;
+    for (const auto &word : EnglishVocabulary::addedWords())
+        words.insert(word.spelling);
+    return words;
+}
+
+/// Added words replace dictionary entries: the dictionary has some that the language model lacks.
+bool isKept(std::string_view word, const Words &added)
+{
+    return !EnglishVocabulary::isExcluded(word) && !added.contains(word);
 }
 
 std::string textOf(const std::filesystem::path &path)
@@ -50,12 +57,13 @@ std::string textOf(const std::filesystem::path &path)
 std::string adaptedDictionary(const std::filesystem::path &path)
 {
     const auto text = textOf(path);
+    const auto added = addedWords();
     std::string adapted;
     adapted.reserve(text.size());
     for (std::size_t begin = 0; begin < text.size();) {
         const auto end = std::min(text.find('\n', begin), text.size() - 1) + 1;
         const auto line = std::string_view(text).substr(begin, end - begin);
-        if (isKept(wordOf(line)))
+        if (isKept(wordOf(line), added))
             adapted += line;
         begin = end;
     }

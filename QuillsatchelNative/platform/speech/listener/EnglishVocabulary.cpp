@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace
 {
@@ -42,12 +43,13 @@ constexpr std::array AddedWords {
     EnglishVocabulary::Word { "yaml", "Y AE M AH L", "software" },
 };
 
-// Words that begin with these are excluded as well.
+// In alphabetical order. Words that begin with these are excluded as well.
 constexpr std::array<std::string_view, 20> ExcludedPrefixes {
     "asshole", "bitch",   "blowjob",        "bullshit", "cocksuck",  "cunt",       "dickhead",
     "dildo",   "dipshit", "faggot",         "fuck",     "horseshit", "motherfuck", "nigger",
     "shit",    "slut",    "son-of-a-bitch", "twat",     "wank",      "whore",
 };
+static_assert(std::is_sorted(ExcludedPrefixes.begin(), ExcludedPrefixes.end()));
 
 } // namespace
 
@@ -58,6 +60,7 @@ std::span<const EnglishVocabulary::Word> EnglishVocabulary::addedWords()
 
 bool EnglishVocabulary::isExcluded(std::string_view word)
 {
-    return std::any_of(ExcludedPrefixes.begin(), ExcludedPrefixes.end(),
-                       [word](std::string_view prefix) { return word.starts_with(prefix); });
+    // Only the last one that is not above the word can begin it.
+    const auto next = std::upper_bound(ExcludedPrefixes.begin(), ExcludedPrefixes.end(), word);
+    return next != ExcludedPrefixes.begin() && word.starts_with(*std::prev(next));
 }

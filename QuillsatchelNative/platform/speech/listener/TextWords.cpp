@@ -81,10 +81,18 @@ struct Piece {
     bool endsSentence = false;
 };
 
+bool isSmallLetter(char character)
+{
+    return character >= 'a' && character <= 'z';
+}
+
 /// Whether capitals inside the word show that it is an identifier, such as "userName". Names may
 /// have them too: "JavaScript", "iPhone", "macOS", "LaTeX".
 bool isIdentifier(std::string_view word)
 {
+    const auto rest = word.substr(std::min<std::size_t>(word.size(), 1));
+    if (std::all_of(rest.begin(), rest.end(), isSmallLetter))
+        return false;                    // as most words
     constexpr std::size_t MaxName = 6;   // letters, with two capitals inside
     constexpr std::size_t MaxPrefix = 2; // small letters before a capital
     std::string cases;

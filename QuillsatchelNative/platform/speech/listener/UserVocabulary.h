@@ -11,7 +11,7 @@
 /// The words and pairs of words that an engine should learn from the user's texts.
 struct UserVocabulary {
     static constexpr std::size_t MaxNewWords = 5'000;
-    static constexpr std::size_t MaxKnownWords = 10'000;
+    static constexpr std::size_t MaxKnownWords = 7'500;
     static constexpr std::size_t MaxPairs = 25'000;
 
     struct Word {
