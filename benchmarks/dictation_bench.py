@@ -9,7 +9,7 @@ missing ones are skipped.
 Buffers are sent without waiting for real time. Delays are computed for a microphone that delivers
 buffers in real time and a processor that does nothing else, from the CPU time of the listener: from
 the first sound to the first words, and from the last sound to all words. Also measures whether the
-last word is there if "Stop" is pressed soon after it, and how many shown words are replaced.
+last word is lost if "Stop" is pressed soon after it, and how many shown words are replaced.
 """
 
 import array
@@ -204,19 +204,25 @@ class Score:
         if shows_errors and errors:
             print(f"    {sentence}\n  > {result['text']}")
 
-    def report(self):
-        size = f"{self.name}, {self.words:,} words"
-        Figure("dictation: words that are wrong", size, 100 * self.errors / self.words, "%").print()
-        Figure("dictation: CPU time to understand", size, self.cost, "s", "the time spoken",
+    def size(self):
+        return f"{self.name}, {self.words:,} words"
+
+    def report_words(self):
+        Figure("dictation: words that are wrong", self.size(), 100 * self.errors / self.words,
+               "%").print()
+        Figure("dictation: CPU time to understand", self.size(), self.cost, "s", "the time spoken",
                self.cost / self.seconds).print()
+
+    def report_delays(self):
+        size = self.size()
         for what, delays in (("first words after the first sound", self.first_partials),
                              ("all words after the last sound", self.last_partials)):
             if delays:
                 Figure(f"dictation: {what}", size, statistics.median(delays), "s").print()
         for stop, kept in self.last_words.items():
             if kept:
-                Figure(f"dictation: last words kept by a stop {stop} s after them", size,
-                       100 * sum(kept) / len(kept), "%").print()
+                Figure(f"dictation: last words lost by a stop {stop} s after them", size,
+                       100 * kept.count(False) / len(kept), "%").print()
         Figure("dictation: replaced words for each final word", size,
                self.replaced / max(self.final_words, 1), "").print()
 
@@ -242,7 +248,7 @@ def recognize_all(name, program, takes, total, is_complete):
             total.add(words, samples, sounds, result, False)
         total.memory = max(total.memory, listener.peak_megabytes())
     if score.words:
-        score.report()
+        score.report_words()
 
 
 def main():
@@ -259,7 +265,8 @@ def main():
     recognize_all("recordings", program, takes, total, is_complete)
     if not total.words:
         sys.exit("dictation_bench: neither flite nor pocketsphinx-testdata is installed")
-    total.report()
+    total.report_words()
+    total.report_delays()
     Figure("dictation: memory of the listener", "at most", total.memory, "MB").print()
 
 

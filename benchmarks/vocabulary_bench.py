@@ -4,8 +4,7 @@
 usage: vocabulary_bench.py LISTENER [1|2|ordinary]...
 
 LISTENER is the program, such as build/bench/modules/listener. "1" and "2" are the halves of the
-material, "ordinary" are sentences without unusual words. Also measures the time to learn and the
-memory of the listener.
+material, "ordinary" are sentences without unusual words.
 """
 
 import pathlib
@@ -25,15 +24,10 @@ def texts_of(halves):
 
 
 def teach(listener, texts):
-    """The CPU seconds until the listener has learnt the words of the texts."""
-    listener.send(LEARN)  # the model is loaded
-    listener.receive()
-    started = listener.cpu_seconds()
     listener.send(TEXTS, b"".join(text.encode() + PROMINENT for text in texts))
     listener.receive()
     listener.send(LEARN)
     listener.receive()
-    return listener.cpu_seconds() - started
 
 
 def said(sentence):
@@ -42,21 +36,29 @@ def said(sentence):
 
 def measure(name, program, voices, sentences, texts):
     """Prints the figures. The voices take turns; each has a listener of its own."""
-    score, learning = Score(name), []
+    score = Score(name)
     with tempfile.TemporaryDirectory() as folder:
         for number, voice in enumerate(voices):
             with Listener(program) as listener:
                 if texts:
-                    learning.append(teach(listener, texts))
+                    teach(listener, texts)
                 for sentence in sentences[number::len(voices)]:
                     samples, sounds = speak(said(sentence), voice, pathlib.Path(folder))
                     result = listener.recognize(samples)
                     score.add(sentence, samples, sounds, result, "-v" in sys.argv)
                 score.memory = max(score.memory, listener.peak_megabytes())
-    score.report()
-    if learning:
-        Figure("dictation: time to learn", name, max(learning), "s").print()
+    score.report_words()
     Figure("dictation: memory of the listener", name, score.memory, "MB").print()
+    return score
+
+
+def compare(name, program, voices, sentences, texts):
+    without = measure(f"{name}, without vocabulary", program, voices, sentences, [])
+    score = measure(f"{name}, with vocabulary", program, voices, sentences, texts)
+    Figure("dictation: more words that are wrong with vocabulary", name,
+           100 * (score.errors - without.errors) / score.words, "% of the words").print()
+    Figure("dictation: wrong words with vocabulary", name, score.errors, "words",
+           "without vocabulary", score.errors / without.errors).print()
 
 
 def main():
@@ -65,11 +67,9 @@ def main():
         if str(number) not in parts:
             continue
         sentences = half["sentences"].strip().splitlines()
-        for name, texts in (("without vocabulary", []), ("with vocabulary", texts_of([half]))):
-            measure(f"half {number}, {name}", program, half["voices"], sentences, texts)
+        compare(f"half {number}", program, half["voices"], sentences, texts_of([half]))
     if "ordinary" in parts:
-        for name, texts in (("without vocabulary", []), ("with vocabulary", texts_of(HALVES))):
-            measure(f"ordinary, {name}", program, ("slt", "rms"), SENTENCES, texts)
+        compare("ordinary", program, ("slt", "rms"), SENTENCES, texts_of(HALVES))
 
 
 if __name__ == "__main__":
