@@ -1,5 +1,7 @@
 #include "library/QueryMatcher.h"
 
+#include "library/BytePattern.h"
+#include "support/ByteBlock.h"
 #include "support/TextFolding.h"
 #include "support/Utf8.h"
 
@@ -15,7 +17,8 @@ namespace
 {
 
 /// Folding a text in pieces folds only a part of it if that has all words, and needs little memory.
-constexpr std::size_t PieceSize = 128; // bytes
+constexpr std::size_t FirstPieceSize = 128; // bytes; the next ones double
+constexpr std::size_t MaximumPieceSize = 4096;
 
 /// Enough for all words that users type.
 constexpr std::size_t BytesAroundMatch = 1024;
@@ -35,11 +38,23 @@ std::vector<SearchWord> wordsOf(std::string_view folded)
     return words;
 }
 
-/// The beginning of a text that is not ASCII, up to white space if it is long. Words contain no
-/// white space, so the pieces of a text have the same matches as the text.
-std::string_view firstPiece(std::string_view text)
+/// The beginning of a text that is not ASCII, up to the first white space after `size` bytes. Words
+/// contain no white space, so the pieces of a text have the same matches as the text.
+std::string_view firstPiece(std::string_view text, std::size_t size)
 {
-    return text.substr(0, text.find_first_of(" \n", PieceSize));
+    const BytePattern space(' ');
+    const BytePattern lineEnd('\n');
+    for (; size + ByteBlock::Size <= text.size(); size += ByteBlock::Size) {
+        const char *const block = text.data() + size;
+        if (const auto found = space.equalBytes(block) | lineEnd.equalBytes(block); found != 0)
+            return text.substr(0, size + ByteBlock::firstIndex(found));
+    }
+    return text;
+}
+
+std::size_t nextPieceSize(std::size_t size)
+{
+    return std::min(2 * size, MaximumPieceSize);
 }
 
 /// Text offsets are in code units; graphemes are what the user sees as characters.
@@ -87,8 +102,8 @@ void QueryMatcher::raiseRanks(std::string_view text, std::vector<MatchRank> &ran
         return;
     }
     bool areBest = false;
-    while (!text.empty() && !areBest) {
-        const std::string_view piece = firstPiece(text);
+    for (std::size_t size = FirstPieceSize; !text.empty() && !areBest; size = nextPieceSize(size)) {
+        const std::string_view piece = firstPiece(text, size);
         text.remove_prefix(piece.size());
         areBest =
             raiseRanksFolded(TextFolding::isAscii(piece) ? piece : m_folding.fold(piece), ranks);
@@ -113,7 +128,7 @@ std::optional<std::size_t> QueryMatcher::firstMatch(std::string_view text) const
         return firstMatchFolded(text);
     std::vector<std::size_t> sources;
     for (std::size_t offset = 0; offset < text.size();) {
-        const std::string_view piece = firstPiece(text.substr(offset));
+        const std::string_view piece = firstPiece(text.substr(offset), MaximumPieceSize);
         if (const auto first = firstMatchFolded(m_folding.fold(piece, sources)))
             return offset + sources[*first];
         offset += piece.size();

@@ -1,21 +1,16 @@
 #include "library/SearchWord.h"
 
+#include "support/ByteBlock.h"
 #include "support/Utf8.h"
 
 #include <QChar>
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstring>
 #include <utility>
 
 namespace
 {
-
-constexpr std::size_t BlockSize = sizeof(std::uint64_t);
-constexpr std::uint64_t EachByte = 0x0101'0101'0101'0101;
-constexpr std::uint64_t LowBits = 0x7F * EachByte;
 
 bool isAscii(char c)
 {
@@ -27,26 +22,30 @@ constexpr bool isAsciiLetter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-/// The first byte of the text is the lowest one of the result.
-std::uint64_t loadBlock(const char *text)
-{
-    std::uint64_t block = 0;
-    std::memcpy(&block, text, BlockSize);
-    if constexpr (std::endian::native == std::endian::big)
-        block = __builtin_bswap64(block);
-    return block;
-}
-
 char lowerCase(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }
 
-/// Whether words contain the code point with these bytes.
+/// Whether words contain the code point with these bytes. Looks its category up only once.
 bool isPartOfWord(std::string_view bytes)
 {
-    const char32_t codePoint = decodedCodePoint(bytes);
-    return QChar::isLetterOrNumber(codePoint) || QChar::isMark(codePoint);
+    switch (QChar::category(decodedCodePoint(bytes))) {
+    case QChar::Mark_NonSpacing:
+    case QChar::Mark_SpacingCombining:
+    case QChar::Mark_Enclosing:
+    case QChar::Number_DecimalDigit:
+    case QChar::Number_Letter:
+    case QChar::Number_Other:
+    case QChar::Letter_Uppercase:
+    case QChar::Letter_Lowercase:
+    case QChar::Letter_Titlecase:
+    case QChar::Letter_Modifier:
+    case QChar::Letter_Other:
+        return true;
+    default:
+        return false;
+    }
 }
 
 constexpr std::array<bool, 128> findAsciiPartsOfWords()
@@ -81,22 +80,10 @@ bool isWordBoundary(std::string_view text, std::size_t offset)
 
 } // namespace
 
-SearchWord::Pattern::Pattern(char byte)
-    : bytes(EachByte * static_cast<uchar>(byte))
-    , caseBits(isAsciiLetter(byte) ? EachByte * 0x20 : 0)
-{
-}
-
-/// The highest bit of each equal byte.
-std::uint64_t SearchWord::Pattern::equalBytes(const char *text) const
-{
-    const std::uint64_t differences = (loadBlock(text) | caseBits) ^ bytes;
-    return ~(((differences & LowBits) + LowBits) | differences | LowBits);
-}
-
 SearchWord::SearchWord(std::string folded)
     : m_text(std::move(folded))
-    , m_first(m_text.front())
+    , m_firstEnd(firstCodePoint(m_text).size() - 1)
+    , m_first(m_text[m_firstEnd])
     , m_last(m_text.back())
 {
 }
@@ -121,17 +108,14 @@ MatchRank SearchWord::bestRank(std::string_view text) const
     return best;
 }
 
-/// Calls `visit` with the offset of each match until it returns true. Compares the first and the
-/// last byte of the word at eight offsets at a time.
+/// Calls `visit` with the offset of each match until it returns true.
 template <typename Visit>
 void SearchWord::forEachMatch(std::string_view text, std::size_t from, Visit &&visit) const
 {
     const std::size_t size = m_text.size();
     std::size_t at = from;
-    for (; at + size + BlockSize <= text.size() + 1; at += BlockSize) {
-        const std::uint64_t candidates =
-            m_first.equalBytes(text.data() + at) & m_last.equalBytes(text.data() + at + size - 1);
-        if (candidates != 0 && visitMatches(candidates, text, at, visit))
+    for (; at + size + ByteBlock::Size <= text.size() + 1; at += ByteBlock::Size) {
+        if (visitMatches(candidates(text, at), text, at, visit))
             return;
     }
     for (; at + size <= text.size(); ++at) {
@@ -140,14 +124,21 @@ void SearchWord::forEachMatch(std::string_view text, std::size_t from, Visit &&v
     }
 }
 
-/// Visits the matches among the eight offsets from `at` on; true if `visit` returned true.
+/// The highest bit of each of the eight offsets from `at` on at which the word may match: where two
+/// of its bytes are equal.
+std::uint64_t SearchWord::candidates(std::string_view text, std::size_t at) const
+{
+    const char *const first = text.data() + at;
+    return m_first.equalBytes(first + m_firstEnd) & m_last.equalBytes(first + m_text.size() - 1);
+}
+
+/// Visits the matches among the `candidates` from `at` on; true if `visit` returned true.
 template <typename Visit>
 bool SearchWord::visitMatches(std::uint64_t candidates, std::string_view text, std::size_t at,
                               Visit &&visit) const
 {
     for (; candidates != 0; candidates &= candidates - 1) {
-        const std::size_t candidate =
-            at + static_cast<std::size_t>(std::countr_zero(candidates)) / 8;
+        const std::size_t candidate = at + ByteBlock::firstIndex(candidates);
         if (matches(text, candidate) && visit(candidate))
             return true;
     }

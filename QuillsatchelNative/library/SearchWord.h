@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/BytePattern.h"
 #include "library/MatchRank.h"
 
 #include <cstddef>
@@ -28,19 +29,12 @@ private:
     template <typename Visit>
     bool visitMatches(std::uint64_t candidates, std::string_view text, std::size_t at,
                       Visit &&visit) const;
+    std::uint64_t candidates(std::string_view text, std::size_t at) const;
     bool matches(std::string_view text, std::size_t at) const;
     MatchRank rank(std::string_view text, std::size_t at) const;
 
-    /// A byte to search for, in each byte of a machine word.
-    struct Pattern {
-        std::uint64_t bytes;
-        std::uint64_t caseBits; ///< set before comparing, which makes letters lower-case
-
-        explicit Pattern(char byte);
-        std::uint64_t equalBytes(const char *text) const;
-    };
-
     std::string m_text;
-    Pattern m_first;
-    Pattern m_last;
+    std::size_t m_firstEnd; // offset of the last byte of the first letter
+    BytePattern m_first;    // that byte, because letters of a script begin with the same bytes
+    BytePattern m_last;     // the last byte
 };

@@ -1,5 +1,6 @@
 #include "support/TextFolding.h"
 
+#include "support/ByteBlock.h"
 #include "support/Utf8.h"
 
 #include <QChar>
@@ -14,18 +15,9 @@
 namespace
 {
 
-constexpr std::size_t PageSize = 64; // code points
-constexpr std::size_t PlaneSize = 0x10000;
-constexpr std::size_t PlaneCount = 17;
-constexpr std::size_t MaximumGrowth = 2; // two bytes may become an entry of four
-constexpr std::uint64_t HighBits = 0x8080'8080'8080'8080;
-
-std::uint64_t load(const char *bytes)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof(word));
-    return word;
-}
+constexpr std::size_t PageSize = 64;                       // code points
+constexpr std::size_t BasicPageCount = 0x10000 / PageSize; // of the Basic Multilingual Plane
+constexpr std::size_t MaximumGrowth = 2;                   // two bytes may become an entry of four
 
 bool isAsciiCharacter(char c)
 {
@@ -35,6 +27,30 @@ bool isAsciiCharacter(char c)
 char lowered(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/// As `lowered`, for each byte. Bytes that are not ASCII get any value.
+std::uint64_t loweredBlock(std::uint64_t block)
+{
+    // The highest bit of a sum tells whether the byte is at least 'A', or greater than 'Z'.
+    const std::uint64_t bytes = block & ~ByteBlock::HighBits;
+    const std::uint64_t reachA = bytes + (0x80 - 'A') * ByteBlock::EachByte;
+    const std::uint64_t exceedZ = bytes + (0x7F - 'Z') * ByteBlock::EachByte;
+    return bytes | ((reachA & ~exceedZ & ByteBlock::HighBits) >> 2);
+}
+
+/// Writes the folded form of the ASCII characters at the beginning of `text` to `out`, which has
+/// room for eight bytes. Returns the number of characters, at most eight.
+std::size_t foldAscii(std::string_view text, char *out)
+{
+    if (text.size() >= ByteBlock::Size) {
+        const std::uint64_t block = ByteBlock::load(text.data());
+        ByteBlock::store(loweredBlock(block), out);
+        return ByteBlock::firstIndex(block & ByteBlock::HighBits);
+    }
+    const auto end = std::ranges::find_if_not(text, isAsciiCharacter);
+    std::transform(text.begin(), end, out, lowered);
+    return static_cast<std::size_t>(end - text.begin());
 }
 
 /// Soft hyphens, joiners, directional marks and variation selectors.
@@ -144,28 +160,24 @@ struct TextFolding::Entry {
     std::array<char, 4> bytes {};
 };
 
-struct TextFolding::Page {
-    std::array<Entry, PageSize> entries;
+struct TextFolding::Page : std::array<Entry, PageSize> {
 };
 
-struct TextFolding::Plane {
-    std::array<std::unique_ptr<Page>, PlaneSize / PageSize> pages;
-};
-
-TextFolding::TextFolding()
-    : m_planes(PlaneCount)
-{
-}
-
+TextFolding::TextFolding() = default;
 TextFolding::~TextFolding() = default;
 
 bool TextFolding::isAscii(std::string_view text)
 {
-    std::uint64_t all = 0;
-    std::size_t at = 0;
-    for (; at + sizeof(all) <= text.size(); at += sizeof(all))
-        all |= load(text.data() + at);
-    return (all & HighBits) == 0 && std::ranges::all_of(text.substr(at), isAsciiCharacter);
+    constexpr std::size_t Stride = 8 * ByteBlock::Size;
+    while (text.size() >= Stride) {
+        std::uint64_t all = 0;
+        for (std::size_t at = 0; at < Stride; at += ByteBlock::Size)
+            all |= ByteBlock::load(text.data() + at);
+        if ((all & ByteBlock::HighBits) != 0)
+            return false;
+        text.remove_prefix(Stride);
+    }
+    return std::ranges::all_of(text, isAsciiCharacter);
 }
 
 std::string_view TextFolding::fold(std::string_view text)
@@ -188,35 +200,61 @@ std::string_view TextFolding::foldEach(std::string_view text, Note &&note)
 {
     char *out = room(0, text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t source = at;
-        if (isAsciiCharacter(text[at])) {
-            *out++ = lowered(text[at++]);
-        } else {
-            const std::string_view next = firstCodePoint(text.substr(at));
-            at += next.size();
-            out = append(entry(decodedCodePoint(next)), out, text.size() - at);
+        const std::size_t count = foldAscii(text.substr(at), out);
+        for (const std::size_t end = at + count; at < end; ++at)
+            note(at, static_cast<std::size_t>(++out - m_buffer.data()));
+        while (at < text.size() && !isAsciiCharacter(text[at])) {
+            const std::size_t source = at;
+            out = append(text, at, out);
+            note(source, static_cast<std::size_t>(out - m_buffer.data()));
         }
-        note(source, static_cast<std::size_t>(out - m_buffer.data()));
     }
     return { m_buffer.data(), static_cast<std::size_t>(out - m_buffer.data()) };
 }
 
-/// Writes to `out`, which is in the buffer, and returns the end. `left` bytes of the text follow.
-char *TextFolding::append(const Entry &entry, char *out, std::size_t left)
+/// Writes the folded form of the code point at `at`, which is moved to the next one, to `out`,
+/// which is in the buffer. Returns the end.
+inline char *TextFolding::append(std::string_view text, std::size_t &at, char *out)
 {
-    if (entry.kind == Entry::Kind::bytes) {
-        std::memcpy(out, entry.bytes.data(), entry.bytes.size());
-        return out + entry.size;
+    const auto byte = [text, at](std::size_t index) {
+        return static_cast<unsigned char>(text[at + index]);
+    };
+    const std::size_t size = byte(0) < 0xE0 ? 2 : 3;
+    if (byte(0) < 0xF0 && size <= text.size() - at && !m_pages.empty()) {
+        const std::size_t page =
+            size == 2 ? byte(0) & 0x1FU : (byte(0) & 0xFU) << 6 | (byte(1) & 0x3FU);
+        if (const auto &entries = m_pages[page]) {
+            const Entry &entry = (*entries)[byte(size - 1) & 0x3FU];
+            if (entry.kind == Entry::Kind::bytes) {
+                std::memcpy(out, entry.bytes.data(), entry.bytes.size());
+                at += size;
+                return out + entry.size;
+            }
+        }
     }
+    return appendSpecial(text, at, out);
+}
+
+/// As `append`, for code points that are new or need more than a copy. Not inline, because that
+/// would slow down the others.
+[[gnu::noinline]] char *TextFolding::appendSpecial(std::string_view text, std::size_t &at,
+                                                   char *out)
+{
+    const std::string_view character = firstCodePoint(text.substr(at));
+    at += character.size();
+    const Entry &entry = this->entry(decodedCodePoint(character));
     auto size = static_cast<std::size_t>(out - m_buffer.data());
     std::string letters(entry.bytes.data(), entry.size);
     if (entry.kind == Entry::Kind::longText) {
         letters = m_longTexts[entry.index];
-    } else if (const auto both = joined({ m_buffer.data(), size }, letters); !both.isEmpty()) {
-        letters = both.toStdString();
-        size -= lastCodePoint({ m_buffer.data(), size }).size();
+    } else if (entry.kind == Entry::Kind::joinsBytes) {
+        const auto both = joined({ m_buffer.data(), size }, letters);
+        if (!both.isEmpty()) {
+            letters = both.toStdString();
+            size -= lastCodePoint({ m_buffer.data(), size }).size();
+        }
     }
-    return std::ranges::copy(letters, room(size, letters.size() + left)).out;
+    return std::ranges::copy(letters, room(size, letters.size() + text.size() - at)).out;
 }
 
 /// The end of the `used` bytes in the buffer, with room for the folded form of `left` bytes.
@@ -230,13 +268,13 @@ char *TextFolding::room(std::size_t used, std::size_t left)
 
 const TextFolding::Entry &TextFolding::entry(char32_t codePoint)
 {
-    auto &plane = m_planes[codePoint / PlaneSize];
-    if (!plane)
-        plane = std::make_unique<Plane>();
-    auto &page = plane->pages.at(codePoint % PlaneSize / PageSize);
+    const std::size_t index = codePoint / PageSize;
+    if (index >= m_pages.size())
+        m_pages.resize(std::max(index + 1, BasicPageCount));
+    auto &page = m_pages[index];
     if (!page)
         page = std::make_unique<Page>();
-    Entry &entry = page->entries.at(codePoint % PageSize);
+    Entry &entry = page->at(codePoint % PageSize);
     if (entry.kind == Entry::Kind::unknown)
         entry = computed(codePoint);
     return entry;

@@ -34,16 +34,16 @@ public:
 private:
     struct Entry;
     struct Page;
-    struct Plane;
 
     template <typename Note>
     std::string_view foldEach(std::string_view text, Note &&note);
-    char *append(const Entry &entry, char *out, std::size_t left);
+    char *append(std::string_view text, std::size_t &at, char *out);
+    char *appendSpecial(std::string_view text, std::size_t &at, char *out);
     char *room(std::size_t used, std::size_t left);
     const Entry &entry(char32_t codePoint);
     Entry computed(char32_t codePoint);
 
-    std::vector<std::unique_ptr<Plane>> m_planes;
-    std::vector<std::string> m_longTexts; // folded forms that do not fit into an entry
-    std::vector<char> m_buffer;           // of the folded text; only grows
+    std::vector<std::unique_ptr<Page>> m_pages; // null until one of their code points is met
+    std::vector<std::string> m_longTexts;       // folded forms that do not fit into an entry
+    std::vector<char> m_buffer;                 // of the folded text; only grows
 };

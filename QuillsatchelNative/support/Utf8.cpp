@@ -17,7 +17,7 @@ bool isBoundary(std::string_view text, std::size_t offset)
 std::size_t codePointSize(unsigned char lead)
 {
     if (lead < 0xE0)
-        return lead < 0xC0 ? 1 : 2;
+        return lead < 0x80 ? 1 : 2;
     return lead < 0xF0 ? 3 : 4;
 }
 

@@ -20,6 +20,18 @@ TEST(SearchWordTest, FindsAWordAtEveryOffset)
     }
 }
 
+TEST(SearchWordTest, FindsAWordOfAnotherScriptAtEveryOffset)
+{
+    // Letters that share a byte with one of the word.
+    const std::string other = "рбаз";
+    for (std::size_t before = 0; before < 20; ++before) {
+        const std::string text = std::string(before, '-') + other + "слово" + other;
+        EXPECT_EQ(SearchWord("слово").find(text), before + other.size());
+        EXPECT_EQ(SearchWord("я").find(text), std::string::npos);
+        EXPECT_EQ(SearchWord("日").find(text + "日"), text.size());
+    }
+}
+
 TEST(SearchWordTest, FindsOverlappingMatches)
 {
     const SearchWord word("aa");

@@ -1,5 +1,7 @@
 #include "support/TextFolding.h"
 
+#include <QChar>
+#include <QString>
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -125,20 +127,47 @@ TEST_F(TextFoldingTest, AcceptsBytesThatAreNotUtf8)
         std::vector<std::size_t> sources;
         for (const std::string &text :
              { std::string(1, c), "a" + std::string(1, c) + "b", std::string(9, c) }) {
-            const std::size_t size = folding.fold(text, sources).size();
-            EXPECT_EQ(sources.size(), size);
+            const std::string expected = folded(text);
+            EXPECT_EQ(folding.fold(text, sources), expected);
+            EXPECT_EQ(sources.size(), expected.size());
         }
+    }
+}
+
+TEST_F(TextFoldingTest, FoldsAsciiCharactersAtEveryOffset)
+{
+    for (char c = 0; c >= 0 && c < 127; ++c) {
+        const char lower = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+        for (std::size_t before = 0; before < 9; ++before) {
+            for (const std::string_view after : { "", "é", "........" }) {
+                const std::string dots(before, '.');
+                EXPECT_EQ(folded(dots + c + std::string(after)), dots + lower + folded(after));
+            }
+        }
+    }
+}
+
+TEST_F(TextFoldingTest, FoldsKnownCharactersAsNewOnes)
+{
+    for (char32_t c = 0x80; c < 0x2'0000; ++c) {
+        if (QChar::isSurrogate(c) || QChar::category(c) == QChar::Other_NotAssigned)
+            continue;
+        const std::string text = QString::fromUcs4(&c, 1).toStdString();
+        const std::string expected = folded(text);
+        EXPECT_EQ(folded(text), expected) << text;
+        EXPECT_EQ(folded("-" + text + "-"), "-" + expected + "-") << text;
     }
 }
 
 TEST_F(TextFoldingTest, RecognisesAsciiTexts)
 {
     EXPECT_TRUE(TextFolding::isAscii(""));
-    for (const std::size_t size : { 1U, 7U, 8U, 9U, 40U }) {
+    for (const std::size_t size : { 1U, 7U, 8U, 9U, 40U, 63U, 64U, 65U, 127U, 128U, 129U }) {
         std::string text(size, 'a');
         EXPECT_TRUE(TextFolding::isAscii(text));
         text.back() = '\xC3';
         EXPECT_FALSE(TextFolding::isAscii(text));
+        EXPECT_FALSE(TextFolding::isAscii(text + std::string(100, 'a')));
     }
 }
 
