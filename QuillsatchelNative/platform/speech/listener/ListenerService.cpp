@@ -31,7 +31,7 @@ ListenerMessage unchanged(const ListenerMessage &question)
 ListenerService::ListenerService(RecognitionEngine &engine, std::string_view tag)
     : m_engine(engine)
     , m_spelling(tag)
-    , m_transcript(m_spelling)
+    , m_transcript(newTranscript())
 {
 }
 
@@ -86,11 +86,16 @@ std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &me
     return std::nullopt;
 }
 
+Transcript ListenerService::newTranscript() const
+{
+    return Transcript(m_engine.writesText() ? nullptr : &m_spelling);
+}
+
 void ListenerService::begin(std::uint32_t task)
 {
     abandonTask();
     m_task = task;
-    m_transcript = Transcript(m_spelling);
+    m_transcript = newTranscript();
     m_pause = {};
     m_lastText.clear();
     m_engine.begin();
@@ -99,7 +104,7 @@ void ListenerService::begin(std::uint32_t task)
 void ListenerService::abandonTask()
 {
     if (std::exchange(m_task, std::nullopt))
-        m_engine.finish();
+        m_engine.abandon();
 }
 
 /// Of a message `texts`. An end that is missing follows the last text.

@@ -26,6 +26,7 @@ public:
     std::optional<ListenerMessage> answer(const ListenerMessage &message);
 
 private:
+    Transcript newTranscript() const;
     void begin(std::uint32_t task);
     void abandonTask();
     void count(std::string_view texts);

@@ -8,7 +8,7 @@
 
 /// What an engine understood of the current utterance, which began after the last pause.
 struct Hypothesis {
-    std::string words;            ///< UTF-8, with single spaces between them
+    std::string words;            ///< UTF-8, with single spaces between them, or a text
     bool isUtteranceOver = false; ///< the words are final, and a new utterance follows
 };
 
@@ -18,6 +18,10 @@ class RecognitionEngine
 {
 public:
     virtual ~RecognitionEngine() = default;
+
+    /// Whether the engine writes a text, with capitals, punctuation and the space before each
+    /// utterance. It then returns only words that it will hardly change.
+    virtual bool writesText() const { return false; }
 
     /// Whether the model has the word with this TextWords::Word::key.
     virtual bool knows(const std::string &key) const = 0;
@@ -30,4 +34,7 @@ public:
     virtual Hypothesis process(std::span<const std::int16_t> samples) = 0;
     /// Ends the dictation and returns the words of the current utterance.
     virtual std::string finish() = 0;
+
+    /// Ends the dictation if its words are not needed.
+    virtual void abandon() { finish(); }
 };

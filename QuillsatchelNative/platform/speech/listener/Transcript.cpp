@@ -4,17 +4,19 @@
 #include <sstream>
 #include <utility>
 
-Transcript::Transcript(const Spelling &spelling)
-    : m_spelling(&spelling)
+Transcript::Transcript(const Spelling *spelling)
+    : m_spelling(spelling)
 {
 }
 
 SteadyPrefix::Words Transcript::wordsIn(const std::string &text) const
 {
+    if (!m_spelling)
+        return { text };
     SteadyPrefix::Words words;
     std::istringstream stream(text);
     for (std::string word; stream >> word;)
-        words.push_back(m_spelling->spell(word));
+        words.push_back(' ' + m_spelling->spell(word));
     return words;
 }
 
@@ -23,7 +25,7 @@ void Transcript::update(const Hypothesis &hypothesis, bool isPause)
     if (hypothesis.isUtteranceOver)
         finish(hypothesis.words);
     else
-        updateCurrent(wordsIn(hypothesis.words), isPause);
+        updateCurrent(wordsIn(hypothesis.words), isPause || !m_spelling); // a text is steady
 }
 
 /// A pause shows all words at once, because the dictation may be stopped there. They stay while the
@@ -53,7 +55,7 @@ std::string Transcript::text() const
     std::string text;
     for (const auto *const part : { &m_finished, &m_current }) {
         for (const auto &word : *part)
-            (text += text.empty() ? "" : " ") += word;
+            text += word;
     }
-    return text;
+    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }

@@ -11,8 +11,8 @@
 class Transcript
 {
 public:
-    /// `spelling` must outlive the transcript.
-    explicit Transcript(const Spelling &spelling);
+    /// `spelling` must outlive the transcript. Null if the engine writes a text.
+    explicit Transcript(const Spelling *spelling);
 
     /// `isPause` says whether the voice pauses after the words of the hypothesis.
     void update(const Hypothesis &hypothesis, bool isPause = false);

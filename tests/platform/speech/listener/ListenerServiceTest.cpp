@@ -41,6 +41,8 @@ public:
         return last;
     }
 
+    void abandon() override { log += "abandon "; }
+
     std::string log;
     Hypothesis next;
     std::string last;
@@ -135,7 +137,7 @@ TEST_F(ListenerServiceTest, AbandonsATaskWhenAnotherBegins)
     engine.next = {};
     EXPECT_EQ(sendAudio(2), message(Kind::unchanged, 2));
     EXPECT_EQ(send(Kind::end, 2), message(Kind::final, 2));
-    EXPECT_EQ(engine.log, "begin 1024 finish begin 1024 finish ");
+    EXPECT_EQ(engine.log, "begin 1024 abandon begin 1024 finish ");
 }
 
 TEST_F(ListenerServiceTest, IgnoresAudioOfACancelledTask)
@@ -146,7 +148,7 @@ TEST_F(ListenerServiceTest, IgnoresAudioOfACancelledTask)
     EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
     EXPECT_EQ(send(Kind::end, 1), message(Kind::final, 1));
     EXPECT_EQ(send(Kind::cancel, 1), std::nullopt);
-    EXPECT_EQ(engine.log, "begin finish ");
+    EXPECT_EQ(engine.log, "begin abandon ");
 }
 
 TEST_F(ListenerServiceTest, IgnoresACancelOfAnotherTask)
@@ -190,7 +192,7 @@ TEST_F(ListenerServiceTest, AbandonsATaskToLearn)
     sendTexts("one");
     send(Kind::learn, 1);
     EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
-    EXPECT_EQ(engine.log, "begin finish learn one ");
+    EXPECT_EQ(engine.log, "begin abandon learn one ");
 }
 
 TEST_F(ListenerServiceTest, SpellsWordsAsInTheTexts)

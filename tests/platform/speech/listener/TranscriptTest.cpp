@@ -22,7 +22,7 @@ protected:
     void pauseWithin(const std::string &words) { transcript.update({ .words = words }, true); }
 
     Spelling spelling { "en-us" };
-    Transcript transcript { spelling };
+    Transcript transcript { &spelling };
 };
 
 TEST_F(TranscriptTest, IsEmptyAtFirst)
@@ -120,6 +120,28 @@ TEST_F(TranscriptTest, HasOneSpaceBetweenWords)
     endUtterance("");
     endUtterance("and\tbread");
     EXPECT_EQ(transcript.text(), "buy milk and bread");
+}
+
+TEST_F(TranscriptTest, KeepsATextAsTheEngineWritesIt)
+{
+    transcript = Transcript(nullptr);
+    recognize(" Well,");
+    EXPECT_EQ(transcript.text(), "Well,") << "words of a text are steady";
+    recognize(" Well, i think");
+    EXPECT_EQ(transcript.text(), "Well, i think");
+    endUtterance(" Well, i think so.");
+    recognize("");
+    EXPECT_EQ(transcript.text(), "Well, i think so.");
+    transcript.finish(" Bye.");
+    EXPECT_EQ(transcript.text(), "Well, i think so. Bye.");
+}
+
+TEST_F(TranscriptTest, AddsNoSpacesToATextWithoutThem)
+{
+    transcript = Transcript(nullptr);
+    endUtterance("今日は");
+    endUtterance("元気です");
+    EXPECT_EQ(transcript.text(), "今日は元気です");
 }
 
 TEST_F(TranscriptTest, SpellsWords)
