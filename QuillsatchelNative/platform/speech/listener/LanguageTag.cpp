@@ -42,7 +42,12 @@ std::string userLanguageTag()
     return languageTag({});
 }
 
+std::string_view languageOf(std::string_view tag)
+{
+    return tag.substr(0, tag.find('-'));
+}
+
 bool isEnglish(std::string_view tag)
 {
-    return tag == "en" || tag.starts_with("en-");
+    return languageOf(tag) == "en";
 }

@@ -10,4 +10,7 @@ std::string languageTag(std::string_view localeName);
 /// The language tag of the user's locale, from LC_ALL, LC_MESSAGES or LANG.
 std::string userLanguageTag();
 
+/// The language of a tag: "de" of "de-at".
+std::string_view languageOf(std::string_view tag);
+
 bool isEnglish(std::string_view tag);

@@ -6,6 +6,7 @@
 #include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/MemoryFile.h"
 #include "platform/speech/listener/PairModel.h"
+#include "platform/speech/listener/Require.h"
 #include "platform/speech/listener/UtteranceCut.h"
 
 #include <algorithm>
@@ -31,13 +32,6 @@ constexpr std::size_t MaxUtterance = PreRoll + 15 * SampleRate;
 constexpr int MaxDecodedAgain = 500; // frames
 
 constexpr float UserModelWeight = 0.1F; // of 1, for all models
-
-/// Ends the process if a call failed. The program then starts a new listener.
-void require(bool hasSucceeded)
-{
-    if (!hasSucceeded)
-        std::_Exit(EXIT_FAILURE);
-}
 
 bool isFile(const Path &path)
 {

@@ -1,23 +1,6 @@
 #include "platform/speech/listener/RecognitionEngines.h"
 
-#include "platform/speech/listener/PocketSphinxEngine.h"
-
-#include <array>
 #include <utility>
-
-namespace
-{
-
-constexpr std::array Kinds {
-    RecognitionEngineKind { PocketSphinxEngine::find, PocketSphinxEngine::load },
-};
-
-} // namespace
-
-std::span<const RecognitionEngineKind> recognitionEngineKinds()
-{
-    return Kinds;
-}
 
 std::vector<RecognitionEngineChoice>
 chooseRecognitionEngines(std::span<const RecognitionEngineKind> kinds, const SpeechModels &models,

@@ -17,7 +17,8 @@ struct RecognitionEngineChoice {
     std::unique_ptr<RecognitionEngine> load() const { return kind.load(model); }
 };
 
-/// The table of engines, the most accurate one first.
+/// The table of engines, the preferred one first. The build has one of two sources,
+/// RecognitionEngineKinds or RecognitionEngineKindsWithWhisper.
 std::span<const RecognitionEngineKind> recognitionEngineKinds();
 
 /// The engines that have a model for the language `tag`, in the order of `kinds`.

@@ -1,5 +1,7 @@
 #include "platform/speech/listener/SpeechModels.h"
 
+#include "platform/speech/listener/LanguageTag.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -23,21 +25,16 @@ Path userFolder()
     return folder.is_absolute() ? folder : Path(valueOf("HOME")) / ".local/share";
 }
 
-std::string_view languageOf(std::string_view tag)
-{
-    return tag.substr(0, tag.find('-'));
-}
-
 /// Sorted, so that the choice does not depend on the file system.
-std::vector<std::string> tagsIn(const Path &folder)
+std::vector<std::string> namesIn(const Path &folder)
 {
-    std::vector<std::string> tags;
+    std::vector<std::string> names;
     std::error_code error;
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error))
-        tags.push_back(entry->path().filename().string());
-    std::sort(tags.begin(), tags.end());
-    return tags;
+        names.push_back(entry->path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 } // namespace
@@ -73,10 +70,23 @@ std::optional<SpeechModel> SpeechModels::find(std::string_view engineFolder, std
             return model;
     }
     for (const auto &dataFolder : m_dataFolders) {
-        for (auto &other : tagsIn(dataFolder / engineFolder)) {
+        for (auto &other : namesIn(dataFolder / engineFolder)) {
             SpeechModel model { .path = dataFolder / engineFolder / other, .tag = other };
             if (languageOf(other) == languageOf(tag) && isComplete(model))
                 return model;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<Path> SpeechModels::findFile(std::string_view engineFolder,
+                                           const std::function<bool(const Path &)> &isUsable) const
+{
+    for (const auto &dataFolder : m_dataFolders) {
+        for (const auto &name : namesIn(dataFolder / engineFolder)) {
+            auto path = dataFolder / engineFolder / name;
+            if (isUsable(path))
+                return path;
         }
     }
     return std::nullopt;

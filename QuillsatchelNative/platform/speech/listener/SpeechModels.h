@@ -10,7 +10,7 @@
 #include <vector>
 
 /// The models that are installed for all users or for this one: the folder ENGINE/TAG of each data
-/// folder, where ENGINE is a path that the engine defines.
+/// folder, or a file in ENGINE, where ENGINE is a path that the engine defines.
 class SpeechModels
 {
 public:
@@ -27,6 +27,10 @@ public:
     /// The model of exactly this language, otherwise one of another region.
     std::optional<SpeechModel> find(std::string_view engineFolder, std::string_view tag,
                                     IsComplete isComplete) const;
+    /// The first usable file, by name, in the folder ENGINE of the first data folder that has one.
+    std::optional<std::filesystem::path>
+    findFile(std::string_view engineFolder,
+             const std::function<bool(const std::filesystem::path &)> &isUsable) const;
 
 private:
     const Folders m_dataFolders;

@@ -127,6 +127,20 @@ TEST_F(SpeechModelsTest, AcceptsAlternativeFileNames)
     EXPECT_EQ(find("en-us"), model);
 }
 
+TEST_F(SpeechModelsTest, FindsTheFirstUsableFile)
+{
+    const SpeechModels models({ user, system });
+    const auto isUsable = [](const Path &path) { return TestFiles::read(path) == "a model"; };
+    EXPECT_EQ(models.findFile("engine", isUsable), std::nullopt);
+    TestFiles::write(system / "engine/a.bin", "another file");
+    TestFiles::write(system / "engine/c.bin", "a model");
+    TestFiles::write(system / "engine/b.bin", "a model");
+    EXPECT_EQ(models.findFile("engine", isUsable), system / "engine/b.bin");
+    TestFiles::write(user / "engine/z.bin", "a model");
+    EXPECT_EQ(models.findFile("engine", isUsable), user / "engine/z.bin");
+    EXPECT_EQ(models.findFile("other", isUsable), std::nullopt);
+}
+
 TEST_F(SpeechModelsTest, SearchesTheDataFoldersOfTheEnvironment)
 {
     install(root / "home/.local/share", "en-in");

@@ -1,47 +1,21 @@
 #include "platform/speech/listener/VoiceActivityGate.h"
 
+#include "platform/speech/listener/ArtificialVoice.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
-#include <random>
+#include <cstdlib>
 
 namespace
 {
 
-using Samples = std::vector<std::int16_t>;
+using ArtificialVoice::quietRoom;
+using ArtificialVoice::vowel;
+using Samples = ArtificialVoice::Samples;
 
-constexpr std::size_t Second = 16'000;
+constexpr std::size_t Second = ArtificialVoice::SampleRate;
 constexpr std::size_t PieceSize = 1024;
-
-/// A vowel: the harmonics of a low voice, loudest around 700 Hz.
-Samples vowel(std::size_t count)
-{
-    Samples samples(count);
-    for (std::size_t index = 0; index < count; ++index) {
-        const auto time = static_cast<double>(index) / Second;
-        double sum = 0;
-        for (int harmonic = 1; harmonic <= 20; ++harmonic) {
-            const double frequency = 140.0 * harmonic;
-            sum += std::sin(2 * std::numbers::pi * frequency * time) /
-                   (1 + std::abs(frequency - 700) / 200);
-        }
-        samples[index] = static_cast<std::int16_t>(2'000 * sum);
-    }
-    return samples;
-}
-
-/// The noise of a quiet room.
-Samples silence(std::size_t count)
-{
-    std::minstd_rand random;
-    std::normal_distribution<> amplitude(0, 15);
-    Samples samples(count);
-    for (auto &sample : samples)
-        sample = static_cast<std::int16_t>(amplitude(random));
-    return samples;
-}
 
 class VoiceActivityGateTest : public testing::Test
 {
@@ -63,14 +37,14 @@ protected:
 
 TEST_F(VoiceActivityGateTest, PassesNothingInAQuietRoom)
 {
-    EXPECT_TRUE(pass(silence(10 * Second)).empty());
+    EXPECT_TRUE(pass(quietRoom(10 * Second)).empty());
     EXPECT_TRUE(pass(Samples(10 * Second)).empty());
     EXPECT_FALSE(gate->isOpen());
 }
 
 TEST_F(VoiceActivityGateTest, PassesSpeechAndTheAudioShortlyBeforeIt)
 {
-    pass(silence(2 * Second));
+    pass(quietRoom(2 * Second));
     const auto speech = vowel(Second);
     const auto passed = pass(speech);
     EXPECT_TRUE(gate->isOpen());
@@ -82,7 +56,7 @@ TEST_F(VoiceActivityGateTest, PassesSpeechAndTheAudioShortlyBeforeIt)
 TEST_F(VoiceActivityGateTest, StaysOpenInAShortPause)
 {
     pass(vowel(Second));
-    const auto pause = silence(Second / 10);
+    const auto pause = quietRoom(Second / 10);
     EXPECT_EQ(pass(pause), pause);
     EXPECT_TRUE(gate->isOpen());
 }
@@ -90,7 +64,7 @@ TEST_F(VoiceActivityGateTest, StaysOpenInAShortPause)
 TEST_F(VoiceActivityGateTest, ClosesInALongPause)
 {
     pass(vowel(Second));
-    const auto passed = pass(silence(2 * Second));
+    const auto passed = pass(quietRoom(2 * Second));
     EXPECT_FALSE(gate->isOpen());
     EXPECT_GT(passed.size(), Second / 5);
     EXPECT_LT(passed.size(), Second);
@@ -102,9 +76,9 @@ TEST_F(VoiceActivityGateTest, DoesNotPassTheSameSpeechTwice)
     const auto speech = vowel(Second);
     const auto loud = std::count_if(speech.begin(), speech.end(), isLoud);
     pass(speech);
-    pass(silence(PieceSize));
+    pass(quietRoom(PieceSize));
     while (gate->isOpen())
-        pass(silence(PieceSize));
+        pass(quietRoom(PieceSize));
     const auto passed = pass(speech);
     EXPECT_GT(passed.size(), Second);
     EXPECT_EQ(std::count_if(passed.begin(), passed.end(), isLoud), loud);

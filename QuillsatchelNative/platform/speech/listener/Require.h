@@ -1,0 +1,4 @@
+#pragma once
+
+/// Ends the process if a call failed. The program then starts a new listener.
+void require(bool hasSucceeded);
