@@ -147,6 +147,11 @@ def speak(sentence, voice, folder):
     return in_quiet_room(voice_samples, 0.5), (sounds[0], sounds[-1])
 
 
+def without_marks(text):
+    """The words; some engines write punctuation too."""
+    return [word for word in (word.strip(".,;:?!") for word in text.split()) if word]
+
+
 def word_errors(expected, recognized):
     """The edit distance in words."""
     before = list(range(len(recognized) + 1))
@@ -187,7 +192,7 @@ class Score:
         self.replaced = self.final_words = 0
 
     def add(self, sentence, samples, sounds, result, shows_errors):
-        expected, recognized = sentence.lower().split(), result["text"].lower().split()
+        expected, recognized = sentence.lower().split(), without_marks(result["text"].lower())
         errors = word_errors(expected, recognized)
         self.words += len(expected)
         self.errors += errors
