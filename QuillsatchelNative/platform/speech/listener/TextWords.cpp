@@ -22,6 +22,11 @@ constexpr std::array Hyphens { "-"sv, "\u2010"sv, "\u2011"sv };
 constexpr auto CurlyApostrophe = "\u2019"sv;
 constexpr auto Spaces = " \t\r\f\v"sv;
 
+bool isSmallLetter(char character)
+{
+    return character >= 'a' && character <= 'z';
+}
+
 /// Removes one of the marks from the beginning; false if none is there.
 template <typename Marks>
 bool removePrefix(std::string_view &text, const Marks &marks)
@@ -52,7 +57,7 @@ std::string_view removeFirstPart(std::string_view &text)
 {
     for (std::size_t at = 0; at < text.size(); ++at) {
         auto rest = text.substr(at);
-        if (!removePrefix(rest, Hyphens))
+        if (isSmallLetter(rest.front()) || !removePrefix(rest, Hyphens))
             continue;
         const auto part = text.substr(0, at);
         text = rest;
@@ -66,9 +71,9 @@ struct Piece {
     explicit Piece(std::string_view text)
         : core(text)
     {
-        while (removePrefix(core, Openers))
+        while (!beginsPlainly() && removePrefix(core, Openers))
             isQuoted = true;
-        for (bool isChanged = true; isChanged;) {
+        for (bool isChanged = true; isChanged && !endsPlainly();) {
             const bool isMark = removeSuffix(core, SentenceMarks);
             endsSentence = endsSentence || isMark;
             isChanged =
@@ -79,12 +84,13 @@ struct Piece {
     std::string_view core;
     bool isQuoted = false;
     bool endsSentence = false;
-};
 
-bool isSmallLetter(char character)
-{
-    return character >= 'a' && character <= 'z';
-}
+private:
+    // Most words have no marks, and comparing with each of them takes time.
+    bool beginsPlainly() const { return !core.empty() && isSmallLetter(core.front()); }
+
+    bool endsPlainly() const { return !core.empty() && isSmallLetter(core.back()); }
+};
 
 /// Whether capitals inside the word show that it is an identifier, such as "userName". Names may
 /// have them too: "JavaScript", "iPhone", "macOS", "LaTeX".
@@ -112,6 +118,13 @@ bool isIdentifier(std::string_view word)
     return rises > 1 && cases.size() > MaxName;
 }
 
+/// Whether it begins a mark of `isCode`. Most lines have no such character.
+bool beginsPartOfCode(char character)
+{
+    return character == '=' || character == '-' || character == '&' || character == '|' ||
+           character == '<' || character == '/' || character == '(';
+}
+
 /// Whether a line is likely to be code of a program, a shell or a markup language.
 bool isCode(std::string_view line)
 {
@@ -121,7 +134,8 @@ bool isCode(std::string_view line)
     const auto isIn = [line](std::string_view part) { return line.find(part) != line.npos; };
     auto rest = line;
     return removeSuffix(rest, Ends) || removePrefix(rest, Starts) ||
-           std::any_of(Parts.begin(), Parts.end(), isIn);
+           (std::any_of(line.begin(), line.end(), beginsPartOfCode) &&
+            std::any_of(Parts.begin(), Parts.end(), isIn));
 }
 
 std::string_view trimmed(std::string_view line)
