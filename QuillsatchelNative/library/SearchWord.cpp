@@ -115,7 +115,8 @@ void SearchWord::forEachMatch(std::string_view text, std::size_t from, Visit &&v
     const std::size_t size = m_text.size();
     std::size_t at = from;
     for (; at + size + ByteBlock::Size <= text.size() + 1; at += ByteBlock::Size) {
-        if (visitMatches(candidates(text, at), text, at, visit))
+        const std::uint64_t found = candidates(text, at);
+        if (found != 0 && visitMatches(found, text, at, visit))
             return;
     }
     for (; at + size <= text.size(); ++at) {

@@ -24,6 +24,17 @@ bool isAsciiCharacter(char c)
     return (c & 0x80) == 0;
 }
 
+/// Reads the whole text.
+bool hasOnlyAscii(std::string_view text)
+{
+    std::uint64_t all = 0;
+    std::size_t at = 0;
+    for (; at + ByteBlock::Size <= text.size(); at += ByteBlock::Size)
+        all |= ByteBlock::load(text.data() + at);
+    return (all & ByteBlock::HighBits) == 0 &&
+           std::ranges::all_of(text.substr(at), isAsciiCharacter);
+}
+
 char lowered(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
@@ -168,16 +179,12 @@ TextFolding::~TextFolding() = default;
 
 bool TextFolding::isAscii(std::string_view text)
 {
-    constexpr std::size_t Stride = 8 * ByteBlock::Size;
-    while (text.size() >= Stride) {
-        std::uint64_t all = 0;
-        for (std::size_t at = 0; at < Stride; at += ByteBlock::Size)
-            all |= ByteBlock::load(text.data() + at);
-        if ((all & ByteBlock::HighBits) != 0)
+    constexpr std::size_t Stride = 128; // few branches, and an early end in other texts
+    for (; text.size() > Stride; text.remove_prefix(Stride)) {
+        if (!hasOnlyAscii(text.substr(0, Stride)))
             return false;
-        text.remove_prefix(Stride);
     }
-    return std::ranges::all_of(text, isAsciiCharacter);
+    return hasOnlyAscii(text);
 }
 
 std::string_view TextFolding::fold(std::string_view text)
