@@ -36,7 +36,8 @@ class Goal:
 SIZES = ("10 nodes", "100 nodes", "1,000 nodes", "10,000 nodes", "100,000 nodes")
 QUERIES = ("a word in every node", "a word in no node", "a letter in every node")
 OTHER_SCRIPTS = ("a word with accents in every node", "a Cyrillic word in every node",
-                 "a Cyrillic word in no node")
+                 "a Cyrillic word in no node", "a Cyrillic letter in every node",
+                 "a Japanese word in every node", "a Japanese word in no node")
 
 GOALS = (
     Goal("decode a library", "100,000 nodes", 0.12,
@@ -53,8 +54,11 @@ GOALS = (
     Goal("keep an earlier version", "100,000 nodes", 0.02),
     *(Goal(f"find: {query}", size, 1) for query in QUERIES for size in SIZES),
     *(Goal(f"find: {query}", size, 1,
-           reason="A text that is not ASCII is folded for every query, because keeping its folded "
-                  "form would need as much memory as the library. grep does not ignore accents.")
+           reason="Texts that are not ASCII are folded for every query, because keeping their "
+                  "folded forms would need as much memory as the library. A search that reads them "
+                  "to their ends takes 1.2 ms for 1,000 Cyrillic texts, and 1.6 ms for Japanese "
+                  "ones. It has to unless the whole word occurs, because better matches rank "
+                  "higher; grep stops at the first match.")
       for query in OTHER_SCRIPTS for size in SIZES[-2:]),
     Goal("find: the slowest of these", "10,000 nodes", 5, is_ratio=False),
     Goal("find: the slowest of these", "100,000 nodes", 40, is_ratio=False),

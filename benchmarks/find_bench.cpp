@@ -166,6 +166,10 @@ void measureScripts(std::size_t nodes)
     Library cyrillic(libraryOf(nodes, "ответь простыми словами, "));
     compareWithGrep("find: a Cyrillic word in every node", cyrillic, "словами");
     compareWithGrep("find: a Cyrillic word in no node", cyrillic, "словарь");
+    compareWithGrep("find: a Cyrillic letter in every node", cyrillic, "о");
+    Library japanese(libraryOf(nodes, "日本語のテキストを簡単な言葉で答えて、"));
+    compareWithGrep("find: a Japanese word in every node", japanese, "言葉");
+    compareWithGrep("find: a Japanese word in no node", japanese, "言語");
 }
 
 } // namespace
