@@ -18,10 +18,10 @@ namespace
 {
 
 using namespace std::chrono_literals;
+using ArtificialVoice::Second;
 using ArtificialVoice::vowel;
 using Path = std::filesystem::path;
 
-constexpr std::size_t Second = ArtificialVoice::SampleRate;
 const Path PocketSphinxModel = "/usr/share/pocketsphinx/model/en-us/en-us.lm.bin";
 
 class WhisperListenerTest : public ListenerFixture

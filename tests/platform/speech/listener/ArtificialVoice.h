@@ -13,14 +13,15 @@ namespace ArtificialVoice
 
 using Samples = std::vector<std::int16_t>;
 
-constexpr std::size_t SampleRate = 16'000;
+constexpr std::size_t Second = 16'000;  ///< in samples
+constexpr std::size_t PieceSize = 1024; ///< as the listener passes them to engines
 
 /// A vowel: the harmonics of a low voice, loudest around 700 Hz.
 inline Samples vowel(std::size_t count)
 {
     Samples samples(count);
     for (std::size_t index = 0; index < count; ++index) {
-        const auto time = static_cast<double>(index) / SampleRate;
+        const auto time = static_cast<double>(index) / Second;
         double sum = 0;
         for (int harmonic = 1; harmonic <= 20; ++harmonic) {
             const double frequency = 140.0 * harmonic;

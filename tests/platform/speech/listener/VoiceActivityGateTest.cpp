@@ -10,12 +10,11 @@
 namespace
 {
 
+using ArtificialVoice::PieceSize;
 using ArtificialVoice::quietRoom;
+using ArtificialVoice::Second;
 using ArtificialVoice::vowel;
 using Samples = ArtificialVoice::Samples;
-
-constexpr std::size_t Second = ArtificialVoice::SampleRate;
-constexpr std::size_t PieceSize = 1024;
 
 class VoiceActivityGateTest : public testing::Test
 {

@@ -17,13 +17,12 @@
 namespace
 {
 
+using ArtificialVoice::PieceSize;
 using ArtificialVoice::quietRoom;
+using ArtificialVoice::Second;
 using ArtificialVoice::vowel;
 using Path = std::filesystem::path;
 using Samples = ArtificialVoice::Samples;
-
-constexpr std::size_t Second = ArtificialVoice::SampleRate;
-constexpr std::size_t PieceSize = 1024;
 
 /// The model of make_whisper_model.py counts the seconds of a voice: "One, two," and so on.
 class WhisperEngineTest : public testing::Test
@@ -164,9 +163,11 @@ TEST_F(WhisperEngineTest, ShowsWordsWhileTheVoiceGoesOn)
 TEST_F(WhisperEngineTest, ShowsAllWordsInAPause)
 {
     engine->begin();
-    hear(vowel(Second * 5 / 2));
+    hear(vowel(Second / 2)); // too short for a pass before the pause
+    EXPECT_EQ(partialTexts.back(), "");
     hear(quietRoom(Second / 2));
     EXPECT_TRUE(utterances.empty());
+    EXPECT_TRUE(partialTexts.back().starts_with(" One,"));
     EXPECT_EQ(partialTexts.back(), engine->finish());
 }
 
