@@ -13,7 +13,6 @@
 #include <numeric>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
 namespace
@@ -57,7 +56,8 @@ bool isModelFor(std::string_view tag, const Path &path)
 /// Loads the variant of the library for this processor.
 void loadBackEnds()
 {
-    static_cast<void>(chdir("/")); // the library also loads those in the working folder
+    std::error_code error;
+    std::filesystem::current_path("/", error); // the library also loads those in the working folder
     ggml_backend_load_all();
 }
 
