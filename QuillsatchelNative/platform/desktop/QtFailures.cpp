@@ -25,17 +25,23 @@ std::string setting(const char *variable)
     return variable + (value.isEmpty() ? std::string(" is not set") : " is " + value.toStdString());
 }
 
-// Qt also reports platform plugins that fail before it finds one that works.
+// Qt also reports platform plugins that fail before it finds one that works, and Qt's Wayland
+// plugin reports a failed connection without a category.
+bool isFromPlatformPlugin(std::string_view category, const QString &message)
+{
+    return category.starts_with("qt.qpa") ||
+           message.startsWith(QLatin1String("Failed to create wl_display"));
+}
+
 void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (message.startsWith(QLatin1String("QThread::start: Thread creation error")))
         fail("the system allows it no more threads.");
     const std::string_view category = context.category ? context.category : "";
-    const bool isFromPlatformPlugin = category.starts_with("qt.qpa");
     if (type == QtFatalMsg && message.contains(QLatin1String("platform plugin")))
         fail("there is no display. " + setting("DISPLAY") + ", " + setting("WAYLAND_DISPLAY") +
              ".");
-    if (type == QtFatalMsg || !isFromPlatformPlugin)
+    if (type == QtFatalMsg || !isFromPlatformPlugin(category, message))
         previousHandler(type, context, message);
 }
 
