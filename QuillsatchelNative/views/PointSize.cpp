@@ -44,11 +44,14 @@ PointSize::PointSize(QWidget &window)
             [this](const QScreen *screen) { watch(*screen); });
 }
 
-// Qt 6.4 reports a new scale only through the screens.
+// Qt 6.4 reports a new scale only through the screens. Queued, because Qt 6.11 applies it to the
+// windows after it has told the screens.
 void PointSize::watch(const QScreen &screen)
 {
-    connect(&screen, &QScreen::geometryChanged, this, &PointSize::followScale);
-    connect(&screen, &QScreen::logicalDotsPerInchChanged, this, &PointSize::followScale);
+    connect(&screen, &QScreen::geometryChanged, this, &PointSize::followScale,
+            Qt::QueuedConnection);
+    connect(&screen, &QScreen::logicalDotsPerInchChanged, this, &PointSize::followScale,
+            Qt::QueuedConnection);
 }
 
 void PointSize::setSizes(const QSize &ideal, const QSize &minimum)
@@ -131,11 +134,18 @@ void PointSize::restoreSize()
     m_isOutdated = m_window.isMaximized();
     m_zoomedSize = m_window.size();
     if (!m_isOutdated)
-        m_window.resize(m_size);
+        resizeWindow();
     if (auto *const store = m_window.backingStore())
         store->resize(m_window.size());
     m_window.update();
     m_isRestoring = false;
+}
+
+// Sets both: in Qt 6.11 a hidden widget does not tell its window of a new size.
+void PointSize::resizeWindow()
+{
+    m_window.resize(m_size);
+    m_window.windowHandle()->resize(m_size);
 }
 
 // Qt 6.4 changes the window's geometry in points, but notifies neither the widget nor its backing

@@ -41,6 +41,7 @@ private:
     void followScale();
     void restoreSizeLater();
     void restoreSize();
+    void resizeWindow();
     void syncWindowGeometry();
     void applySteps();
 
