@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -227,11 +228,21 @@ void TabChip::mouseDoubleClickEvent(QMouseEvent *event)
 
 void TabChip::contextMenuEvent(QContextMenuEvent *event)
 {
+    if (m_field && m_field->geometry().contains(event->pos()))
+        return openFieldMenu(*event);
     if (!m_menu)
         makeMenu();
     const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
     m_menu->open(isByMouse ? event->globalPos() : mapToGlobal(rect().bottomLeft()),
                  event->reason());
+}
+
+// Qt 6.11 sends the field's requests to the chip.
+void TabChip::openFieldMenu(const QContextMenuEvent &event)
+{
+    QContextMenuEvent request(event.reason(), m_field->mapFromParent(event.pos()),
+                              event.globalPos(), event.modifiers());
+    QCoreApplication::sendEvent(m_field, &request);
 }
 
 // The menu is reused, because the accessibility tree associates each action with the first menu

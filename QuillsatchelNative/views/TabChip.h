@@ -63,6 +63,7 @@ private:
     void makeField();
     void removeField();
     void placeField();
+    void openFieldMenu(const QContextMenuEvent &event);
     void makeMenu();
 
     QUuid m_tabID;

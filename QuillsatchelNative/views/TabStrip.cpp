@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QScrollArea>
@@ -238,14 +239,19 @@ void TabStrip::followFocus()
 }
 
 // Watches presses too, because pressed buttons do not take the focus. Ignores presses while a menu
-// is open, because it may be the field's menu.
+// is open, because it may be the field's menu. Looks for the child at the place, because in Qt 6.11
+// a field passes a right press on to its parents.
 bool TabStrip::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() != QEvent::MouseButtonPress || QApplication::activePopupWidget())
         return false;
     const auto *const pressed = qobject_cast<QWidget *>(object);
     const auto *const edited = chipOf(m_editingTabID);
-    if (pressed && edited && !edited->isInField(*pressed))
+    if (!pressed || !edited)
+        return false;
+    const auto *const child =
+        pressed->childAt(static_cast<QMouseEvent *>(event)->position().toPoint());
+    if (!edited->isInField(child ? *child : *pressed))
         endEditing();
     return false;
 }

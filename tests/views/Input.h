@@ -169,7 +169,7 @@ inline void withMenu(const std::function<void()> &open, const std::function<void
 
 inline void choose(QMenu &menu, QAction *action)
 {
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+    click(menu, menu.actionGeometry(action).center());
 }
 
 inline void choose(QMenu &menu, const std::string &title)

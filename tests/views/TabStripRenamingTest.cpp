@@ -1,6 +1,7 @@
 #include "support/ProcessorTime.h"
 #include "views/TabStripFixture.h"
 
+#include <QMouseEvent>
 #include <gtest/gtest.h>
 
 namespace
@@ -204,6 +205,17 @@ TEST_F(TabStripRenamingTest, ContinuesWhenTheFieldsMenuIsUsed)
     settle();
     ASSERT_TRUE(isRenaming());
     EXPECT_EQ(field()->selectedText().toStdString(), "Name");
+}
+
+TEST_F(TabStripRenamingTest, ContinuesWhenTheFieldPassesAPressOn)
+{
+    doubleClick(1);
+    const QPointF place = field()->geometry().center();
+    QMouseEvent press(QEvent::MouseButtonPress, place, chip(1).mapToGlobal(place), Qt::RightButton,
+                      Qt::RightButton, {});
+    QApplication::sendEvent(&chip(1), &press); // as Qt 6.11 does
+    settle();
+    EXPECT_TRUE(isRenaming());
 }
 
 TEST_F(TabStripRenamingTest, EndsWhenTheFocusMovesWhileAnotherWindowIsActive)
