@@ -15,7 +15,7 @@ from waiting import wait_for, wait_for_value
 from x11 import press_keys, type_text
 
 SENTENCE = "suggest a better title for this article and summarize the following text"
-LAST_WORDS = "following text"
+LAST_WORDS = "the following text"
 TITLE = "A synthetic voice:"
 NO_MICROPHONE = "The microphone could not be started."
 NO_RECOGNIZER = "Speech recognition is temporarily unavailable."

@@ -11,6 +11,9 @@ from waiting import wait_for
 
 
 BLUR_BEHIND = "_KDE_NET_WM_BLUR_BEHIND_REGION"
+# In the keyboard maps of X servers on Linux, for F1 to F10.
+FIRST_FUNCTION_KEY_CODE = 67
+FUNCTION_KEY = re.compile(r"\bF([1-9]|10)$")
 
 
 class Point(NamedTuple):
@@ -251,7 +254,7 @@ def glide(start, by_x, by_y, steps=10):
 
 
 def press_keys(*keys):
-    run("xdotool", "key", "--delay", 20, *keys)
+    run("xdotool", "key", "--delay", 20, *(_with_key_code(key) for key in keys))
 
 
 def type_text(text):
@@ -269,6 +272,11 @@ def clipboard():
     target = ["-target", "UTF8_STRING"]
     return subprocess.run(["xclip", "-selection", "clipboard", "-out", *target], check=True,
                           capture_output=True).stdout.decode()
+
+
+def _with_key_code(key):
+    """With newer keyboard layouts, xdotool would hold Alt for the name of a function key."""
+    return FUNCTION_KEY.sub(lambda name: str(FIRST_FUNCTION_KEY_CODE - 1 + int(name[1])), key)
 
 
 def _number(pattern, text):
