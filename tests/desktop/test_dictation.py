@@ -184,7 +184,7 @@ class DictationTest(SpeakingTest):
         self.panel.node(2, 2).find("Stop", "push button")
         self.panel.node(1, 2).find("Dictate", "push button")
         self.assertEqual(self.sound.recording_programs(), ["Quillsatchel"])
-        self.assertTrue(self.panel.editor(1, 2).text.endswith(LAST_WORDS))
+        self.assertRegex(self.panel.editor(1, 2).text, LAST_WORDS + "$")
 
     def test_speech_is_loaded_by_the_first_dictation(self):
         self.assertFalse(self.has_loaded("speech.so"))
@@ -230,7 +230,7 @@ class DictationTest(SpeakingTest):
         self.panel.node(1, 2).find("Dictate", "push button")
         self.await_closed_microphone()
         self.assertFalse(self.panel.has_any(role="alert"))
-        self.assertTrue(self.panel.editor(1, 2).text.endswith(LAST_WORDS))
+        self.assertRegex(self.panel.editor(1, 2).text, LAST_WORDS + "$")
         self.dictate()
         self.assertNotEqual(self.helpers(), [helper])
         self.say_and_expect(f"{LAST_WORDS} {LAST_WORDS}")
