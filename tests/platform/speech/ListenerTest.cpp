@@ -212,8 +212,8 @@ TEST_F(ListenerTest, LearnsLargeLibraries)
         text += number % 10 == 9 ? ".\n" : " ";
     }
     vocabulary.texts.assign(20, text);
-    EXPECT_TRUE(differsByAtMostOneWord(transcribe("summarize the following text"),
-                                       "summarize the following text"));
+    EXPECT_TRUE(differsByAtMostOneWord(transcribe("write a short answer to this email"),
+                                       "write a short answer to this email"));
 }
 
 TEST_F(ListenerTest, SplitsALongUtteranceWithoutLosingWords)
