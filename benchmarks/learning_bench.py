@@ -5,9 +5,10 @@ words of a library.
 usage: learning_bench.py LISTENER
 
 LISTENER is the program, such as build/bench/modules/listener. The library has invented texts with
-words of Debian's English model and with new words. As many of the model's words are rare as in the
-documentation of this project. Measures CPU time, so that other programs hardly matter. Two seconds of noise are recognised before
-memory is measured.
+words of Debian's English model and with new words. As many of the dictionary's words are missing
+from the language model as in the documentation of this project: more of them take longer. Measures
+CPU time, so that other programs hardly matter. Two seconds of noise are recognised before memory is
+measured.
 """
 
 import itertools
