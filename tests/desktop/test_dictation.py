@@ -124,14 +124,9 @@ class DictationTest(SpeakingTest):
     def test_words_of_the_library_appear_as_spelled_there_and_nothing_else_is_written(self):
         if not ctypes.util.find_library("espeak-ng"):
             self.skipTest("libespeak-ng1, which pronounces words, is not installed")
-        self.panel.end()
-        self.panel = self.start(UNUSUAL_TEXT, PULSE_SERVER=self.sound.server)
-        self.dictate()
-        helper, = self.helpers()
         files = self.files()
-        self.sound.say(UNUSUAL_SENTENCE)
-        editor = self.panel.editor(1, 2)
-        wait_for("the word", lambda: UNUSUAL_WORD in editor.text, SPEAKING_SECONDS)
+        self.hear_the_unusual_word()  # the first use of a file changes its access time on the disk
+        helper = self.hear_the_unusual_word()
 
         self.assertEqual(written_bytes(helper), 0)
         self.assertEqual([file for file in open_files(helper) if is_on_disk(file)], [])
@@ -140,9 +135,21 @@ class DictationTest(SpeakingTest):
         self.panel.end()
         self.expect_end_of(helper)
         library = self.library_file.parent
+        others = {"Earlier versions", "wireplumber"}  # of the panel, and of the sound server
         self.assertEqual({file for file in self.files() - files if library not in file.parents
-                          and "versions" not in str(file)}, {self.session.folder / "voice.wav"}
-                         - files)
+                          and not others.intersection(file.parts)},
+                         {self.session.folder / "voice.wav"} - files)
+
+    def hear_the_unusual_word(self):
+        """Dictates it with a new panel, and returns the process that recognises speech."""
+        self.panel.end()
+        self.panel = self.start(UNUSUAL_TEXT, PULSE_SERVER=self.sound.server)
+        self.dictate()
+        helper, = self.helpers()
+        self.sound.say(UNUSUAL_SENTENCE)
+        editor = self.panel.editor(1, 2)
+        wait_for("the word", lambda: UNUSUAL_WORD in editor.text, SPEAKING_SECONDS)
+        return helper
 
     def test_typing_ends_dictation_and_loses_nothing(self):
         self.dictate()
