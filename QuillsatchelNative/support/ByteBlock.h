@@ -32,7 +32,7 @@ inline void store(std::uint64_t block, char *text)
     std::memcpy(text, &block, Size);
 }
 
-/// The index of the first byte with a bit set; 8 if there is none.
+/// The index of the first byte that is not zero, or 8 if all are zero.
 inline std::size_t firstIndex(std::uint64_t bits)
 {
     return static_cast<std::size_t>(std::countr_zero(bits)) / 8;

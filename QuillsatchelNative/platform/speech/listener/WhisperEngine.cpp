@@ -29,7 +29,7 @@ constexpr std::size_t CutRange = 5 * Second;       // at the end of an utterance
 constexpr std::size_t MaxPause = Second * 6 / 10;  // within an utterance
 constexpr std::size_t MinInterval = Second;        // of passes while the voice goes on
 
-// A loop of the decoder ends here: nobody says more words.
+// More tokens than anybody says in that time. The decoder may repeat words without end.
 constexpr std::size_t MinTokens = 16;
 constexpr std::size_t SamplesPerToken = Second / 10;
 
