@@ -29,6 +29,12 @@ GlassBackground::Backdrop backdropOn(const WindowSystem &windowSystem)
                                          : GlassBackground::Backdrop::sharp;
 }
 
+QRect availableArea(const QScreen &screen)
+{
+    return PanelPlacement::availableArea(screen.geometry(), screen.availableGeometry(),
+                                         screen.devicePixelRatio());
+}
+
 } // namespace
 
 FloatingPanel::FloatingPanel(WindowSystem &windowSystem, const WindowPreferences &windowPreferences)
@@ -85,7 +91,7 @@ void FloatingPanel::repeatStateRequests()
 
 void FloatingPanel::center()
 {
-    const QRect area = screen()->availableGeometry();
+    const QRect area = availableArea(*screen());
     QRect frame = rect();
     frame.moveCenter(area.center());
     frame = PanelPlacement::inView(frame, minimumSize(), { area });
@@ -103,7 +109,7 @@ void FloatingPanel::moveIntoView()
         return;
     QList<QRect> areas;
     for (const auto *const screen : QGuiApplication::screens())
-        areas.push_back(screen->availableGeometry());
+        areas.push_back(availableArea(*screen));
     const QRect frame = PanelPlacement::inView(windowHandle()->geometry(), minimumSize(), areas);
     if (frame.size() != windowHandle()->size())
         m_pointSize.setSubstitute(frame.size());

@@ -1,5 +1,6 @@
 #include "app/PanelPlacement.h"
 
+#include <QMargins>
 #include <QRegion>
 #include <QSize>
 
@@ -7,6 +8,8 @@
 
 namespace
 {
+
+constexpr int RoundingError = 1; // points
 
 bool isWithin(const QRect &frame, const QList<QRect> &areas)
 {
@@ -39,6 +42,13 @@ QRect movedInto(const QRect &area, const QRect &frame)
 }
 
 } // namespace
+
+QRect PanelPlacement::availableArea(const QRect &screen, const QRect &reported, qreal scale)
+{
+    if (screen.marginsAdded(QMargins(0, 0, RoundingError, RoundingError)).contains(reported))
+        return reported;
+    return { screen.topLeft() + (reported.topLeft() - screen.topLeft()) / scale, reported.size() };
+}
 
 QRect PanelPlacement::inView(const QRect &frame, const QSize &minimum, const QList<QRect> &areas)
 {

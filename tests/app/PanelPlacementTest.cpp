@@ -16,6 +16,24 @@ QRect inView(const QPoint &place, const QList<QRect> &areas, const QSize &size =
     return PanelPlacement::inView({ place, size }, Minimum, areas);
 }
 
+TEST(PanelPlacementTest, KeepsAnAvailableAreaInPoints)
+{
+    const QRect screen(0, 0, 1024, 819);
+    const QRect rounded(0, 22, 1024, 798); // 27 of 1024 pixels are not available
+    EXPECT_EQ(PanelPlacement::availableArea(screen, screen, 1.25), screen);
+    EXPECT_EQ(PanelPlacement::availableArea(screen, rounded, 1.25), rounded);
+    EXPECT_EQ(PanelPlacement::availableArea(Right, Right.adjusted(0, 30, 0, -50), 2),
+              Right.adjusted(0, 30, 0, -50));
+}
+
+TEST(PanelPlacementTest, ConvertsAnAvailableAreaWhosePlaceIsInPixels)
+{
+    EXPECT_EQ(PanelPlacement::availableArea({ 0, 0, 853, 683 }, { 0, 27, 853, 665 }, 1.5),
+              QRect(0, 18, 853, 665));
+    EXPECT_EQ(PanelPlacement::availableArea({ 1280, 0, 960, 540 }, { 1344, 0, 928, 540 }, 2),
+              QRect(1312, 0, 928, 540));
+}
+
 TEST(PanelPlacementTest, KeepsAPanelInViewOnEitherScreen)
 {
     for (const QPoint place :
