@@ -10,8 +10,8 @@ class QSize;
 namespace PanelPlacement
 {
 
-/// The available area of a screen. Qt 6.11 reports its distance from the screen's top left corner in
-/// pixels. This returns points where that is evident, because the area would leave the screen.
+/// The available area of a screen. Qt 6.11 reports its distance from the screen's top left corner
+/// in pixels. This returns points where that is evident, because the area would leave the screen.
 QRect availableArea(const QRect &screen, const QRect &reported, qreal scale);
 
 /// Returns `frame` if `areas`, the available areas of the screens, cover it, even several together.
