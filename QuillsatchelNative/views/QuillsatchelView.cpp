@@ -1,9 +1,7 @@
 #include "views/QuillsatchelView.h"
 
-#include "support/WebAddress.h"
-#include "views/AboutCard.h"
-#include "views/FindCard.h"
-#include "views/LauncherSettingsCard.h"
+#include "library/NodeHit.h"
+#include "preferences/WindowPreferences.h"
 #include "views/MessageLine.h"
 #include "views/NewNodeButton.h"
 #include "views/Painting.h"
@@ -16,38 +14,11 @@
 #include <QPainter>
 #include <QResizeEvent>
 
-#include <utility>
-
 namespace
 {
 
 constexpr int DividerHeight = 1;
 constexpr int NewNodePadding = 8;
-constexpr int CardMargin = 8; // minimum space around an overlay card
-
-constexpr std::chrono::minutes QueryLifetime(1);
-
-void hideUnless(bool isWanted, QPointer<OverlayCard> &card)
-{
-    if (isWanted || !card)
-        return;
-    card->disappear();
-    card.clear();
-}
-
-/// Shows a card made by `make`, below the top `topInset` points. True if it was not shown yet. The
-/// card takes the focus with `reason`.
-template <typename Make>
-bool showIf(bool isWanted, QPointer<OverlayCard> &card, int topInset, Qt::FocusReason reason,
-            Make &&make)
-{
-    if (!isWanted || card)
-        return false;
-    card = std::forward<Make>(make)();
-    card->setContentsMargins(CardMargin, topInset + CardMargin, CardMargin, CardMargin);
-    card->appear(reason);
-    return true;
-}
 
 } // namespace
 
@@ -56,13 +27,10 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
                                    int topInset, QWidget *parent)
     : QWidget(parent)
     , m_store(store)
-    , m_launcherStore(launcherStore)
-    , m_windowPreferences(windowPreferences)
-    , m_platform(platform)
-    , m_topInset(topInset)
     , m_vocabulary(store, launcherStore)
     , m_dictation(platform, m_vocabulary)
     , m_scheduler(platform.mainQueue, [this] { render(); })
+    , m_panelCards(store, launcherStore, windowPreferences, platform, topInset, *this)
     , m_tabStrip(new TabStrip(store, platform.mainQueue, this))
     , m_nodeList(new NodeList(
           platform.mainQueue, [this] { return shownNodes(); },
@@ -73,6 +41,7 @@ QuillsatchelView::QuillsatchelView(SatchelStore &store, LauncherStore &launcherS
     setMinimumSize(MinimumSize);
     m_tabStrip->setContentsMargins(0, topInset, 0, 0);
     wireTabStrip();
+    wirePanelCards();
     connect(m_newNodeButton, &QAbstractButton::clicked, this, &QuillsatchelView::addNode);
     m_scheduler.observe(store);
     m_scheduler.observe(windowPreferences);
@@ -92,6 +61,18 @@ void QuillsatchelView::wireTabStrip()
     };
     m_tabStrip->onDelete = [this](const QUuid &id) { m_store.deleteTab(id); };
     m_tabStrip->onAdd = [this] { m_store.addTab(); };
+}
+
+void QuillsatchelView::wirePanelCards()
+{
+    m_panelCards.onCopy = [this](const NodeHit &hit) {
+        selectTab(hit.tabID);
+        m_nodeList->reveal(hit.blockID);
+        m_store.copyBlock(hit.blockID);
+    };
+    m_panelCards.onGoTo = [this](const NodeHit &hit, const std::optional<TextRange> &match) {
+        editNode(hit.tabID, hit.blockID, match.value_or(TextRange()));
+    };
 }
 
 void QuillsatchelView::wire(PromptCard &card)
@@ -183,7 +164,7 @@ void QuillsatchelView::render()
 {
     endLostDictation();
     m_nodeList->render();
-    renderCards();
+    m_panelCards.render();
 }
 
 void QuillsatchelView::renderMessage(const std::optional<QString> &message)
@@ -192,36 +173,13 @@ void QuillsatchelView::renderMessage(const std::optional<QString> &message)
     layOut();
 }
 
-void QuillsatchelView::renderCards()
-{
-    const bool showsAbout = m_windowPreferences.showsInfoCard.get();
-    const bool showsSettings = m_windowPreferences.showsSettingsCard.get();
-    if (showsAbout || showsSettings)
-        endFinding();
-    // A card that disappears returns the focus before another one takes it.
-    hideUnless(showsAbout, m_aboutCard);
-    hideUnless(showsSettings, m_settingsCard);
-    hideUnless(m_isFinding, m_findCard);
-    const auto reason = m_lastInput.focusReason();
-    const bool isAboutNew =
-        showIf(showsAbout, m_aboutCard, m_topInset, reason, [this] { return makeAboutCard(); });
-    const bool isSettingsNew = showIf(showsSettings, m_settingsCard, m_topInset, reason,
-                                      [this] { return makeSettingsCard(); });
-    showIf(m_isFinding, m_findCard, m_topInset, reason, [this] { return makeFindCard(); });
-    if (isAboutNew && m_settingsCard && !isSettingsNew) { // the settings card lies above
-        m_settingsCard->raise();
-        m_settingsCard->setFocus(Qt::PopupFocusReason);
-    }
-}
-
 bool QuillsatchelView::findByKey(const QKeyEvent &event)
 {
     if (event.matches(QKeySequence::Find)) {
         find();
         return true;
     }
-    const bool isCovered = m_aboutCard || m_settingsCard || m_findCard;
-    if (isCovered || focusedText() || !isTypedText(event))
+    if (m_panelCards.isOpen() || focusedText() || !isTypedText(event))
         return false;
     find(event.text());
     return true;
@@ -229,65 +187,19 @@ bool QuillsatchelView::findByKey(const QKeyEvent &event)
 
 void QuillsatchelView::find(const QString &query)
 {
-    const auto age = m_platform.wallClock.now() - m_queryTime;
-    const bool isRecent = age >= age.zero() && age < QueryLifetime;
-    if (!query.isEmpty() || !isRecent)
-        m_query = query;
-    hideOtherCards();
-    const bool wasFinding = std::exchange(m_isFinding, true);
-    renderCards();
-    auto *const card = qobject_cast<FindCard *>(m_findCard.data());
-    if (query.isEmpty())
-        card->selectQuery();
-    else if (wasFinding)
-        card->setQuery(query);
-}
-
-void QuillsatchelView::hideOtherCards()
-{
-    for (auto *const flag :
-         { &m_windowPreferences.showsInfoCard, &m_windowPreferences.showsSettingsCard }) {
-        if (flag->get())
-            flag->set(false);
-    }
-}
-
-/// Keeps the query for a while.
-void QuillsatchelView::endFinding()
-{
-    if (!std::exchange(m_isFinding, false))
-        return;
-    m_query = qobject_cast<FindCard *>(m_findCard.data())->query();
-    m_queryTime = m_platform.wallClock.now();
-}
-
-void QuillsatchelView::closeFind()
-{
-    endFinding();
-    renderCards();
-}
-
-void QuillsatchelView::copyFound(const NodeHit &hit)
-{
-    closeFind();
-    selectTab(hit.tabID);
-    m_nodeList->reveal(hit.blockID);
-    m_store.copyBlock(hit.blockID);
-}
-
-void QuillsatchelView::goToFound(const NodeHit &hit, const std::optional<TextRange> &match)
-{
-    closeFind();
-    selectTab(hit.tabID);
-    m_nodeList->edit(hit.blockID, match.value_or(TextRange()));
+    m_panelCards.find(query);
 }
 
 void QuillsatchelView::showNode(QUuid tabID, QUuid blockID)
 {
-    hideOtherCards();
-    closeFind();
+    m_panelCards.close();
+    editNode(tabID, blockID, {});
+}
+
+void QuillsatchelView::editNode(QUuid tabID, QUuid blockID, const TextRange &range)
+{
     selectTab(tabID);
-    m_nodeList->edit(blockID, {});
+    m_nodeList->edit(blockID, range);
 }
 
 void QuillsatchelView::selectTab(QUuid id)
@@ -298,35 +210,6 @@ void QuillsatchelView::selectTab(QUuid id)
     m_nodeList->render();
 }
 
-AboutCard *QuillsatchelView::makeAboutCard()
-{
-    auto *const card = new AboutCard(this);
-    card->onClose = [this] { m_windowPreferences.showsInfoCard.set(false); };
-    card->onOpenWebsite = [this](const std::string &website) {
-        if (const auto address = WebAddress::parse(website))
-            m_platform.workspace.open(*address);
-    };
-    return card;
-}
-
-LauncherSettingsCard *QuillsatchelView::makeSettingsCard()
-{
-    auto *const card = new LauncherSettingsCard(m_launcherStore, m_platform.mainQueue, this);
-    card->onClose = [this] { m_windowPreferences.showsSettingsCard.set(false); };
-    return card;
-}
-
-FindCard *QuillsatchelView::makeFindCard()
-{
-    auto *const card = new FindCard(m_store, m_platform.mainQueue, m_query, this);
-    card->onClose = [this] { closeFind(); };
-    card->onCopy = [this](const NodeHit &hit) { copyFound(hit); };
-    card->onGoTo = [this](const NodeHit &hit, const std::optional<TextRange> &match) {
-        goToFound(hit, match);
-    };
-    return card;
-}
-
 void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
 {
     m_dictation.stop();
@@ -335,10 +218,7 @@ void QuillsatchelView::hideEvent(QHideEvent * /*event*/)
 void QuillsatchelView::resizeEvent(QResizeEvent * /*event*/)
 {
     layOut();
-    for (auto *const card : { m_aboutCard.data(), m_settingsCard.data(), m_findCard.data() }) {
-        if (card)
-            card->setGeometry(rect());
-    }
+    m_panelCards.layOut();
 }
 
 void QuillsatchelView::layOut()

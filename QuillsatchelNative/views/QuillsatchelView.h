@@ -4,33 +4,26 @@
 #include "dictation/LibraryVocabulary.h"
 #include "launchers/LauncherStore.h"
 #include "library/SatchelStore.h"
-#include "preferences/WindowPreferences.h"
 #include "support/Cancellable.h"
-#include "views/LastInput.h"
 #include "views/NodeList.h"
+#include "views/PanelCards.h"
 #include "views/RenderScheduler.h"
 #include "views/TextWidget.h"
 
-#include <QPointer>
 #include <QWidget>
 
-#include <chrono>
 #include <optional>
 #include <string>
 
-class AboutCard;
-class FindCard;
-class LauncherSettingsCard;
 class MessageLine;
 class NewNodeButton;
-class OverlayCard;
 class PromptCard;
 class QKeyEvent;
 class TabStrip;
-struct NodeHit;
+class WindowPreferences;
 
 /// The whole content of the panel: the tab strip, the nodes of the active tab, the button for a new
-/// node, and the overlay cards. It connects the callbacks of the views to the models.
+/// node, and the cards over them. It connects the callbacks of the views to the models.
 class QuillsatchelView final : public QWidget
 {
     Q_OBJECT
@@ -76,6 +69,7 @@ protected:
 
 private:
     void wireTabStrip();
+    void wirePanelCards();
     void wire(PromptCard &card);
     NodeList::Content shownNodes() const;
     void dictate(const QUuid &id);
@@ -86,36 +80,18 @@ private:
     void render();
     void renderMessage(const std::optional<QString> &message);
     void layOut();
-    void renderCards();
-    void hideOtherCards();
-    void endFinding();
-    void closeFind();
-    void copyFound(const NodeHit &hit);
-    void goToFound(const NodeHit &hit, const std::optional<TextRange> &match);
+    void editNode(QUuid tabID, QUuid blockID, const TextRange &range);
     void selectTab(QUuid id);
-    AboutCard *makeAboutCard();
-    FindCard *makeFindCard();
-    LauncherSettingsCard *makeSettingsCard();
 
     SatchelStore &m_store;
-    LauncherStore &m_launcherStore;
-    WindowPreferences &m_windowPreferences;
-    Platform &m_platform;
-    int m_topInset;
     LibraryVocabulary m_vocabulary;
     DictationController m_dictation;
     std::string m_dictatedText; // the text of the dictated node, until the user changes it
     RenderScheduler m_scheduler;
-    LastInput m_lastInput;
+    PanelCards m_panelCards;
     TabStrip *m_tabStrip;
     NodeList *m_nodeList;
     MessageLine *m_messageLine;
     NewNodeButton *m_newNodeButton;
     Cancellable m_messageCancellable;
-    QPointer<OverlayCard> m_aboutCard;
-    QPointer<OverlayCard> m_settingsCard;
-    QPointer<OverlayCard> m_findCard;
-    bool m_isFinding = false;
-    QString m_query;                                   // of the find card, kept after it was closed
-    std::chrono::system_clock::time_point m_queryTime; // when it was closed
 };

@@ -3,12 +3,8 @@
 #include <QInputMethodEvent>
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 namespace
 {
-
-using namespace std::chrono_literals;
 
 class FindCardTest : public FindCardFixture
 {
@@ -202,75 +198,6 @@ TEST_F(FindCardTest, AClickOnTheBackdropClosesIt)
     openCard();
     Input::click(*findCard(), { 5, 5 });
     expectClosed();
-}
-
-TEST_F(FindCardTest, OffersTheLastQueryForAMinute)
-{
-    openCard();
-    type("draft");
-    key(Qt::Key_Escape);
-    expectClosed();
-    machine.wallClock.advance(59s);
-    openCard();
-    EXPECT_EQ(field().selectedText(), QStringLiteral("draft"));
-    EXPECT_EQ(count(), "2 nodes");
-    type("r"); // replaces it
-    EXPECT_EQ(field().text(), QStringLiteral("r"));
-    key(Qt::Key_Escape);
-    expectClosed();
-    machine.wallClock.advance(60s);
-    openCard();
-    EXPECT_EQ(field().text(), QString());
-}
-
-TEST_F(FindCardTest, ForgetsTheQueryIfTheClockWasSetBack)
-{
-    openCard(QStringLiteral("draft"));
-    key(Qt::Key_Escape);
-    expectClosed();
-    machine.wallClock.advance(-1h);
-    openCard();
-    EXPECT_EQ(field().text(), QString());
-}
-
-TEST_F(FindCardTest, ReopeningItSelectsTheQuery)
-{
-    openCard(QStringLiteral("draft"));
-    key(Qt::Key_Tab);
-    EXPECT_FALSE(field().hasFocus());
-    view->find();
-    EXPECT_TRUE(field().hasFocus());
-    EXPECT_EQ(field().selectedText(), QStringLiteral("draft"));
-    view->find(QStringLiteral("reply"));
-    EXPECT_EQ(field().text(), QStringLiteral("reply"));
-}
-
-TEST_F(FindCardTest, ReplacesTheOtherCards)
-{
-    preferences.showsInfoCard.set(true);
-    settle();
-    openCard();
-    EXPECT_FALSE(preferences.showsInfoCard.get());
-    EXPECT_TRUE(QTest::qWaitFor([this] {
-        settle();
-        return !aboutCard();
-    }));
-    EXPECT_TRUE(field().hasFocus());
-}
-
-TEST_F(FindCardTest, GivesWayToAnotherCard)
-{
-    openCard(QStringLiteral("draft"));
-    preferences.showsSettingsCard.set(true);
-    settle();
-    expectClosed();
-    ASSERT_TRUE(settingsCard());
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return settingsCard()->isAncestorOf(QApplication::focusWidget()); }));
-    preferences.showsSettingsCard.set(false);
-    settle();
-    openCard();
-    EXPECT_EQ(field().selectedText(), QStringLiteral("draft"));
 }
 
 TEST_F(FindCardTest, KeepsTheFocus)

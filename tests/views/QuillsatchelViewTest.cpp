@@ -1,5 +1,4 @@
 #include "views/DragHandle.h"
-#include "views/LauncherSettingsCard.h"
 #include "views/PanelContentFixture.h"
 
 #include <QCursor>
@@ -270,64 +269,6 @@ TEST_F(QuillsatchelViewTest, SavesValidTextAfterHalfASurrogatePair)
     advance(SaveDelay);
     EXPECT_EQ(savedDocument(), documentOf(store()));
     EXPECT_NE(savedDocument()->tabs[0].blocks[0].text.find('a'), std::string::npos);
-}
-
-TEST_F(QuillsatchelViewTest, ShowsTheSettingsCardByItsPreference)
-{
-    openView(Texts {});
-    preferences.showsSettingsCard.set(true);
-    settle();
-    ASSERT_TRUE(settingsCard());
-    EXPECT_EQ(Input::accessibleName(*settingsCard()), "Quick Launchers");
-    advance(Milliseconds(1000));
-    QTest::qWait(300);
-    press(*settingsCard(), "Close");
-    EXPECT_FALSE(preferences.showsSettingsCard.get());
-    QTest::qWait(300);
-    settle();
-    EXPECT_FALSE(settingsCard());
-}
-
-TEST_F(QuillsatchelViewTest, KeepsTheSettingsCardAboveTheAboutCard)
-{
-    openView(Texts {});
-    const auto expectSettingsCardAbove = [this] {
-        ASSERT_TRUE(aboutCard() && settingsCard());
-        const auto &all = view->children();
-        EXPECT_GT(all.indexOf(settingsCard()), all.indexOf(aboutCard()));
-        EXPECT_TRUE(settingsCard()->isAncestorOf(QApplication::focusWidget()) ||
-                    settingsCard()->hasFocus());
-    };
-    preferences.showsInfoCard.set(true);
-    preferences.showsSettingsCard.set(true);
-    settle();
-    expectSettingsCardAbove();
-
-    preferences.showsInfoCard.set(false);
-    settle();
-    QTest::qWait(300);
-    settle();
-    ASSERT_FALSE(aboutCard());
-    preferences.showsInfoCard.set(true);
-    settle();
-    expectSettingsCardAbove();
-}
-
-TEST_F(QuillsatchelViewTest, KeepsCardsClearOfTheTitleBarAndTheEdges)
-{
-    constexpr int TitleBarHeight = 28;
-    openView(Texts {});
-    view.emplace(store(), launcherStore, preferences, machine.platform, TitleBarHeight, nullptr);
-    view->resize(QuillsatchelView::MinimumSize);
-    Input::show(*view);
-    preferences.showsSettingsCard.set(true);
-    settle();
-    ASSERT_TRUE(settingsCard());
-    const QRect available = view->rect().adjusted(8, TitleBarHeight + 8, -8, -8);
-    EXPECT_TRUE(available.contains(settingsCard()->cardGeometry()));
-    EXPECT_EQ(settingsCard()->cardGeometry().height(), available.height());
-    EXPECT_EQ(settingsCard()->geometry(), view->rect())
-        << "the dimmed background covers everything";
 }
 
 } // namespace
