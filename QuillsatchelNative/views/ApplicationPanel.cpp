@@ -7,13 +7,9 @@
 #include "views/ApplicationListModel.h"
 #include "views/ApplicationRowDelegate.h"
 #include "views/ChoiceList.h"
-#include "views/Painting.h"
 #include "views/PushButton.h"
-#include "views/SatchelTheme.h"
-#include "views/SymbolView.h"
-#include "views/TextField.h"
+#include "views/SearchField.h"
 
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPointer>
@@ -25,7 +21,6 @@
 namespace
 {
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr QSize Size(420, 480);
@@ -33,9 +28,6 @@ constexpr QSize SmallestSize(320, 300);
 constexpr int Padding = 12;
 constexpr int Spacing = 10;
 constexpr int ButtonSpacing = 8;
-constexpr int FieldHeight = 28;
-constexpr int FieldPadding = 8;
-constexpr int SymbolSize = 13;
 constexpr auto LoadingNoteDelay = 500ms; // an earlier note would only flicker
 
 bool isReturn(int key)
@@ -77,23 +69,11 @@ ApplicationPanel::~ApplicationPanel()
 
 void ApplicationPanel::addField(QBoxLayout &layout)
 {
-    m_field = new TextField(this);
-    m_field->setFont(Painting::systemFont(13));
-    m_field->setFixedHeight(FieldHeight);
-    m_field->setTextMargins(2 * FieldPadding + SymbolSize - 3, 0, FieldPadding, 0);
+    m_field = new SearchField(this);
     m_field->setPlaceholderText(tr("Search"));
     m_field->setAccessibleName(tr("Search applications"));
     connect(m_field, &QLineEdit::textChanged, this, [this] { search(); });
-
-    auto *const symbol =
-        new SymbolView(u"magnifyingglass"_s, { FieldPadding + SymbolSize, FieldHeight },
-                       SatchelTheme::secondary, this);
-    symbol->setContentsMargins(FieldPadding, 0, 0, 0);
-
-    auto *const row = new QGridLayout;
-    row->addWidget(m_field, 0, 0);
-    row->addWidget(symbol, 0, 0, Qt::AlignLeft);
-    layout.addLayout(row);
+    layout.addWidget(m_field);
 }
 
 void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace, MainQueue &mainQueue)
@@ -105,7 +85,7 @@ void ApplicationPanel::addList(QBoxLayout &layout, Workspace &workspace, MainQue
     m_list->setModel(m_model);
     m_list->setItemDelegate(new ApplicationRowDelegate(*icons, this));
     m_list->setAccessibleName(tr("Applications"));
-    m_list->onType = [this](const QString &letters) { typeIntoField(letters); };
+    m_list->onType = [this](const QString &letters) { m_field->append(letters); };
     connect(m_list, &QAbstractItemView::doubleClicked, this, [this] { choose(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { renderSelection(); });
@@ -175,13 +155,6 @@ void ApplicationPanel::renderNote()
         m_list->setNote(tr("No applications found"));
     else if (m_isLoadingNoteDue)
         m_list->setNote(tr("Loading\u2026"));
-}
-
-void ApplicationPanel::typeIntoField(const QString &letters)
-{
-    m_field->setFocus();
-    m_field->end(false);
-    m_field->insert(letters);
 }
 
 void ApplicationPanel::keyPressEvent(QKeyEvent *event)

@@ -16,7 +16,7 @@ class MainQueue;
 class PushButton;
 class QBoxLayout;
 class QKeyEvent;
-class TextField;
+class SearchField;
 class Workspace;
 struct Application;
 
@@ -58,7 +58,6 @@ private:
     void search();
     void renderSelection();
     void renderNote();
-    void typeIntoField(const QString &letters);
     void choose();
     void finish(const std::string &path);
     void openFileDialog();
@@ -67,7 +66,7 @@ private:
     std::function<void(QDialog &)> m_decorate;
     PointSize m_pointSize { *this };
     ApplicationListModel *m_model;
-    TextField *m_field = nullptr;
+    SearchField *m_field = nullptr;
     ChoiceList *m_list = nullptr;
     PushButton *m_chooseButton = nullptr;
     ApplicationFileDialog *m_fileDialog = nullptr; // created when first used

@@ -5,14 +5,13 @@
 #include "views/MessageLine.h"
 #include "views/NodeHitDelegate.h"
 #include "views/NodeHitModel.h"
-#include "views/Painting.h"
 #include "views/SatchelTheme.h"
-#include "views/SymbolView.h"
-#include "views/TextField.h"
+#include "views/SearchField.h"
 #include "views/TypedText.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -23,8 +22,6 @@
 
 namespace
 {
-
-using namespace Qt::StringLiterals;
 
 constexpr OverlayCard::Look FindLook { .maximumWidth = 360,
                                        .maximumHeight = 590,
@@ -38,9 +35,6 @@ constexpr int TopPadding = 12; // aligns the field with the close button
 constexpr int BottomPadding = 10;
 constexpr int Spacing = 10;
 constexpr int CloseButtonSpace = 32; // right of the field
-constexpr int FieldHeight = 28;
-constexpr int FieldPadding = 8;
-constexpr int SymbolSize = 13;
 constexpr int VisibleHits = 10;
 constexpr int ListHeight = VisibleHits * NodeHitDelegate::RowHeight + 8; // with its padding
 
@@ -72,25 +66,15 @@ FindCard::FindCard(const SatchelStore &store, MainQueue &mainQueue, const QStrin
 
 void FindCard::addField(QBoxLayout &layout, const QString &query)
 {
-    m_field = new TextField(card());
+    m_field = new SearchField(card());
     m_field->setText(query);
-    m_field->setFont(Painting::systemFont(13));
-    m_field->setFixedHeight(FieldHeight);
-    m_field->setTextMargins(2 * FieldPadding + SymbolSize - 3, 0, FieldPadding, 0);
     m_field->setPlaceholderText(tr("Find in all tabs"));
     m_field->setAccessibleName(tr("Find in all tabs"));
     m_field->installEventFilter(this);
     connect(m_field, &QLineEdit::textChanged, this, [this] { search(); });
-
-    auto *const symbol =
-        new SymbolView(u"magnifyingglass"_s, { FieldPadding + SymbolSize, FieldHeight },
-                       SatchelTheme::secondary, card());
-    symbol->setContentsMargins(FieldPadding, 0, 0, 0);
-
-    auto *const row = new QGridLayout;
+    auto *const row = new QHBoxLayout;
     row->setContentsMargins(0, 0, CloseButtonSpace, 0);
-    row->addWidget(m_field, 0, 0);
-    row->addWidget(symbol, 0, 0, Qt::AlignLeft);
+    row->addWidget(m_field);
     layout.addLayout(row);
 }
 
@@ -100,7 +84,7 @@ void FindCard::addList(QBoxLayout &layout)
     m_list->setModel(m_model);
     m_list->setItemDelegate(new NodeHitDelegate(this));
     m_list->setAccessibleName(tr("Nodes found"));
-    m_list->onType = [this](const QString &letters) { typeIntoField(letters); };
+    m_list->onType = [this](const QString &letters) { m_field->append(letters); };
     connect(m_list, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
         choose(index, QGuiApplication::keyboardModifiers());
     });
@@ -165,14 +149,6 @@ void FindCard::select(int row)
     m_list->setCurrentIndex(m_model->index(std::clamp(row, 0, std::max(last, 0))));
 }
 
-void FindCard::typeIntoField(const QString &letters)
-{
-    if (m_field->isVisible())
-        m_field->setFocus();
-    m_field->end(false);
-    m_field->insert(letters);
-}
-
 QWidget &FindCard::firstFocus() const
 {
     return *m_field;
@@ -192,7 +168,7 @@ void FindCard::keyPressEvent(QKeyEvent *event)
     else if (m_list->moveSelection(event->key()))
         return;
     else if (isTypedText(*event))
-        typeIntoField(event->text());
+        m_field->append(event->text());
     else
         OverlayCard::keyPressEvent(event);
 }

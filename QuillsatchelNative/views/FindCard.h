@@ -16,7 +16,7 @@ class NodeHitModel;
 class QBoxLayout;
 class QModelIndex;
 class SatchelStore;
-class TextField;
+class SearchField;
 
 /// The card that finds nodes in all tabs while the user types. The arrow keys and the page keys
 /// move the selection while the field keeps the focus. The card changes nothing itself.
@@ -55,14 +55,13 @@ private:
     void render();
     void renderCount();
     void select(int row);
-    void typeIntoField(const QString &letters);
     void commitPreedit();
     void chooseSelected(Qt::KeyboardModifiers modifiers);
     void choose(const QModelIndex &index, Qt::KeyboardModifiers modifiers);
 
     RenderScheduler m_scheduler;
     NodeHitModel *m_model;
-    TextField *m_field = nullptr;
+    SearchField *m_field = nullptr;
     ChoiceList *m_list = nullptr;
     MessageLine *m_countLine = nullptr;
     int m_row = 0;     // selected, also while the model is outdated and empty

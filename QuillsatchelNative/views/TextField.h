@@ -3,7 +3,7 @@
 #include <QLineEdit>
 
 /// A single-line text field with a rounded border that shows the focus.
-class TextField final : public QLineEdit
+class TextField : public QLineEdit
 {
     Q_OBJECT
 
