@@ -1,7 +1,6 @@
 #include "app/DialogChrome.h"
 
 #include "app/DialogTitleBar.h"
-#include "app/FloatingPanel.h"
 #include "app/PanelFrame.h"
 #include "app/TitleBar.h"
 
@@ -62,9 +61,7 @@ void DialogChrome::arrange()
 
 void DialogChrome::renderEdge()
 {
-    const bool isRound = m_windowSystem.isCompositing.get() && !m_dialog.isMaximized();
-    m_frame->setRadius(isRound ? FloatingPanel::CornerRadius : 0);
-    m_frame->setAttribute(Qt::WA_TransparentForMouseEvents, m_dialog.isMaximized());
+    m_frame->render(m_windowSystem.isCompositing.get());
 }
 
 // Qt paints no background for a translucent window. The frame rounds the corners.

@@ -247,29 +247,23 @@ void FloatingPanel::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
-int FloatingPanel::cornerRadius() const
-{
-    return m_windowSystem.isCompositing.get() && !isMaximized() ? CornerRadius : 0;
-}
-
 void FloatingPanel::renderEdge()
 {
-    m_frame->setRadius(cornerRadius());
-    m_frame->setAttribute(Qt::WA_TransparentForMouseEvents, isMaximized()); // nothing to resize
+    m_frame->render(m_windowSystem.isCompositing.get());
     renderBlur();
 }
 
 void FloatingPanel::renderBlur()
 {
     if (windowHandle() && m_windowSystem.isBlurring.get())
-        m_windowSystem.blurBehind(*windowHandle(), size(), cornerRadius());
+        m_windowSystem.blurBehind(*windowHandle(), size(), m_frame->radius());
     update();
 }
 
 void FloatingPanel::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
-    GlassBackground::paint(painter, rect(), cornerRadius(), backdropOn(m_windowSystem));
+    GlassBackground::paint(painter, rect(), m_frame->radius(), backdropOn(m_windowSystem));
 }
 
 bool FloatingPanel::focusNextPrevChild(bool next)

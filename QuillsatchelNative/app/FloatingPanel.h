@@ -46,9 +46,6 @@ public:
 
     void setVisible(bool visible) override;
 
-    /// In points.
-    static constexpr int CornerRadius = 10;
-
 protected:
     void closeEvent(QCloseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -62,7 +59,6 @@ protected:
 private:
     void observeWindowPreferences(const WindowPreferences &windowPreferences);
     void setFloating(bool isFloating);
-    int cornerRadius() const;
     QPoint placeBelowTitleBar() const;
     void renderEdge();
     void renderBlur();

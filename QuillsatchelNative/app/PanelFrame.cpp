@@ -31,9 +31,11 @@ PanelFrame::PanelFrame(QWidget *parent)
     setMouseTracking(true);
 }
 
-void PanelFrame::setRadius(int radius)
+void PanelFrame::render(bool isCompositing)
 {
-    m_radius = radius;
+    const bool isMaximized = window()->isMaximized();
+    m_radius = isCompositing && !isMaximized ? CornerRadius : 0;
+    setAttribute(Qt::WA_TransparentForMouseEvents, isMaximized);
     update();
 }
 

@@ -1,4 +1,5 @@
 #include "app/PanelFixture.h"
+#include "app/PanelFrame.h"
 #include "views/Picture.h"
 
 #include <QScreen>
@@ -280,10 +281,10 @@ TEST_F(FloatingPanelTest, RequestsBlurForItsWholeArea)
     const auto &blurs = machine.windowSystem.blurs;
     machine.windowSystem.isBlurring.set(true);
     ASSERT_FALSE(blurs.empty());
-    EXPECT_EQ(blurs.back(), (Blur { QSize(430, 650), FloatingPanel::CornerRadius }));
+    EXPECT_EQ(blurs.back(), (Blur { QSize(430, 650), PanelFrame::CornerRadius }));
 
     panel().resize(500, 600);
-    EXPECT_EQ(blurs.back(), (Blur { QSize(500, 600), FloatingPanel::CornerRadius }));
+    EXPECT_EQ(blurs.back(), (Blur { QSize(500, 600), PanelFrame::CornerRadius }));
 
     panel().showMaximized();
     settle();

@@ -79,12 +79,34 @@ TEST_F(PanelFrameTest, DrawsOnlyTheEdge)
 TEST_F(PanelFrameTest, RoundsTheCorners)
 {
     EXPECT_EQ(Picture(frame, Background).at(0.4, 0.4).alpha(), 255);
-    frame.setRadius(10);
+    frame.render(true);
+    EXPECT_EQ(frame.radius(), 10);
     const Picture round(frame, Background);
     for (const QPointF corner :
          { QPointF(0.4, 0.4), QPointF(199.4, 0.4), QPointF(0.4, 149.4), QPointF(199.4, 149.4) })
         EXPECT_EQ(round.at(corner.x(), corner.y()).alpha(), 0);
     EXPECT_EQ(round.at(100, 0.4).alpha(), 255);
+}
+
+TEST_F(PanelFrameTest, HasSquareCornersWithoutACompositor)
+{
+    frame.render(true);
+    frame.render(false);
+    EXPECT_EQ(frame.radius(), 0);
+    EXPECT_EQ(Picture(frame, Background).at(0.4, 0.4).alpha(), 255);
+    EXPECT_EQ(window.childAt(1, 1), &frame);
+}
+
+TEST_F(PanelFrameTest, DoesNotResizeAMaximizedWindow)
+{
+    window.setWindowState(Qt::WindowMaximized);
+    frame.render(true);
+    EXPECT_EQ(frame.radius(), 0);
+    EXPECT_EQ(window.childAt(0, 75), &content);
+    window.setWindowState(Qt::WindowNoState);
+    frame.render(true);
+    EXPECT_EQ(frame.radius(), 10);
+    EXPECT_EQ(window.childAt(0, 75), &frame);
 }
 
 } // namespace
