@@ -7,6 +7,8 @@ import pathlib
 import shutil
 import signal
 import socket
+import subprocess
+import sys
 
 from desktop_test import DesktopTest
 from library import known_id, node, tab
@@ -23,6 +25,9 @@ NO_RECOGNIZER = "Speech recognition is temporarily unavailable."
 UNUSUAL_WORD = "WebHook"
 UNUSUAL_TEXT = f"Explain what the {UNUSUAL_WORD} receives."
 UNUSUAL_SENTENCE = "send the result to the web hook of our team"
+# Writes a model of whisper.cpp that counts the seconds of a voice.
+MAKE_WHISPER_MODEL = (pathlib.Path(__file__).parent.parent
+                      / "platform/speech/make_whisper_model.py")
 SPEAKING_SECONDS = 150  # loading the model takes long on a busy machine
 
 
@@ -150,6 +155,31 @@ class DictationTest(SpeakingTest):
         editor = self.panel.editor(1, 2)
         wait_for("the word", lambda: UNUSUAL_WORD in editor.text, SPEAKING_SECONDS)
         return helper
+
+    def test_a_model_of_the_user_writes_texts_with_punctuation(self):
+        if b"libwhisper.so" not in (pathlib.Path(self.program).parent
+                                    / "modules/listener").read_bytes():
+            self.skipTest("The program is built without whisper.cpp")
+        self.install_whisper_model()
+        self.dictate()
+        self.sound.say(SENTENCE)
+        texts = self.texts_until(" four,")
+        self.press("Stop")
+
+        self.await_closed_microphone()
+        self.assertGreaterEqual(len(texts), 3, texts)
+        for text in texts[1:]:
+            self.assertTrue(text.startswith(f"{TITLE} One,"), texts)
+        final, _ = self.panel.node_texts()
+        self.assertTrue(final.startswith(f"{TITLE} One, two, three, four,"), final)
+        wait_for_value("the text in the file", final, self.saved_text)
+
+    def install_whisper_model(self):
+        folder = self.session.data_folder.parent / "whisper.cpp"
+        self.addCleanup(shutil.rmtree, folder)
+        (folder / "models").mkdir(parents=True)
+        subprocess.run([sys.executable, "-B", MAKE_WHISPER_MODEL,
+                        folder / "models/ggml-counting.en.bin", "english"], check=True)
 
     def test_typing_ends_dictation_and_loses_nothing(self):
         self.dictate()

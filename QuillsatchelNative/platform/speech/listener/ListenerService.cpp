@@ -112,6 +112,8 @@ void ListenerService::count(std::string_view texts)
 {
     using TextEnd = ListenerMessage::TextEnd;
     constexpr std::array Ends { TextEnd::Ordinary, TextEnd::Prominent };
+    if (m_engine.writesText())
+        return;
     while (!texts.empty()) {
         const auto size =
             std::min(texts.find_first_of(std::string_view(Ends.data(), Ends.size())), texts.size());
@@ -124,6 +126,8 @@ void ListenerService::count(std::string_view texts)
 void ListenerService::learn()
 {
     abandonTask();
+    if (m_engine.writesText())
+        return;
     const auto isKnown = [this](const std::string &key) { return m_engine.knows(key); };
     const auto vocabulary = UserVocabulary::choose(std::exchange(m_counts, WordCounts()), isKnown);
     m_engine.learn(vocabulary);

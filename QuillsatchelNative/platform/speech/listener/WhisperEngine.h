@@ -30,11 +30,6 @@ public:
 
     bool writesText() const override { return true; }
 
-    /// Its vocabulary is unlimited.
-    bool knows(const std::string & /*key*/) const override { return true; }
-
-    void learn(const UserVocabulary & /*vocabulary*/) override {}
-
     void begin() override;
     Hypothesis process(std::span<const std::int16_t> samples) override;
     std::string finish() override;

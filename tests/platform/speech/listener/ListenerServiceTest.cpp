@@ -18,6 +18,8 @@ using Kind = ListenerMessage::Kind;
 class ScriptedEngine final : public RecognitionEngine
 {
 public:
+    bool writesText() const override { return isWriter; }
+
     bool knows(const std::string &key) const override { return key != "kubernetes"; }
 
     void learn(const UserVocabulary &vocabulary) override
@@ -43,6 +45,7 @@ public:
 
     void abandon() override { log += "abandon "; }
 
+    bool isWriter = false;
     std::string log;
     Hypothesis next;
     std::string last;
@@ -193,6 +196,17 @@ TEST_F(ListenerServiceTest, AbandonsATaskToLearn)
     send(Kind::learn, 1);
     EXPECT_EQ(sendAudio(1), message(Kind::unchanged, 1));
     EXPECT_EQ(engine.log, "begin abandon learn one ");
+}
+
+TEST_F(ListenerServiceTest, DoesNotCountWordsForAnEngineThatLearnsNone)
+{
+    engine.isWriter = true;
+    EXPECT_EQ(sendTexts("one"), message(Kind::unchanged, 1));
+    EXPECT_EQ(send(Kind::learn, 1), message(Kind::unchanged, 1));
+    EXPECT_EQ(engine.log, "");
+    engine.isWriter = false;
+    send(Kind::learn, 1);
+    EXPECT_EQ(engine.log, "learn ");
 }
 
 TEST_F(ListenerServiceTest, SpellsWordsAsInTheTexts)
