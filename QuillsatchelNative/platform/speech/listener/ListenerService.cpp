@@ -1,6 +1,7 @@
 #include "platform/speech/listener/ListenerService.h"
 
 #include "platform/speech/ListenerMessageReader.h"
+#include "platform/speech/listener/LanguageTag.h"
 #include "support/WriteAll.h"
 
 #include <algorithm>
@@ -30,6 +31,7 @@ ListenerMessage unchanged(const ListenerMessage &question)
 
 ListenerService::ListenerService(RecognitionEngine &engine, std::string_view tag)
     : m_engine(engine)
+    , m_isEnglish(isEnglish(tag))
     , m_spelling(tag)
     , m_transcript(newTranscript())
 {
@@ -86,6 +88,12 @@ std::optional<ListenerMessage> ListenerService::answer(const ListenerMessage &me
     return std::nullopt;
 }
 
+/// Keys have no accents. Other languages have words that differ only by them, such as "a" and "à".
+bool ListenerService::learnsWords() const
+{
+    return m_isEnglish && !m_engine.writesText();
+}
+
 Transcript ListenerService::newTranscript() const
 {
     return Transcript(m_engine.writesText() ? nullptr : &m_spelling);
@@ -112,7 +120,7 @@ void ListenerService::count(std::string_view texts)
 {
     using TextEnd = ListenerMessage::TextEnd;
     constexpr std::array Ends { TextEnd::Ordinary, TextEnd::Prominent };
-    if (m_engine.writesText())
+    if (!learnsWords())
         return;
     while (!texts.empty()) {
         const auto size =
@@ -126,7 +134,7 @@ void ListenerService::count(std::string_view texts)
 void ListenerService::learn()
 {
     abandonTask();
-    if (m_engine.writesText())
+    if (!learnsWords())
         return;
     const auto isKnown = [this](const std::string &key) { return m_engine.knows(key); };
     const auto vocabulary = UserVocabulary::choose(std::exchange(m_counts, WordCounts()), isKnown);

@@ -26,6 +26,7 @@ public:
     std::optional<ListenerMessage> answer(const ListenerMessage &message);
 
 private:
+    bool learnsWords() const;
     Transcript newTranscript() const;
     void begin(std::uint32_t task);
     void abandonTask();
@@ -35,6 +36,7 @@ private:
     ListenerMessage finish();
 
     RecognitionEngine &m_engine;
+    const bool m_isEnglish;
     Spelling m_spelling;
     WordCounts m_counts; // of the texts since the last `learn`
     std::optional<std::uint32_t> m_task;

@@ -110,15 +110,14 @@ std::unique_ptr<RecognitionEngine> PocketSphinxEngine::load(const SpeechModel &m
     auto gate = PocketSphinxVersion::makeSpeechGate(decoder.get());
     if (!gate)
         return nullptr;
-    return std::unique_ptr<RecognitionEngine>(new PocketSphinxEngine(
-        std::move(decoder), std::move(generalModel), isEnglish(model.tag), std::move(gate)));
+    return std::unique_ptr<RecognitionEngine>(
+        new PocketSphinxEngine(std::move(decoder), std::move(generalModel), std::move(gate)));
 }
 
-PocketSphinxEngine::PocketSphinxEngine(Decoder decoder, LanguageModel generalModel, bool isEnglish,
+PocketSphinxEngine::PocketSphinxEngine(Decoder decoder, LanguageModel generalModel,
                                        std::unique_ptr<SpeechGate> gate)
     : m_decoder(std::move(decoder))
     , m_generalModel(std::move(generalModel))
-    , m_isEnglish(isEnglish)
     , m_gate(std::move(gate))
 {
 }
@@ -135,8 +134,7 @@ void PocketSphinxEngine::learn(const UserVocabulary &vocabulary)
     PocketSphinxVersion::removeLanguageModel(m_decoder.get());
     m_usesModels = false;
     m_userModel.reset();
-    if (m_isEnglish)
-        addWords(vocabulary);
+    addWords(vocabulary);
     const auto text = pairModel(vocabulary);
     const MemoryFile file(text);
     if (!text.empty() && file.isComplete())

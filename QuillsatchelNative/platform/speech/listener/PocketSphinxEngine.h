@@ -37,7 +37,7 @@ private:
 
     using LanguageModel = CPointer<ngram_model_t, &ngram_model_free>;
 
-    PocketSphinxEngine(Decoder decoder, LanguageModel generalModel, bool isEnglish,
+    PocketSphinxEngine(Decoder decoder, LanguageModel generalModel,
                        std::unique_ptr<SpeechGate> gate);
 
     void addWords(const UserVocabulary &vocabulary);
@@ -56,7 +56,6 @@ private:
     const Decoder m_decoder;
     const LanguageModel m_generalModel;
     LanguageModel m_userModel; // null until there is something to learn
-    const bool m_isEnglish;
     bool m_usesModels = false; // of the decoder: it has the models
     // New words that need no second attempt: they are in the dictionary or cannot be pronounced.
     std::unordered_set<std::string> m_triedWords;

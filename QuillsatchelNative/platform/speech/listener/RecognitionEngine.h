@@ -27,7 +27,7 @@ public:
     virtual bool knows(const std::string & /*key*/) const { return true; }
 
     /// Recognises these words too from the next dictation on, and prefers these pairs, instead of
-    /// those learnt before. No dictation is running.
+    /// those learnt before. No dictation is running. Only for English models.
     virtual void learn(const UserVocabulary & /*vocabulary*/) {}
 
     /// Begins a dictation. The one before has been finished.

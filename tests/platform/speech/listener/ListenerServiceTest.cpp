@@ -222,6 +222,17 @@ TEST_F(ListenerServiceTest, SpellsWordsAsInTheTexts)
     EXPECT_EQ(sendAudio(2), message(Kind::partial, 2, "use kubernetes"));
 }
 
+TEST_F(ListenerServiceTest, LearnsNoWordsOfOtherLanguages)
+{
+    ListenerService french(engine, "fr-fr");
+    french.answer(message(Kind::texts, 1, "Il va à Paris"));
+    EXPECT_EQ(french.answer(message(Kind::learn, 1)), message(Kind::unchanged, 1));
+    EXPECT_EQ(engine.log, "");
+    french.answer(message(Kind::begin, 1));
+    engine.last = "il a fini";
+    EXPECT_EQ(french.answer(message(Kind::end, 1)), message(Kind::final, 1, "il a fini"));
+}
+
 TEST_F(ListenerServiceTest, SurvivesTextsThatAreNoTexts)
 {
     for (const std::string &texts :
