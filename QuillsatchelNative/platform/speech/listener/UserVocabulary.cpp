@@ -3,20 +3,26 @@
 #include <algorithm>
 #include <numeric>
 #include <tuple>
+#include <utility>
 
 namespace
 {
 
 constexpr auto NotChosen = WordCounts::Pair::SentenceEnd - 1;
 
-/// A word that only begins sentences is probably a name if the model lacks it.
+/// Words that the model knows are mostly ordinary ones, whose capital at the beginning of a
+/// sentence means nothing. A word that only begins sentences is probably a name if the model lacks
+/// it.
 std::string spellingOf(const WordCounts::Word &word, bool isNew)
 {
-    const auto isRarer = [](const auto &spelling, const auto &other) {
-        return spelling.count < other.count;
+    const auto rank = [isNew](const auto &spelling) {
+        return std::pair(spelling.count + (isNew ? 0 : spelling.countAtBeginning), spelling.count);
+    };
+    const auto isRarer = [&rank](const auto &spelling, const auto &other) {
+        return rank(spelling) < rank(other);
     };
     const auto most = std::max_element(word.spellings.begin(), word.spellings.end(), isRarer);
-    if (most != word.spellings.end())
+    if (most != word.spellings.end() && rank(*most).first > 0)
         return most->text;
     return isNew ? word.spellingAtBeginning : word.key;
 }

@@ -26,19 +26,37 @@ bool isCapitalized(std::string_view spelling)
     return true;
 }
 
-void countSpelling(WordCounts::Word &word, const TextWords::Word &found)
+/// "write" for "Write".
+std::string withoutCapital(std::string_view spelling)
 {
-    if (found.isFirst && isCapitalized(found.spelling)) {
-        word.spellingAtBeginning = found.spelling;
-        return;
-    }
+    const auto first = LatinLetter::first(spelling);
+    return first ? first->base + std::string(spelling.substr(first->size)) : std::string();
+}
+
+/// Null above the limit.
+WordCounts::Spelling *findSpelling(WordCounts::Word &word, std::string_view text)
+{
     auto &spellings = word.spellings;
-    const auto isSame = [&found](const auto &spelling) { return spelling.text == found.spelling; };
+    const auto isSame = [text](const auto &spelling) { return spelling.text == text; };
     const auto known = std::find_if(spellings.begin(), spellings.end(), isSame);
     if (known != spellings.end())
-        ++known->count;
-    else if (spellings.size() < MaxSpellings)
-        spellings.push_back({ .text = std::string(found.spelling), .count = 1 });
+        return &*known;
+    if (spellings.size() == MaxSpellings)
+        return nullptr;
+    spellings.push_back({ .text = std::string(text) });
+    return &spellings.back();
+}
+
+void countSpelling(WordCounts::Word &word, const TextWords::Word &found)
+{
+    if (!found.isFirst || !isCapitalized(found.spelling)) {
+        if (auto *const spelling = findSpelling(word, found.spelling))
+            ++spelling->count;
+        return;
+    }
+    word.spellingAtBeginning = found.spelling;
+    if (auto *const spelling = findSpelling(word, withoutCapital(found.spelling)))
+        ++spelling->countAtBeginning;
 }
 
 } // namespace

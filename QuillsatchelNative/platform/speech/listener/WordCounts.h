@@ -19,14 +19,16 @@ public:
 
     struct Spelling {
         std::string text;
-        std::uint32_t count = 0;
+        std::uint32_t count = 0; ///< within sentences
+        /// At the beginning of sentences, where only its first letter is a capital.
+        std::uint32_t countAtBeginning = 0;
     };
 
     struct Word {
         std::string key; ///< TextWords::Word::key
         std::uint32_t count = 0;
-        bool isProminent = false;        ///< is in a prominent text
-        std::vector<Spelling> spellings; ///< within sentences
+        bool isProminent = false; ///< is in a prominent text
+        std::vector<Spelling> spellings;
         /// At the beginning of a sentence, where every word has a capital. Empty if no sentence
         /// begins with the word.
         std::string spellingAtBeginning;

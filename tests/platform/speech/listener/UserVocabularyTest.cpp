@@ -99,6 +99,29 @@ TEST_F(UserVocabularyTest, SpellsOnlyNewWordsAsAtTheBeginningOfSentences)
     EXPECT_EQ(spellingOf("kubernetes"), "Kubernetes");
 }
 
+TEST_F(UserVocabularyTest, SpellsKnownWordsInLowerCaseIfTheyMostlyBeginSentences)
+{
+    known = { "write", "tests", "anna" };
+    counts.add("Write one. Write two. Write three. Ask Anna, not anna. Call Anna", false);
+    counts.add("DO NOT WRITE TESTS", false);
+    EXPECT_EQ(spellingOf("write"), "write");
+    EXPECT_EQ(spellingOf("tests"), "TESTS");
+    EXPECT_EQ(spellingOf("anna"), "Anna");
+}
+
+TEST_F(UserVocabularyTest, KeepsAccentsOfWordsThatBeginSentences)
+{
+    known = { "naive" };
+    counts.add("a naïve plan. Naïve code. Naïve tests. NAIVE", false);
+    EXPECT_EQ(spellingOf("naive"), "naïve");
+}
+
+TEST_F(UserVocabularyTest, IgnoresTheBeginningOfSentencesIfNewWordsAreElsewhere)
+{
+    counts.add("Svelte is fast. Svelte is small. Use SVELTE", false);
+    EXPECT_EQ(spellingOf("svelte"), "SVELTE");
+}
+
 TEST_F(UserVocabularyTest, IsEmptyWithoutWords)
 {
     EXPECT_TRUE(choose().words.empty());

@@ -33,12 +33,15 @@ protected:
         return 0;
     }
 
-    /// "SPELLING COUNT" for each spelling.
+    /// "SPELLING COUNT" for each spelling, and "+COUNT" for the beginning of sentences.
     std::string spellingsOf(const std::string &key) const
     {
         std::string text;
-        for (const auto &spelling : word(key).spellings)
-            text += spelling.text + ' ' + std::to_string(spelling.count) + ' ';
+        for (const auto &[spelling, count, countAtBeginning] : word(key).spellings) {
+            text += spelling + ' ' + std::to_string(count) + ' ';
+            if (countAtBeginning > 0)
+                text += '+' + std::to_string(countAtBeginning) + ' ';
+        }
         return text;
     }
 
@@ -82,7 +85,7 @@ TEST_F(WordCountsTest, CountsSpellings)
 TEST_F(WordCountsTest, DistrustsCapitalsAtTheBeginningOfSentences)
 {
     counts.add("Refactor this. JSON is text. kotlin rocks", false);
-    EXPECT_EQ(spellingsOf("refactor"), "");
+    EXPECT_EQ(spellingsOf("refactor"), "refactor 0 +1 ");
     EXPECT_EQ(word("refactor").spellingAtBeginning, "Refactor");
     EXPECT_EQ(spellingsOf("json"), "JSON 1 ");
     EXPECT_EQ(spellingsOf("kotlin"), "kotlin 1 ");
