@@ -37,11 +37,11 @@ bool isRunning(pid_t process)
     return file >> number >> name >> state && state != 'Z';
 }
 
-bool hasMemoryLimit(pid_t process)
+rlim_t limitOf(pid_t process, __rlimit_resource resource)
 {
     rlimit limit { .rlim_cur = RLIM_INFINITY, .rlim_max = RLIM_INFINITY };
-    prlimit(process, RLIMIT_AS, nullptr, &limit);
-    return limit.rlim_cur != RLIM_INFINITY;
+    prlimit(process, resource, nullptr, &limit);
+    return limit.rlim_cur;
 }
 
 template <typename Condition>
@@ -70,7 +70,8 @@ TEST_P(ListenerLifeTest, EndsWhenItsProgramIsKilled)
     ASSERT_TRUE(waitUntil([process] { return childOf(process) > 0; }));
     const auto listener = childOf(process);
     EXPECT_TRUE(isRunning(listener));
-    EXPECT_TRUE(waitUntil([listener] { return hasMemoryLimit(listener); }));
+    EXPECT_TRUE(waitUntil([listener] { return limitOf(listener, RLIMIT_AS) != RLIM_INFINITY; }));
+    EXPECT_EQ(limitOf(listener, RLIMIT_CORE), 1U) << "no core dumps";
     program.kill();
     EXPECT_TRUE(waitUntil([listener] { return !isRunning(listener); }));
     EXPECT_TRUE(waitUntil([&program] { return program.state() == QProcess::NotRunning; }));

@@ -1,6 +1,6 @@
 #include "platform/speech/listener/LanguageTag.h"
 #include "platform/speech/listener/ListenerService.h"
-#include "platform/speech/listener/MemoryLimit.h"
+#include "platform/speech/listener/ProcessLimits.h"
 #include "platform/speech/listener/RecognitionEngines.h"
 #include "platform/speech/listener/SpeechModels.h"
 #include "support/FileDescriptor.h"
@@ -33,6 +33,7 @@ int main(int argc, char *argv[])
 {
     // Exit with the parent, even while decoding.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    forbidCoreDumps();
     // Under a file size limit the engine falls back to the dictionary of the model.
     std::signal(SIGXFSZ, SIG_IGN);
     const auto choices = chooseRecognitionEngines(recognitionEngineKinds(),

@@ -1,4 +1,4 @@
-#include "platform/speech/listener/MemoryLimit.h"
+#include "platform/speech/listener/ProcessLimits.h"
 
 #include <algorithm>
 #include <fstream>
@@ -16,6 +16,13 @@ rlim_t pagesInUse()
 }
 
 } // namespace
+
+void forbidCoreDumps()
+{
+    // Too small for any image. With 0, the kernel would still pass it to a crash handler.
+    constexpr rlimit OneByte { .rlim_cur = 1, .rlim_max = 1 };
+    setrlimit(RLIMIT_CORE, &OneByte);
+}
 
 void limitMemory()
 {

@@ -1,10 +1,13 @@
-#include "platform/speech/listener/MemoryLimit.h"
+#include "platform/speech/listener/ProcessLimits.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstddef>
 #include <cstdlib>
 #include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -32,7 +35,29 @@ std::size_t machineMemory()
     std::_Exit(couldReserveAll && isLimited ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-TEST(MemoryLimitTest, LeavesHalfOfTheMemoryToOtherPrograms)
+/// In another process, which ends with its limit.
+[[noreturn]] void crashWithoutCoreDump()
+{
+    forbidCoreDumps();
+    rlimit limit {};
+    getrlimit(RLIMIT_CORE, &limit);
+    if (limit.rlim_cur != 1 || limit.rlim_max != 1)
+        std::_Exit(EXIT_FAILURE);
+    std::abort();
+}
+
+/// WCOREDUMP says whether the kernel made an image.
+bool diesWithoutCoreDump(int status)
+{
+    return WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT && !WCOREDUMP(status);
+}
+
+TEST(ProcessLimitsTest, LeavesNoImageOfACrash)
+{
+    EXPECT_EXIT(crashWithoutCoreDump(), diesWithoutCoreDump, "");
+}
+
+TEST(ProcessLimitsTest, LeavesHalfOfTheMemoryToOtherPrograms)
 {
     EXPECT_EXIT(checkLimit(), testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
