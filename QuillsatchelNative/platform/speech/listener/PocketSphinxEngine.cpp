@@ -215,6 +215,16 @@ std::string PocketSphinxEngine::finish()
 {
     if (m_hasSpeech)
         adaptToMicrophone();
+    return finalWords();
+}
+
+void PocketSphinxEngine::abandon()
+{
+    finalWords();
+}
+
+std::string PocketSphinxEngine::finalWords()
+{
     endUtterance();
     auto hypothesis = m_hasSpeech ? words() : std::string();
     m_isAdapted = m_isAdapted || !hypothesis.empty(); // noise does not count

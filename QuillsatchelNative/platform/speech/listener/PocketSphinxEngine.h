@@ -31,6 +31,7 @@ public:
     void begin() override;
     Hypothesis process(std::span<const std::int16_t> samples) override;
     std::string finish() override;
+    void abandon() override;
 
 private:
     using Decoder = PocketSphinxVersion::Decoder;
@@ -47,6 +48,7 @@ private:
     Hypothesis afterSpeech();
     Hypothesis cutUtterance();
     void adaptToMicrophone();
+    std::string finalWords();
 
     void startUtterance();
     void decode(std::span<const std::int16_t> samples);
