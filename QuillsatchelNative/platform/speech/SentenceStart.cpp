@@ -26,19 +26,32 @@ bool isLineBreak(QChar character)
            character == QChar::LineSeparator;
 }
 
+/// Marks before the first word of a line, such as "- ", "# " and "[ ] ".
+bool isOpener(QChar character)
+{
+    return character.isSpace() || character.isPunct() ||
+           character.category() == QChar::Symbol_Math ||
+           character.category() == QChar::Symbol_Modifier;
+}
+
+bool isLineWithoutWords(const QString &end)
+{
+    const auto at = std::find_if(end.crbegin(), end.crend(), [](QChar character) {
+        return isLineBreak(character) || !isOpener(character);
+    });
+    return at == end.crend() || isLineBreak(*at);
+}
+
 } // namespace
 
 bool SentenceStart::isAfter(std::string_view text)
 {
     text.remove_prefix(text.size() - std::min(text.size(), EnoughText));
     const auto end = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    auto at = end.crbegin();
-    for (; at != end.crend() && at->isSpace(); ++at) {
-        if (isLineBreak(*at))
-            return true;
-    }
-    if (at == end.crend())
+    if (isLineWithoutWords(end))
         return true;
+    auto at = std::find_if_not(end.crbegin(), end.crend(),
+                               [](QChar character) { return character.isSpace(); });
     at = std::find_if_not(at, end.crend(), isCloser);
     return at != end.crend() && endsSentence(*at);
 }

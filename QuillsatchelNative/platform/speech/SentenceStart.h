@@ -8,8 +8,8 @@
 namespace SentenceStart
 {
 
-/// Whether words after `text` (UTF-8) begin a sentence: the text is empty, or ends with a line
-/// break or with a mark that ends a sentence, also before quotation marks and brackets.
+/// Whether words after `text` (UTF-8) begin a sentence: the text is empty, or ends with a mark
+/// that ends a sentence, also before quotation marks and brackets, or its last line has no words.
 bool isAfter(std::string_view text);
 
 /// The words with a capital at their beginning. A first word that has a capital elsewhere is a

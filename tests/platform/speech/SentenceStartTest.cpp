@@ -31,6 +31,12 @@ TEST(SentenceStartTest, IsAfterALineBreak)
     EXPECT_TRUE(SentenceStart::isAfter("Notes,\n  "));
 }
 
+TEST(SentenceStartTest, IsAfterTheMarksThatBeginALine)
+{
+    for (const auto *const text : { "- ", "# ", "- [ ] ", "> ", "\"", "\u201E", "Notes:\n* " })
+        EXPECT_TRUE(SentenceStart::isAfter(text)) << text;
+}
+
 TEST(SentenceStartTest, IsNotWithinASentence)
 {
     for (const auto *const text :
