@@ -65,14 +65,12 @@ class Control:
 
     def find(self, name=None, role=None):
         """Waits for the first matching descendant."""
-        return wait_for(f"a {role or 'control'} named {name}",
-                        lambda: next(iter(self.find_all(name, role)), None))
+        return wait_for(f"a {role or 'control'} named {name}", lambda: self._first(name, role))
 
     def find_all(self, name=None, role=None):
         """All matching descendants now, in tree order."""
         try:
-            return [control for control in self._descendants()
-                    if name in (None, control.name) and role in (None, control.role)]
+            return list(self._matching(name, role))
         except GLib.Error:
             return []  # a control disappeared meanwhile
 
@@ -82,13 +80,23 @@ class Control:
         return [Control(self._accessible.get_child_at_index(index)) for index in range(count)]
 
     def has_any(self, name=None, role=None):
-        return bool(self.find_all(name, role))
+        return self._first(name, role) is not None
 
     def is_gone(self):
         try:
             return not self.has("showing")
         except GLib.Error:
             return True
+
+    def _first(self, name, role):
+        try:
+            return next(self._matching(name, role), None)
+        except GLib.Error:
+            return None  # a control disappeared meanwhile
+
+    def _matching(self, name, role):
+        return (control for control in self._descendants()
+                if name in (None, control.name) and role in (None, control.role))
 
     def _descendants(self):
         for index in range(self._accessible.get_child_count()):

@@ -5,6 +5,7 @@ import pathlib
 
 from gi.repository import Gio, GLib
 
+from accessibility import EventObserver
 from bus import call, has_owner, owner_process
 from desktop_test import DesktopTest
 from library import known_id, node, tab
@@ -143,8 +144,9 @@ class QuietSearchTest(DesktopSearchTest):
                          ["chapter here", "chapters here", "unchapter here"])
 
     def test_a_copied_node_of_the_active_tab_is_marked(self):
+        names = EventObserver("object:property-change:accessible-name")
         self.shell.activate(self.id_of("thanks"))
-        self.panel.node(2, 2).find("Copied", "push button")
+        names.wait_for("Copied", "push button")
         self.expect_only_copied("Thanks.")
 
     def test_krunner_gives_the_text_to_plasmas_clipboard(self):

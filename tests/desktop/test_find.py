@@ -36,11 +36,12 @@ class FindTest(DesktopTest):
         card = self.open_card()
         type_text("draft review")
         card.find("1 node", "alert")
+        names = EventObserver("object:property-change:accessible-name")
 
         press_keys("Return")
 
+        names.wait_for("Copied", "push button")
         wait_for_value("the clipboard", "Review the draft as a strict editor.", clipboard)
-        self.panel.node(2, 3).find("Copied", "push button")
         wait_for("the card to close", card.is_gone)
         self.assertEqual(self.panel.active_tab_names(), ["Texts"])
         self.expect_saved(*LIBRARY, active=2)
