@@ -49,7 +49,10 @@ std::optional<VocabularySource::Text> LibraryVocabulary::nextOfTab()
     if (m_text > blocks.size())
         return std::nullopt;
     const auto index = m_text++;
-    return Text { .text = index == 0 ? name : blocks[index - 1].text, .isProminent = m_tab == 0 };
+    const bool isName = index == 0;
+    return Text { .text = isName ? name : blocks[index - 1].text,
+                  .isProminent = m_tab == 0,
+                  .isTitle = isName };
 }
 
 std::optional<VocabularySource::Text> LibraryVocabulary::nextLauncherName()
@@ -57,7 +60,7 @@ std::optional<VocabularySource::Text> LibraryVocabulary::nextLauncherName()
     const auto &slots = m_launcherStore.slots().get();
     while (m_slot < slots.size()) {
         if (const auto &item = slots[m_slot++])
-            return Text { .text = item->name };
+            return Text { .text = item->name, .isTitle = true };
     }
     return std::nullopt;
 }

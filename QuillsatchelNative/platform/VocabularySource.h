@@ -11,6 +11,7 @@ public:
     struct Text {
         std::string_view text;    ///< UTF-8; valid until the source changes
         bool isProminent = false; ///< its words come first if there are too many
+        bool isTitle = false;     ///< its capitals say little about the spelling of ordinary words
 
         bool operator==(const Text &) const = default;
     };

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,12 +22,15 @@ public:
         if (m_next == texts.size())
             return std::nullopt;
         const auto index = m_next++;
-        return Text { .text = texts[index], .isProminent = index < prominentCount };
+        return Text { .text = texts[index],
+                      .isProminent = index < prominentCount,
+                      .isTitle = titles.contains(texts[index]) };
     }
 
     std::vector<std::string> texts;
     std::size_t prominentCount = 0;
-    std::uint64_t number = 1; ///< the revision
+    std::set<std::string> titles; ///< texts that are titles
+    std::uint64_t number = 1;     ///< the revision
 
 private:
     std::size_t m_next = 0;

@@ -22,10 +22,12 @@ struct ListenerMessage {
         learn,     ///< learn the words of the texts since the last `learn`, for the next task
     };
 
-    /// Ends a text. Texts that contain such a character are cut there.
+    /// Ends a text: the sum of its marks. Texts that contain such a character are cut there.
     struct TextEnd {
         static constexpr char Ordinary = '\0';
         static constexpr char Prominent = '\1'; ///< VocabularySource::Text::isProminent
+        static constexpr char Title = '\2';     ///< VocabularySource::Text::isTitle
+        static constexpr char ProminentTitle = Prominent + Title;
     };
 
     Kind kind = Kind::begin;

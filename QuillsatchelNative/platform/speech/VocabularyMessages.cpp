@@ -11,6 +11,13 @@ using TextEnd = ListenerMessage::TextEnd;
 
 constexpr std::size_t PayloadSize = 1 << 16; // bytes; the last text may exceed it
 
+char endOf(const VocabularySource::Text &text)
+{
+    if (text.isTitle)
+        return text.isProminent ? TextEnd::ProminentTitle : TextEnd::Title;
+    return text.isProminent ? TextEnd::Prominent : TextEnd::Ordinary;
+}
+
 } // namespace
 
 VocabularyMessages::VocabularyMessages(VocabularySource &source)
@@ -28,7 +35,7 @@ std::optional<ListenerMessage> VocabularyMessages::next(std::uint32_t task)
         if (m_isAtEnd)
             break;
         payload += text->text.substr(0, MaxText);
-        payload += text->isProminent ? TextEnd::Prominent : TextEnd::Ordinary;
+        payload += endOf(*text);
     }
     m_sent += payload.size();
     if (!payload.empty())

@@ -41,6 +41,14 @@ TEST_F(VocabularyMessagesTest, PacksTextsAndThenAsksToLearnThem)
     EXPECT_EQ(messages(), (std::vector { texts, Learn })) << "the source is rewound";
 }
 
+TEST_F(VocabularyMessagesTest, MarkTitles)
+{
+    source.texts = { "one", "two", "three" };
+    source.prominentCount = 2;
+    source.titles = { "one", "three" };
+    EXPECT_EQ(messages().front().payload, "one\3two\1three\2");
+}
+
 TEST_F(VocabularyMessagesTest, AsksToLearnNothing)
 {
     EXPECT_EQ(messages(), std::vector { Learn });

@@ -119,14 +119,16 @@ void ListenerService::abandonTask()
 void ListenerService::count(std::string_view texts)
 {
     using TextEnd = ListenerMessage::TextEnd;
-    constexpr std::array Ends { TextEnd::Ordinary, TextEnd::Prominent };
+    constexpr std::array Ends { TextEnd::Ordinary, TextEnd::Prominent, TextEnd::Title,
+                                TextEnd::ProminentTitle };
     if (!learnsWords())
         return;
     while (!texts.empty()) {
         const auto size =
             std::min(texts.find_first_of(std::string_view(Ends.data(), Ends.size())), texts.size());
-        const bool isProminent = size < texts.size() && texts[size] == TextEnd::Prominent;
-        m_counts.add(texts.substr(0, size), isProminent);
+        const int end = size < texts.size() ? texts[size] : TextEnd::Ordinary;
+        m_counts.add(texts.substr(0, size), (end & TextEnd::Prominent) != 0,
+                     (end & TextEnd::Title) != 0);
         texts.remove_prefix(std::min(size + 1, texts.size()));
     }
 }

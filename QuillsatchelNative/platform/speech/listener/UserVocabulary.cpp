@@ -11,8 +11,7 @@ namespace
 constexpr auto NotChosen = WordCounts::Pair::SentenceEnd - 1;
 
 /// Words that the model knows are mostly ordinary ones, whose capital at the beginning of a
-/// sentence means nothing. A word that only begins sentences is probably a name if the model lacks
-/// it.
+/// sentence or in a title means nothing. Words that the model lacks are probably names there.
 std::string spellingOf(const WordCounts::Word &word, bool isNew)
 {
     const auto rank = [isNew](const auto &spelling) {
@@ -24,7 +23,7 @@ std::string spellingOf(const WordCounts::Word &word, bool isNew)
     const auto most = std::max_element(word.spellings.begin(), word.spellings.end(), isRarer);
     if (most != word.spellings.end() && rank(*most).first > 0)
         return most->text;
-    return isNew ? word.spellingAtBeginning : word.key;
+    return isNew ? word.fallbackSpelling : word.key;
 }
 
 /// The indices of the words, the most important ones first.

@@ -54,20 +54,20 @@ void countSpelling(WordCounts::Word &word, const TextWords::Word &found)
             ++spelling->count;
         return;
     }
-    word.spellingAtBeginning = found.spelling;
+    word.fallbackSpelling = found.spelling;
     if (auto *const spelling = findSpelling(word, withoutCapital(found.spelling)))
         ++spelling->countAtBeginning;
 }
 
 } // namespace
 
-void WordCounts::add(std::string_view text, bool isProminent)
+void WordCounts::add(std::string_view text, bool isProminent, bool isTitle)
 {
     TextWords::forEachRun(
-        text, [this, isProminent](const TextWords::Run &run) { add(run, isProminent); });
+        text, [this, isProminent, isTitle](const auto &run) { add(run, isProminent, isTitle); });
 }
 
-void WordCounts::add(const TextWords::Run &run, bool isProminent)
+void WordCounts::add(const TextWords::Run &run, bool isProminent, bool isTitle)
 {
     auto previous = run.beginsSentence ? Pair::SentenceEnd : NoWord;
     for (const auto &found : run.words) {
@@ -76,7 +76,10 @@ void WordCounts::add(const TextWords::Run &run, bool isProminent)
             auto &word = m_words[index];
             ++word.count;
             word.isProminent = word.isProminent || isProminent;
-            countSpelling(word, found);
+            if (!isTitle)
+                countSpelling(word, found);
+            else if (word.fallbackSpelling.empty())
+                word.fallbackSpelling = found.spelling;
         }
         countPair(previous, index);
         previous = index;

@@ -29,9 +29,9 @@ public:
         std::uint32_t count = 0;
         bool isProminent = false; ///< is in a prominent text
         std::vector<Spelling> spellings;
-        /// At the beginning of a sentence, where every word has a capital. Empty if no sentence
-        /// begins with the word.
-        std::string spellingAtBeginning;
+        /// At the beginning of a sentence, where every word has a capital, or else in a title.
+        /// Empty if the word is only within sentences.
+        std::string fallbackSpelling;
     };
 
     /// Indices into the words. The ends of a sentence count as a word too.
@@ -43,14 +43,15 @@ public:
         std::uint32_t count = 0;
     };
 
-    void add(std::string_view text, bool isProminent);
+    /// The spellings of a title are only fallbacks.
+    void add(std::string_view text, bool isProminent, bool isTitle = false);
 
     const std::vector<Word> &words() const { return m_words; }
 
     std::vector<Pair> pairs() const;
 
 private:
-    void add(const TextWords::Run &run, bool isProminent);
+    void add(const TextWords::Run &run, bool isProminent, bool isTitle);
     std::uint32_t indexOf(const TextWords::Word &word);
     void countPair(std::uint32_t first, std::uint32_t second);
 

@@ -86,9 +86,22 @@ TEST_F(WordCountsTest, DistrustsCapitalsAtTheBeginningOfSentences)
 {
     counts.add("Refactor this. JSON is text. kotlin rocks", false);
     EXPECT_EQ(spellingsOf("refactor"), "refactor 0 +1 ");
-    EXPECT_EQ(word("refactor").spellingAtBeginning, "Refactor");
+    EXPECT_EQ(word("refactor").fallbackSpelling, "Refactor");
     EXPECT_EQ(spellingsOf("json"), "JSON 1 ");
     EXPECT_EQ(spellingsOf("kotlin"), "kotlin 1 ");
+}
+
+TEST_F(WordCountsTest, CountsNoSpellingsOfTitles)
+{
+    counts.add("Sales Report", true, true);
+    counts.add("Report it", false);
+    counts.add("REPORT", false, true);
+    EXPECT_EQ(spellingsOf("sales"), "");
+    EXPECT_EQ(word("sales").fallbackSpelling, "Sales");
+    EXPECT_EQ(spellingsOf("report"), "report 0 +1 ");
+    EXPECT_EQ(word("report").fallbackSpelling, "Report");
+    EXPECT_EQ(word("report").count, 3U);
+    EXPECT_EQ(countOf("sales", "report"), 1U);
 }
 
 TEST_F(WordCountsTest, LimitsWordsAndPairs)
