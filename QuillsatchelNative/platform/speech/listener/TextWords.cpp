@@ -199,7 +199,7 @@ private:
         const auto parts = partsOf(piece.core);
         // A bullet or a number leaves the sentence at its beginning.
         if (parts.empty() && !m_run.words.empty())
-            finishRun(piece.endsSentence);
+            finishRun(false);
         for (const auto &word : parts)
             add(word);
         if (piece.endsSentence)

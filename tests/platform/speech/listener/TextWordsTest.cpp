@@ -47,6 +47,7 @@ TEST(TextWordsTest, SeparatesSentencesAndLines)
 {
     EXPECT_EQ(runsIn("Buy milk. Buy bread!\nCall Anna"), "<buy milk> | <buy bread> | <call anna>");
     EXPECT_EQ(runsIn("Answer: yes, of course"), "<answer> | <yes of course>");
+    EXPECT_EQ(runsIn("red 7. Wine"), "<red | <wine>") << "the number ends the sentence";
 }
 
 TEST(TextWordsTest, RemovesMarksAroundWords)
