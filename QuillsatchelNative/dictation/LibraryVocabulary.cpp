@@ -1,5 +1,7 @@
 #include "dictation/LibraryVocabulary.h"
 
+#include <algorithm>
+
 LibraryVocabulary::LibraryVocabulary(const SatchelStore &store, const LauncherStore &launcherStore)
     : m_store(store)
     , m_launcherStore(launcherStore)
@@ -25,12 +27,22 @@ void LibraryVocabulary::rewind()
 
 std::optional<VocabularySource::Text> LibraryVocabulary::next()
 {
-    for (; m_tab < m_store.tabs().get().size(); ++m_tab) {
+    if (const auto text = nextOfTabs(1))
+        return text;
+    if (const auto name = nextLauncherName())
+        return name;
+    return nextOfTabs(m_store.tabs().get().size());
+}
+
+/// Of the tabs before this one.
+std::optional<VocabularySource::Text> LibraryVocabulary::nextOfTabs(std::size_t end)
+{
+    for (; m_tab < std::min(end, m_store.tabs().get().size()); ++m_tab) {
         if (const auto text = nextOfTab())
             return text;
         m_text = 0;
     }
-    return nextLauncherName();
+    return std::nullopt;
 }
 
 /// The active tab, then the others in their order.

@@ -10,9 +10,10 @@
 #include <cstdint>
 #include <optional>
 
-/// The texts of the library: names and nodes of all tabs, the active tab first, and the names of
-/// the launchers. Copies nothing. Observes the stores from the first use on, because most runs of
-/// the program have no dictation.
+/// The texts of the library: names and nodes of the active tab, the names of the launchers, and
+/// then names and nodes of the other tabs. If a reader stops early, it has the few names of the
+/// launchers. Copies nothing. Observes the stores from the first use on, because most runs of the
+/// program have no dictation.
 class LibraryVocabulary final : public VocabularySource
 {
 public:
@@ -25,6 +26,7 @@ public:
 
 private:
     const PromptTab &tab() const;
+    std::optional<Text> nextOfTabs(std::size_t end);
     std::optional<Text> nextOfTab();
     std::optional<Text> nextLauncherName();
 

@@ -51,10 +51,15 @@ TEST_F(LibraryVocabularyTest, HasTheTextsOfTheActiveTabFirst)
     EXPECT_EQ(texts(), "!Prompts, !one, !two, New Tab, three, New Tab");
 }
 
-TEST_F(LibraryVocabularyTest, HasTheNamesOfTheLaunchers)
+TEST_F(LibraryVocabularyTest, HasTheNamesOfTheLaunchersAfterTheActiveTab)
 {
-    ASSERT_TRUE(launcherStore.setWebsite("example.org", 3));
-    EXPECT_EQ(texts(), "!Prompts, " + launcherStore.slots().get()[3]->name);
+    addNode("one");
+    store.addTab();
+    addNode("two");
+    ASSERT_TRUE(launcherStore.setWebsite("example.org", 0));
+    ASSERT_TRUE(launcherStore.setWebsite("example.com", 3));
+    EXPECT_EQ(texts(), "!New Tab, !two, " + launcherStore.slots().get()[0]->name + ", " +
+                           launcherStore.slots().get()[3]->name + ", Prompts, one");
 }
 
 TEST_F(LibraryVocabularyTest, ChangesItsRevisionWithTheLibrary)
