@@ -21,7 +21,8 @@ Decoder makeDecoder(const std::filesystem::path &acousticModel,
 /// Makes the decoder use the model, which it retains. False if it rejects the model.
 bool setLanguageModel(ps_decoder_t *decoder, ngram_model_t *model);
 
-/// Frees the model, if the decoder has one. The decoder must not be used before it gets another.
+/// Frees the model, if the decoder has one. Until the decoder gets another, words may only be added
+/// and looked up.
 void removeLanguageModel(ps_decoder_t *decoder);
 
 /// The gate for the audio of the decoder, which must outlive it. Null without memory.

@@ -30,7 +30,7 @@ public:
     /// those learnt before. No dictation is running. Only for English models.
     virtual void learn(const UserVocabulary & /*vocabulary*/) {}
 
-    /// Begins a dictation. The one before has been finished.
+    /// Begins a dictation. The one before has been finished or abandoned.
     virtual void begin() = 0;
     virtual Hypothesis process(std::span<const std::int16_t> samples) = 0;
     /// Ends the dictation and returns the words of the current utterance.

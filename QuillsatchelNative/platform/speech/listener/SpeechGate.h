@@ -14,6 +14,6 @@ public:
     virtual void reset() = 0;
     /// Returns the samples to decode. When speech begins, they include those from shortly before.
     virtual std::vector<std::int16_t> pass(std::span<const std::int16_t> samples) = 0;
-    /// Whether an utterance continues after the latest samples, which have been decoded.
+    /// Whether speech continues after the latest samples, which have been decoded.
     virtual bool isOpen() const = 0;
 };
